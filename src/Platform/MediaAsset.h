@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QUrl>
+
+namespace cadorel {
+
+/// What a stream player is asked to play.
+struct MediaAsset
+{
+    QUrl url;
+    /// The duration is counted exactly, by scanning the file's packets when its header does not tell it,
+    /// instead of being estimated. For files only.
+    bool prefersPreciseDuration = false;
+};
+
+} // namespace cadorel

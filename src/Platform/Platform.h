@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/AssetReader.h"
+#include "Platform/Clock.h"
+#include "Platform/Directories.h"
+#include "Platform/FilePicker.h"
+#include "Platform/HttpClient.h"
+#include "Platform/Preferences.h"
+#include "Platform/Random.h"
+#include "Platform/StreamPlayer.h"
+#include "Platform/System.h"
+
+#include <functional>
+#include <memory>
+
+namespace cadorel {
+
+/// Everything that the player needs of the machine, filled by main() with the real parts and by tests with
+/// fakes or with real parts in a temporary home. It outlives every service.
+struct Platform
+{
+    Directories directories;
+    std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<Random> random;
+    std::unique_ptr<System> system;
+    std::unique_ptr<AssetReader> assetReader;
+    /// Makes a stream player; the play pipeline calls it once, at its first need. Never null.
+    std::function<std::unique_ptr<StreamPlayer>()> makeStreamPlayer;
+    /// Null where nothing is fetched from the network yet.
+    std::unique_ptr<HttpClient> httpClient;
+    /// Null on a desktop without a file dialog.
+    std::unique_ptr<FilePicker> filePicker;
+};
+
+} // namespace cadorel
