@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/Random.h"
+
+#include <QList>
+
+#include <algorithm>
+
+namespace cadorel {
+
+/// Chance that a test has written down beforehand: the given values in turn, then 0 and the low end.
+class FakeRandom : public Random
+{
+public:
+    QList<int> indexes;
+    QList<double> reals;
+
+    int index(int count) override { return indexes.isEmpty() ? 0 : std::min(indexes.takeFirst(), count - 1); }
+    double real(double low, double high) override
+    {
+        return reals.isEmpty() ? low : std::clamp(reals.takeFirst(), low, high);
+    }
+};
+
+} // namespace cadorel
