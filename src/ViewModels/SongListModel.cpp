@@ -69,7 +69,7 @@ QVariant SongListModel::data(const QModelIndex &index, int role) const
     case SubtitleRole: {
         const QString artist = oneLine(song.artist());
         const QString album = oneLine(song.album());
-        return artist.isEmpty() || album.isEmpty() ? artist + album : artist + " · "_L1 + album;
+        return artist.isEmpty() || album.isEmpty() ? artist + album : artist + u" · "_s + album;
     }
     case DurationTextRole:
         return std::isfinite(song.duration()) && song.duration() > 0 ? song.formattedDuration() : QString();
