@@ -297,9 +297,16 @@ QList<Song> CadorelViewModel::getSongsForAlbum(const Album &album) const
     QList<Song> songs = allSongs();
     songs.removeIf(
         [&](const Song &song) { return song.album() != album.name && song.albumId() != album.id; });
-    std::stable_sort(songs.begin(), songs.end(),
-                     [](const Song &a, const Song &b) { return a.trackNumber() < b.trackNumber(); });
-    return songs;
+    // Songs of one track number keep their order.
+    QList<QPair<int, qsizetype>> order;
+    for (qsizetype i = 0; i < songs.size(); ++i)
+        order.append({songs[i].trackNumber(), i});
+    std::sort(order.begin(), order.end());
+    QList<Song> sorted;
+    sorted.reserve(songs.size());
+    for (const auto &[track, position] : std::as_const(order))
+        sorted.append(songs[position]);
+    return sorted;
 }
 
 QList<Song> CadorelViewModel::getSongsForArtist(const Artist &artist) const
