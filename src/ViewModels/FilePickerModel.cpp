@@ -97,7 +97,8 @@ void FilePickerModel::restart()
         open(m_folder);
         return;
     }
-    const bool hasMusicFolder = QDir(QStandardPaths::writableLocation(QStandardPaths::MusicLocation)).exists();
+    const bool hasMusicFolder =
+        QDir(QStandardPaths::writableLocation(QStandardPaths::MusicLocation)).exists();
     openPlace(hasMusicFolder ? Place::music : Place::home);
 }
 
@@ -181,7 +182,8 @@ void FilePickerModel::activate(int row)
 QList<QUrl> FilePickerModel::chosenUrls() const
 {
     if (m_folderMode)
-        return m_folder.isEmpty() || !m_errorText.isEmpty() ? QList<QUrl>() : QList{QUrl::fromLocalFile(m_folder)};
+        return m_folder.isEmpty() || !m_errorText.isEmpty() ? QList<QUrl>()
+                                                            : QList{QUrl::fromLocalFile(m_folder)};
     QList<int> rows(m_selected.cbegin(), m_selected.cend());
     std::sort(rows.begin(), rows.end());
     QList<QUrl> urls;

@@ -61,7 +61,8 @@ public:
     /// Shows a folder. The selection belongs to one folder and is dropped.
     Q_INVOKABLE void open(const QString &path);
     Q_INVOKABLE void openPlace(cadorel::FilePickerModel::Place place);
-    /// Reads the folder shown anew, or opens the music folder when there is none yet; nothing is selected then.
+    /// Reads the folder shown anew, or opens the music folder when there is none yet; nothing is selected
+    /// then.
     Q_INVOKABLE void restart();
     Q_INVOKABLE void up();
     /// Opens the folder of a row, or selects its file, or takes it out of the selection again.
