@@ -14,6 +14,7 @@ namespace cadorel {
 namespace {
 
 // Primary result codes, https://www.sqlite.org/rescode.html; extended codes carry them in the low byte.
+constexpr int sqliteBusy = 5;
 constexpr int sqliteCorrupt = 11;
 constexpr int sqliteNotADatabase = 26;
 constexpr int primaryCodeMask = 0xff;
@@ -25,6 +26,11 @@ QString uniqueConnectionName()
 {
     static std::atomic<quint64> count = 0;
     return u"cadorel.preferences.%1"_s.arg(++count);
+}
+
+int primaryCode(const QSqlError &error)
+{
+    return error.nativeErrorCode().toInt() & primaryCodeMask;
 }
 
 QSqlError damage(const QString &text)
@@ -161,13 +167,26 @@ QSqlError SqliteConnection::transaction(const std::function<QSqlError()> &work)
 
 QSqlError SqliteConnection::checkpoint()
 {
-    return execute(u"PRAGMA wal_checkpoint(PASSIVE)"_s);
+    if (const QSqlError error = execute(u"PRAGMA wal_checkpoint(PASSIVE)"_s); error.isValid())
+        return error;
+    // The first write after a checkpoint waits until the log's new header is on the disk.
+    return execute(u"PRAGMA user_version = 0"_s);
+}
+
+QSqlError SqliteConnection::setBusyLimit(std::chrono::milliseconds limit)
+{
+    return execute(u"PRAGMA busy_timeout = %1"_s.arg(limit.count()));
 }
 
 bool SqliteConnection::isDamage(const QSqlError &error)
 {
-    const int code = error.nativeErrorCode().toInt() & primaryCodeMask;
+    const int code = primaryCode(error);
     return code == sqliteCorrupt || code == sqliteNotADatabase;
+}
+
+bool SqliteConnection::isBusy(const QSqlError &error)
+{
+    return primaryCode(error) == sqliteBusy;
 }
 
 QSqlError SqliteConnection::execute(const QString &statement)

@@ -7,6 +7,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -42,11 +43,16 @@ public:
     QSqlError write(const QString &key, const std::optional<PreferenceRow> &row);
     /// Makes all writes inside @p work one transaction.
     QSqlError transaction(const std::function<QSqlError()> &work);
-    /// Moves what the log holds into the database file. It waits for the disk.
+    /// Moves what the log holds into the database file and starts the log anew, so that no later write has to
+    /// wait for the disk. Does wait for it.
     QSqlError checkpoint();
+    /// How long a write waits for another connection's; 5 s unless told.
+    QSqlError setBusyLimit(std::chrono::milliseconds limit);
 
     /// Whether an error says that the file is no database of ours or is broken.
     static bool isDamage(const QSqlError &error);
+    /// Whether another connection was writing all the time that a write may wait.
+    static bool isBusy(const QSqlError &error);
 
 private:
     QSqlError execute(const QString &statement);

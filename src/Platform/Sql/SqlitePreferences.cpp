@@ -81,6 +81,8 @@ QSqlError SqlitePreferences::load(SqliteConnection::Mode mode)
     if (mode == SqliteConnection::Mode::readWrite) {
         if (const QSqlError error = m_connection->prepareTable(); error.isValid())
             return error;
+        if (const QSqlError error = m_connection->setBusyLimit(busyLimit); error.isValid())
+            return error;
     }
     return m_connection->readAll(
         lazyBytes, [this](const QString &key, const PreferenceRow &row, bool isLazy) {
@@ -225,33 +227,46 @@ bool SqlitePreferences::contains(const QString &key) const
 
 void SqlitePreferences::remove(const QString &key)
 {
-    if (m_entries.remove(key) == 0 || !m_connection)
-        return;
-    const QString name = notNull(key);
-    if (m_writer->holds(name))
-        m_writer->write(name, std::nullopt, ++m_lastTicket);
-    else
-        written(name, m_connection->write(name, std::nullopt));
+    if (m_entries.remove(key) > 0)
+        store(notNull(key), std::nullopt);
 }
 
 void SqlitePreferences::write(const QString &key, const QVariant &value)
 {
     const QString name = notNull(key);
-    Entry &entry = m_entries[name];
-    entry = {.value = value};
+    m_entries.insert(name, {.value = value});
+    store(name, PreferenceRow::encode(value));
+}
+
+void SqlitePreferences::store(const QString &key, const std::optional<PreferenceRow> &row)
+{
     if (!m_connection)
         return;
-    const PreferenceRow row = PreferenceRow::encode(value);
-    if (row.size() > largeBytes || m_writer->holds(name)) {
-        entry.ticket = ++m_lastTicket;
-        m_writer->write(name, row, entry.ticket);
+    const qsizetype size = row ? row->size() : 0;
+    bool isForWorker = size > largeBytes || m_writer->holds(key);
+    QSqlError error;
+    if (!isForWorker) {
+        error = m_connection->write(key, row);
+        isForWorker = SqliteConnection::isBusy(error);
+    }
+    if (isForWorker) {
+        const quint64 ticket = ++m_lastTicket;
+        if (row)
+            m_entries[key].ticket = ticket;
+        m_writer->write(key, row, ticket);
         return;
     }
-    m_bytesInLog += row.size() + pageBytes;
-    const QSqlError error = m_connection->write(name, row);
-    if (!error.isValid() && row.type == PreferenceRow::dataType && row.size() > lazyBytes)
+    if (!error.isValid() && row)
+        leaveOnDisk(m_entries[key]);
+    m_bytesInLog += size + pageBytes;
+    written(key, error);
+}
+
+void SqlitePreferences::leaveOnDisk(Entry &entry)
+{
+    if (entry.value.metaType() == QMetaType::fromType<QByteArray>() &&
+        entry.value.toByteArray().size() > lazyBytes)
         entry.value = {};
-    written(name, error);
 }
 
 void SqlitePreferences::written(const QString &key, const QSqlError &error)
@@ -277,9 +292,8 @@ void SqlitePreferences::landed(const QString &key, quint64 ticket, const QSqlErr
     const auto entry = m_entries.find(key);
     if (entry != m_entries.end() && entry->ticket == ticket) {
         entry->ticket = 0;
-        if (!error.isValid() && entry->value.metaType() == QMetaType::fromType<QByteArray>() &&
-            entry->value.toByteArray().size() > lazyBytes)
-            entry->value = {};
+        if (!error.isValid())
+            leaveOnDisk(*entry);
     }
     written(key, error);
 }

@@ -9,7 +9,9 @@
 #include <QObject>
 #include <QVariant>
 
+#include <chrono>
 #include <memory>
+#include <optional>
 
 namespace cadorel {
 
@@ -19,7 +21,8 @@ namespace cadorel {
 /// file each time they are asked for. A write is handed to the operating system inside the call, so that the
 /// end of the process, however sudden, cannot lose it; a power failure can lose the writes of the last
 /// seconds, never the file. Values over largeBytes are written by a worker, of each key only the last state,
-/// and have landed when the destructor ends.
+/// and have landed when the destructor ends. A small write that meets a large one under way waits for it
+/// busyLimit at most and is then the worker's too.
 ///
 /// A damaged file, or something else in its place, is set aside as "<file>.damaged-<yyyyMMdd-HHmmss>" and
 /// replaced by an empty one. Where nothing can be written the values of the file, or none, serve in memory.
@@ -31,6 +34,8 @@ public:
     static constexpr qsizetype lazyBytes = 64 * 1024;
     /// Larger values are written by the worker.
     static constexpr qsizetype largeBytes = 1024 * 1024;
+    /// A person does not notice a wait as short as this.
+    static constexpr std::chrono::milliseconds busyLimit{50};
 
     /// Opens @p file, an absolute path in a directory that exists.
     explicit SqlitePreferences(const QString &file);
@@ -71,6 +76,8 @@ private:
     template <typename T>
     std::optional<T> read(const QString &key) const;
     void write(const QString &key, const QVariant &value);
+    void store(const QString &key, const std::optional<PreferenceRow> &row);
+    static void leaveOnDisk(Entry &entry);
     void written(const QString &key, const QSqlError &error);
     void landed(const QString &key, quint64 ticket, const QSqlError &error);
     void makeWriter();

@@ -81,6 +81,7 @@ private Q_SLOTS:
     void survivesBeingKilled();
     void ofALargeValueOnlyTheLastStateIsWritten();
     void aLargeValueThatShrinksOrGoesStaysSo();
+    void aSmallWriteDoesNotWaitForALargeOne();
     void aRefusedLargeValueStaysInMemory();
     void theLogIsMovedIntoTheFileWhileRunning();
     void twoStoresDoNotDisturbEachOther();
@@ -253,6 +254,25 @@ void SqlitePreferencesTest::aLargeValueThatShrinksOrGoesStaysSo()
     QCOMPARE(preferences.dataValue(u"shrinks"_s), "small");
     QVERIFY(!preferences.contains(u"goes"_s));
     QCOMPARE(preferences.dataValue(u"changes"_s), QByteArray(aboveLarge, 'x'));
+}
+
+void SqlitePreferencesTest::aSmallWriteDoesNotWaitForALargeOne()
+{
+    SqlitePreferences preferences(file());
+    preferences.setInt(u"gone"_s, 1);
+    Database database(file());
+    // SQLite's own patience, 5 s, would show.
+    QVERIFY(database.execute(u"BEGIN IMMEDIATE"_s));
+    QElapsedTimer timer;
+    timer.start();
+    preferences.setInt(u"small"_s, 1);
+    preferences.setInt(u"small"_s, 2);
+    preferences.remove(u"gone"_s);
+    QVERIFY(timer.elapsed() < 3000);
+    QCOMPARE(preferences.intValue(u"small"_s), 2);
+    QVERIFY(database.execute(u"COMMIT"_s));
+    QTRY_COMPARE(database.value(u"SELECT value FROM preferences WHERE key = 'small'"_s).toInt(), 2);
+    QTRY_COMPARE(database.value(u"SELECT count(*) FROM preferences"_s).toInt(), 1);
 }
 
 void SqlitePreferencesTest::aRefusedLargeValueStaysInMemory()
