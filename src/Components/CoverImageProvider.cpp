@@ -149,7 +149,8 @@ CoverImageProvider::CoverImageProvider(CoverRegistry &registry)
 
 CoverImageProvider::~CoverImageProvider() = default;
 
-QQuickImageResponse *CoverImageProvider::requestImageResponse(const QString &address, const QSize &requestedSize)
+QQuickImageResponse *CoverImageProvider::requestImageResponse(const QString &address,
+                                                              const QSize &requestedSize)
 {
     const int side = qMax(requestedSize.width(), requestedSize.height());
     auto *response = new CoverResponse;

@@ -11,8 +11,8 @@ class CoverRegistry;
 
 /// Image provider "cover": draws the covers whose addresses CoverRegistry gives out. Covers are decoded on
 /// threads of its own at the size asked for, cut to a square about the centre and given rounded corners;
-/// `?radius=` in the address is the corner radius as a fraction of the side. A song without a cover, or with one
-/// that does not decode, gets the drawing of a note. Drawn covers are kept up to 24 MB.
+/// `?radius=` in the address is the corner radius as a fraction of the side. A song without a cover, or with
+/// one that does not decode, gets the drawing of a note. Drawn covers are kept up to 24 MB.
 class CoverImageProvider : public QQuickAsyncImageProvider
 {
 public:

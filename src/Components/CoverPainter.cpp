@@ -30,7 +30,8 @@ QImage decodeSquare(QIODevice &device, int side)
     const QSize size = reader.size();
     if (size.isValid()) {
         const int shorter = qMin(size.width(), size.height());
-        reader.setClipRect(QRect((size.width() - shorter) / 2, (size.height() - shorter) / 2, shorter, shorter));
+        reader.setClipRect(
+            QRect((size.width() - shorter) / 2, (size.height() - shorter) / 2, shorter, shorter));
         if (shorter > side)
             reader.setScaledSize(QSize(side, side));
     }
@@ -63,7 +64,8 @@ void paintPlaceholder(QPainter &painter, const QRectF &square)
     {
         QPainter notePainter(&note);
         const qreal margin = square.width() * (1 - placeholderNoteShare) / 2;
-        QSvgRenderer(symbolFile(u"music.note"_s)).render(&notePainter, square.adjusted(margin, margin, -margin, -margin));
+        QSvgRenderer(symbolFile(u"music.note"_s))
+            .render(&notePainter, square.adjusted(margin, margin, -margin, -margin));
         notePainter.setCompositionMode(QPainter::CompositionMode_SourceIn);
         notePainter.fillRect(note.rect(), placeholderNote);
     }
@@ -90,7 +92,8 @@ QImage drawCover(const ArtworkData &artwork, int side, qreal radius)
         return result;
     }
     QBrush brush(picture);
-    brush.setTransform(QTransform::fromScale(square.width() / picture.width(), square.height() / picture.height()));
+    brush.setTransform(
+        QTransform::fromScale(square.width() / picture.width(), square.height() / picture.height()));
     painter.setBrush(brush);
     painter.drawRoundedRect(square, radius, radius);
     return result;

@@ -8,8 +8,8 @@
 namespace cadorel {
 
 /// Draws a cover as a square of @p side pixels with round corners of @p radius pixels. The picture is decoded
-/// no larger than it is shown; one that would need more than 256 MB counts as undecodable. Without a decodable
-/// picture the placeholder is drawn. Any thread.
+/// no larger than it is shown; one that would need more than 256 MB counts as undecodable. Without a
+/// decodable picture the placeholder is drawn. Any thread.
 QImage drawCover(const ArtworkData &artwork, int side, qreal radius);
 
 } // namespace cadorel

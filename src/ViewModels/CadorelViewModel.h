@@ -31,9 +31,9 @@ struct LibrarySources
     WebDAVSource *webDAVService = nullptr;
 };
 
-/// The one object that every screen receives. It owns no music: it merges the services' lists, forwards commands
-/// and tells every change of the services but the fast ones (`currentTime`), which screens watch at the player.
-/// Main thread.
+/// The one object that every screen receives. It owns no music: it merges the services' lists, forwards
+/// commands and tells every change of the services but the fast ones (`currentTime`), which screens watch at
+/// the player. Main thread.
 class CadorelViewModel : public QObject
 {
     Q_OBJECT
@@ -94,8 +94,8 @@ public:
     QList<Song> getSongsForAlbum(const Album &album) const;
     QList<Song> getSongsForArtist(const Artist &artist) const;
     QList<Album> getAlbumsForArtist(const Artist &artist) const;
-    /// Songs whose title, artist or album contains the text, whatever its case; an empty @p query searches for
-    /// `searchQuery`, an empty text gives all songs.
+    /// Songs whose title, artist or album contains the text, whatever its case; an empty @p query searches
+    /// for `searchQuery`, an empty text gives all songs.
     QList<Song> searchLocal(const QString &query = {}) const;
 
     void playSong(const Song &song);

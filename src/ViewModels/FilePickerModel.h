@@ -31,7 +31,8 @@ public:
         IsSelectedRole               // isSelected: bool
     };
 
-    enum class Place { home, music, downloads };
+    /// Capitalised, because QML reads no other enumerators.
+    enum class Place { Home, Music, Downloads };
     Q_ENUM(Place)
 
     explicit FilePickerModel(QObject *parent = nullptr);
@@ -44,7 +45,7 @@ public:
     bool folderMode() const { return m_folderMode; }
     void setFolderMode(bool folderMode);
 
-    /// Endings of the files that are shown, lower case, without the dot.
+    /// Endings of the files that are shown, lower case, without the dot; at first those of the import.
     QStringList extensions() const { return m_extensions; }
     void setExtensions(const QStringList &extensions);
 
@@ -61,7 +62,8 @@ public:
     /// Shows a folder. The selection belongs to one folder and is dropped.
     Q_INVOKABLE void open(const QString &path);
     Q_INVOKABLE void openPlace(cadorel::FilePickerModel::Place place);
-    /// Reads the folder shown anew, or opens the music folder when there is none yet; nothing is selected then.
+    /// Reads the folder shown anew, or opens the music folder when there is none yet; nothing is selected
+    /// then.
     Q_INVOKABLE void restart();
     Q_INVOKABLE void up();
     /// Opens the folder of a row, or selects its file, or takes it out of the selection again.

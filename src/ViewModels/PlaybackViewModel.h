@@ -9,9 +9,9 @@ namespace cadorel {
 class AudioPlayerService;
 class CadorelViewModel;
 
-/// What the player's bar shows of the running song: times as texts, the slider, the cover. It watches the fast
-/// state of the player and passes on only what a listener can see change, so that a playing window draws little.
-/// Main thread.
+/// What the player's bar shows of the running song: times as texts, the slider, the cover. It watches the
+/// fast state of the player and passes on only what a listener can see change, so that a playing window draws
+/// little. Main thread.
 class PlaybackViewModel : public QObject
 {
     Q_OBJECT
