@@ -38,7 +38,8 @@ struct AudioPlayerParts
 };
 
 /// The single player: queue and play modes, the road of a song to an engine, and the snapshot that brings the
-/// last song back. Main thread. `queue` and `onlineQueue` may both hold songs; navigation looks at `queue` first.
+/// last song back. Main thread. `queue` and `onlineQueue` may both hold songs; navigation looks at `queue`
+/// first.
 class AudioPlayerService : public QObject
 {
     Q_OBJECT
@@ -54,7 +55,8 @@ class AudioPlayerService : public QObject
 public:
     /// Sets the desktop's controls up and restores the last song, paused at its position.
     /// @param platform, @param importService and the parts outlive the player
-    AudioPlayerService(Platform &platform, LocalMusicImportService &importService, AudioPlayerParts parts = {});
+    AudioPlayerService(Platform &platform, LocalMusicImportService &importService,
+                       AudioPlayerParts parts = {});
     ~AudioPlayerService() override;
     Q_DISABLE_COPY_MOVE(AudioPlayerService)
 
@@ -151,13 +153,16 @@ private:
     void installItem(const std::shared_ptr<PlayerItem> &item);
     void observeItem();
     void observePlayerState();
+    void observeTime();
     void observeTimeAndEnd();
+    void resumeObservers();
     void removeItemObserver();
     void removeTimeObserver();
     void removeEndObserver();
     void itemStatusChanged();
     void timeTick(double seconds);
-    void seekFinished(bool finished, bool wasPlaying);
+    void cancelSeek();
+    void seekFinished(bool finished);
     QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, bool logs);
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
@@ -198,6 +203,9 @@ private:
     std::shared_ptr<PlayerItem> m_playerItem;
     std::optional<int> m_timeObserver;
     bool m_isSeeking = false;
+    bool m_resumesAfterSeek = false;
+    quint64 m_seekSerial = 0;    ///< which seek is the latest
+    quint64 m_onlineRequest = 0; ///< which fetch of an address is the latest
     bool m_isObservingPlayerItem = false;
     bool m_usingEqualizerEngine = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;

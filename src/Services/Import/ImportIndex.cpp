@@ -40,8 +40,8 @@ struct Record
     bool hasLyrics = false;
 };
 
-/// Reads the members of one object: nothing when a required value is missing or mistyped, an error when the text
-/// is no JSON.
+/// Reads the members of one object: nothing when a required value is missing or mistyped, an error when the
+/// text is no JSON.
 std::expected<std::optional<Record>, simdjson::error_code> readRecord(simdjson::ondemand::object object)
 {
     enum Required : unsigned { title = 1, artist = 2, album = 4, duration = 8, asset = 16, all = 31 };
