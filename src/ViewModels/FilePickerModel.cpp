@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/FilePickerModel.h"
 
+#include "Services/Import/AudioFiles.h"
+
 #include <QCollator>
 #include <QDir>
 #include <QDirIterator>
@@ -12,6 +14,7 @@ using namespace Qt::StringLiterals;
 
 FilePickerModel::FilePickerModel(QObject *parent)
     : QAbstractListModel(parent)
+    , m_extensions(supportedExtensions())
 {
 }
 
@@ -79,11 +82,11 @@ void FilePickerModel::openPlace(Place place)
 {
     const auto location = [place] {
         switch (place) {
-        case Place::home:
+        case Place::Home:
             return QStandardPaths::HomeLocation;
-        case Place::music:
+        case Place::Music:
             return QStandardPaths::MusicLocation;
-        case Place::downloads:
+        case Place::Downloads:
             return QStandardPaths::DownloadLocation;
         }
         Q_UNREACHABLE();
@@ -99,7 +102,7 @@ void FilePickerModel::restart()
     }
     const bool hasMusicFolder =
         QDir(QStandardPaths::writableLocation(QStandardPaths::MusicLocation)).exists();
-    openPlace(hasMusicFolder ? Place::music : Place::home);
+    openPlace(hasMusicFolder ? Place::Music : Place::Home);
 }
 
 void FilePickerModel::up()

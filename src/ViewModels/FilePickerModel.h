@@ -31,7 +31,8 @@ public:
         IsSelectedRole               // isSelected: bool
     };
 
-    enum class Place { home, music, downloads };
+    /// Capitalised, because QML reads no other enumerators.
+    enum class Place { Home, Music, Downloads };
     Q_ENUM(Place)
 
     explicit FilePickerModel(QObject *parent = nullptr);
@@ -44,7 +45,7 @@ public:
     bool folderMode() const { return m_folderMode; }
     void setFolderMode(bool folderMode);
 
-    /// Endings of the files that are shown, lower case, without the dot.
+    /// Endings of the files that are shown, lower case, without the dot; at first those of the import.
     QStringList extensions() const { return m_extensions; }
     void setExtensions(const QStringList &extensions);
 
