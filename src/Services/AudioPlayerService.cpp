@@ -153,7 +153,8 @@ void AudioPlayerService::playerDidFinishPlaying()
     switch (m_playMode) {
     case PlayMode::sequential:
         if (m_currentIndex >= queueCount() - 1) {
-            // The engine follows the published position, so that the song starts anew when it is played again.
+            // The engine follows the published position, so that the song starts anew when it is played
+            // again.
             if (m_player && m_playerItem && !m_usingEqualizerEngine)
                 m_player->seek(0, 0, 0, {});
             setIsPlaying(false);

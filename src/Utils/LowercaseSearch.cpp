@@ -5,7 +5,8 @@ namespace cadorel {
 
 namespace {
 
-/// Lower case of a unit that needs no tables: ASCII, and the scripts from CJK radicals to Hangul, which have none.
+/// Lower case of a unit that needs no tables: ASCII, and the scripts from CJK radicals to Hangul, which have
+/// none.
 constexpr char16_t lowered(char16_t unit)
 {
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;

@@ -6,9 +6,9 @@
 
 namespace cadorel {
 
-/// Tells whether lower-cased texts contain one lower-cased text. Made for a search over 100,000 songs at each key
-/// stroke: a text of ASCII and of scripts without case is compared where it lies, only others are lower-cased into
-/// a copy. Reentrant.
+/// Tells whether lower-cased texts contain one lower-cased text. Made for a search over 100,000 songs at each
+/// key stroke: a text of ASCII and of scripts without case is compared where it lies, only others are
+/// lower-cased into a copy. Reentrant.
 class LowercaseSearch
 {
 public:

@@ -93,10 +93,14 @@ QList<Song> joined(std::initializer_list<QList<Song>> lists)
 QString CadorelViewModel::rawValue(Tab tab)
 {
     switch (tab) {
-    case Tab::library: return u"资料库"_s;
-    case Tab::online: return u"在线"_s;
-    case Tab::playlists: return u"歌单"_s;
-    case Tab::search: return u"搜索"_s;
+    case Tab::library:
+        return u"资料库"_s;
+    case Tab::online:
+        return u"在线"_s;
+    case Tab::playlists:
+        return u"歌单"_s;
+    case Tab::search:
+        return u"搜索"_s;
     }
     Q_UNREACHABLE();
 }
@@ -104,9 +108,12 @@ QString CadorelViewModel::rawValue(Tab tab)
 QString CadorelViewModel::rawValue(LibrarySection section)
 {
     switch (section) {
-    case LibrarySection::songs: return u"歌曲"_s;
-    case LibrarySection::albums: return u"专辑"_s;
-    case LibrarySection::artists: return u"艺术家"_s;
+    case LibrarySection::songs:
+        return u"歌曲"_s;
+    case LibrarySection::albums:
+        return u"专辑"_s;
+    case LibrarySection::artists:
+        return u"艺术家"_s;
     }
     Q_UNREACHABLE();
 }
@@ -297,9 +304,16 @@ QList<Song> CadorelViewModel::getSongsForAlbum(const Album &album) const
     QList<Song> songs = allSongs();
     songs.removeIf(
         [&](const Song &song) { return song.album() != album.name && song.albumId() != album.id; });
-    std::stable_sort(songs.begin(), songs.end(),
-                     [](const Song &a, const Song &b) { return a.trackNumber() < b.trackNumber(); });
-    return songs;
+    // Songs of one track number keep their order.
+    QList<QPair<int, qsizetype>> order;
+    for (qsizetype i = 0; i < songs.size(); ++i)
+        order.append({songs[i].trackNumber(), i});
+    std::sort(order.begin(), order.end());
+    QList<Song> sorted;
+    sorted.reserve(songs.size());
+    for (const auto &[track, position] : std::as_const(order))
+        sorted.append(songs[position]);
+    return sorted;
 }
 
 QList<Song> CadorelViewModel::getSongsForArtist(const Artist &artist) const

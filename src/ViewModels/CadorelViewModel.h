@@ -37,6 +37,8 @@ struct LibrarySources
 class CadorelViewModel : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("Services/AudioPlayerService.h")
+    Q_MOC_INCLUDE("Services/LocalMusicImportService.h")
     Q_PROPERTY(cadorel::AudioPlayerService *audioPlayer READ audioPlayer CONSTANT)
     Q_PROPERTY(cadorel::LocalMusicImportService *importService READ importService CONSTANT)
     Q_PROPERTY(QString currentSongTitle READ currentSongTitle NOTIFY currentChanged)

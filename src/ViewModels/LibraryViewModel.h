@@ -18,6 +18,7 @@ class SongListModel;
 class LibraryViewModel : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("ViewModels/SongListModel.h")
     Q_PROPERTY(cadorel::SongListModel *songs READ songs CONSTANT)
     Q_PROPERTY(QString importNotice READ importNotice NOTIFY importNoticeChanged)
 
