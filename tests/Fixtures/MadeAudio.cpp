@@ -20,9 +20,8 @@ constexpr int stereoRate = 44100;
 /// Arguments of ffmpeg that make a format.
 const QHash<QString, QStringList> &encoders()
 {
-    // RealAudio 14.4 is mono at 8 kHz; Speex knows 32 kHz at most, Opus 48 kHz only.
-    static const QStringList real{u"-ac"_s,  u"1"_s,        u"-ar"_s, u"8000"_s,
-                                  u"-c:a"_s, u"real_144"_s, u"-f"_s,  u"rm"_s};
+    // AC-3 is the sound of RealMedia that ffmpeg writes with times.
+    static const QStringList real{u"-c:a"_s, u"ac3"_s, u"-f"_s, u"rm"_s};
     static const QHash<QString, QStringList> table{
         {u"mp3"_s, {u"-c:a"_s, u"libmp3lame"_s, u"-id3v2_version"_s, u"0"_s, u"-f"_s, u"mp3"_s}},
         {u"m4a"_s, {u"-c:a"_s, u"aac"_s, u"-f"_s, u"ipod"_s}},
@@ -34,6 +33,7 @@ const QHash<QString, QStringList> &encoders()
         {u"ogg"_s, {u"-c:a"_s, u"libvorbis"_s, u"-f"_s, u"ogg"_s}},
         {u"oga"_s, {u"-c:a"_s, u"flac"_s, u"-f"_s, u"ogg"_s}},
         {u"opus"_s, {u"-ar"_s, u"48000"_s, u"-c:a"_s, u"libopus"_s, u"-f"_s, u"ogg"_s}},
+        // Speex knows 32 kHz at most.
         {u"spx"_s, {u"-ac"_s, u"1"_s, u"-ar"_s, u"32000"_s, u"-c:a"_s, u"libspeex"_s, u"-f"_s, u"ogg"_s}},
         {u"wma"_s, {u"-c:a"_s, u"wmav2"_s, u"-f"_s, u"asf"_s}},
         {u"wv"_s, {u"-c:a"_s, u"wavpack"_s, u"-f"_s, u"wv"_s}},

@@ -14,17 +14,17 @@ enum class Id3Text { latin1, utf16, utf8 };
 struct MadeSong
 {
     /// File ending; one of madeFormats() (Fixtures/MadeAudio.h). Empty: that of the path.
-    QString format;
-    QString title;
-    QString artist;
-    QString albumArtist;
-    QString album;
+    QString format = {};
+    QString title = {};
+    QString artist = {};
+    QString albumArtist = {};
+    QString album = {};
     /// "7" or "7/12".
-    QString track;
+    QString track = {};
     /// ID3v2: one USLT frame each; other formats take the first.
-    QStringList lyrics;
+    QStringList lyrics = {};
     /// A JPEG or PNG file (Fixtures/MadePicture.h). Not written to "rm" and its relatives.
-    QByteArray cover;
+    QByteArray cover = {};
     double seconds = 1;
     /// Hertz.
     int frequency = 440;

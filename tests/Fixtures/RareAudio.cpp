@@ -65,7 +65,7 @@ QByteArray dffChunk(const char *id, const QByteArray &content)
     return QByteArray(id) + big(quint64(content.size())) + content + QByteArray(content.size() % 2, '\0');
 }
 
-/// CRC-24 of RFC 4880, which TAK uses too.
+/// CRC-24 of RFC 4880, which TAK stores lowest byte first.
 QByteArray crc24(const QByteArray &bytes)
 {
     quint32 crc = 0xb704ce;
@@ -74,7 +74,7 @@ QByteArray crc24(const QByteArray &bytes)
         for (int i = 0; i < 8; ++i)
             crc = crc << 1 ^ (crc & 0x800000 ? 0x1864cfb : 0);
     }
-    return big(crc & 0xffffff).sliced(1);
+    return little(crc & 0xffffff).first(3);
 }
 
 /// Bits from the lowest of each byte up.

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int bufferBytes = 32 * 1024;
 /// No header and no tag is near that size; a search through garbage ends there.
-constexpr qint64 headerReadLimit = qint64(128) * 1024 * 1024;
+constexpr qint64 readLimit = qint64(128) * 1024 * 1024;
 constexpr qint64 noLimit = std::numeric_limits<qint64>::max();
 constexpr qint64 probeBytes = qint64(1024) * 1024;
 constexpr qint64 probeMicroseconds = 5'000'000;
@@ -55,6 +55,9 @@ public:
 
     AVFormatContext *context() const { return m_context; }
     const AVStream *audio() const { return m_context->streams[m_audio]; }
+    /// How many bytes were read; at the limit the file seems to end.
+    qint64 bytesRead() const { return m_limit - m_left; }
+    bool atLimit() const { return m_left == 0; }
 
 private:
     MediaInput(std::shared_ptr<FileBytes> file, qint64 limit);
@@ -64,6 +67,7 @@ private:
 
     std::shared_ptr<FileBytes> m_file;
     qint64 m_position = 0;
+    qint64 m_limit;
     qint64 m_left;
     AVIOContext *m_io = nullptr;
     AVFormatContext *m_context = nullptr;
@@ -72,6 +76,7 @@ private:
 
 MediaInput::MediaInput(std::shared_ptr<FileBytes> file, qint64 limit)
     : m_file(std::move(file))
+    , m_limit(limit)
     , m_left(limit)
 {
 }
@@ -107,7 +112,13 @@ std::expected<std::unique_ptr<MediaInput>, QString> MediaInput::open(std::shared
         return std::unexpected(describe(error));
     if (input->m_context->probe_score <= AVPROBE_SCORE_RETRY)
         return std::unexpected(u"not an audio file"_s);
-    input->m_audio = av_find_best_stream(input->m_context, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    const auto findAudio = [&input] {
+        input->m_audio = av_find_best_stream(input->m_context, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+        return input->m_audio >= 0;
+    };
+    // Some streams say what they are only in their packets.
+    if (!findAudio() && avformat_find_stream_info(input->m_context, nullptr) >= 0)
+        findAudio();
     if (input->m_audio < 0)
         return std::unexpected(u"no sound in the file"_s);
     return input;
@@ -166,8 +177,8 @@ double headerDuration(const MediaInput &input)
     return stream > 0 ? stream : seconds(input.context()->duration, AVRational{1, AV_TIME_BASE});
 }
 
-/// From the first timestamp to the end of the last packet.
-double countedDuration(const MediaInput &input)
+/// Reads all packets. The sum of their lengths counts where their timestamps stand still.
+double countedDuration(const MediaInput &input, qint64 fileSize)
 {
     AVPacket *packet = av_packet_alloc();
     int64_t begin = std::numeric_limits<int64_t>::max();
@@ -183,7 +194,9 @@ double countedDuration(const MediaInput &input)
         av_packet_unref(packet);
     }
     av_packet_free(&packet);
-    return end > begin ? seconds(end - begin, input.audio()->time_base) : 0;
+    const int64_t span = end > begin ? end - begin : 0;
+    const double scale = input.atLimit() ? double(fileSize) / double(input.bytesRead()) : 1;
+    return seconds(std::max(span, total), input.audio()->time_base) * scale;
 }
 
 QLatin1StringView formatName(const AVFormatContext *context)
@@ -203,9 +216,7 @@ void addDictionary(TagFields &fields, const std::shared_ptr<MediaInput> &input,
                     .identifier =
                         formatName(input->context()) + u'/' + CommonKeys::identifierName(name, meaning.role),
                     .field = meaning,
-                    .text = [input, entry] { return legacyText(QByteArrayView(entry->value)); },
-                    .bytes = {},
-                    .pictureRank = 0});
+                    .text = [input, entry] { return legacyText(QByteArrayView(entry->value)); }});
     }
 }
 
@@ -223,7 +234,6 @@ void addPictures(TagFields &fields, const std::shared_ptr<MediaInput> &input)
         fields.add({.key = u"artwork"_s,
                     .identifier = formatName(input->context()) + "/artwork"_L1,
                     .field = meaning,
-                    .text = {},
                     .bytes =
                         [input, &picture] {
                             return QByteArray(reinterpret_cast<const char *>(picture.data), picture.size);
@@ -244,12 +254,10 @@ public:
     std::expected<double, QString> duration(bool precise) override
     {
         double length = headerDuration(*m_input);
-        if (length <= 0 && !precise)
-            length = estimate();
         if (length <= 0) {
             // Reading packets moves on for good: a second input does it.
-            const auto input = MediaInput::open(m_file, noLimit);
-            length = input ? countedDuration(**input) : 0;
+            const auto input = MediaInput::open(m_file, precise ? noLimit : readLimit);
+            length = input ? countedDuration(**input, m_file->size()) : 0;
         }
         if (length > 0)
             return length;
@@ -270,14 +278,6 @@ protected:
     }
 
 private:
-    double estimate() const
-    {
-        const auto input = MediaInput::open(m_file, headerReadLimit);
-        if (!input || avformat_find_stream_info((*input)->context(), nullptr) < 0)
-            return 0;
-        return headerDuration(**input);
-    }
-
     std::shared_ptr<FileBytes> m_file;
     std::shared_ptr<MediaInput> m_input;
 };
@@ -287,7 +287,7 @@ private:
 std::expected<std::unique_ptr<AssetMetadata>, QString>
 AvformatAssetReader::open(const std::shared_ptr<FileBytes> &file)
 {
-    auto input = MediaInput::open(file, headerReadLimit);
+    auto input = MediaInput::open(file, readLimit);
     if (!input)
         return std::unexpected(input.error());
     return std::make_unique<AvformatAsset>(file, *std::move(input));

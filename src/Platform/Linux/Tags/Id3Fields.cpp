@@ -79,12 +79,7 @@ QString lrcText(const Id3::SynchronizedLyricsFrame &frame, double frameSeconds)
 
 TagField namedField(const QString &key, const QString &name, CommonKeys::Field meaning)
 {
-    return {.key = key,
-            .identifier = "id3/"_L1 + name,
-            .field = meaning,
-            .text = {},
-            .bytes = {},
-            .pictureRank = 0};
+    return {.key = key, .identifier = "id3/"_L1 + name, .field = meaning};
 }
 
 /// The field of a frame that its description, not its name, tells the meaning of.
@@ -154,9 +149,7 @@ void addId3v1Fields(TagFields &fields, const std::shared_ptr<const TagLib::ID3v1
         fields.add({.key = name,
                     .identifier = "id3v1/"_L1 + CommonKeys::identifierName(name, meaning.role),
                     .field = meaning,
-                    .text = std::move(text),
-                    .bytes = {},
-                    .pictureRank = 0});
+                    .text = std::move(text)});
     };
     const auto addText = [&](const QString &name, TagLib::String (TagLib::ID3v1::Tag::*value)() const) {
         if (!((*tag).*value)().isEmpty())

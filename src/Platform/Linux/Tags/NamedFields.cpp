@@ -25,10 +25,7 @@ TagField wordField(QLatin1StringView format, const QString &name)
     const CommonKeys::Field meaning = CommonKeys::field(name);
     return {.key = name,
             .identifier = format + u'/' + CommonKeys::identifierName(name, meaning.role),
-            .field = meaning,
-            .text = {},
-            .bytes = {},
-            .pictureRank = 0};
+            .field = meaning};
 }
 
 /// Several values of one field: verses below each other, everything else in one line.
@@ -191,7 +188,10 @@ void addMp4Fields(TagFields &fields, const std::shared_ptr<const TagLib::MP4::Ta
 
 void addAsfFields(TagFields &fields, const std::shared_ptr<const TagLib::ASF::Tag> &tag)
 {
+    // These two are fields of a header that every file has.
     const auto add = [&](const QString &name, TagLib::String (TagLib::ASF::Tag::*value)() const) {
+        if (((*tag).*value)().isEmpty())
+            return;
         TagField field = wordField("asf"_L1, name);
         field.text = [tag, value] { return toQString(((*tag).*value)()); };
         fields.add(std::move(field));

@@ -10,13 +10,13 @@ namespace cadorel {
 /// One field as a format's reader hands it on. The functions hold on to the tag they read from.
 struct TagField
 {
-    QString key;
-    QString identifier;
-    CommonKeys::Field field;
+    QString key = {};
+    QString identifier = {};
+    CommonKeys::Field field = {};
     /// The text, for a field that has one.
-    std::function<QString()> text;
+    std::function<QString()> text = {};
     /// The bytes, for a field that has them.
-    std::function<QByteArray()> bytes;
+    std::function<QByteArray()> bytes = {};
     /// A picture's rank among the pictures of its file: the front cover first.
     int pictureRank = 0;
 };

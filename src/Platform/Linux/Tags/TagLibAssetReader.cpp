@@ -69,8 +69,8 @@ struct Contents
     /// Seconds; 0 when the container does not tell.
     double duration = 0;
     /// Counts the length out, where the container only lets it be guessed.
-    std::function<double()> count;
-    std::function<void(TagFields &)> addFields;
+    std::function<double()> count = {};
+    std::function<void(TagFields &)> addFields = {};
 };
 
 template <typename Tag>
@@ -102,7 +102,7 @@ using MaybeContents = std::optional<Contents>;
 
 Contents fileContents(const TagLib::File &file, std::function<void(TagFields &)> addFields)
 {
-    return {.duration = secondsOf(file), .count = {}, .addFields = std::move(addFields)};
+    return {.duration = secondsOf(file), .addFields = std::move(addFields)};
 }
 
 /// Adds what a less trusted tag knows beyond the others. @p add is one of the functions that add a tag's
@@ -285,9 +285,8 @@ MaybeContents framesContents(const std::shared_ptr<TagSource> &source,
 MaybeContents takContents(const std::shared_ptr<TagSource> &source, const AudioSignature &signature)
 {
     openTagsAround(source, signature);
-    return Contents{.duration = 0, .count = {}, .addFields = [source](TagFields &fields) {
-                        addTagsAround(fields, source, 0);
-                    }};
+    return Contents{.duration = 0,
+                    .addFields = [source](TagFields &fields) { addTagsAround(fields, source, 0); }};
 }
 
 MaybeContents dsdContents(const std::shared_ptr<FileBytes> &bytes, const std::optional<DsdChunks> &chunks)
