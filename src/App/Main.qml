@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// The window: the library, the player's bar beneath it, and what lies over both.
 ApplicationWindow {

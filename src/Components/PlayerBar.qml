@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The running song and what steers it: two lines and a row of buttons on a phone, one line in a wide window.
 Item {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Where the song is and where it shall go. A drag moves the handle alone; letting go seeks, once.
 Item {

@@ -38,7 +38,7 @@ Slider {
         width: Metrics.handleSize
         height: Metrics.handleSize
         radius: width / 2
-        color: root.pressed || root.hovered ? SystemColors.accent : SystemColors.onAccent
+        color: root.pressed || root.hovered ? SystemColors.accent : SystemColors.accentInk
         border.color: SystemColors.accent
         border.width: Metrics.focusRing
         visible: root.enabled

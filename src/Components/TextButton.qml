@@ -14,7 +14,7 @@ AbstractButton {
         : role === TextButton.Destructive ? SystemColors.red
         : role === TextButton.Tinted ? SystemColors.accentTint : "transparent"
     readonly property color ink: role === TextButton.Prominent || role === TextButton.Destructive
-        ? SystemColors.onAccent : SystemColors.accent
+        ? SystemColors.accentInk : SystemColors.accent
 
     implicitHeight: Metrics.buttonHeight
     implicitWidth: content.implicitWidth + leftPadding + rightPadding

@@ -22,7 +22,7 @@ QtObject {
     readonly property color blue: dark ? "#0A84FF" : "#007AFF"
 
     readonly property color accent: blue
-    readonly property color onAccent: "#FFFFFF"
+    readonly property color accentInk: "#FFFFFF"
     /// Laid over whatever lies beneath.
     readonly property color hover: dark ? "#14FFFFFF" : "#0D000000"
     readonly property color pressed: dark ? "#29FFFFFF" : "#1A000000"

@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Cadorel
 
 /// The player's own picker of files or of a folder, for desktops that offer none. Rises from the lower edge.
 Popup {

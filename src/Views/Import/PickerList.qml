@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// Folders and audio files of the picker's folder, or why there are none.
 ListView {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// Which folder the picker shows, the way up, and the folders that music mostly lies in.
 ColumnLayout {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The library: every song in one list, or how to get the first ones in.
 FocusScope {
@@ -50,7 +51,7 @@ FocusScope {
         MessageBanner {
             objectName: "importBanner"
             width: parent.width
-            text: root.library.importNotice
+            text: root.library.importNotice !== "" ? root.library.importNotice : root.importService.importError
             onDismissed: root.library.dismissImportError()
         }
     }

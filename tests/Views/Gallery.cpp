@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Saves a picture of every state of the window, light and dark, narrow and wide, for a person to look at.
+//   screen_gallery DIRECTORY
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Utils/Console.h"
+#include "ViewModels/FilePickerModel.h"
+#include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/SongListModel.h"
+#include "Views/TestWindow.h"
+#include "Views/UserInterface.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QSemaphore>
+#include <QTest>
+
+#include <cstdio>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void addSongs(TestWindow &test)
+{
+    const QList<TestWindow::MadeSong> songs = {
+        {u"清晨的第一班船"_s, u"林间小队"_s, u"远岸"_s, 215, TestWindow::picture(0x1f6f8b, 0x99a8b2)},
+        {u"Paper Lanterns"_s, u"The Quiet Harbour"_s, u"Tides"_s, 187.4,
+         TestWindow::picture(0xe07a5f, 0x3d405b)},
+        {u"一首名字特别特别长的歌，长到在手机的宽度上无论如何也放不下"_s,
+         u"同样有着很长很长名字的一支乐队与他们的朋友们"_s, u"现场录音全集（纪念版）"_s, 3725,
+         TestWindow::picture(0x81b29a, 0xf2cc8f)},
+        {u"🌙 夜航 ✨"_s, u"阿眠"_s, u"夜航"_s, 301, TestWindow::picture(0x22223b, 0x9a8c98)},
+        {u"A Rather Long English Title That Will Certainly Be Cut Off Somewhere"_s,
+         u"Someone feat. Someone Else"_s,
+         u"Collected Works, Volume Twelve"_s,
+         64,
+         {}},
+        {u"无题"_s, {}, {}, 0, {}},
+        {u"Ελληνικά και кириллица"_s, u"Ünïcödé"_s, u"Ærø"_s, 59,
+         TestWindow::picture(0xffb703, 0xfb8500, {900, 300})},
+        {u"雨后"_s, u"林间小队"_s, u"远岸"_s, 242, TestWindow::picture(0x1f6f8b, 0x99a8b2)},
+        {u"山谷回声"_s, u"林间小队"_s, u"远岸"_s, 198, "no picture at all"},
+        {u"2046"_s, u"阿眠"_s, u"夜航"_s, 333, TestWindow::picture(0x22223b, 0x9a8c98)},
+        {u"Last Train"_s, u"The Quiet Harbour"_s, u"Tides"_s, 276, TestWindow::picture(0xe07a5f, 0x3d405b)},
+        {u"再见，夏天"_s, u"阿眠"_s, u"夏天"_s, 254, TestWindow::picture(0xd62828, 0xfcbf49)},
+    };
+    int number = 0;
+    for (const TestWindow::MadeSong &song : songs)
+        test.addFile(QString::asprintf("%02d.mp3", ++number), song);
+}
+
+/// Waits for a state without which there is no picture to take.
+template <typename Condition>
+void await(Condition condition)
+{
+    if (!QTest::qWaitFor(condition))
+        qFatal("a state to show does not come");
+}
+
+/// Waits until the covers have been decoded and the sheets have risen.
+void settle()
+{
+    QTest::qWait(500);
+}
+
+class Gallery
+{
+public:
+    Gallery(const QString &folder, const QString &look, QSize size)
+        : m_folder(folder)
+        , m_look(look)
+        , m_size(size)
+    {
+    }
+
+    void show(TestWindow &test) const
+    {
+        if (!test.show())
+            qFatal("the window does not show");
+        test.window->resize(m_size);
+        settle();
+    }
+
+    void save(const TestWindow &test, const QString &state) const
+    {
+        settle();
+        const QString path = u"%1/%2-%3-%4.png"_s.arg(m_folder, state, m_look).arg(m_size.width());
+        if (!test.window->grabWindow().save(path))
+            qFatal("cannot write %s", qPrintable(path));
+        std::puts(qPrintable(path));
+    }
+
+private:
+    QString m_folder;
+    QString m_look;
+    QSize m_size;
+};
+
+void libraryStates(const Gallery &gallery)
+{
+    TestWindow test;
+    addSongs(test);
+    if (!test.scan())
+        qFatal("the songs are not taken up");
+    gallery.show(test);
+    gallery.save(test, u"library"_s);
+
+    test.library->playSongAt(2);
+    const auto item = test.player->lastItem();
+    item->answerDuration(3725);
+    item->becomeReady();
+    test.player->tick(1234);
+    gallery.save(test, u"playing"_s);
+
+    test.item(u"songList"_s)->forceActiveFocus();
+    for (int i = 0; i < 4; ++i)
+        QTest::keyClick(test.window, Qt::Key_Down);
+    QTest::mouseMove(test.window, TestWindow::centre(test.row(5)));
+    gallery.save(test, u"keyboard-and-hover"_s);
+
+    test.click(u"importButton"_s);
+    gallery.save(test, u"import-menu"_s);
+    QTest::keyClick(test.window, Qt::Key_Escape);
+
+    test.click(test.row(3), Qt::RightButton);
+    gallery.save(test, u"song-menu"_s);
+    QTest::keyClick(test.window, Qt::Key_Escape);
+    settle();
+
+    test.item(u"songList"_s)->forceActiveFocus();
+    QTest::keyClick(test.window, Qt::Key_Up);
+    QTest::keyClick(test.window, Qt::Key_Delete);
+    gallery.save(test, u"delete-dialog"_s);
+    QTest::keyClick(test.window, Qt::Key_Escape);
+    settle();
+
+    item->fail(u"打不开文件"_s);
+    test.library->importUrls({QUrl::fromLocalFile(u"/nowhere/封面.png"_s)});
+    gallery.save(test, u"errors"_s);
+}
+
+void importStates(const Gallery &gallery)
+{
+    TestWindow test;
+    gallery.show(test);
+    gallery.save(test, u"empty"_s);
+
+    QSemaphore mayRead;
+    QList<QUrl> urls;
+    for (int i = 0; i < 20; ++i) {
+        const QString name = u"/新歌 %1.mp3"_s.arg(i);
+        urls.append(QUrl::fromLocalFile(test.addForeignFile(
+            u"下载"_s + name, {u"新歌 %1"_s.arg(i), u"阿眠"_s, u"夜航"_s, 100.0 + i, {}})));
+    }
+    test.reader->onOpen = [&mayRead](const QString &) { mayRead.acquire(); };
+    test.library->importUrls(urls);
+    gallery.save(test, u"import-begins"_s);
+    mayRead.release(7);
+    gallery.save(test, u"importing"_s);
+    mayRead.release(1000);
+    await([&test] { return !test.importService->isImporting(); });
+    test.reader->onOpen = {};
+    test.importService->rescan();
+    gallery.save(test, u"imported"_s);
+}
+
+void pickerStates(const Gallery &gallery)
+{
+    TestWindow test;
+    for (const auto *folder : {"专辑", "Downloads from last year", "有声书", "现场", ".hidden"})
+        QDir().mkpath(test.home.filePath(u"Music/"_s + QString::fromUtf8(folder)));
+    for (int i = 1; i < 15; ++i)
+        test.addForeignFile(u"Music/%1 - 一首歌的文件名可以很长很长很长很长很长.flac"_s.arg(i), {});
+    gallery.show(test);
+    qputenv("HOME", test.home.path().toUtf8());
+    auto *files = test.window->findChild<FilePickerModel *>();
+    Q_EMIT test.library->ownPickerRequested(false);
+    files->open(test.home.filePath(u"Music"_s));
+    await([files] { return files->count() > 0 && !files->isLoading(); });
+    files->activate(6);
+    files->activate(8);
+    files->activate(9);
+    gallery.save(test, u"picker-files"_s);
+    files->setFolderMode(true);
+    test.window->findChild<QObject *>(u"pickerSheet"_s)->setProperty("folderMode", true);
+    gallery.save(test, u"picker-folder"_s);
+    files->open(u"/root/nowhere"_s);
+    gallery.save(test, u"picker-error"_s);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QGuiApplication application(argc, argv);
+    if (argc != 2) {
+        std::fputs("usage: screen_gallery DIRECTORY\n", stderr);
+        return 2;
+    }
+    setConsoleSink([](const QString &) {});
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(folder);
+    installFonts();
+    const QPalette light = QGuiApplication::palette();
+    QPalette dark(QColor(0x33, 0x33, 0x33));
+    for (const bool isDark : {false, true}) {
+        QGuiApplication::setPalette(isDark ? dark : light);
+        for (const QSize size : {QSize(390, 844), QSize(900, 640)}) {
+            const Gallery gallery(folder, isDark ? u"dark"_s : u"light"_s, size);
+            libraryStates(gallery);
+            importStates(gallery);
+            pickerStates(gallery);
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/TestWindow.h"
+
+#include "Fakes/FakePreferences.h"
+#include "Fakes/FakeRandom.h"
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/SongListModel.h"
+#include "Views/UserInterface.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <QTest>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QQuickItem *findItem(QQuickItem *root, const QString &name)
+{
+    if (root->objectName() == name)
+        return root;
+    const QList<QQuickItem *> children = root->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = findItem(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+void writeFile(const QString &path)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("not decoded in these tests: " + path.toUtf8());
+}
+
+FakeAsset assetOf(const TestWindow::MadeSong &song)
+{
+    QList<FakeTag> tags;
+    const auto add = [&tags](const QString &identifier, CommonKey key, const QString &text) {
+        if (!text.isEmpty())
+            tags.append({.identifier = identifier, .commonKey = key, .string = text, .data = std::nullopt});
+    };
+    add(u"id3/TIT2"_s, CommonKey::title, song.title);
+    add(u"id3/TPE1"_s, CommonKey::artist, song.artist);
+    add(u"id3/TALB"_s, CommonKey::albumName, song.album);
+    if (!song.cover.isEmpty()) {
+        tags.append({.identifier = u"id3/APIC"_s,
+                     .commonKey = CommonKey::artwork,
+                     .string = std::nullopt,
+                     .data = song.cover});
+    }
+    FakeAsset asset;
+    asset.duration = song.duration;
+    asset.common = tags;
+    asset.all = tags;
+    return asset;
+}
+
+} // namespace
+
+TestWindow::TestWindow()
+{
+    platform.directories = {.documents = home.filePath(u"Music/Cadorel"_s),
+                            .applicationSupport = home.filePath(u"data"_s),
+                            .caches = home.filePath(u"cache"_s)};
+    for (const QString &folder : {platform.directories.documents, platform.directories.applicationSupport,
+                                  platform.directories.caches})
+        QDir().mkpath(folder);
+    platform.preferences = std::make_unique<FakePreferences>();
+    auto madeClock = std::make_unique<FakeClock>();
+    clock = madeClock.get();
+    platform.clock = std::move(madeClock);
+    platform.random = std::make_unique<FakeRandom>();
+    auto madeSystem = std::make_unique<FakeSystem>();
+    system = madeSystem.get();
+    platform.system = std::move(madeSystem);
+    auto madeReader = std::make_unique<FakeAssetReader>();
+    reader = madeReader.get();
+    platform.assetReader = std::move(madeReader);
+    platform.makeStreamPlayer = [this] {
+        auto made = std::make_unique<FakeStreamPlayer>();
+        player = made.get();
+        return made;
+    };
+    importService = std::make_unique<LocalMusicImportService>(platform);
+    audioPlayer = std::make_unique<AudioPlayerService>(platform, *importService);
+    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService);
+    library = std::make_unique<LibraryViewModel>(*viewModel, platform);
+    playback = std::make_unique<PlaybackViewModel>(*viewModel);
+}
+
+TestWindow::~TestWindow()
+{
+    engine.reset();
+}
+
+QString TestWindow::addFile(const QString &name, const MadeSong &song)
+{
+    reader->assets.insert(name, assetOf(song));
+    const QString path = platform.directories.documents + u'/' + name;
+    writeFile(path);
+    return path;
+}
+
+QString TestWindow::addForeignFile(const QString &relativePath, const MadeSong &song)
+{
+    const QString name = QFileInfo(relativePath).fileName();
+    reader->assets.insert(name, assetOf(song));
+    // The import reads the tags of its own copy.
+    reader->assets.insert(LocalMusicImportService::storedName(name), assetOf(song));
+    const QString path = home.filePath(relativePath);
+    writeFile(path);
+    return path;
+}
+
+bool TestWindow::scan()
+{
+    importService->rescan();
+    return QTest::qWaitFor([this] { return !importService->isScanning(); }) && QTest::qWaitFor([this] {
+               return library->songs()->count() == importService->importedSongs().size();
+           });
+}
+
+bool TestWindow::show()
+{
+    engine = std::make_unique<QQmlApplicationEngine>();
+    installUserInterface(*engine);
+    engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
+                                  {u"library"_s, QVariant::fromValue(library.get())},
+                                  {u"playback"_s, QVariant::fromValue(playback.get())}});
+    engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
+    if (engine->rootObjects().isEmpty())
+        return false;
+    window = qobject_cast<QQuickWindow *>(engine->rootObjects().constFirst());
+    if (!window)
+        return false;
+    window->show();
+    window->requestActivate();
+    return QTest::qWaitForWindowExposed(window) && QTest::qWaitForWindowActive(window);
+}
+
+QQuickItem *TestWindow::item(const QString &name) const
+{
+    return findItem(window->contentItem(), name);
+}
+
+bool TestWindow::shows(const QString &name) const
+{
+    const QQuickItem *found = item(name);
+    return found && found->isVisible();
+}
+
+QObject *TestWindow::object(const QString &name) const
+{
+    return window->findChild<QObject *>(name);
+}
+
+QQuickItem *TestWindow::row(int index) const
+{
+    QQuickItem *found = nullptr;
+    QMetaObject::invokeMethod(item(u"songList"_s), "itemAtIndex", Q_RETURN_ARG(QQuickItem *, found),
+                              Q_ARG(int, index));
+    return found;
+}
+
+QPoint TestWindow::centre(const QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void TestWindow::click(QQuickItem *target, Qt::MouseButton button) const
+{
+    QTest::mouseClick(window, button, {}, centre(target));
+}
+
+void TestWindow::click(const QString &name) const
+{
+    click(item(name));
+}
+
+QByteArray TestWindow::picture(const QColor &from, const QColor &to, const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient gradient(QPointF(0, 0), QPointF(size.width(), size.height()));
+    gradient.setColorAt(0, from);
+    gradient.setColorAt(1, to);
+    painter.fillRect(image.rect(), gradient);
+    painter.end();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "JPEG");
+    return bytes;
+}
+
+} // namespace cadorel

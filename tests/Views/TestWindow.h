@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Fakes/FakeAssetReader.h"
+#include "Fakes/FakeClock.h"
+#include "Fakes/FakeStreamPlayer.h"
+#include "Fakes/FakeSystem.h"
+#include "Platform/Platform.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace cadorel {
+
+class AudioPlayerService;
+class CadorelViewModel;
+class LibraryViewModel;
+class LocalMusicImportService;
+class PlaybackViewModel;
+
+/// The real window over the real services, which stand on fakes and on a throw-away home.
+class TestWindow
+{
+public:
+    TestWindow();
+    ~TestWindow();
+    Q_DISABLE_COPY_MOVE(TestWindow)
+
+    struct MadeSong
+    {
+        QString title;
+        QString artist;
+        QString album;
+        double duration = 0;
+        QByteArray cover;
+    };
+
+    /// Puts a file with these tags into the music folder, for the next scan. @return its path
+    QString addFile(const QString &name, const MadeSong &song);
+    /// The same outside of the music folder. @return its path
+    QString addForeignFile(const QString &relativePath, const MadeSong &song);
+    /// Takes up what lies in the music folder; waits for it.
+    bool scan();
+    /// Loads the window and waits until it is shown.
+    bool show();
+
+    /// The item of that name that is in the scene, popups included; null when there is none.
+    QQuickItem *item(const QString &name) const;
+    /// Whether item() is there and seen.
+    bool shows(const QString &name) const;
+    /// The object of that name anywhere below the window: popups and dialogs are no items.
+    QObject *object(const QString &name) const;
+    /// The row of the song list; null when it is not on the screen.
+    QQuickItem *row(int index) const;
+    void click(QQuickItem *target, Qt::MouseButton button = Qt::LeftButton) const;
+    void click(const QString &name) const;
+    static QPoint centre(const QQuickItem *item);
+
+    /// Made picture: a JPEG with two colours.
+    static QByteArray picture(const QColor &from, const QColor &to, const QSize &size = {600, 600});
+
+    QTemporaryDir home;
+    Platform platform;
+    FakeStreamPlayer *player = nullptr; // null until the first song
+    FakeAssetReader *reader = nullptr;
+    FakeClock *clock = nullptr;
+    FakeSystem *system = nullptr;
+    std::unique_ptr<LocalMusicImportService> importService;
+    std::unique_ptr<AudioPlayerService> audioPlayer;
+    std::unique_ptr<CadorelViewModel> viewModel;
+    std::unique_ptr<LibraryViewModel> library;
+    std::unique_ptr<PlaybackViewModel> playback;
+    std::unique_ptr<QQmlApplicationEngine> engine;
+    QQuickWindow *window = nullptr;
+};
+
+} // namespace cadorel
