@@ -79,6 +79,9 @@ public:
     void setDuration(double seconds) { d->duration = seconds; }
     void setArtworkURL(const std::optional<QUrl> &url) { d->artworkURL = fromUrl(url); }
     void setAssetURL(const std::optional<QUrl> &url) { d->assetURL = fromUrl(url); }
+    /// The same two for a file, given by its path in UTF-8, which the record then shares.
+    void setArtworkFile(const QByteArray &utf8Path) { d->artworkURL = Location{utf8Path, true, true}; }
+    void setAssetFile(const QByteArray &utf8Path) { d->assetURL = Location{utf8Path, true, true}; }
     void setEmbeddedLyrics(const std::optional<QString> &lyrics);
     void setArtworkData(const ArtworkData &data) { d->artworkData = data; }
 

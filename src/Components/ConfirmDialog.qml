@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+/// Asks before something that cannot be undone. Escape and a click beside it cancel.
+Dialog {
+    id: root
+
+    property string message
+    property string acceptText
+
+    parent: Overlay.overlay
+    anchors.centerIn: parent
+    width: parent ? Math.min(parent.width - 2 * Metrics.screenMargin, Metrics.dialogWidth) : Metrics.dialogWidth
+    modal: true
+    focus: true
+    padding: Metrics.screenMargin
+    onOpened: cancelButton.forceActiveFocus(Qt.PopupFocusReason)
+
+    Overlay.modal: Rectangle {
+        color: SystemColors.scrim
+    }
+    background: Rectangle {
+        color: SystemColors.tertiaryBackground
+        radius: Metrics.sheetRadius
+    }
+    header: null
+    footer: null
+    contentItem: ColumnLayout {
+        spacing: Metrics.rowSpacing
+
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.title
+
+        StyledText {
+            Layout.fillWidth: true
+            text: root.title
+            style: TextStyles.headline
+            horizontalAlignment: Text.AlignHCenter
+        }
+        StyledText {
+            objectName: "dialogMessage"
+            Layout.fillWidth: true
+            text: root.message
+            style: TextStyles.subheadline
+            color: SystemColors.secondaryLabel
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            maximumLineCount: 6
+        }
+        RowLayout {
+            Layout.topMargin: Metrics.rowSpacing
+            spacing: Metrics.cardPadding
+
+            TextButton {
+                id: cancelButton
+
+                objectName: "cancelButton"
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: "取消"
+                onClicked: root.reject()
+            }
+            TextButton {
+                objectName: "acceptButton"
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                role: TextButton.Destructive
+                text: root.acceptText
+                onClicked: root.accept()
+            }
+        }
+    }
+}

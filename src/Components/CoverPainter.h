@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/ArtworkData.h"
+
+#include <QImage>
+
+namespace cadorel {
+
+/// Draws a cover as a square of @p side pixels with round corners of @p radius pixels. The picture is decoded
+/// no larger than it is shown; one that would need more than 256 MB counts as undecodable. Without a
+/// decodable picture the placeholder is drawn. Any thread.
+QImage drawCover(const ArtworkData &artwork, int side, qreal radius);
+
+} // namespace cadorel

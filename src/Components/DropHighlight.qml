@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// Covers the window while files are held over it.
+Rectangle {
+    color: SystemColors.scrim
+    Accessible.ignored: true
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: Metrics.screenMargin
+        radius: Metrics.sheetRadius
+        color: SystemColors.tertiaryBackground
+        border.color: SystemColors.accent
+        border.width: Metrics.focusRing
+
+        Column {
+            anchors.centerIn: parent
+            spacing: Metrics.cardPadding
+
+            SymbolIcon {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: "square.and.arrow.down"
+                size: Metrics.symbolHuge
+                color: SystemColors.accent
+            }
+            StyledText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "松开以导入"
+                style: TextStyles.title2
+                color: SystemColors.accent
+            }
+        }
+    }
+}

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Layouts
+
+/// What stands in place of a list without rows; `actions` are buttons beneath the text.
+Item {
+    id: root
+
+    property string title: "没有内容"
+    property string systemImage: "music.note"
+    property string description: "这里还没有任何内容"
+    default property alias actions: buttons.data
+
+    implicitHeight: column.implicitHeight + 2 * Metrics.sectionGap
+
+    ColumnLayout {
+        id: column
+
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 2 * Metrics.screenMargin, Metrics.textBlockWidth)
+        spacing: Metrics.rowSpacing
+
+        SymbolIcon {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.bottomMargin: Metrics.rowSpacing
+            name: root.systemImage
+            size: Metrics.symbolHuge
+            color: SystemColors.gray
+        }
+        StyledText {
+            Layout.fillWidth: true
+            text: root.title
+            style: TextStyles.title2
+            font.weight: Font.DemiBold
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+        }
+        StyledText {
+            Layout.fillWidth: true
+            text: root.description
+            style: TextStyles.subheadline
+            color: SystemColors.secondaryLabel
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+        }
+        ColumnLayout {
+            id: buttons
+
+            Layout.topMargin: Metrics.screenMargin
+            Layout.alignment: Qt.AlignHCenter
+            spacing: Metrics.cardPadding
+        }
+    }
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// A round button that shows a symbol; `text` is its name for tool tip and screen reader.
+AbstractButton {
+    id: root
+
+    required property string symbol
+    property color color: SystemColors.label
+    property int symbolSize: Metrics.symbol
+
+    implicitWidth: Metrics.touchTarget
+    implicitHeight: Metrics.touchTarget
+    // A click leaves the keyboard where it was, so that Space goes on playing and pausing.
+    focusPolicy: Qt.TabFocus
+    hoverEnabled: true
+    Accessible.name: text
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    background: Rectangle {
+        radius: height / 2
+        color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
+
+        FocusRing {
+            radius: parent.radius
+            visible: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        SymbolIcon {
+            anchors.centerIn: parent
+            name: root.symbol
+            size: root.symbolSize
+            color: root.color
+            opacity: root.enabled ? 1 : Metrics.disabledOpacity
+        }
+    }
+
+    StyledToolTip {
+        text: root.text
+        visible: root.hovered && !root.down
+    }
+}

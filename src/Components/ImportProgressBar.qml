@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// How far an import is, or that the music folder is being searched.
+Item {
+    id: root
+
+    property bool isImporting: false
+    property bool isScanning: false
+    /// From 0 to 1.
+    property real progress: 0
+    property string text
+
+    readonly property string shownText: text !== "" ? text : isImporting ? "正在导入…" : "正在扫描…"
+
+    implicitHeight: column.implicitHeight + 2 * Metrics.rowSpacing
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: shownText
+
+    Column {
+        id: column
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Metrics.rowSpacing
+
+        StyledText {
+            width: parent.width
+            text: root.shownText
+            style: TextStyles.footnote
+            color: SystemColors.secondaryLabel
+            elide: Text.ElideMiddle
+        }
+        Rectangle {
+            width: parent.width
+            height: Metrics.trackHeight
+            radius: height / 2
+            color: SystemColors.track
+            visible: root.isImporting
+
+            Rectangle {
+                width: Math.round(Math.max(0, Math.min(1, root.progress)) * parent.width)
+                height: parent.height
+                radius: parent.radius
+                color: SystemColors.accent
+            }
+        }
+    }
+}

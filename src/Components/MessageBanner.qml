@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Layouts
+
+/// Something went wrong, said where the eye is until the listener closes it.
+Rectangle {
+    id: root
+
+    property string text
+
+    signal dismissed
+
+    visible: text !== ""
+    implicitHeight: row.implicitHeight
+    radius: Metrics.cardRadius
+    color: SystemColors.redTint
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: text
+
+    RowLayout {
+        id: row
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: Metrics.cardPadding
+        spacing: Metrics.cardPadding
+
+        SymbolIcon {
+            Layout.alignment: Qt.AlignVCenter
+            name: "exclamationmark.triangle.fill"
+            size: Metrics.symbolSmall
+            color: SystemColors.red
+        }
+        StyledText {
+            objectName: "messageText"
+            Layout.fillWidth: true
+            Layout.topMargin: Metrics.cardPadding
+            Layout.bottomMargin: Metrics.cardPadding
+            text: root.text
+            style: TextStyles.subheadline
+            wrapMode: Text.Wrap
+            maximumLineCount: 4
+        }
+        IconButton {
+            objectName: "dismissButton"
+            Layout.alignment: Qt.AlignVCenter
+            symbol: "xmark"
+            symbolSize: Metrics.symbolSmall
+            color: SystemColors.secondaryLabel
+            text: "关闭提示"
+            onClicked: root.dismissed()
+        }
+    }
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// The running song and what steers it: two lines and a row of buttons on a phone, one line in a wide window.
+Item {
+    id: root
+
+    required property CadorelViewModel viewModel
+    required property PlaybackViewModel playback
+
+    readonly property AudioPlayerService player: viewModel.audioPlayer
+    readonly property bool wide: width >= Metrics.wideWidth
+    readonly property int contentWidth: Math.min(width, Metrics.playerWidth) - 2 * Metrics.screenMargin
+
+    implicitHeight: body.height + 2 * Metrics.cardPadding
+    Accessible.role: Accessible.ToolBar
+    Accessible.name: "播放控制"
+
+    Rectangle {
+        anchors.fill: parent
+        color: SystemColors.secondaryBackground
+    }
+    Rectangle {
+        width: parent.width
+        height: Metrics.hairline
+        color: SystemColors.separator
+    }
+
+    Item {
+        id: body
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: Metrics.cardPadding
+        width: root.contentWidth
+        height: root.wide ? identity.height + Metrics.cardPadding : volumeRow.y + volumeRow.height
+
+        readonly property int sideWidth: root.wide ? Math.round(width * 0.27) : 0
+
+        NowPlayingLabel {
+            id: identity
+
+            objectName: "nowPlayingLabel"
+            y: root.wide ? Math.round((body.height - height) / 2) : 0
+            width: root.wide ? body.sideWidth : body.width
+            title: root.viewModel.hasCurrentSong ? root.viewModel.currentSongTitle : "未在播放"
+            artist: root.viewModel.currentArtist
+            coverSource: root.playback.coverSource
+            isLoading: root.player.isLoading
+        }
+
+        SeekBar {
+            id: seekBar
+
+            x: root.wide ? body.sideWidth + Metrics.sectionGap : 0
+            y: root.wide ? body.height - height : identity.height + Metrics.grid
+            width: root.wide ? body.width - 2 * x : body.width
+            playback: root.playback
+            duration: root.player.duration
+        }
+
+        Row {
+            id: transport
+
+            x: Math.round((body.width - width) / 2)
+            y: root.wide ? -Metrics.grid : seekBar.y + seekBar.height
+            spacing: root.wide ? Metrics.rowSpacing : Metrics.cardPadding
+
+            IconButton {
+                objectName: "previousButton"
+                symbol: "backward.fill"
+                text: "上一首"
+                enabled: root.viewModel.hasCurrentSong
+                onClicked: root.viewModel.previous()
+            }
+            IconButton {
+                objectName: "playPauseButton"
+                symbol: root.player.isPlaying ? "pause.fill" : "play.fill"
+                symbolSize: Metrics.symbolLarge
+                text: root.player.isPlaying ? "暂停" : "播放"
+                enabled: root.viewModel.hasCurrentSong
+                onClicked: root.viewModel.togglePlayPause()
+            }
+            IconButton {
+                objectName: "nextButton"
+                symbol: "forward.fill"
+                text: "下一首"
+                enabled: root.viewModel.hasCurrentSong
+                onClicked: root.viewModel.next()
+            }
+        }
+
+        IconButton {
+            objectName: "playModeButton"
+            x: root.wide ? volumeRow.x - width : -Metrics.rowSpacing
+            y: volumeRow.y + Math.round((volumeRow.height - height) / 2)
+            symbol: root.player.playModeSymbol
+            text: root.player.playModeLabel
+            color: SystemColors.secondaryLabel
+            onClicked: root.player.togglePlayMode()
+        }
+
+        VolumeControl {
+            id: volumeRow
+
+            anchors.right: body.right
+            y: root.wide ? Math.round((body.height - height) / 2) : transport.y
+            player: root.player
+        }
+    }
+}

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// A scroll bar that is seen while the list is longer than its room, and thicker under the mouse.
+ScrollBar {
+    id: root
+
+    policy: size < 1 ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+    minimumSize: 0.06
+    padding: 2
+    Accessible.ignored: true
+
+    contentItem: Rectangle {
+        implicitWidth: Metrics.scrollBarWidth
+        radius: width / 2
+        color: root.pressed || root.hovered ? SystemColors.secondaryLabel : SystemColors.tertiaryLabel
+    }
+}

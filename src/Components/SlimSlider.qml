@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Window
+
+/// A slider with a thin track. The handle stands on whole device pixels, so that a value that creeps repaints
+/// nothing until it has gone one pixel.
+Slider {
+    id: root
+
+    readonly property real room: availableWidth - Metrics.handleSize
+    readonly property real handleX: Math.round(visualPosition * room * Screen.devicePixelRatio) / Screen.devicePixelRatio
+
+    implicitHeight: Metrics.touchTarget - Metrics.cardPadding
+    padding: 0
+    focusPolicy: Qt.TabFocus
+    hoverEnabled: true
+    live: true
+
+    background: Rectangle {
+        y: Math.round((root.height - height) / 2)
+        width: root.availableWidth
+        height: Metrics.trackHeight
+        radius: height / 2
+        color: SystemColors.track
+
+        Rectangle {
+            width: root.handleX + Metrics.handleSize / 2
+            height: parent.height
+            radius: parent.radius
+            color: SystemColors.accent
+            visible: root.enabled
+        }
+    }
+    handle: Rectangle {
+        x: root.handleX
+        y: Math.round((root.height - height) / 2)
+        width: Metrics.handleSize
+        height: Metrics.handleSize
+        radius: width / 2
+        color: root.pressed || root.hovered ? SystemColors.accent : SystemColors.onAccent
+        border.color: SystemColors.accent
+        border.width: Metrics.focusRing
+        visible: root.enabled
+
+        FocusRing {
+            anchors.margins: -2 * Metrics.focusRing
+            radius: width / 2
+            visible: root.visualFocus
+        }
+    }
+}

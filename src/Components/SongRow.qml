@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// One song of a list. A click plays it; a long press or the right button asks for its menu.
+AbstractButton {
+    id: root
+
+    required property int index
+    required property string songId
+    required property string title
+    required property string subtitle
+    required property string durationText
+    required property string coverSource
+    required property bool isCurrent
+    /// The keyboard stands on this row and is in use.
+    property bool showsFocus: false
+    /// Room at each side, so that rows of a wide window stay readable.
+    property int sideMargin: Metrics.screenMargin
+
+    signal menuRequested(point position)
+
+    implicitHeight: Metrics.rowHeight
+    focusPolicy: Qt.NoFocus
+    hoverEnabled: true
+    text: title
+    Accessible.role: Accessible.ListItem
+    Accessible.name: [title, subtitle, durationText].filter(part => part !== "").join("，")
+    Accessible.selected: isCurrent
+    onPressAndHold: menuRequested(Qt.point(pressX, pressY))
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: eventPoint => root.menuRequested(eventPoint.position)
+    }
+
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.leftMargin: root.sideMargin - Metrics.rowSpacing
+            anchors.rightMargin: root.sideMargin - Metrics.rowSpacing
+            radius: Metrics.cardRadius
+            color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
+
+            FocusRing {
+                radius: parent.radius
+                visible: root.showsFocus
+            }
+        }
+    }
+
+    contentItem: Item {
+        ArtworkImageView {
+            id: cover
+
+            anchors.left: parent.left
+            anchors.leftMargin: root.sideMargin
+            anchors.verticalCenter: parent.verticalCenter
+            source: root.coverSource
+            cornerRadius: Metrics.coverRadius
+        }
+        Column {
+            anchors.left: cover.right
+            anchors.leftMargin: Metrics.cardPadding
+            anchors.right: mark.left
+            anchors.rightMargin: Metrics.cardPadding
+            anchors.verticalCenter: parent.verticalCenter
+
+            StyledText {
+                objectName: "title"
+                width: parent.width
+                text: root.title
+                style: TextStyles.body
+                color: root.isCurrent ? SystemColors.accent : SystemColors.label
+            }
+            StyledText {
+                width: parent.width
+                text: root.subtitle
+                style: TextStyles.footnote
+                color: SystemColors.secondaryLabel
+                visible: text !== ""
+            }
+        }
+        SymbolIcon {
+            id: mark
+
+            objectName: "currentMark"
+            anchors.right: duration.left
+            anchors.rightMargin: visible && duration.text !== "" ? Metrics.rowSpacing : 0
+            anchors.verticalCenter: parent.verticalCenter
+            width: visible ? size : 0
+            name: "speaker.wave.2.fill"
+            size: Metrics.symbolTiny
+            color: SystemColors.accent
+            visible: root.isCurrent
+        }
+        StyledText {
+            id: duration
+
+            anchors.right: parent.right
+            anchors.rightMargin: root.sideMargin
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.durationText
+            style: TextStyles.footnote
+            color: SystemColors.secondaryLabel
+            elide: Text.ElideNone
+        }
+    }
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// A symbol in one colour; decoration, so what it stands for is said by the control around it.
+Image {
+    required property string name
+    property color color: SystemColors.label
+    property int size: Metrics.symbol
+
+    width: size
+    height: size
+    sourceSize: Qt.size(size, size)
+    source: "image://symbol/" + name + "?color=" + encodeURIComponent(color.toString())
+    Accessible.ignored: true
+}

@@ -1,0 +1,539 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The road of a song to an engine: dispatch by source, observers, seeking, errors.
+#include "Services/AudioPlayerService.h"
+
+#include "Services/Seams/CloudPlayback.h"
+#include "Services/Seams/EqualizerEngine.h"
+#include "Services/Seams/OnlineSongAddresses.h"
+#include "Utils/Console.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLoggingCategory>
+#include <QPointer>
+#include <QStringDecoder>
+
+#include <QCoroTask>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <exception>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logServices, "cadorel.services", QtCriticalMsg)
+
+constexpr auto tickInterval = 250ms;
+
+/// Ticks a second of the clock that a user's seek is rounded to.
+constexpr int seekTimescale = 600;
+/// Clock of a target whose asset has none.
+constexpr int defaultTimescale = 44100;
+/// How far a user's seek may land off, in seconds: streamed files would stall over an exact one.
+constexpr double seekTolerance = 0.5;
+/// A seek that lands this close to the end, in seconds, ends the song.
+constexpr double endMargin = 0.25;
+/// The equalizer engine's song counts as over this much before its end, in seconds.
+constexpr double engineEndMargin = 0.5;
+
+template <typename T>
+int indexOrFirst(const QList<T> &list, const T &value)
+{
+    return static_cast<int>(std::max<qsizetype>(0, list.indexOf(value)));
+}
+
+double rounded(double seconds, int timescale)
+{
+    return std::round(seconds * timescale) / timescale;
+}
+
+QString flag(bool value)
+{
+    return value ? u"true"_s : u"false"_s;
+}
+
+bool isUsableTime(double seconds)
+{
+    return std::isfinite(seconds) && seconds >= 0;
+}
+
+std::optional<QUrl> parsedUrl(const QString &text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    return url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
+}
+
+void detach(QCoro::Task<void> task)
+{
+    Q_UNUSED(task);
+}
+
+} // namespace
+
+// MARK: requests
+
+void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
+{
+    setCurrentSong(song);
+    setCurrentOnlineSong(std::nullopt);
+    m_nowPlayingArtwork.reset();
+    m_nowPlayingArtworkURL.reset();
+    if (!queue.isEmpty()) {
+        setQueue(queue);
+        setCurrentIndex(indexOrFirst(m_queue, song));
+    }
+    const std::optional<QUrl> url = song.assetURL();
+    if (!url) {
+        print(u"No asset URL for song"_s);
+        return;
+    }
+    if (!url->userName().isEmpty() && !url->password().isEmpty()) {
+        if (m_parts.cloud)
+            m_parts.cloud->playWebDAVURL(*url);
+        else
+            qCCritical(logServices, "a song on a server was asked for, but nothing plays such songs");
+        return;
+    }
+    playURL(*url);
+}
+
+void AudioPlayerService::playOnlineSong(const OnlineSong &song, const QList<OnlineSong> &queue)
+{
+    setCurrentOnlineSong(song);
+    setCurrentSong(std::nullopt);
+    setPlayError(std::nullopt);
+    setIsLoading(true);
+    m_nowPlayingArtwork.reset();
+    if (!queue.isEmpty()) {
+        setOnlineQueue(queue);
+        setCurrentIndex(indexOrFirst(m_onlineQueue, song));
+    }
+    detach(resolveAndPlay(song));
+}
+
+QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
+{
+    const QPointer<AudioPlayerService> self(this);
+    const quint64 request = ++m_onlineRequest;
+    std::optional<QUrl> url = co_await fetchRealPlayUrl(song);
+    // Another song may have been asked for while the address was fetched.
+    if (!self || request != m_onlineRequest || m_currentOnlineSong != song)
+        co_return;
+    if (!url && m_parts.onlineAddresses)
+        url = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
+    setIsLoading(false);
+    if (url)
+        playURL(*url);
+    else
+        setPlayError(u"无法获取播放链接"_s);
+}
+
+QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong song)
+{
+    if (!m_parts.onlineAddresses || !m_platform.httpClient)
+        co_return std::nullopt;
+    const std::optional<QUrl> address = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
+    if (!address)
+        co_return std::nullopt;
+    HttpRequest request;
+    request.url = *address;
+    const std::expected<HttpResponse, QString> response = co_await m_platform.httpClient->send(request);
+    if (!response) {
+        print(u"Failed to fetch real play URL: "_s + response.error());
+        co_return std::nullopt;
+    }
+    if (response->url.toString() != address->toString())
+        co_return response->url;
+    const QJsonDocument document = QJsonDocument::fromJson(response->body);
+    if (const QJsonValue member = document.object().value("url"_L1); member.isString()) {
+        if (std::optional<QUrl> url = parsedUrl(member.toString()))
+            co_return url;
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = QString(decoder(response->body)).trimmed();
+    if (!decoder.hasError() && text.startsWith("http"_L1))
+        co_return parsedUrl(text);
+    co_return std::nullopt;
+}
+
+// MARK: loading
+
+void AudioPlayerService::playURL(const QUrl &url)
+{
+    stopEqualizerEngine();
+    const bool isFile = url.isLocalFile();
+    const bool equalizerEnabled = m_parts.equalizer && m_parts.equalizer->isEnabled();
+    print(u"🔍 播放检查: isFileURL="_s + flag(isFile) + u", EQ启用="_s + flag(equalizerEnabled) +
+          u", URL="_s + (url.scheme().isEmpty() ? u"nil"_s : url.scheme()));
+    if (isFile && equalizerEnabled) {
+        playWithEqualizerEngine(url);
+        return;
+    }
+    m_usingEqualizerEngine = false;
+    removeItemObserver();
+    removeTimeObserver();
+    removeEndObserver();
+    print(u"▶️ 播放: "_s + url.fileName());
+
+    const std::shared_ptr<PlayerItem> item = prepareItem(url);
+    if (!isFile && m_currentSong && m_currentSong->duration() > 0)
+        setDuration(m_currentSong->duration());
+    installItem(item);
+    observePlayerState();
+    m_player->setVolume(m_volume);
+    m_player->setAutomaticallyWaitsToMinimizeStalling(true);
+    observeTimeAndEnd();
+    detach(loadDuration(item, true));
+    m_player->play();
+    setIsPlaying(true);
+    startAudioLevelSimulation();
+    updateNowPlayingInfo();
+}
+
+void AudioPlayerService::playURLWithAVPlayer(const QUrl &url)
+{
+    const std::shared_ptr<PlayerItem> item = prepareItem(url);
+    installItem(item);
+    m_player->setVolume(m_volume);
+    observeTimeAndEnd();
+    detach(loadDuration(item, false));
+    m_player->play();
+    setIsPlaying(true);
+    startAudioLevelSimulation();
+    updateNowPlayingInfo();
+}
+
+void AudioPlayerService::preparePlayerForResume(const QUrl &url, double position)
+{
+    m_usingEqualizerEngine = false;
+    const std::shared_ptr<PlayerItem> item = prepareItem(url);
+    installItem(item);
+    observePlayerState();
+    m_player->setVolume(m_volume);
+    observeTime();
+    detach(loadDuration(item, true));
+    if (position > 0) {
+        m_player->seek(position, 0, 0, {});
+        setCurrentTime(position);
+    }
+}
+
+/// Makes the item of an address, watches its status and sets the times back.
+std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const QUrl &url)
+{
+    if (!m_player)
+        m_player = m_platform.makeStreamPlayer();
+    cancelSeek();
+    removeItemObserver();
+    m_playerItem = m_player->makeItem({.url = url, .prefersPreciseDuration = url.isLocalFile()});
+    observeItem();
+    setCurrentTime(0);
+    setDuration(0);
+    return m_playerItem;
+}
+
+void AudioPlayerService::installItem(const std::shared_ptr<PlayerItem> &item)
+{
+    m_player->replaceCurrentItem(item);
+}
+
+QCoro::Task<void> AudioPlayerService::loadDuration(std::shared_ptr<PlayerItem> item, bool logs)
+{
+    const QPointer<AudioPlayerService> self(this);
+    const std::expected<double, QString> seconds = co_await item->loadDuration();
+    if (!self || item != m_playerItem)
+        co_return;
+    if (!seconds) {
+        if (logs)
+            print(u"Failed to load duration: "_s + seconds.error());
+    } else if (std::isfinite(*seconds) && *seconds > 0) {
+        setDuration(*seconds);
+        if (logs)
+            print(u"📏 Loaded duration: "_s + consoleNumber(*seconds) + u"s"_s);
+    }
+}
+
+// MARK: observers
+
+void AudioPlayerService::observeItem()
+{
+    if (m_isObservingPlayerItem)
+        return;
+    m_isObservingPlayerItem = true;
+    m_itemStatusConnection =
+        connect(m_playerItem.get(), &PlayerItem::statusChanged, this, &AudioPlayerService::itemStatusChanged);
+    itemStatusChanged();
+}
+
+void AudioPlayerService::removeItemObserver()
+{
+    if (!m_isObservingPlayerItem)
+        return;
+    disconnect(m_itemStatusConnection);
+    m_isObservingPlayerItem = false;
+}
+
+void AudioPlayerService::itemStatusChanged()
+{
+    switch (m_playerItem->status()) {
+    case PlayerItem::Status::readyToPlay:
+        print(u"✅ PlayerItem 状态: readyToPlay"_s);
+        break;
+    case PlayerItem::Status::unknown:
+        print(u"⏳ PlayerItem 状态: unknown (加载中...)"_s);
+        break;
+    case PlayerItem::Status::failed: {
+        const QString description = m_playerItem->errorDescription();
+        const QString shown = description.isEmpty() ? u"未知错误"_s : description;
+        print(u"❌ PlayerItem 状态: failed - "_s + shown);
+        setPlayError(shown);
+        setIsPlaying(false);
+        break;
+    }
+    }
+}
+
+void AudioPlayerService::observePlayerState()
+{
+    disconnect(m_timeControlConnection);
+    disconnect(m_rateConnection);
+    m_timeControlConnection = connect(m_player.get(), &StreamPlayer::timeControlStatusChanged, this,
+                                      &AudioPlayerService::syncIsPlayingWithPlayer);
+    m_rateConnection = connect(m_player.get(), &StreamPlayer::rateChanged, this,
+                               &AudioPlayerService::syncIsPlayingWithPlayer);
+}
+
+void AudioPlayerService::observeTime()
+{
+    removeTimeObserver();
+    m_timeObserver =
+        m_player->addPeriodicTimeObserver(tickInterval, [this](double seconds) { timeTick(seconds); });
+}
+
+void AudioPlayerService::observeTimeAndEnd()
+{
+    observeTime();
+    removeEndObserver();
+    m_endConnection = connect(m_playerItem.get(), &PlayerItem::didPlayToEnd, this,
+                              &AudioPlayerService::playerDidFinishPlaying);
+}
+
+void AudioPlayerService::removeTimeObserver()
+{
+    if (m_timeObserver && m_player)
+        m_player->removeTimeObserver(*m_timeObserver);
+    m_timeObserver.reset();
+}
+
+void AudioPlayerService::removeEndObserver()
+{
+    disconnect(m_endConnection);
+    m_endConnection = {};
+}
+
+void AudioPlayerService::timeTick(double seconds)
+{
+    if (m_isSeeking || !isUsableTime(seconds))
+        return;
+    setCurrentTime(seconds);
+    updateNowPlayingInfo();
+}
+
+void AudioPlayerService::syncIsPlayingWithPlayer()
+{
+    if (m_usingEqualizerEngine && m_parts.equalizer) {
+        setIsPlaying(m_parts.equalizer->isPlaying());
+    } else {
+        setIsPlaying(m_player && m_player->timeControlStatus() == StreamPlayer::TimeControlStatus::playing &&
+                     m_player->rate() > 0);
+    }
+    if (!m_isPlaying)
+        stopAudioLevelSimulation();
+    updateNowPlayingInfo();
+    persistPlaybackStateIfNeeded();
+}
+
+// MARK: transport
+
+void AudioPlayerService::play()
+{
+    if (m_usingEqualizerEngine && m_parts.equalizer) {
+        m_parts.equalizer->play();
+        startEqualizerTimeUpdates();
+    } else if (m_player) {
+        resumeObservers();
+        m_resumesAfterSeek = true;
+        m_player->play();
+    }
+    syncIsPlayingWithPlayer();
+    startAudioLevelSimulation();
+    updateNowPlayingInfo();
+}
+
+/// A song that was restored, or that ended by a seek or in repeatOne, has lost its observers or its duration
+/// on the way; played again, it must show its progress and be followed by the next one.
+void AudioPlayerService::resumeObservers()
+{
+    if (!m_playerItem)
+        return;
+    if (!m_timeObserver || !m_endConnection)
+        observeTimeAndEnd();
+    if (m_duration <= 0)
+        detach(loadDuration(m_playerItem, false));
+}
+
+void AudioPlayerService::pause()
+{
+    if (m_usingEqualizerEngine && m_parts.equalizer) {
+        m_parts.equalizer->pause();
+        m_eqTimeUpdateTimer.reset();
+    } else if (m_player) {
+        m_resumesAfterSeek = false;
+        m_player->pause();
+    }
+    setIsPlaying(false);
+    stopAudioLevelSimulation();
+    updateNowPlayingInfo();
+    persistPlaybackState(true);
+}
+
+void AudioPlayerService::togglePlayPause()
+{
+    if (m_isPlaying)
+        pause();
+    else
+        play();
+}
+
+void AudioPlayerService::seek(double time)
+{
+    if (m_usingEqualizerEngine && m_parts.equalizer) {
+        m_isSeeking = true;
+        setCurrentTime(time);
+        m_parts.equalizer->seek(time);
+        m_isSeeking = false;
+        updateNowPlayingInfo();
+        return;
+    }
+    if (!m_player || !m_playerItem) {
+        print(u"⚠️ Seek failed: player is nil"_s);
+        return;
+    }
+    double limit = m_duration;
+    if (const std::optional<SeekableRange> range = m_playerItem->seekableRange()) {
+        limit = range->duration;
+        print(u"📊 Seekable range: "_s + consoleNumber(range->start) + u"s - "_s +
+              consoleNumber(range->end()) + u"s (duration: "_s + consoleNumber(range->duration) + u"s)"_s);
+    }
+    print(u"🎯 Seek requested to: "_s + consoleNumber(time) + u"s, duration: "_s + consoleNumber(m_duration) +
+          u"s"_s);
+    const double clamped = std::isfinite(time) ? std::clamp(time, 0.0, std::max(0.0, limit)) : 0.0;
+    const int timescale = m_playerItem->timescale() > 0 ? m_playerItem->timescale() : defaultTimescale;
+    const double target = rounded(clamped, timescale);
+    print(u"🎯 Target CMTime: "_s + consoleNumber(target) + u"s, timescale: "_s + QString::number(timescale));
+
+    // The pause below is part of the seek: a second seek before the first has landed resumes what played
+    // before.
+    m_resumesAfterSeek = m_isSeeking ? m_resumesAfterSeek : m_isPlaying;
+    m_isSeeking = true;
+    setCurrentTime(target);
+    m_player->pause();
+    const quint64 serial = ++m_seekSerial;
+    m_player->seek(rounded(target, seekTimescale), seekTolerance, seekTolerance,
+                   [self = QPointer<AudioPlayerService>(this), serial](bool finished) {
+                       if (self && serial == self->m_seekSerial)
+                           self->seekFinished(finished);
+                   });
+}
+
+/// Forgets a seek under way: its landing no longer moves anything.
+void AudioPlayerService::cancelSeek()
+{
+    m_isSeeking = false;
+    ++m_seekSerial;
+}
+
+void AudioPlayerService::seekFinished(bool finished)
+{
+    m_isSeeking = false;
+    const double position = m_playerItem->currentTime();
+    print(u"✅ Seek finished: "_s + flag(finished) + u", actual position: "_s + consoleNumber(position) +
+          u"s"_s);
+    if (isUsableTime(position))
+        setCurrentTime(position);
+    const double total = m_duration > 0 ? m_duration : m_playerItem->duration();
+    if (std::isfinite(total) && total > 0 && total - m_currentTime <= endMargin) {
+        setCurrentTime(0);
+        setDuration(0);
+        removeTimeObserver();
+        removeEndObserver();
+        playerDidFinishPlaying();
+        return;
+    }
+    if (m_resumesAfterSeek)
+        m_player->play();
+    updateNowPlayingInfo();
+}
+
+// MARK: equalizer engine
+
+void AudioPlayerService::playWithEqualizerEngine(const QUrl &url)
+{
+    print(u"🎛️ 使用均衡器引擎播放: "_s + url.fileName());
+    if (m_player)
+        m_player->pause();
+    removeItemObserver();
+    removeTimeObserver();
+    removeEndObserver();
+    m_usingEqualizerEngine = true;
+    setCurrentTime(0);
+    setDuration(0);
+    EqualizerEngine &engine = *m_parts.equalizer;
+    try {
+        engine.prepareToPlay(url);
+        setDuration(engine.duration());
+        engine.setVolume(m_volume);
+        engine.play();
+    } catch (const std::exception &error) {
+        print(u"❌ 均衡器引擎播放失败: "_s + QString::fromUtf8(error.what()));
+        m_usingEqualizerEngine = false;
+        playURLWithAVPlayer(url);
+        return;
+    }
+    setIsPlaying(true);
+    startAudioLevelSimulation();
+    startEqualizerTimeUpdates();
+    updateNowPlayingInfo();
+    print(u"🎛️ 均衡器引擎播放开始，时长: "_s + consoleNumber(m_duration) + u"s"_s);
+}
+
+void AudioPlayerService::startEqualizerTimeUpdates()
+{
+    m_eqTimeUpdateTimer = m_platform.clock->repeating(tickInterval, [this] {
+        if (!m_usingEqualizerEngine || m_isSeeking)
+            return;
+        const double seconds = m_parts.equalizer->currentTime();
+        if (!isUsableTime(seconds))
+            return;
+        setCurrentTime(seconds);
+        updateNowPlayingInfo();
+        if (m_duration > 0 && m_currentTime >= m_duration - engineEndMargin)
+            playerDidFinishPlaying();
+    });
+}
+
+void AudioPlayerService::stopEqualizerEngine()
+{
+    if (!m_usingEqualizerEngine || !m_parts.equalizer)
+        return;
+    m_parts.equalizer->stop();
+    m_eqTimeUpdateTimer.reset();
+}
+
+} // namespace cadorel

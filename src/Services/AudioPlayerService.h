@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/OnlineSong.h"
+#include "Models/PlayMode.h"
+#include "Models/PlaybackSnapshot.h"
+#include "Models/Song.h"
+#include "Platform/Platform.h"
+
+#include <QCoroTask>
+#include <QDateTime>
+#include <QImage>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+#include <memory>
+#include <optional>
+
+namespace cadorel {
+
+class AudioLevelSimulation;
+class CloudPlayback;
+class EqualizerEngine;
+class LocalMusicImportService;
+class MediaCenter;
+class OnlineSongAddresses;
+
+/// Parts of the player that are built elsewhere. A null one is not there: what it would do is left out.
+struct AudioPlayerParts
+{
+    EqualizerEngine *equalizer = nullptr;
+    CloudPlayback *cloud = nullptr;
+    OnlineSongAddresses *onlineAddresses = nullptr;
+    MediaCenter *mediaCenter = nullptr;
+    AudioLevelSimulation *levels = nullptr;
+};
+
+/// The single player: queue and play modes, the road of a song to an engine, and the snapshot that brings the
+/// last song back. Main thread. `queue` and `onlineQueue` may both hold songs; navigation looks at `queue`
+/// first.
+class AudioPlayerService : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
+    Q_PROPERTY(double currentTime READ currentTime NOTIFY currentTimeChanged)
+    Q_PROPERTY(double duration READ duration NOTIFY durationChanged)
+    Q_PROPERTY(float volume READ volume WRITE setVolume NOTIFY volumeChanged)
+    Q_PROPERTY(QString playError READ playErrorText NOTIFY playErrorChanged)
+    Q_PROPERTY(QString playModeSymbol READ playModeSymbol NOTIFY playModeChanged)
+    Q_PROPERTY(QString playModeLabel READ playModeLabel NOTIFY playModeChanged)
+
+public:
+    /// Sets the desktop's controls up and restores the last song, paused at its position.
+    /// @param platform, @param importService and the parts outlive the player
+    AudioPlayerService(Platform &platform, LocalMusicImportService &importService,
+                       AudioPlayerParts parts = {});
+    ~AudioPlayerService() override;
+    Q_DISABLE_COPY_MOVE(AudioPlayerService)
+
+    static AudioPlayerService &shared();
+
+    const QList<Song> &queue() const { return m_queue; }
+    const QList<OnlineSong> &onlineQueue() const { return m_onlineQueue; }
+    /// Index of the current song in whichever queue is in use.
+    int currentIndex() const { return m_currentIndex; }
+    const std::optional<Song> &currentSong() const { return m_currentSong; }
+    const std::optional<OnlineSong> &currentOnlineSong() const { return m_currentOnlineSong; }
+    PlayMode playMode() const { return m_playMode; }
+    QString playModeSymbol() const { return symbol(m_playMode); }
+    QString playModeLabel() const { return label(m_playMode); }
+    bool isPlaying() const { return m_isPlaying; }
+    /// An address is being fetched or a stream prepared.
+    bool isLoading() const { return m_isLoading; }
+    /// Seconds.
+    double currentTime() const { return m_currentTime; }
+    /// Seconds; 0 while unknown.
+    double duration() const { return m_duration; }
+    /// Amplitude factor, 0...1.
+    float volume() const { return m_volume; }
+    /// What went wrong, for a listener to read.
+    const std::optional<QString> &playError() const { return m_playError; }
+    QString playErrorText() const { return m_playError.value_or(QString()); }
+    void clearPlayError() { setPlayError(std::nullopt); }
+    bool usingEqualizerEngine() const { return m_usingEqualizerEngine; }
+    /// Quality asked of the online platforms.
+    QString audioQuality() const;
+
+    /// Cover fetched for the current song, and the address it was fetched from; each song starts without.
+    const std::optional<QImage> &nowPlayingArtwork() const { return m_nowPlayingArtwork; }
+    const std::optional<QUrl> &nowPlayingArtworkURL() const { return m_nowPlayingArtworkURL; }
+    void setNowPlayingArtwork(const std::optional<QImage> &artwork) { m_nowPlayingArtwork = artwork; }
+    void setNowPlayingArtworkURL(const std::optional<QUrl> &url) { m_nowPlayingArtworkURL = url; }
+
+    /// Plays a song of any source but the online platforms. An empty @p queue leaves the queue as it is.
+    void playSong(const Song &song, const QList<Song> &queue);
+    /// Plays an online song, whose address is fetched first.
+    void playOnlineSong(const OnlineSong &song, const QList<OnlineSong> &queue);
+    Q_INVOKABLE void play();
+    Q_INVOKABLE void pause();
+    Q_INVOKABLE void togglePlayPause();
+    /// @param time seconds
+    Q_INVOKABLE void seek(double time);
+    Q_INVOKABLE void setVolume(float v);
+    /// One step along sequential, repeatAll, shuffle, repeatOne.
+    Q_INVOKABLE void togglePlayMode();
+    Q_INVOKABLE void next();
+    Q_INVOKABLE void previous();
+    /// Ends the current song as if it had run out.
+    Q_INVOKABLE void endCurrentTrack();
+    /// Empties both queues; the song plays on.
+    void clearQueue();
+    /// Writes the snapshot now.
+    void persistPlaybackSnapshot();
+    /// Brings `isPlaying` in line with the engine in use.
+    void syncIsPlayingWithPlayer();
+
+Q_SIGNALS:
+    void queueChanged();
+    void onlineQueueChanged();
+    void currentIndexChanged();
+    void currentSongChanged();
+    void currentOnlineSongChanged();
+    void playModeChanged();
+    void isPlayingChanged();
+    void isLoadingChanged();
+    void currentTimeChanged();
+    void durationChanged();
+    void volumeChanged();
+    void playErrorChanged();
+
+private:
+    int queueCount() const;
+    int getNextIndex();
+    int getPreviousIndex();
+    void playAt(int index);
+    void playerDidFinishPlaying();
+    void persistPlaybackState(bool force);
+    void persistPlaybackStateIfNeeded();
+    void restoreLastPlaybackState();
+    void preparePlayerForResume(const QUrl &url, double position);
+
+    void playURL(const QUrl &url);
+    void playURLWithAVPlayer(const QUrl &url);
+    void playWithEqualizerEngine(const QUrl &url);
+    void stopEqualizerEngine();
+    void startEqualizerTimeUpdates();
+    QCoro::Task<void> resolveAndPlay(OnlineSong song);
+    QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song);
+    std::shared_ptr<PlayerItem> prepareItem(const QUrl &url);
+    void installItem(const std::shared_ptr<PlayerItem> &item);
+    void observeItem();
+    void observePlayerState();
+    void observeTime();
+    void observeTimeAndEnd();
+    void resumeObservers();
+    void removeItemObserver();
+    void removeTimeObserver();
+    void removeEndObserver();
+    void itemStatusChanged();
+    void timeTick(double seconds);
+    void cancelSeek();
+    void seekFinished(bool finished);
+    QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, bool logs);
+    void updateNowPlayingInfo();
+    void startAudioLevelSimulation();
+    void stopAudioLevelSimulation();
+
+    void setQueue(const QList<Song> &value);
+    void setOnlineQueue(const QList<OnlineSong> &value);
+    void setCurrentIndex(int value);
+    void setCurrentSong(const std::optional<Song> &value);
+    void setCurrentOnlineSong(const std::optional<OnlineSong> &value);
+    void setIsPlaying(bool value);
+    void setIsLoading(bool value);
+    void setCurrentTime(double value);
+    void setDuration(double value);
+    void setPlayError(const std::optional<QString> &value);
+
+    Platform &m_platform;
+    LocalMusicImportService &m_importService;
+    AudioPlayerParts m_parts;
+
+    QList<Song> m_queue;
+    QList<OnlineSong> m_onlineQueue;
+    int m_currentIndex = 0;
+    std::optional<Song> m_currentSong;
+    std::optional<OnlineSong> m_currentOnlineSong;
+    PlayMode m_playMode = PlayMode::sequential;
+    bool m_isPlaying = false;
+    bool m_isLoading = false;
+    double m_currentTime = 0;
+    double m_duration = 0;
+    float m_volume = 1.0F;
+    std::optional<QString> m_playError;
+    std::optional<QImage> m_nowPlayingArtwork;
+    std::optional<QUrl> m_nowPlayingArtworkURL;
+    std::optional<QDateTime> m_lastPersistDate;
+
+    std::unique_ptr<StreamPlayer> m_player; ///< made by the first need of it, then kept
+    std::shared_ptr<PlayerItem> m_playerItem;
+    std::optional<int> m_timeObserver;
+    bool m_isSeeking = false;
+    bool m_resumesAfterSeek = false;
+    quint64 m_seekSerial = 0;    ///< which seek is the latest
+    quint64 m_onlineRequest = 0; ///< which fetch of an address is the latest
+    bool m_isObservingPlayerItem = false;
+    bool m_usingEqualizerEngine = false;
+    std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;
+    QMetaObject::Connection m_itemStatusConnection;
+    QMetaObject::Connection m_endConnection;
+    QMetaObject::Connection m_timeControlConnection;
+    QMetaObject::Connection m_rateConnection;
+};
+
+} // namespace cadorel

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/SharedServices.h"
+
+#include <QtGlobal>
+
+#include <vector>
+
+namespace cadorel {
+
+namespace {
+
+Platform *currentPlatform = nullptr;
+
+std::vector<std::function<void()>> &releases()
+{
+    static std::vector<std::function<void()>> list;
+    return list;
+}
+
+} // namespace
+
+void setProcessPlatform(Platform *platform)
+{
+    currentPlatform = platform;
+}
+
+Platform &processPlatform()
+{
+    Q_ASSERT(currentPlatform);
+    return *currentPlatform;
+}
+
+void releaseSharedServices()
+{
+    while (!releases().empty()) {
+        const std::function<void()> release = std::move(releases().back());
+        releases().pop_back();
+        release();
+    }
+}
+
+void detail::onRelease(std::function<void()> release)
+{
+    releases().push_back(std::move(release));
+}
+
+} // namespace cadorel

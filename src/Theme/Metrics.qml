@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma Singleton
+
+import QtQuick
+
+/// Lengths in device-independent pixels and times in milliseconds that several screens share.
+QtObject {
+    readonly property int grid: 4
+    readonly property int screenMargin: 16
+    readonly property int rowSpacing: 8
+    readonly property int cardPadding: 12
+    readonly property int sectionGap: 24
+    readonly property int hairline: 1
+
+    readonly property int rowHeight: 64
+    readonly property int compactRowHeight: 52
+    readonly property int rowCover: 48
+    readonly property int coverRadius: 8
+    readonly property int touchTarget: 44
+    readonly property int buttonHeight: 44
+    readonly property int controlRadius: 10
+    readonly property int cardRadius: 12
+    readonly property int sheetRadius: 16
+    readonly property int focusRing: 2
+
+    readonly property int symbolTiny: 14
+    readonly property int symbolSmall: 18
+    readonly property int symbol: 24
+    readonly property int symbolLarge: 30
+    readonly property int symbolHuge: 56
+
+    readonly property int trackHeight: 4
+    readonly property int handleSize: 16
+    readonly property int volumeWidth: 84
+    readonly property int scrollBarWidth: 6
+
+    readonly property int phoneWidth: 390
+    readonly property int phoneHeight: 844
+    readonly property int minimumWidth: 320
+    readonly property int minimumHeight: 480
+    /// From this width on, the player bar stands in one line.
+    readonly property int wideWidth: 700
+    readonly property int contentWidth: 800
+    readonly property int playerWidth: 1080
+    readonly property int sheetWidth: 560
+    readonly property int dialogWidth: 320
+    readonly property int menuWidth: 208
+    readonly property int textBlockWidth: 300
+
+    readonly property real disabledOpacity: 0.35
+    readonly property int sheetDuration: 300
+    readonly property int toolTipDelay: 700
+    readonly property int loadingHintDelay: 400
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Utils/AppIcons.h"
+
+#include <QHash>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto folder = ":/icons/phosphor/"_L1;
+constexpr auto unknownSymbol = "regular/circle.svg"_L1;
+
+const QHash<QString, QString> &files()
+{
+    static const QHash<QString, QString> table = {
+        {u"arrow.up"_s, u"regular/arrow-up.svg"_s},
+        {u"backward.fill"_s, u"fill/skip-back-fill.svg"_s},
+        {u"checkmark"_s, u"regular/check.svg"_s},
+        {u"checkmark.circle.fill"_s, u"fill/check-circle-fill.svg"_s},
+        {u"chevron.left"_s, u"regular/caret-left.svg"_s},
+        {u"chevron.right"_s, u"regular/caret-right.svg"_s},
+        {u"circle"_s, u"regular/circle.svg"_s},
+        {u"doc.badge.plus"_s, u"regular/file-plus.svg"_s},
+        {u"ellipsis"_s, u"regular/dots-three.svg"_s},
+        {u"exclamationmark.triangle"_s, u"regular/warning.svg"_s},
+        {u"exclamationmark.triangle.fill"_s, u"fill/warning-fill.svg"_s},
+        {u"folder"_s, u"regular/folder.svg"_s},
+        {u"folder.fill"_s, u"fill/folder-fill.svg"_s},
+        {u"folder.badge.plus"_s, u"regular/folder-plus.svg"_s},
+        {u"forward.fill"_s, u"fill/skip-forward-fill.svg"_s},
+        {u"house"_s, u"regular/house.svg"_s},
+        {u"list.number"_s, u"regular/list-numbers.svg"_s},
+        {u"music.note"_s, u"regular/music-note.svg"_s},
+        {u"music.note.list"_s, u"regular/playlist.svg"_s},
+        {u"pause.fill"_s, u"fill/pause-fill.svg"_s},
+        {u"play.fill"_s, u"fill/play-fill.svg"_s},
+        {u"plus"_s, u"regular/plus.svg"_s},
+        {u"repeat"_s, u"regular/repeat.svg"_s},
+        {u"repeat.1"_s, u"regular/repeat-once.svg"_s},
+        {u"shuffle"_s, u"regular/shuffle.svg"_s},
+        {u"speaker.slash.fill"_s, u"fill/speaker-slash-fill.svg"_s},
+        {u"speaker.wave.1.fill"_s, u"fill/speaker-low-fill.svg"_s},
+        {u"speaker.wave.2.fill"_s, u"fill/speaker-high-fill.svg"_s},
+        {u"square.and.arrow.down"_s, u"regular/download-simple.svg"_s},
+        {u"trash"_s, u"regular/trash.svg"_s},
+        {u"xmark"_s, u"regular/x.svg"_s},
+    };
+    return table;
+}
+
+} // namespace
+
+QString symbolFile(const QString &name)
+{
+    return folder + files().value(name, unknownSymbol);
+}
+
+bool hasSymbol(const QString &name)
+{
+    return files().contains(name);
+}
+
+} // namespace cadorel

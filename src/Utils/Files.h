@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <expected>
+
+namespace cadorel {
+
+/// Writes a file complete or not at all, in place of an earlier one. It is not forced to the disk: a power
+/// cut may lose the newest files, which suits covers and lyrics that can be read again from the song.
+/// @return the system's description of what went wrong. Any thread.
+std::expected<void, QString> writeFileAtomically(const QString &path, const QByteArray &bytes);
+
+} // namespace cadorel

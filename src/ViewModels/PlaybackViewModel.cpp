@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ViewModels/PlaybackViewModel.h"
+
+#include "Services/AudioPlayerService.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/CoverRegistry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Steps of the slider over the whole song: finer than the pixels of a wide window, coarser than the ticks.
+constexpr double sliderSteps = 2000;
+
+/// A slider that is let go here or later ends the song.
+constexpr double endFraction = 0.999;
+/// So does one that is let go this close to the end, in seconds.
+constexpr double endSeconds = 0.25;
+
+QString timeText(double seconds)
+{
+    const auto whole = static_cast<qint64>(std::max(0.0, seconds));
+    return QString::asprintf("%lld:%02lld", whole / 60, whole % 60);
+}
+
+} // namespace
+
+PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel)
+    : m_viewModel(viewModel)
+{
+    connect(&player(), &AudioPlayerService::currentTimeChanged, this, &PlaybackViewModel::timeChanged);
+    connect(&player(), &AudioPlayerService::durationChanged, this, &PlaybackViewModel::durationChanged);
+    connect(&m_viewModel, &CadorelViewModel::currentChanged, this, &PlaybackViewModel::coverChanged);
+    durationChanged();
+    coverChanged();
+}
+
+AudioPlayerService &PlaybackViewModel::player() const
+{
+    return *m_viewModel.audioPlayer();
+}
+
+void PlaybackViewModel::timeChanged()
+{
+    const QString text = timeText(player().currentTime());
+    if (text != m_currentTimeText) {
+        m_currentTimeText = text;
+        Q_EMIT currentTimeTextChanged();
+    }
+    const double position = std::round(m_viewModel.progress() * sliderSteps) / sliderSteps;
+    if (position != m_sliderPosition) {
+        m_sliderPosition = position;
+        Q_EMIT sliderPositionChanged();
+    }
+}
+
+void PlaybackViewModel::durationChanged()
+{
+    const double duration = player().duration();
+    const bool known = std::isfinite(duration) && duration > 0;
+    const QString text = known ? timeText(duration) : u"--:--"_s;
+    if (text != m_durationText) {
+        m_durationText = text;
+        Q_EMIT durationTextChanged();
+    }
+    if (known != m_canSeek) {
+        m_canSeek = known;
+        Q_EMIT canSeekChanged();
+    }
+    timeChanged();
+}
+
+void PlaybackViewModel::coverChanged()
+{
+    const std::optional<Song> &song = player().currentSong();
+    const QString source = CoverRegistry::shared().source(song.value_or(Song()));
+    if (source == m_coverSource)
+        return;
+    m_coverSource = source;
+    Q_EMIT coverSourceChanged();
+}
+
+void PlaybackViewModel::seek(double fraction)
+{
+    const double duration = player().duration();
+    if (!std::isfinite(fraction) || !std::isfinite(duration) || duration <= 0)
+        return;
+    if (fraction >= endFraction || duration * (1 - fraction) <= endSeconds)
+        player().endCurrentTrack();
+    else
+        m_viewModel.seek(fraction);
+}
+
+void PlaybackViewModel::dismissPlayError()
+{
+    player().clearPlayError();
+}
+
+} // namespace cadorel

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace cadorel {
+
+class AudioPlayerService;
+class CadorelViewModel;
+
+/// What the player's bar shows of the running song: times as texts, the slider, the cover. It watches the
+/// fast state of the player and passes on only what a listener can see change, so that a playing window draws
+/// little. Main thread.
+class PlaybackViewModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString currentTimeText READ currentTimeText NOTIFY currentTimeTextChanged)
+    Q_PROPERTY(QString durationText READ durationText NOTIFY durationTextChanged)
+    Q_PROPERTY(double sliderPosition READ sliderPosition NOTIFY sliderPositionChanged)
+    Q_PROPERTY(bool canSeek READ canSeek NOTIFY canSeekChanged)
+    Q_PROPERTY(QString coverSource READ coverSource NOTIFY coverSourceChanged)
+
+public:
+    /// @param viewModel outlives this object
+    explicit PlaybackViewModel(CadorelViewModel &viewModel);
+
+    /// "1:05"; "0:00" at the start.
+    QString currentTimeText() const { return m_currentTimeText; }
+    /// "4:20"; "--:--" while unknown.
+    QString durationText() const { return m_durationText; }
+    /// Fraction of the song, 0...1, in steps of 1/2000: finer than a slider's pixel.
+    double sliderPosition() const { return m_sliderPosition; }
+    bool canSeek() const { return m_canSeek; }
+    /// Address of the cover for the cover image provider.
+    QString coverSource() const { return m_coverSource; }
+
+    /// Goes to a fraction of the song, 0...1; at its very end the song is over.
+    Q_INVOKABLE void seek(double fraction);
+    Q_INVOKABLE void dismissPlayError();
+
+Q_SIGNALS:
+    void currentTimeTextChanged();
+    void durationTextChanged();
+    void sliderPositionChanged();
+    void canSeekChanged();
+    void coverSourceChanged();
+
+private:
+    void timeChanged();
+    void durationChanged();
+    void coverChanged();
+    AudioPlayerService &player() const;
+
+    CadorelViewModel &m_viewModel;
+    QString m_currentTimeText;
+    QString m_durationText;
+    double m_sliderPosition = 0;
+    bool m_canSeek = false;
+    QString m_coverSource;
+};
+
+} // namespace cadorel

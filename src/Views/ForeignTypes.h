@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Names that the screens know the types of other libraries by, which themselves know nothing of QML.
+#pragma once
+
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/FilePickerModel.h"
+#include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/SongListModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace cadorel {
+
+struct ForeignAudioPlayerService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::AudioPlayerService)
+    QML_NAMED_ELEMENT(AudioPlayerService)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignLocalMusicImportService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::LocalMusicImportService)
+    QML_NAMED_ELEMENT(LocalMusicImportService)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignCadorelViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::CadorelViewModel)
+    QML_NAMED_ELEMENT(CadorelViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignLibraryViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::LibraryViewModel)
+    QML_NAMED_ELEMENT(LibraryViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignPlaybackViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaybackViewModel)
+    QML_NAMED_ELEMENT(PlaybackViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignSongListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::SongListModel)
+    QML_NAMED_ELEMENT(SongListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignFilePickerModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::FilePickerModel)
+    QML_NAMED_ELEMENT(FilePickerModel)
+};
+
+} // namespace cadorel

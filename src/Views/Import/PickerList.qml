@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// Folders and audio files of the picker's folder, or why there are none.
+ListView {
+    id: root
+
+    required property FilePickerModel files
+
+    property bool keyboardInUse: false
+
+    model: files
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    reuseItems: true
+    currentIndex: -1
+    highlightMoveDuration: 0
+    Accessible.role: Accessible.List
+    Accessible.name: files.folderName
+
+    function goTo(row: int): void {
+        if (count > 0)
+            currentIndex = Math.max(0, Math.min(count - 1, row));
+    }
+
+    Keys.onUpPressed: {
+        keyboardInUse = true;
+        goTo(currentIndex - 1);
+    }
+    Keys.onDownPressed: {
+        keyboardInUse = true;
+        goTo(currentIndex + 1);
+    }
+    Keys.onReturnPressed: files.activate(currentIndex)
+    Keys.onEnterPressed: files.activate(currentIndex)
+    Keys.onSpacePressed: files.activate(currentIndex)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Backspace) {
+            files.up();
+            event.accepted = true;
+        }
+    }
+
+    ScrollBar.vertical: SlimScrollBar {}
+
+    delegate: PickerRow {
+        width: ListView.view.width
+        folderMode: root.files.folderMode
+        showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
+        onPressed: {
+            root.keyboardInUse = false;
+            root.forceActiveFocus(Qt.MouseFocusReason);
+        }
+        onClicked: {
+            root.currentIndex = index;
+            root.files.activate(index);
+        }
+    }
+
+    EmptyStateView {
+        objectName: "pickerEmpty"
+        anchors.fill: parent
+        visible: root.count === 0 && !root.files.isLoading
+        systemImage: root.files.errorText !== "" ? "exclamationmark.triangle" : "folder"
+        title: root.files.errorText !== "" ? "打不开文件夹" : "没有音乐"
+        description: root.files.errorText !== "" ? root.files.errorText : "这个文件夹里没有文件夹，也没有能播放的文件"
+    }
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Layouts
+
+/// Which folder the picker shows, the way up, and the folders that music mostly lies in.
+ColumnLayout {
+    id: root
+
+    required property FilePickerModel files
+
+    spacing: Metrics.rowSpacing
+
+    RowLayout {
+        spacing: Metrics.rowSpacing
+
+        IconButton {
+            objectName: "pickerUp"
+            symbol: "arrow.up"
+            color: SystemColors.accent
+            text: "上一级文件夹"
+            enabled: root.files.canGoUp
+            onClicked: root.files.up()
+        }
+        ColumnLayout {
+            spacing: 0
+
+            StyledText {
+                objectName: "pickerFolderName"
+                Layout.fillWidth: true
+                text: root.files.folderName
+                style: TextStyles.headline
+            }
+            StyledText {
+                Layout.fillWidth: true
+                text: root.files.folder
+                style: TextStyles.caption1
+                color: SystemColors.secondaryLabel
+                elide: Text.ElideMiddle
+            }
+        }
+    }
+    RowLayout {
+        spacing: Metrics.rowSpacing
+
+        TextButton {
+            objectName: "pickerHome"
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            text: "主目录"
+            onClicked: root.files.openPlace(FilePickerModel.Home)
+        }
+        TextButton {
+            objectName: "pickerMusic"
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            text: "音乐"
+            onClicked: root.files.openPlace(FilePickerModel.Music)
+        }
+        TextButton {
+            objectName: "pickerDownloads"
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            text: "下载"
+            onClicked: root.files.openPlace(FilePickerModel.Downloads)
+        }
+    }
+}

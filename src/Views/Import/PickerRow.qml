@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// A folder or an audio file of the picker.
+AbstractButton {
+    id: root
+
+    required property int index
+    required property string name
+    required property bool isFolder
+    required property bool isSelected
+    property bool folderMode: false
+    property bool showsFocus: false
+
+    /// A file cannot be chosen while a folder is wanted; it shows what the folder holds.
+    readonly property bool isChoosable: isFolder || !folderMode
+
+    implicitHeight: Metrics.compactRowHeight
+    focusPolicy: Qt.NoFocus
+    hoverEnabled: true
+    text: name
+    checked: isSelected
+    enabled: isChoosable
+    Accessible.role: isFolder || folderMode ? Accessible.ListItem : Accessible.CheckBox
+    Accessible.name: (isFolder ? "文件夹 " : "") + name
+    Accessible.checkable: !isFolder && !folderMode
+    Accessible.checked: isSelected
+
+    background: Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: Metrics.rowSpacing
+        anchors.rightMargin: Metrics.rowSpacing
+        radius: Metrics.controlRadius
+        color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
+
+        FocusRing {
+            radius: parent.radius
+            visible: root.showsFocus
+        }
+    }
+    contentItem: Item {
+        opacity: root.isChoosable ? 1 : Metrics.disabledOpacity
+
+        SymbolIcon {
+            id: icon
+
+            anchors.left: parent.left
+            anchors.leftMargin: Metrics.screenMargin
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.isFolder ? "folder.fill" : "music.note"
+            color: root.isFolder ? SystemColors.accent : SystemColors.secondaryLabel
+        }
+        StyledText {
+            anchors.left: icon.right
+            anchors.leftMargin: Metrics.cardPadding
+            anchors.right: mark.left
+            anchors.rightMargin: Metrics.cardPadding
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.name
+            style: TextStyles.callout
+            elide: Text.ElideMiddle
+        }
+        SymbolIcon {
+            id: mark
+
+            anchors.right: parent.right
+            anchors.rightMargin: Metrics.screenMargin
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.isFolder ? "chevron.right" : root.isSelected ? "checkmark.circle.fill" : "circle"
+            size: root.isFolder ? Metrics.symbolTiny : Metrics.symbol
+            color: root.isSelected ? SystemColors.accent : SystemColors.tertiaryLabel
+            visible: root.isFolder || !root.folderMode
+        }
+    }
+}

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// Title of the library with the number of songs and the ways to bring music in.
+Item {
+    id: root
+
+    property int songCount: 0
+
+    signal filesRequested
+    signal folderRequested
+    signal musicFolderRequested
+
+    implicitHeight: titles.implicitHeight + Metrics.screenMargin + Metrics.rowSpacing
+
+    Column {
+        id: titles
+
+        anchors.left: parent.left
+        anchors.right: importButton.left
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Metrics.rowSpacing
+
+        StyledText {
+            width: parent.width
+            text: "资料库"
+            style: TextStyles.largeTitle
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        StyledText {
+            objectName: "songCount"
+            width: parent.width
+            text: root.songCount + " 首歌曲"
+            style: TextStyles.subheadline
+            color: SystemColors.secondaryLabel
+            visible: root.songCount > 0
+        }
+    }
+    IconButton {
+        id: importButton
+
+        objectName: "importButton"
+        anchors.right: parent.right
+        anchors.rightMargin: -(width - Metrics.symbol) / 2
+        anchors.top: titles.top
+        symbol: "plus"
+        color: SystemColors.accent
+        text: "导入音乐"
+        onClicked: menu.open()
+
+        StyledMenu {
+            id: menu
+
+            objectName: "importMenu"
+            x: importButton.width - width
+            y: importButton.height
+
+            StyledMenuItem {
+                objectName: "importFilesItem"
+                symbol: "doc.badge.plus"
+                text: "导入文件…"
+                onTriggered: root.filesRequested()
+            }
+            StyledMenuItem {
+                objectName: "importFolderItem"
+                symbol: "folder.badge.plus"
+                text: "导入文件夹…"
+                onTriggered: root.folderRequested()
+            }
+            StyledMenuItem {
+                objectName: "openMusicFolderItem"
+                symbol: "folder"
+                text: "打开音乐文件夹"
+                onTriggered: root.musicFolderRequested()
+            }
+        }
+    }
+}

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// The library: every song in one list, or how to get the first ones in.
+FocusScope {
+    id: root
+
+    required property CadorelViewModel viewModel
+    required property LibraryViewModel library
+
+    readonly property LocalMusicImportService importService: viewModel.importService
+    readonly property bool isBusy: importService.isImporting || importService.isScanning
+    readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
+
+    /// Asks whether a song shall go for good.
+    function askToDelete(row: int): void {
+        const song = songList.itemAtIndex(row) as SongRow;
+        if (!song)
+            return;
+        deleteDialog.songId = song.songId;
+        deleteDialog.songTitle = song.title;
+        deleteDialog.open();
+    }
+
+    Column {
+        id: top
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: root.sideMargin
+        anchors.rightMargin: root.sideMargin
+        bottomPadding: Metrics.grid
+
+        LibraryHeader {
+            width: parent.width
+            songCount: songList.count
+            onFilesRequested: root.library.chooseFiles()
+            onFolderRequested: root.library.chooseFolder()
+            onMusicFolderRequested: root.library.openMusicFolder()
+        }
+        ImportProgressBar {
+            objectName: "importProgress"
+            width: parent.width
+            visible: root.isBusy
+            isImporting: root.importService.isImporting
+            isScanning: root.importService.isScanning
+            progress: root.importService.importProgress
+            text: root.importService.importProgressText
+        }
+        MessageBanner {
+            objectName: "importBanner"
+            width: parent.width
+            text: root.library.importNotice
+            onDismissed: root.library.dismissImportError()
+        }
+    }
+
+    SongList {
+        id: songList
+
+        objectName: "songList"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: top.bottom
+        anchors.bottom: parent.bottom
+        sideMargin: root.sideMargin
+        model: root.library.songs
+        focus: true
+        onPlayRequested: row => root.library.playSongAt(row)
+        onMenuRequested: (row, position) => {
+            songMenu.row = row;
+            songMenu.popup(songList, position);
+        }
+        onDeleteRequested: row => root.askToDelete(row)
+    }
+
+    StyledMenu {
+        id: songMenu
+
+        property int row: -1
+
+        objectName: "songMenu"
+
+        StyledMenuItem {
+            objectName: "playItem"
+            symbol: "play.fill"
+            text: "播放"
+            onTriggered: root.library.playSongAt(songMenu.row)
+        }
+        StyledMenuItem {
+            objectName: "deleteItem"
+            symbol: "trash"
+            text: "删除"
+            destructive: true
+            onTriggered: root.askToDelete(songMenu.row)
+        }
+    }
+
+    ConfirmDialog {
+        id: deleteDialog
+
+        property string songId
+        property string songTitle
+
+        objectName: "deleteDialog"
+        title: "删除歌曲"
+        message: "确定要删除 \"" + songTitle + "\" 吗？此操作无法撤销。"
+        acceptText: "删除"
+        onAccepted: root.library.deleteSong(songId)
+    }
+
+    EmptyStateView {
+        objectName: "emptyState"
+        anchors.fill: songList
+        visible: songList.count === 0 && !root.isBusy
+        title: "还没有音乐"
+        systemImage: "music.note.list"
+        description: "把音乐文件或文件夹拖到这里，或点下面的按钮导入"
+
+        TextButton {
+            objectName: "emptyImportFiles"
+            implicitWidth: Metrics.menuWidth
+            role: TextButton.Prominent
+            symbol: "doc.badge.plus"
+            text: "导入文件"
+            onClicked: root.library.chooseFiles()
+        }
+        TextButton {
+            objectName: "emptyImportFolder"
+            implicitWidth: Metrics.menuWidth
+            symbol: "folder.badge.plus"
+            text: "导入文件夹"
+            onClicked: root.library.chooseFolder()
+        }
+    }
+    EmptyStateView {
+        objectName: "loadingState"
+        anchors.fill: songList
+        visible: songList.count === 0 && root.isBusy
+        title: root.importService.isImporting ? "正在导入音乐" : "正在查找音乐"
+        systemImage: "square.and.arrow.down"
+        description: "歌曲会陆续出现在这里"
+    }
+}
