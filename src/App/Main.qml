@@ -18,7 +18,7 @@ ApplicationWindow {
     title: viewModel.hasCurrentSong && viewModel.currentSongTitle !== "" ? viewModel.currentSongTitle : "Tarnova 音乐"
 
     Shortcut {
-        sequences: [StandardKey.Open]
+        sequence: "Ctrl+O"
         onActivated: window.library.chooseFiles()
     }
     Shortcut {

@@ -27,7 +27,8 @@ Item {
         objectName: "picture"
         anchors.fill: parent
         asynchronous: true
-        sourceSize: Qt.size(root.size, root.size)
+        sourceSize.width: root.size
+        sourceSize.height: root.size
         source: (root.source === "" ? "image://cover/none" : root.source) + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
     }
 }

@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import QtQuick.Templates as T
 
 /// Asks before something that cannot be undone. Escape and a click beside it cancel.
 Dialog {
@@ -10,7 +11,7 @@ Dialog {
     property string message
     property string acceptText
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: parent ? Math.min(parent.width - 2 * Metrics.screenMargin, Metrics.dialogWidth) : Metrics.dialogWidth
     modal: true
@@ -18,7 +19,7 @@ Dialog {
     padding: Metrics.screenMargin
     onOpened: cancelButton.forceActiveFocus(Qt.PopupFocusReason)
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: SystemColors.scrim
     }
     background: Rectangle {
@@ -27,7 +28,8 @@ Dialog {
     }
     header: null
     footer: null
-    contentItem: ColumnLayout {
+    ColumnLayout {
+        anchors.fill: parent
         spacing: Metrics.rowSpacing
 
         Accessible.role: Accessible.Dialog

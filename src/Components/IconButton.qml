@@ -16,8 +16,8 @@ AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     background: Rectangle {
         radius: height / 2

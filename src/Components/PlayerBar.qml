@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
 
 /// The running song and what steers it: two lines and a row of buttons on a phone, one line in a wide window.
 Item {

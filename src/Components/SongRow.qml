@@ -25,7 +25,7 @@ AbstractButton {
     hoverEnabled: true
     text: title
     Accessible.role: Accessible.ListItem
-    Accessible.name: [title, subtitle, durationText].filter(part => part !== "").join("，")
+    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (durationText !== "" ? "，" + durationText : "")
     Accessible.selected: isCurrent
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
 
@@ -49,7 +49,9 @@ AbstractButton {
         }
     }
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         ArtworkImageView {
             id: cover
 

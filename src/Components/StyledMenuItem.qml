@@ -20,7 +20,14 @@ MenuItem {
         radius: Metrics.coverRadius
         color: root.down ? SystemColors.pressed : root.highlighted ? SystemColors.hover : "transparent"
     }
-    contentItem: Item {
+    // The style would draw the text a second time.
+    contentItem: Item {}
+
+    Item {
+        anchors.fill: parent
+        anchors.leftMargin: root.leftPadding
+        anchors.rightMargin: root.rightPadding
+
         SymbolIcon {
             id: icon
 

@@ -9,7 +9,8 @@ Image {
 
     width: size
     height: size
-    sourceSize: Qt.size(size, size)
+    sourceSize.width: size
+    sourceSize.height: size
     source: "image://symbol/" + name + "?color=" + encodeURIComponent(color.toString())
     Accessible.ignored: true
 }

@@ -17,15 +17,15 @@ AbstractButton {
         ? SystemColors.onAccent : SystemColors.accent
 
     implicitHeight: Metrics.buttonHeight
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: content.implicitWidth + leftPadding + rightPadding
     leftPadding: Metrics.screenMargin
     rightPadding: Metrics.screenMargin
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : Metrics.disabledOpacity
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     background: Rectangle {
         radius: Metrics.controlRadius
@@ -42,29 +42,25 @@ AbstractButton {
             visible: root.visualFocus
         }
     }
-    contentItem: Item {
-        implicitWidth: content.implicitWidth
-        implicitHeight: content.implicitHeight
 
-        Row {
-            id: content
+    Row {
+        id: content
 
-            anchors.centerIn: parent
-            spacing: Metrics.rowSpacing
+        anchors.centerIn: parent
+        spacing: Metrics.rowSpacing
 
-            SymbolIcon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.symbol !== ""
-                name: root.symbol
-                size: Metrics.symbolSmall
-                color: root.ink
-            }
-            StyledText {
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.text
-                style: root.role === TextButton.Plain ? TextStyles.body : TextStyles.headline
-                color: root.ink
-            }
+        SymbolIcon {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.symbol !== ""
+            name: root.symbol
+            size: Metrics.symbolSmall
+            color: root.ink
+        }
+        StyledText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.text
+            style: root.role === TextButton.Plain ? TextStyles.body : TextStyles.headline
+            color: root.ink
         }
     }
 }

@@ -10,7 +10,7 @@
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SongListModel.h"
 
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 namespace cadorel {
 

@@ -166,7 +166,8 @@ void MpvStreamPlayer::playbackRestarted()
 
 void MpvStreamPlayer::requestDuration()
 {
-    m_mpv.requestProperty(MpvRequest{MpvRequest::Kind::duration, m_load}.tag(), "duration", MPV_FORMAT_DOUBLE);
+    m_mpv.requestProperty(MpvRequest{MpvRequest::Kind::duration, m_load}.tag(), "duration",
+                          MPV_FORMAT_DOUBLE);
 }
 
 void MpvStreamPlayer::fileEnded(const mpv_event_end_file &end)
@@ -177,7 +178,8 @@ void MpvStreamPlayer::fileEnded(const mpv_event_end_file &end)
         return;
     // A pause that came too late for the file would hold the sound that is still on its way to the device.
     m_mpv.setProperty("pause", false);
-    const bool beganAtEnd = end.error == MPV_ERROR_NOTHING_TO_PLAY && m_startTime > 0 && m_phase != Phase::loading;
+    const bool beganAtEnd =
+        end.error == MPV_ERROR_NOTHING_TO_PLAY && m_startTime > 0 && m_phase != Phase::loading;
     if (end.reason == MPV_END_FILE_REASON_EOF || beganAtEnd) {
         reachEnd();
     } else if (end.reason == MPV_END_FILE_REASON_REDIRECT) {

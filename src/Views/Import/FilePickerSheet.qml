@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import QtQuick.Templates as T
 
 /// The player's own picker of files or of a folder, for desktops that offer none. Rises from the lower edge.
 Popup {
@@ -10,7 +11,7 @@ Popup {
     property bool folderMode: false
 
     /// The listener has decided. @param urls files, or one folder
-    signal chosen(list<url> urls)
+    signal chosen(var urls)
 
     function show(forFolder: bool): void {
         folderMode = forFolder;
@@ -19,7 +20,7 @@ Popup {
         open();
     }
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     width: parent ? Math.min(parent.width, Metrics.sheetWidth) : Metrics.sheetWidth
     height: parent ? Math.min(parent.height - Metrics.touchTarget, Metrics.phoneHeight) : Metrics.phoneHeight
     x: parent ? Math.round((parent.width - width) / 2) : 0
@@ -29,7 +30,7 @@ Popup {
     focus: true
     onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: SystemColors.scrim
     }
     enter: Transition {
@@ -58,7 +59,8 @@ Popup {
         id: files
     }
 
-    contentItem: ColumnLayout {
+    ColumnLayout {
+        anchors.fill: parent
         spacing: 0
 
         Accessible.role: Accessible.Dialog

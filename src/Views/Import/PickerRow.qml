@@ -39,7 +39,8 @@ AbstractButton {
             visible: root.showsFocus
         }
     }
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
         opacity: root.isChoosable ? 1 : Metrics.disabledOpacity
 
         SymbolIcon {

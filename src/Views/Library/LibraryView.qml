@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
 
 /// The library: every song in one list, or how to get the first ones in.
 FocusScope {
