@@ -45,8 +45,10 @@ struct SandboxListing
     QSet<QByteArray> missing;
 };
 
-SandboxListing listSandbox(const QByteArray &directory, const QSet<QByteArray> &known)
+SandboxListing listSandbox(const QByteArray &directory, const QSet<QByteArray> &known,
+                           const QDateTime &startedAt)
 {
+    removeAbandonedCopies(directory, startedAt);
     SandboxListing listing;
     QSet<QByteArray> gone = known;
     visitAudioFiles(directory, [&](const QByteArray &path) {
@@ -87,6 +89,8 @@ LocalMusicImportService::LocalMusicImportService(Platform &platform)
                      .songs = [this](qsizetype from) { return m_importedSongs.sliced(from); }})
 {
     m_sinceYield.start();
+    m_startedAt =
+        QDateTime::currentDateTimeUtc(); // the file system's time, whatever the clock of a test says
     QDir().mkpath(m_metadataDirectory);
     migrateLegacyImportedMusicIfNeeded();
     loadImportedSongs();
@@ -500,7 +504,9 @@ QCoro::Task<void> LocalMusicImportService::scanSandbox()
         known.insert(song.assetPathUtf8());
     m_pathsListedDuringScan.clear();
     const SandboxListing listing = co_await QtConcurrent::run(
-        [directory = QFile::encodeName(m_musicDirectory), known] { return listSandbox(directory, known); });
+        [directory = QFile::encodeName(m_musicDirectory), known, startedAt = m_startedAt] {
+            return listSandbox(directory, known, startedAt);
+        });
     if (!self)
         co_return;
     known.clear();

@@ -165,6 +165,7 @@ private:
     /// Paths listed since the running scan looked.
     QSet<QByteArray> m_pathsListedDuringScan;
     QElapsedTimer m_sinceYield;
+    QDateTime m_startedAt;
     ImportIndexWriter m_indexWriter;
 };
 

@@ -11,15 +11,26 @@
 
 #include <QCoroTask>
 
+#include <algorithm>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Shortest time between two comparisons of the rows with the songs.
+constexpr qint64 refreshIntervalMs = 100;
+
+} // namespace
 
 LibraryViewModel::LibraryViewModel(CadorelViewModel &viewModel, Platform &platform)
     : m_viewModel(viewModel)
     , m_platform(platform)
     , m_songs(new SongListModel(this))
 {
+    m_refreshTimer.setSingleShot(true);
+    connect(&m_refreshTimer, &QTimer::timeout, this, &LibraryViewModel::refreshSongs);
     connect(&m_viewModel, &CadorelViewModel::songsChanged, this, &LibraryViewModel::scheduleRefresh);
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, [this] {
         const std::optional<Song> &song = m_viewModel.audioPlayer()->currentSong();
@@ -32,16 +43,17 @@ LibraryViewModel::~LibraryViewModel() = default;
 
 void LibraryViewModel::scheduleRefresh()
 {
-    if (m_refreshScheduled)
+    if (m_refreshTimer.isActive())
         return;
-    // One comparison for all songs that one turn of the event loop brought.
-    m_refreshScheduled = true;
-    QMetaObject::invokeMethod(this, &LibraryViewModel::refreshSongs, Qt::QueuedConnection);
+    // The first change shows at once, those that follow on its heels together: comparing 100,000 rows for
+    // every song of an import would cost more than the import.
+    const qint64 since = m_sinceRefresh.isValid() ? m_sinceRefresh.elapsed() : refreshIntervalMs;
+    m_refreshTimer.start(static_cast<int>(std::max<qint64>(0, refreshIntervalMs - since)));
 }
 
 void LibraryViewModel::refreshSongs()
 {
-    m_refreshScheduled = false;
+    m_sinceRefresh.restart();
     m_songs->setSongs(m_viewModel.allSongs());
     const std::optional<Song> &song = m_viewModel.audioPlayer()->currentSong();
     m_songs->setCurrentSongId(song ? song->id() : QString());

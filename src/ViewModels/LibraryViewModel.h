@@ -4,9 +4,11 @@
 #include "Platform/Platform.h"
 
 #include <QCoroTask>
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QUrl>
 
 namespace cadorel {
@@ -62,7 +64,8 @@ private:
     SongListModel *m_songs;
     QList<QList<QUrl>> m_waitingImports;
     bool m_importsRun = false;
-    bool m_refreshScheduled = false;
+    QTimer m_refreshTimer;
+    QElapsedTimer m_sinceRefresh;
     QString m_importNotice;
 };
 

@@ -7,7 +7,9 @@ namespace cadorel {
 
 QCoro::Task<std::expected<double, QString>> FakePlayerItem::loadDuration()
 {
-    co_return co_await m_durationPromise.future();
+    // The frame keeps the future alone: it may outlive the item.
+    const QFuture<std::expected<double, QString>> answer = m_durationPromise.future();
+    co_return co_await answer;
 }
 
 void FakePlayerItem::becomeReady()
@@ -20,15 +22,23 @@ void FakePlayerItem::fail(const QString &description)
 {
     m_status = Status::failed;
     m_error = description;
+    answerDuration(std::unexpected(description));
     Q_EMIT statusChanged();
 }
 
 void FakePlayerItem::answerDuration(std::expected<double, QString> seconds)
 {
+    if (m_durationPromise.future().isFinished())
+        return;
     if (seconds)
         m_duration = *seconds;
     m_durationPromise.addResult(seconds);
     m_durationPromise.finish();
+}
+
+void FakePlayerItem::abandon()
+{
+    answerDuration(std::unexpected(QStringLiteral("replaced")));
 }
 
 std::shared_ptr<PlayerItem> FakeStreamPlayer::makeItem(const MediaAsset &asset)
@@ -41,12 +51,28 @@ void FakeStreamPlayer::replaceCurrentItem(std::shared_ptr<PlayerItem> item)
 {
     calls.append(QStringLiteral("replace ") +
                  (item ? item->asset().url.fileName() : QStringLiteral("nothing")));
+    cancelSeeks();
+    if (m_item) {
+        m_item->disconnect(this);
+        if (auto old = std::dynamic_pointer_cast<FakePlayerItem>(m_item); old && old != item)
+            old->abandon();
+    }
     m_item = std::move(item);
+    if (!m_item)
+        return;
+    connect(m_item.get(), &PlayerItem::statusChanged, this, [this] {
+        if (!itemFailed())
+            return;
+        cancelSeeks();
+        setState(0, TimeControlStatus::paused);
+    });
 }
 
 void FakeStreamPlayer::play()
 {
     calls.append(QStringLiteral("play"));
+    if (itemFailed())
+        return;
     setState(1, TimeControlStatus::playing);
 }
 
@@ -72,7 +98,35 @@ void FakeStreamPlayer::seek(double time, double toleranceBefore, double toleranc
                             std::function<void(bool)> completion)
 {
     calls.append(QStringLiteral("seek ") + QString::number(time));
+    cancelSeeks();
+    if (!m_item || itemFailed()) {
+        cancelLater(std::move(completion));
+        return;
+    }
     seeks.append({time, toleranceBefore, toleranceAfter, std::move(completion)});
+}
+
+void FakeStreamPlayer::cancelSeeks()
+{
+    for (Seek &waiting : seeks)
+        cancelLater(std::move(waiting.completion));
+    seeks.clear();
+}
+
+void FakeStreamPlayer::cancelLater(std::function<void(bool)> completion)
+{
+    if (completion)
+        QMetaObject::invokeMethod(
+            this, [completion = std::move(completion)] { completion(false); }, Qt::QueuedConnection);
+}
+
+void FakeStreamPlayer::reachEnd()
+{
+    const auto item = std::dynamic_pointer_cast<FakePlayerItem>(m_item);
+    if (!item)
+        return;
+    setState(0, TimeControlStatus::paused);
+    item->reachEnd();
 }
 
 void FakeStreamPlayer::finishSeek(bool finished, std::optional<double> landsAt)

@@ -22,6 +22,7 @@ public:
     {
         m_durationPromise.start();
     }
+    ~FakePlayerItem() override { answerDuration(std::unexpected(QString())); }
 
     const MediaAsset &asset() const override { return m_asset; }
     Status status() const override { return m_status; }
@@ -38,11 +39,15 @@ public:
 
     void becomeReady();
     void fail(const QString &description);
-    /// Answers loadDuration(), now or when it is asked.
+    /// Answers loadDuration(), now or when it is asked; only the first answer counts.
     void answerDuration(std::expected<double, QString> seconds);
     void reachEnd() { Q_EMIT didPlayToEnd(); }
 
 private:
+    friend class FakeStreamPlayer;
+    /// Another item took its place: its length is told to nobody any more.
+    void abandon();
+
     MediaAsset m_asset;
     Status m_status = Status::unknown;
     QString m_error;
@@ -67,6 +72,8 @@ public:
         double toleranceAfter;
         std::function<void(bool)> completion;
     };
+    /// Those that wait. One that another seek, another item or a failure overtakes leaves the list, and its
+    /// completion is called with false from the event loop.
     QList<Seek> seeks;
 
     std::shared_ptr<PlayerItem> makeItem(const MediaAsset &asset) override;
@@ -91,10 +98,16 @@ public:
     void tick(double seconds);
     /// Completes the oldest seek that waits, at @p landsAt or at the time that was asked.
     void finishSeek(bool finished = true, std::optional<double> landsAt = {});
+    /// The current item plays to its end.
+    void reachEnd();
     /// What the player's own state does, without a command.
     void setState(double rate, TimeControlStatus status);
 
 private:
+    void cancelSeeks();
+    void cancelLater(std::function<void(bool)> completion);
+    bool itemFailed() const { return m_item && m_item->status() == PlayerItem::Status::failed; }
+
     struct Observer
     {
         std::chrono::milliseconds interval;

@@ -19,6 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Beginning of the name of a copy that is not complete yet.
+constexpr char copyPrefix[] = ".import-";
+
 /// A file descriptor that closes itself.
 class Descriptor
 {
@@ -197,7 +200,7 @@ std::expected<void, CopyError> copyAudioFile(const QByteArray &nativeSource, con
     // A hidden name of its own until the copy is complete: no scan sees half a song.
     const qsizetype slash = nativeTarget.lastIndexOf('/');
     const QByteArray folder = nativeTarget.first(slash + 1);
-    QByteArray temporary = folder + ".import-XXXXXX";
+    QByteArray temporary = folder + copyPrefix + "XXXXXX";
     const Descriptor target(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!target.isOpen())
         return std::unexpected(copyError(errno));
@@ -221,6 +224,23 @@ std::expected<void, CopyError> copyAudioFile(const QByteArray &nativeSource, con
         return fail(errno);
     ::unlink(temporary.constData());
     return {};
+}
+
+void removeAbandonedCopies(const QByteArray &nativeDirectory, const QDateTime &before)
+{
+    DIR *directory = ::opendir(nativeDirectory.constData());
+    if (!directory)
+        return;
+    while (const dirent *entry = ::readdir(directory)) {
+        struct stat status{};
+        if (std::strncmp(entry->d_name, copyPrefix, std::strlen(copyPrefix)) != 0 ||
+            ::fstatat(::dirfd(directory), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+            continue;
+        // The time of the last change of the entry itself: a copy carries its source's own time.
+        if (S_ISREG(status.st_mode) && status.st_ctim.tv_sec < before.toSecsSinceEpoch())
+            ::unlinkat(::dirfd(directory), entry->d_name, 0);
+    }
+    ::closedir(directory);
 }
 
 QString systemErrorText(int code)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -44,6 +45,10 @@ struct CopyError
 /// Copies a file under a new name: complete or not at all, never over an existing one. The copy has the
 /// source's time of change. Only regular files and links to them are copied. Any thread.
 std::expected<void, CopyError> copyAudioFile(const QByteArray &nativeSource, const QByteArray &nativeTarget);
+
+/// Removes the unfinished copies that a player which was killed in the middle left in a directory: hidden
+/// files of copyAudioFile() that have not been touched since @p before. Any thread.
+void removeAbandonedCopies(const QByteArray &nativeDirectory, const QDateTime &before);
 
 /// Text of a system error for a listener to read. @param code errno
 QString systemErrorText(int code);

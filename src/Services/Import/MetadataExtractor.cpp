@@ -5,6 +5,7 @@
 #include "Utils/StableHash.h"
 
 #include <QRegularExpression>
+#include <QTextBoundaryFinder>
 
 #include <algorithm>
 
@@ -97,14 +98,14 @@ void commonPass(AssetMetadata &asset, Values &values, QStringList &log)
     }
 }
 
-/// Text of a log line that quotes the beginning of the lyrics.
+/// Text of a log line that quotes the beginning of the lyrics, in characters as a reader counts them.
 QString lyricsExcerpt(const QString &lyrics)
 {
-    constexpr qsizetype shown = 50;
-    qsizetype length = std::min(shown, lyrics.size());
-    if (length < lyrics.size() && lyrics[length - 1].isHighSurrogate())
-        --length;
-    return lyrics.first(length) + "..."_L1;
+    constexpr int shown = 50;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, lyrics);
+    for (int i = 0; i < shown && finder.position() < lyrics.size(); ++i)
+        finder.toNextBoundary();
+    return lyrics.first(finder.position()) + "..."_L1;
 }
 
 void formatPass(AssetMetadata &asset, Values &values, QStringList &log)

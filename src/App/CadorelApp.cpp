@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "App/CadorelApp.h"
+
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Services/Seams/ServerChannels.h"
+
+#include <QPointer>
+
+#include <QCoroTask>
+
+namespace cadorel {
+
+CadorelApp::CadorelApp(Platform &platform, AudioPlayerService &audioPlayer,
+                       LocalMusicImportService &importService, AppChannels channels)
+    : m_audioPlayer(audioPlayer)
+    , m_importService(importService)
+    , m_channels(channels)
+    , m_viewModel(audioPlayer, importService)
+    , m_playback(m_viewModel)
+    , m_library(m_viewModel, platform)
+{
+}
+
+CadorelApp::~CadorelApp() = default;
+
+void CadorelApp::rootAppeared()
+{
+    if (m_channels.usageLog)
+        m_channels.usageLog->logAppLaunch();
+    askChannels();
+}
+
+QCoro::Task<void> CadorelApp::askChannels()
+{
+    const QPointer<CadorelApp> self(this);
+    if (m_channels.updates) {
+        co_await m_channels.updates->checkForUpdates(false);
+        if (!self || m_channels.updates->isForceUpdateRequired())
+            co_return;
+    }
+    if (m_channels.announcements)
+        co_await m_channels.announcements->checkAnnouncements();
+}
+
+void CadorelApp::firstFrameDrawn()
+{
+    m_importService.rescan();
+}
+
+void CadorelApp::setScenePhase(ScenePhase phase)
+{
+    if (m_scenePhase == phase)
+        return;
+    m_scenePhase = phase;
+    if (phase == ScenePhase::active)
+        return;
+    m_audioPlayer.persistPlaybackSnapshot();
+    if (m_channels.usageLog)
+        m_channels.usageLog->logAppBackground();
+}
+
+} // namespace cadorel

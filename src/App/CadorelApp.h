@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/Platform.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/PlaybackViewModel.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+namespace cadorel {
+
+class AnnouncementCheck;
+class AudioPlayerService;
+class LocalMusicImportService;
+class UpdateCheck;
+class UsageLog;
+
+/// The channels to the makers. A null one is not there: its step is left out.
+struct AppChannels
+{
+    UsageLog *usageLog = nullptr;
+    UpdateCheck *updates = nullptr;
+    AnnouncementCheck *announcements = nullptr;
+};
+
+/// The application object: owns what the window shows, in the order in which it comes up, and answers to the
+/// window's appearing and leaving. Main thread.
+class CadorelApp : public QObject
+{
+    Q_OBJECT
+public:
+    /// How the player stands to the listener: `inactive` is in sight without the keyboard, `background` is
+    /// out of sight or about to end.
+    enum class ScenePhase { active, inactive, background };
+    Q_ENUM(ScenePhase)
+
+    /// @param platform and the services outlive the application
+    CadorelApp(Platform &platform, AudioPlayerService &audioPlayer, LocalMusicImportService &importService,
+               AppChannels channels = {});
+    ~CadorelApp() override;
+    Q_DISABLE_COPY_MOVE(CadorelApp)
+
+    CadorelViewModel &viewModel() { return m_viewModel; }
+    PlaybackViewModel &playback() { return m_playback; }
+    LibraryViewModel &library() { return m_library; }
+
+    /// The root screen is there: the launch is logged, then updates are asked for, and only then, and only if
+    /// no update is forced, announcements.
+    void rootAppeared();
+    /// The first frame is on the screen: files that were put into the music directory by hand are taken up.
+    void firstFrameDrawn();
+    /// Leaving the foreground keeps the place in the song.
+    void setScenePhase(ScenePhase phase);
+    ScenePhase scenePhase() const { return m_scenePhase; }
+
+private:
+    QCoro::Task<void> askChannels();
+
+    AudioPlayerService &m_audioPlayer;
+    LocalMusicImportService &m_importService;
+    AppChannels m_channels;
+    CadorelViewModel m_viewModel;
+    PlaybackViewModel m_playback;
+    LibraryViewModel m_library;
+    ScenePhase m_scenePhase = ScenePhase::active;
+};
+
+} // namespace cadorel

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/Mpv/DurationScanner.h"
+#include "Platform/StreamPlayer.h"
+
+#include <QPromise>
+
+#include <limits>
+
+namespace cadorel {
+
+/// An item of MpvStreamPlayer, which alone moves its state. It may outlive its player. Main thread.
+class MpvPlayerItem : public PlayerItem
+{
+    Q_OBJECT
+public:
+    MpvPlayerItem(MediaAsset asset, DurationScanner scanner);
+    ~MpvPlayerItem() override;
+
+    const MediaAsset &asset() const override { return m_asset; }
+    Status status() const override { return m_status; }
+    QString errorDescription() const override { return m_error; }
+    double currentTime() const override { return m_currentTime; }
+    /// The exact length once loadDuration() has counted it, before that libmpv's.
+    double duration() const override;
+    int timescale() const override { return m_timescale; }
+    std::optional<SeekableRange> seekableRange() const override;
+    /// Also fails when the item is replaced or destroyed meanwhile.
+    QCoro::Task<std::expected<double, QString>> loadDuration() override;
+
+    bool isLocal() const { return m_asset.url.isLocalFile(); }
+
+private:
+    friend class MpvStreamPlayer;
+    using DurationResult = std::expected<double, QString>;
+
+    /// A load begins: what the last one told is forgotten.
+    void beginLoading();
+    void becomeReady();
+    void fail(const QString &description);
+    /// Never beyond a known length.
+    void setCurrentTime(double seconds);
+    void setTimescale(int ticksPerSecond) { m_timescale = ticksPerSecond; }
+    bool isSeekable() const { return m_seekable; }
+    void setSeekable(bool seekable) { m_seekable = seekable; }
+    /// @p seconds of 0 or less is an unknown length.
+    void setEngineDuration(double seconds);
+    /// libmpv will tell no more of this load: without a length by now, there is none.
+    void endEngineDuration();
+    /// The item plays no longer: who still waits for its length waits in vain.
+    void abandonDuration(const QString &reason);
+
+    void startScan();
+    void answerDuration(const DurationResult &result);
+    bool durationAnswered() const { return m_durationPromise.future().isFinished(); }
+
+    static constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
+
+    MediaAsset m_asset;
+    DurationScanner m_scanner;
+    enum class Scan { none, underWay, failed, done };
+    Scan m_scan = Scan::none;
+    Status m_status = Status::unknown;
+    QString m_error;
+    double m_currentTime = unknown;
+    double m_engineDuration = unknown;
+    bool m_engineDurationFinal = false;
+    double m_preciseDuration = unknown;
+    int m_timescale = 0;
+    bool m_seekable = false;
+    QPromise<DurationResult> m_durationPromise;
+};
+
+} // namespace cadorel

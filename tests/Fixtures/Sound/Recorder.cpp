@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fixtures/Sound/Recorder.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace cadorel {
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What a new recording hears first is not yet true.
+constexpr auto settling = 80ms;
+
+} // namespace
+
+Recorder::Recorder(const SoundServer &server)
+    : m_process(server.recording(u"float32le"_s, sampleRate))
+{
+    hear(settling);
+    clear();
+}
+
+Recorder::~Recorder()
+{
+    m_process->kill();
+    m_process->waitForFinished();
+}
+
+std::size_t Recorder::samplesIn(std::chrono::milliseconds length)
+{
+    return static_cast<std::size_t>(length.count()) * sampleRate / 1000;
+}
+
+void Recorder::collect()
+{
+    const qint64 whole = m_process->bytesAvailable() / qint64{sizeof(float)};
+    const QByteArray bytes = m_process->read(whole * qint64{sizeof(float)});
+    const std::size_t before = m_samples.size();
+    m_samples.resize(before + static_cast<std::size_t>(bytes.size()) / sizeof(float));
+    std::memcpy(m_samples.data() + before, bytes.constData(), (m_samples.size() - before) * sizeof(float));
+}
+
+void Recorder::clear()
+{
+    collect();
+    m_samples.clear();
+}
+
+bool Recorder::hear(std::chrono::milliseconds length)
+{
+    return QTest::qWaitFor(
+        [this, length] {
+            collect();
+            return m_samples.size() >= samplesIn(length);
+        },
+        static_cast<int>(length.count()) * 10 + 5000);
+}
+
+bool Recorder::hearSilence(std::chrono::milliseconds length, std::chrono::milliseconds limit)
+{
+    return QTest::qWaitFor(
+        [this, length] {
+            collect();
+            const std::ptrdiff_t last = lastAbove(0.0005F);
+            return std::ssize(m_samples) - 1 - last >= static_cast<std::ptrdiff_t>(samplesIn(length));
+        },
+        static_cast<int>(limit.count()));
+}
+
+bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
+{
+    return QTest::qWaitFor(
+        [this, amplitude] {
+            collect();
+            return firstAbove(amplitude) >= 0;
+        },
+        static_cast<int>(limit.count()));
+}
+
+std::ptrdiff_t Recorder::firstAbove(float amplitude) const
+{
+    const auto found =
+        std::ranges::find_if(m_samples, [amplitude](float sample) { return std::abs(sample) > amplitude; });
+    return found == m_samples.end() ? -1 : found - m_samples.begin();
+}
+
+std::ptrdiff_t Recorder::lastAbove(float amplitude) const
+{
+    const auto found = std::find_if(m_samples.rbegin(), m_samples.rend(),
+                                    [amplitude](float sample) { return std::abs(sample) > amplitude; });
+    return std::distance(found, m_samples.rend()) - 1;
+}
+
+} // namespace cadorel

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fixtures/Sound/SoundServer.h"
+
+#include <QLocalSocket>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto serverVariable = "PULSE_SERVER";
+constexpr auto runtimeVariable = "XDG_RUNTIME_DIR";
+
+void restore(const char *variable, const QByteArray &value)
+{
+    if (value.isNull())
+        qunsetenv(variable);
+    else
+        qputenv(variable, value);
+}
+
+void end(std::unique_ptr<QProcess> &process)
+{
+    if (!process)
+        return;
+    process->kill();
+    process->waitForFinished();
+    process.reset();
+}
+
+} // namespace
+
+SoundServer::SoundServer()
+    : m_oldServer(qgetenv(serverVariable))
+    , m_oldRuntimeDirectory(qgetenv(runtimeVariable))
+{
+    qputenv(serverVariable, "unix:" + QFile::encodeName(socket()));
+    qputenv(runtimeVariable, QFile::encodeName(m_directory.path()));
+    m_environment = QProcessEnvironment::systemEnvironment();
+    m_environment.insert(u"HOME"_s, m_directory.path());
+    m_environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
+}
+
+SoundServer::~SoundServer()
+{
+    stop();
+    restore(serverVariable, m_oldServer);
+    restore(runtimeVariable, m_oldRuntimeDirectory);
+}
+
+bool SoundServer::available()
+{
+    const QStringList programs{u"pulseaudio"_s, u"parec"_s, u"pactl"_s};
+    return std::ranges::none_of(
+        programs, [](const QString &name) { return QStandardPaths::findExecutable(name).isEmpty(); });
+}
+
+bool SoundServer::start()
+{
+    m_server = std::make_unique<QProcess>();
+    QProcessEnvironment environment = m_environment;
+    // A server does not ask for another one.
+    environment.remove(QString::fromLatin1(serverVariable));
+    m_server->setProcessEnvironment(environment);
+    m_server->setStandardErrorFile(m_directory.filePath(u"server.log"_s));
+    m_server->start(u"pulseaudio"_s,
+                    {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
+                     u"--load=module-null-sink sink_name=out rate=48000"_s,
+                     u"--load=module-native-protocol-unix auth-anonymous=1 socket=%1"_s.arg(socket())});
+    const bool listens = QTest::qWaitFor(
+        [this] {
+            QLocalSocket probe;
+            probe.connectToServer(socket());
+            return probe.waitForConnected(100);
+        },
+        20'000);
+    if (!listens)
+        return false;
+    // The device hands over two seconds at a time until somebody asks for less: the listener does.
+    m_listener = recording(u"u8"_s, 8000);
+    return QTest::qWaitFor([this] { return m_listener->bytesAvailable() > 0; }, 20'000);
+}
+
+void SoundServer::stop()
+{
+    end(m_listener);
+    end(m_server);
+    QFile::remove(socket());
+}
+
+std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(m_environment);
+    process->start(u"parec"_s, {u"--device=out.monitor"_s, u"--raw"_s, u"--channels=1"_s, u"--format="_s + format,
+                                u"--rate=%1"_s.arg(sampleRate), u"--latency-msec=10"_s});
+    return process;
+}
+
+QByteArray SoundServer::streams() const
+{
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(u"pactl"_s, {u"list"_s, u"sink-inputs"_s});
+    process.waitForFinished();
+    return process.readAllStandardOutput();
+}
+
+} // namespace cadorel

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace cadorel {
+
+/// A PulseAudio server of a test's own, whose one device plays to nobody but can be recorded. While it exists,
+/// this process and its children find no other sound server; it can be started and stopped at will.
+class SoundServer
+{
+public:
+    SoundServer();
+    ~SoundServer();
+    Q_DISABLE_COPY_MOVE(SoundServer)
+
+    /// Whether the machine has the programs.
+    static bool available();
+
+    /// Ready to take sound without a delay when it returns true.
+    bool start();
+    /// As if it had crashed.
+    void stop();
+
+    /// What records the device, with the arguments that choose it.
+    std::unique_ptr<QProcess> recording(const QString &format, int sampleRate) const;
+    /// What the server tells of the streams that play.
+    QByteArray streams() const;
+
+private:
+    QString socket() const { return m_directory.filePath(QStringLiteral("native")); }
+
+    QTemporaryDir m_directory;
+    QByteArray m_oldServer;
+    QByteArray m_oldRuntimeDirectory;
+    QProcessEnvironment m_environment;
+    std::unique_ptr<QProcess> m_server;
+    std::unique_ptr<QProcess> m_listener;
+};
+
+} // namespace cadorel

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FakePortal.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QFile>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace cadorel {
+
+namespace {
+
+constexpr QLatin1StringView service{"org.freedesktop.portal.Desktop"};
+
+QList<FakePortal::Filter> readFilters(const QVariant &value)
+{
+    QList<FakePortal::Filter> filters;
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != u"a(sa(us))"_s)
+        return filters;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        FakePortal::Filter filter;
+        argument.beginStructure();
+        argument >> filter.name;
+        argument.beginArray();
+        while (!argument.atEnd()) {
+            uint kind = 0;
+            QString pattern;
+            argument.beginStructure();
+            argument >> kind >> pattern;
+            argument.endStructure();
+            filter.patterns.append(u"%1 %2"_s.arg(kind).arg(pattern));
+        }
+        argument.endArray();
+        argument.endStructure();
+        filters.append(filter);
+    }
+    argument.endArray();
+    return filters;
+}
+
+} // namespace
+
+FakePortal::FakePortal()
+    : m_daemon(std::make_unique<QProcess>())
+    , m_connection(QString())
+{
+    static int count = 0;
+    m_name = u"portal %1"_s.arg(++count);
+    QFile configuration(m_directory.filePath(u"bus.conf"_s));
+    if (!configuration.open(QIODevice::WriteOnly))
+        return;
+    // No service directory: the bus starts nothing that this machine has installed.
+    configuration.write("<busconfig><type>session</type><listen>unix:path=" +
+                        QFile::encodeName(m_directory.filePath(u"bus"_s)) +
+                        "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
+                        "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+                        "<allow own=\"*\"/></policy></busconfig>");
+    configuration.close();
+    m_daemon->start(u"dbus-daemon"_s, {u"--config-file="_s + configuration.fileName(), u"--nofork"_s,
+                                       u"--nopidfile"_s, u"--print-address"_s});
+    if (!m_daemon->waitForReadyRead())
+        return;
+    m_address = QString::fromUtf8(m_daemon->readAllStandardOutput().trimmed());
+    m_connection = QDBusConnection::connectToBus(m_address, m_name);
+    m_connection.registerVirtualObject(u"/org/freedesktop/portal/desktop"_s, this, QDBusConnection::SubPath);
+}
+
+FakePortal::~FakePortal()
+{
+    m_connection.unregisterObject(u"/org/freedesktop/portal/desktop"_s);
+    m_connection = QDBusConnection(QString());
+    QDBusConnection::disconnectFromBus(m_name);
+    QDBusConnection::disconnectFromBus(m_name + u" client"_s);
+    m_daemon->kill();
+    m_daemon->waitForFinished();
+}
+
+QDBusConnection FakePortal::client() const
+{
+    return QDBusConnection::connectToBus(m_address, m_name + u" client"_s);
+}
+
+bool FakePortal::appear()
+{
+    return m_connection.registerService(service);
+}
+
+void FakePortal::vanish()
+{
+    m_connection = QDBusConnection(QString());
+    QDBusConnection::disconnectFromBus(m_name);
+}
+
+QString FakePortal::introspect(const QString &) const
+{
+    return {};
+}
+
+bool FakePortal::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    if (message.member() == u"Get")
+        return answerVersion(message, connection);
+    return message.interface() == u"org.freedesktop.portal.FileChooser" && message.member() == u"OpenFile" &&
+           openFile(message, connection);
+}
+
+bool FakePortal::answerVersion(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    if (isHanging) {
+        message.setDelayedReply(true);
+        return true;
+    }
+    if (version == 0)
+        return connection.send(
+            message.createErrorReply(QDBusError::UnknownInterface, u"no such interface"_s));
+    return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(version))));
+}
+
+bool FakePortal::openFile(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    ++opened;
+    if (isRefusing)
+        return connection.send(message.createErrorReply(QDBusError::AccessDenied, u"not today"_s));
+    parentWindow = message.arguments().value(0).toString();
+    title = message.arguments().value(1).toString();
+    options = qdbus_cast<QVariantMap>(message.arguments().value(2));
+    filters = readFilters(options.value(u"filters"_s));
+
+    const QString sender = message.service().sliced(1).replace(u'.', u'_');
+    const QString token = choosesPath ? u"own"_s : options.value(u"handle_token"_s).toString();
+    const QString path = u"/org/freedesktop/portal/desktop/request/%1/%2"_s.arg(sender, token);
+    QDBusMessage answer = QDBusMessage::createTargetedSignal(
+        message.service(), path, u"org.freedesktop.portal.Request"_s, u"Response"_s);
+    answer << response << QVariantMap{{u"uris"_s, uris}};
+    const QDBusMessage handle = message.createReply(QVariant::fromValue(QDBusObjectPath(path)));
+    if (answersEarly)
+        return connection.send(answer) && connection.send(handle);
+    if (!connection.send(handle))
+        return false;
+    if (choosesPath) {
+        // Such a portal answers when the person does, long after the caller has read the path.
+        QMetaObject::invokeMethod(
+            this, [connection, answer] { connection.send(answer); }, Qt::QueuedConnection);
+        return true;
+    }
+    return leavesOpen || connection.send(answer);
+}
+
+} // namespace cadorel

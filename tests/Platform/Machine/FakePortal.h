@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QTemporaryDir>
+#include <QVariantMap>
+
+#include <memory>
+#include <optional>
+
+class QProcess;
+
+namespace cadorel {
+
+/// A bus of its own with a portal on it that does what a test says.
+class FakePortal : public QDBusVirtualObject
+{
+    Q_OBJECT
+
+public:
+    struct Filter
+    {
+        QString name;
+        QStringList patterns;
+    };
+
+    /// Starts the bus; the portal is not on it yet.
+    FakePortal();
+    ~FakePortal() override;
+    Q_DISABLE_COPY_MOVE(FakePortal)
+
+    bool isBusRunning() const { return m_connection.isConnected(); }
+    /// Another connection to the bus.
+    QDBusConnection client() const;
+    /// Puts the portal on the bus, and takes it off.
+    bool appear();
+    void vanish();
+
+    /// Version of the interface; 0 for a portal without file dialogs.
+    uint version = 3;
+    /// Says nothing when asked for the version.
+    bool isHanging = false;
+    /// Refuses to open a dialog.
+    bool isRefusing = false;
+    /// Answers before it returns the handle.
+    bool answersEarly = false;
+    /// Makes its own request path, as old portals did.
+    bool choosesPath = false;
+    /// Opens the dialog and waits for vanish().
+    bool leavesOpen = false;
+    uint response = 0;
+    QStringList uris;
+
+    /// What the last call asked for.
+    QString parentWindow;
+    QString title;
+    QVariantMap options;
+    QList<Filter> filters;
+    int opened = 0;
+
+    QString introspect(const QString &path) const override;
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+
+private:
+    bool answerVersion(const QDBusMessage &message, const QDBusConnection &connection);
+    bool openFile(const QDBusMessage &message, const QDBusConnection &connection);
+
+    QTemporaryDir m_directory;
+    std::unique_ptr<QProcess> m_daemon;
+    QString m_address;
+    QString m_name;
+    QDBusConnection m_connection;
+};
+
+} // namespace cadorel
