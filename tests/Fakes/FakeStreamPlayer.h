@@ -40,6 +40,7 @@ public:
     void fail(const QString &description);
     /// Answers loadDuration(), now or when it is asked.
     void answerDuration(std::expected<double, QString> seconds);
+    bool isDurationAnswered() const { return m_durationPromise.future().isFinished(); }
     void reachEnd() { Q_EMIT didPlayToEnd(); }
 
 private:
