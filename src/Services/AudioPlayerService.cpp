@@ -120,9 +120,9 @@ void AudioPlayerService::playAt(int index)
         return;
     setCurrentIndex(index);
     if (!m_queue.isEmpty())
-        playSong(Song(m_queue[index]), QList<Song>(m_queue));
+        playSong(Song(m_queue.at(index)), QList<Song>(m_queue));
     else
-        playOnlineSong(OnlineSong(m_onlineQueue[index]), QList<OnlineSong>(m_onlineQueue));
+        playOnlineSong(OnlineSong(m_onlineQueue.at(index)), QList<OnlineSong>(m_onlineQueue));
 }
 
 void AudioPlayerService::next()
