@@ -234,8 +234,7 @@ void AudioPlayerService::restoreLastPlaybackState()
         return;
     const QUrl url = QUrl::fromLocalFile(snapshot->filePath);
     if (const auto song = m_importService.findImportedSong(url, snapshot->songId)) {
-        setCurrentSong(*song);
-        setCurrentOnlineSong(std::nullopt);
+        setCurrent(*song, std::nullopt);
         setQueue(m_importService.importedSongs());
         setCurrentIndex(indexOrFirst(m_queue, *song));
     } else {
@@ -255,8 +254,7 @@ void AudioPlayerService::restoreLastPlaybackState()
                 fields.artworkData = ArtworkData::inFile(file.filePath().toUtf8(), file.size());
         }
         const Song restored(fields);
-        setCurrentSong(restored);
-        setCurrentOnlineSong(std::nullopt);
+        setCurrent(restored, std::nullopt);
         setQueue({restored});
         setOnlineQueue({});
         setCurrentIndex(0);
@@ -293,22 +291,17 @@ void AudioPlayerService::setCurrentIndex(int value)
     Q_EMIT currentIndexChanged();
 }
 
-void AudioPlayerService::setCurrentSong(const std::optional<Song> &value)
+void AudioPlayerService::setCurrent(const std::optional<Song> &song, const std::optional<OnlineSong> &online)
 {
-    if (!m_currentSong && !value)
-        return;
-    if (m_currentSong && value && m_currentSong->isSameRecord(*value))
-        return;
-    m_currentSong = value;
-    Q_EMIT currentSongChanged();
-}
-
-void AudioPlayerService::setCurrentOnlineSong(const std::optional<OnlineSong> &value)
-{
-    if (!m_currentOnlineSong && !value)
-        return;
-    m_currentOnlineSong = value;
-    Q_EMIT currentOnlineSongChanged();
+    const bool sameSong = m_currentSong ? song && m_currentSong->isSameRecord(*song) : !song.has_value();
+    const bool sameOnline = !m_currentOnlineSong && !online;
+    // Both stand before anybody is told: a listener never meets two current songs.
+    m_currentSong = song;
+    m_currentOnlineSong = online;
+    if (!sameSong)
+        Q_EMIT currentSongChanged();
+    if (!sameOnline)
+        Q_EMIT currentOnlineSongChanged();
 }
 
 void AudioPlayerService::setIsPlaying(bool value)

@@ -171,8 +171,7 @@ private:
     void setQueue(const QList<Song> &value);
     void setOnlineQueue(const QList<OnlineSong> &value);
     void setCurrentIndex(int value);
-    void setCurrentSong(const std::optional<Song> &value);
-    void setCurrentOnlineSong(const std::optional<OnlineSong> &value);
+    void setCurrent(const std::optional<Song> &song, const std::optional<OnlineSong> &online);
     void setIsPlaying(bool value);
     void setIsLoading(bool value);
     void setCurrentTime(double value);
