@@ -127,8 +127,7 @@ void AudioPlayerService::playAt(int index)
 
 void AudioPlayerService::next()
 {
-    cancelSeek();
-    setCurrentTime(0);
+    leaveSong();
     if (queueCount() > 0)
         playAt(getNextIndex());
 }
@@ -139,10 +138,20 @@ void AudioPlayerService::previous()
         seek(0);
         return;
     }
-    cancelSeek();
-    setCurrentTime(0);
+    leaveSong();
     if (queueCount() > 0)
         playAt(getPreviousIndex());
+}
+
+/// What next and previous do before they look at the queue.
+void AudioPlayerService::leaveSong()
+{
+    // With nothing to go to the song stays, and a seek under way must still land to let it play on.
+    if (queueCount() > 0)
+        cancelSeek();
+    else
+        m_isSeeking = false;
+    setCurrentTime(0);
 }
 
 void AudioPlayerService::playerDidFinishPlaying()

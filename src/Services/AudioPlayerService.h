@@ -136,6 +136,7 @@ private:
     int getNextIndex();
     int getPreviousIndex();
     void playAt(int index);
+    void leaveSong();
     void playerDidFinishPlaying();
     void persistPlaybackState(bool force);
     void persistPlaybackStateIfNeeded();
