@@ -46,6 +46,8 @@ public:
     void answerWeb(const FakeHttpClient::Result &result);
     /// Tells the length of the current item, and lets the player take it.
     void answerDuration(std::expected<double, QString> seconds);
+    /// The current item runs out, as a stream player tells it.
+    void reachEnd();
     /// The stored snapshot; empty when there is none.
     QByteArray snapshot();
 
