@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "App/LinuxPlatform.h"
+
+#include "Platform/Linux/LinuxSystem.h"
+#include "Platform/Linux/PortalFilePicker.h"
+#include "Platform/Linux/SystemClock.h"
+#include "Platform/Linux/SystemRandom.h"
+#include "Platform/Linux/Tags/FileAssetReader.h"
+#include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Sql/SqlitePreferences.h"
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+Platform makeLinuxPlatform(const Directories &directories)
+{
+    Platform platform;
+    platform.directories = directories;
+    platform.preferences =
+        std::make_unique<SqlitePreferences>(directories.applicationSupport + "/preferences.sqlite"_L1);
+    platform.clock = std::make_unique<SystemClock>();
+    platform.random = std::make_unique<SystemRandom>();
+    platform.system = std::make_unique<LinuxSystem>();
+    platform.assetReader = std::make_unique<FileAssetReader>();
+    platform.makeStreamPlayer = [&reader = *platform.assetReader] {
+        return std::make_unique<MpvStreamPlayer>(reader);
+    };
+    platform.filePicker = std::make_unique<PortalFilePicker>();
+    return platform;
+}
+
+} // namespace cadorel

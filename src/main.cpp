@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "App/CadorelApp.h"
+#include "App/LinuxPlatform.h"
+#include "App/WindowScene.h"
+#include "Platform/Linux/LinuxDirectories.h"
+#include "Platform/Linux/SignalWatcher.h"
+#include "Platform/Linux/SingleInstance.h"
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Services/SharedServices.h"
+#include "Views/UserInterface.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QLoggingCategory>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QThreadPool>
+
+#include <clocale>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logApp, "cadorel.app", QtCriticalMsg)
+
+/// A machine without a graphics card draws OpenGL with the processor, every frame whole. Qt's own software
+/// renderer draws only what has changed, which costs a tenth of that while a song plays.
+void chooseRenderer()
+{
+    const bool isChosen =
+        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    const bool hasGraphicsCard = !QDir(u"/dev/dri"_s).entryList({u"renderD*"_s}, QDir::System).isEmpty();
+    if (!isChosen && !hasGraphicsCard)
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
+{
+    setProcessPlatform(&platform);
+    CadorelApp player(platform, AudioPlayerService::shared(), LocalMusicImportService::shared());
+
+    QQmlApplicationEngine engine;
+    installUserInterface(engine);
+    engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
+                                 {u"playback"_s, QVariant::fromValue(&player.playback())},
+                                 {u"library"_s, QVariant::fromValue(&player.library())}});
+    engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
+    auto *window = engine.rootObjects().isEmpty()
+                       ? nullptr
+                       : qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    if (!window) {
+        qCritical("the window could not be made");
+        return 1;
+    }
+
+    WindowScene scene(*window, player);
+    QObject::connect(&instance, &SingleInstance::raiseRequested, &scene, &WindowScene::raise);
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, &player,
+        [&player] {
+            qCInfo(logApp, "first frame"); // what the start is measured by
+            player.firstFrameDrawn();
+        },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    QObject::connect(&application, &QGuiApplication::aboutToQuit, &player,
+                     [&player] { player.setScenePhase(CadorelApp::ScenePhase::background); });
+    const SignalWatcher signalWatcher;
+    QObject::connect(&signalWatcher, &SignalWatcher::terminationRequested, &application,
+                     &QGuiApplication::quit);
+    player.rootAppeared();
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QByteArray activationToken = SingleInstance::activationToken();
+    chooseRenderer();
+    QGuiApplication application(argc, argv);
+    // The player engine reads and writes numbers with a point, whatever the listener's language.
+    std::setlocale(LC_NUMERIC, "C");
+    QGuiApplication::setApplicationName(u"cadorel"_s);
+    QGuiApplication::setApplicationVersion(QStringLiteral(CADOREL_VERSION));
+    QGuiApplication::setDesktopFileName(u"com.cadorel.Player"_s);
+    installFonts();
+
+    const Directories directories = makeDirectories();
+    const auto instance = SingleInstance::acquire(directories.applicationSupport, activationToken);
+    if (!instance)
+        return instance.error() == SingleInstance::Refusal::raised ? 0 : 1;
+
+    Platform platform = makeLinuxPlatform(directories);
+    const int status = run(application, **instance, platform);
+    // What is still being copied or written lands before the machine's parts go.
+    QThreadPool::globalInstance()->waitForDone();
+    releaseSharedServices();
+    return status;
+}
