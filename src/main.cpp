@@ -72,6 +72,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     const SignalWatcher signalWatcher;
     QObject::connect(&signalWatcher, &SignalWatcher::terminationRequested, &application,
                      &QGuiApplication::quit);
+    window->show();
     player.rootAppeared();
     return QGuiApplication::exec();
 }
