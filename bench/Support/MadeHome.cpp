@@ -16,21 +16,27 @@ namespace cadorel {
 using namespace Qt::StringLiterals;
 
 MadeHome::MadeHome()
-    : m_directories{.documents = m_home.filePath(u"Music/Cadorel"_s),
-                    .applicationSupport = m_home.filePath(u".local/share/cadorel"_s),
-                    .caches = m_home.filePath(u".cache/cadorel"_s)}
+    : MadeHome(QString())
+{
+}
+
+MadeHome::MadeHome(const QString &root)
+    : m_own(root.isEmpty() ? std::make_unique<QTemporaryDir>() : nullptr)
+    , m_root(m_own ? m_own->path() : root)
+    , m_directories{.documents = path(u"Music/Cadorel"_s),
+                    .applicationSupport = path(u".local/share/cadorel"_s),
+                    .caches = path(u".cache/cadorel"_s)}
 {
     for (const QString &directory :
          {m_directories.documents, m_directories.applicationSupport, m_directories.caches})
         QDir().mkpath(directory);
-    const QString runtime = path(u"run"_s);
-    QDir().mkdir(runtime, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QDir().mkdir(path(u"run"_s), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 QProcessEnvironment MadeHome::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"HOME"_s, m_home.path());
+    environment.insert(u"HOME"_s, m_root);
     environment.insert(u"XDG_RUNTIME_DIR"_s, path(u"run"_s));
     for (const auto *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_MUSIC_DIR",
                              "DBUS_SESSION_BUS_ADDRESS", "WAYLAND_DISPLAY"})

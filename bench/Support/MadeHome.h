@@ -13,8 +13,11 @@ class MadeHome
 {
 public:
     MadeHome();
+    /// A home that another process has made and throws away.
+    explicit MadeHome(const QString &root);
 
-    QString path(const QString &name) const { return m_home.filePath(name); }
+    const QString &root() const { return m_root; }
+    QString path(const QString &name) const { return m_root + QLatin1Char('/') + name; }
     /// The same that the program finds in environment().
     const Directories &directories() const { return m_directories; }
     /// For a program that lives in this home.
@@ -23,7 +26,8 @@ public:
     Platform platform() const;
 
 private:
-    QTemporaryDir m_home;
+    std::unique_ptr<QTemporaryDir> m_own;
+    QString m_root;
     Directories m_directories;
 };
 

@@ -21,8 +21,8 @@ struct Figure
     QString what;
     double value = 0;
     QString unit;
-    std::optional<Reference> reference;
-    std::optional<double> bar;
+    std::optional<Reference> reference = std::nullopt;
+    std::optional<double> bar = std::nullopt;
 };
 
 /// Prints figures, one line each. While it exists what others write to standard output goes nowhere, so that
