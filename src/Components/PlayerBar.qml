@@ -11,9 +11,9 @@ Item {
 
     readonly property AudioPlayerService player: viewModel.audioPlayer
     readonly property bool wide: width >= Metrics.wideWidth
-    readonly property int contentWidth: Math.min(width, Metrics.playerWidth) - 2 * Metrics.screenMargin
+    readonly property int contentWidth: Math.min(width, Metrics.contentWidth) - 2 * Metrics.screenMargin
 
-    implicitHeight: body.height + 2 * Metrics.cardPadding
+    implicitHeight: body.height + 2 * body.y
     Accessible.role: Accessible.ToolBar
     Accessible.name: "播放控制"
 
@@ -31,11 +31,11 @@ Item {
         id: body
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: Metrics.cardPadding
+        y: root.wide ? Metrics.rowSpacing : Metrics.cardPadding
         width: root.contentWidth
-        height: root.wide ? identity.height + Metrics.cardPadding : volumeRow.y + volumeRow.height
+        height: root.wide ? transport.height + seekBar.height - Metrics.rowSpacing : transport.y + transport.height
 
-        readonly property int sideWidth: root.wide ? Math.round(width * 0.27) : 0
+        readonly property int sideWidth: root.wide ? Math.round(width * 0.3) : 0
 
         NowPlayingLabel {
             id: identity
@@ -63,7 +63,7 @@ Item {
             id: transport
 
             x: Math.round((body.width - width) / 2)
-            y: root.wide ? -Metrics.grid : seekBar.y + seekBar.height
+            y: root.wide ? 0 : seekBar.y + seekBar.height
             spacing: root.wide ? Metrics.rowSpacing : Metrics.cardPadding
 
             IconButton {
@@ -92,19 +92,27 @@ Item {
 
         IconButton {
             objectName: "playModeButton"
-            x: root.wide ? volumeRow.x - width : -Metrics.rowSpacing
-            y: volumeRow.y + Math.round((volumeRow.height - height) / 2)
+            x: root.wide ? volumeSlider.x - width : (Metrics.symbol - width) / 2
+            y: root.wide ? volumeSlider.y : transport.y
             symbol: root.player.playModeSymbol
             text: root.player.playModeLabel
             color: SystemColors.secondaryLabel
             onClicked: root.player.togglePlayMode()
         }
 
-        VolumeControl {
-            id: volumeRow
+        VolumeSlider {
+            id: volumeSlider
 
             anchors.right: body.right
-            y: root.wide ? Math.round((body.height - height) / 2) : transport.y
+            y: Math.round((body.height - height) / 2)
+            visible: root.wide
+            player: root.player
+        }
+        VolumeButton {
+            objectName: "volumeButton"
+            x: body.width - width - (Metrics.symbol - width) / 2
+            y: transport.y
+            visible: !root.wide
             player: root.player
         }
     }

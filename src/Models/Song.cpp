@@ -134,7 +134,9 @@ std::optional<QImage> Song::embeddedArtwork() const
 
 QString Song::formattedDuration() const
 {
-    if (!std::isfinite(d->duration))
+    // A damaged record may hold any number: one that no whole number of seconds can hold is no length.
+    constexpr double limit = 1e15;
+    if (!(std::abs(d->duration) < limit))
         return u"0:00"_s;
     const auto seconds = static_cast<qint64>(d->duration);
     return QString::asprintf("%lld:%02lld", seconds / 60, seconds % 60);

@@ -80,8 +80,7 @@ void detach(QCoro::Task<void> task)
 
 void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
 {
-    setCurrentSong(song);
-    setCurrentOnlineSong(std::nullopt);
+    setCurrent(song, std::nullopt);
     m_nowPlayingArtwork.reset();
     m_nowPlayingArtworkURL.reset();
     if (!queue.isEmpty()) {
@@ -105,8 +104,7 @@ void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
 
 void AudioPlayerService::playOnlineSong(const OnlineSong &song, const QList<OnlineSong> &queue)
 {
-    setCurrentOnlineSong(song);
-    setCurrentSong(std::nullopt);
+    setCurrent(std::nullopt, song);
     setPlayError(std::nullopt);
     setIsLoading(true);
     m_nowPlayingArtwork.reset();

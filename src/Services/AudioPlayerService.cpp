@@ -120,15 +120,14 @@ void AudioPlayerService::playAt(int index)
         return;
     setCurrentIndex(index);
     if (!m_queue.isEmpty())
-        playSong(Song(m_queue[index]), QList<Song>(m_queue));
+        playSong(Song(m_queue.at(index)), QList<Song>(m_queue));
     else
-        playOnlineSong(OnlineSong(m_onlineQueue[index]), QList<OnlineSong>(m_onlineQueue));
+        playOnlineSong(OnlineSong(m_onlineQueue.at(index)), QList<OnlineSong>(m_onlineQueue));
 }
 
 void AudioPlayerService::next()
 {
-    cancelSeek();
-    setCurrentTime(0);
+    leaveSong();
     if (queueCount() > 0)
         playAt(getNextIndex());
 }
@@ -139,10 +138,20 @@ void AudioPlayerService::previous()
         seek(0);
         return;
     }
-    cancelSeek();
-    setCurrentTime(0);
+    leaveSong();
     if (queueCount() > 0)
         playAt(getPreviousIndex());
+}
+
+/// What next and previous do before they look at the queue.
+void AudioPlayerService::leaveSong()
+{
+    // With nothing to go to the song stays, and a seek under way must still land to let it play on.
+    if (queueCount() > 0)
+        cancelSeek();
+    else
+        m_isSeeking = false;
+    setCurrentTime(0);
 }
 
 void AudioPlayerService::playerDidFinishPlaying()
@@ -234,8 +243,7 @@ void AudioPlayerService::restoreLastPlaybackState()
         return;
     const QUrl url = QUrl::fromLocalFile(snapshot->filePath);
     if (const auto song = m_importService.findImportedSong(url, snapshot->songId)) {
-        setCurrentSong(*song);
-        setCurrentOnlineSong(std::nullopt);
+        setCurrent(*song, std::nullopt);
         setQueue(m_importService.importedSongs());
         setCurrentIndex(indexOrFirst(m_queue, *song));
     } else {
@@ -255,8 +263,7 @@ void AudioPlayerService::restoreLastPlaybackState()
                 fields.artworkData = ArtworkData::inFile(file.filePath().toUtf8(), file.size());
         }
         const Song restored(fields);
-        setCurrentSong(restored);
-        setCurrentOnlineSong(std::nullopt);
+        setCurrent(restored, std::nullopt);
         setQueue({restored});
         setOnlineQueue({});
         setCurrentIndex(0);
@@ -293,22 +300,17 @@ void AudioPlayerService::setCurrentIndex(int value)
     Q_EMIT currentIndexChanged();
 }
 
-void AudioPlayerService::setCurrentSong(const std::optional<Song> &value)
+void AudioPlayerService::setCurrent(const std::optional<Song> &song, const std::optional<OnlineSong> &online)
 {
-    if (!m_currentSong && !value)
-        return;
-    if (m_currentSong && value && m_currentSong->isSameRecord(*value))
-        return;
-    m_currentSong = value;
-    Q_EMIT currentSongChanged();
-}
-
-void AudioPlayerService::setCurrentOnlineSong(const std::optional<OnlineSong> &value)
-{
-    if (!m_currentOnlineSong && !value)
-        return;
-    m_currentOnlineSong = value;
-    Q_EMIT currentOnlineSongChanged();
+    const bool sameSong = m_currentSong ? song && m_currentSong->isSameRecord(*song) : !song.has_value();
+    const bool sameOnline = !m_currentOnlineSong && !online;
+    // Both stand before anybody is told: a listener never meets two current songs.
+    m_currentSong = song;
+    m_currentOnlineSong = online;
+    if (!sameSong)
+        Q_EMIT currentSongChanged();
+    if (!sameOnline)
+        Q_EMIT currentOnlineSongChanged();
 }
 
 void AudioPlayerService::setIsPlaying(bool value)

@@ -136,6 +136,7 @@ private:
     int getNextIndex();
     int getPreviousIndex();
     void playAt(int index);
+    void leaveSong();
     void playerDidFinishPlaying();
     void persistPlaybackState(bool force);
     void persistPlaybackStateIfNeeded();
@@ -171,8 +172,7 @@ private:
     void setQueue(const QList<Song> &value);
     void setOnlineQueue(const QList<OnlineSong> &value);
     void setCurrentIndex(int value);
-    void setCurrentSong(const std::optional<Song> &value);
-    void setCurrentOnlineSong(const std::optional<OnlineSong> &value);
+    void setCurrent(const std::optional<Song> &song, const std::optional<OnlineSong> &online);
     void setIsPlaying(bool value);
     void setIsLoading(bool value);
     void setCurrentTime(double value);

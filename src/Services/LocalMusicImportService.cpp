@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <deque>
 #include <unistd.h>
 
 namespace cadorel {
@@ -51,7 +52,7 @@ SandboxListing listSandbox(const QByteArray &directory, const QSet<QByteArray> &
     removeAbandonedCopies(directory, startedAt);
     SandboxListing listing;
     QSet<QByteArray> gone = known;
-    visitAudioFiles(directory, [&](const QByteArray &path) {
+    visitAudioFiles(directory, BrokenLinks::leaveOut, [&](const QByteArray &path) {
         ++listing.fileCount;
         if (known.contains(path))
             gone.remove(path);
@@ -191,12 +192,14 @@ void LocalMusicImportService::migrateLegacyImportedMusicIfNeeded()
 
 void LocalMusicImportService::loadImportedSongs()
 {
-    const LoadedIndex loaded =
+    const std::optional<LoadedIndex> loaded =
         loadIndex(m_metadataDirectory + "/index.json"_L1, m_metadataDirectory, m_platform.clock->now());
-    print(loaded.log);
-    setImportedSongs(loaded.songs);
+    if (!loaded)
+        return;
+    print(loaded->log);
+    setImportedSongs(loaded->songs);
     m_indexWriter.invalidate();
-    if (loaded.idsChanged) {
+    if (loaded->idsChanged) {
         saveImportedSongsIndex();
         print(u"💾 已保存迁移后的歌曲索引"_s);
     }
@@ -240,9 +243,9 @@ bool LocalMusicImportService::contains(const QString &id) const
 
 QCoro::Task<Extraction> LocalMusicImportService::extract(QString path, QString name)
 {
-    const QFuture<Extraction> extraction = QtConcurrent::run(
+    const QFuture<Extraction> extraction = QtConcurrent::run(m_gate.through(
         [&reader = *m_platform.assetReader, path, name, directory = m_metadataDirectory,
-         now = m_platform.clock->now()] { return extractMetadata(reader, path, name, directory, now); });
+         now = m_platform.clock->now()] { return extractMetadata(reader, path, name, directory, now); }));
     co_return co_await extraction;
 }
 
@@ -257,8 +260,10 @@ QCoro::Task<void> LocalMusicImportService::yieldWhenDue()
         QCoreApplication::instance(),
         [promise = std::make_shared<QPromise<void>>(std::move(promise))] { promise->finish(); },
         Qt::QueuedConnection);
+    const QPointer<LocalMusicImportService> self(this);
     co_await turn;
-    m_sinceYield.restart();
+    if (self)
+        m_sinceYield.restart();
 }
 
 QCoro::Task<void> LocalMusicImportService::importFromFolder(QUrl url)
@@ -296,27 +301,53 @@ QCoro::Task<void> LocalMusicImportService::importFolderContents(QUrl url)
     // Files are copied and read ahead on the thread pool; what is said and listed keeps the order of the
     // files.
     const qsizetype count = files.size();
+    struct Started
+    {
+        QString name;
+        QByteArray target;
+        bool isClaimed = false;
+        bool isLate = false;
+    };
     OrderedJobs<StoredFile> jobs;
-    QSet<QString> claimed;
-    qsizetype started = 0;
+    std::deque<Started> ahead;
+    qsizetype nextToStart = 0;
     int imported = 0;
     int skipped = 0;
     for (qsizetype i = 0; i < count; ++i) {
-        while (started < count && jobs.hasRoom()) {
-            const QByteArray &source = files[started++];
-            const QString name = displayName(source);
-            const QString target = targetPath(name);
-            // The second of two files of one name waits for no disk: the first one has the name.
-            const bool isTaken = claimed.contains(target);
-            claimed.insert(target);
-            m_claimedPaths.insert(target.toUtf8());
-            jobs.add([this, source, name, isTaken] { return storeFile(source, name, isTaken); });
+        while (nextToStart < count && jobs.hasRoom()) {
+            const QByteArray source = files[nextToStart++];
+            Started started{.name = displayName(source), .target = {}};
+            started.target = targetPath(started.name).toUtf8();
+            // What lies there already is claimed by nobody, or a scan would pass it over.
+            if (!QFile::exists(QString::fromUtf8(started.target))) {
+                started.isClaimed = m_claims.claim(started.target);
+                started.isLate = !started.isClaimed;
+            }
+            // Somebody is filling the name: whether it is taken is known when he has ended.
+            if (!started.isLate) {
+                jobs.add(
+                    m_gate.through([this, source, name = started.name] { return storeFile(source, name); }));
+            }
+            ahead.push_back(std::move(started));
         }
-        const QString name = displayName(files[i]);
+        const Started current = std::move(ahead.front());
+        ahead.pop_front();
+        const QString &name = current.name;
         setImportProgress(static_cast<double>(i) / static_cast<double>(count));
         setImportProgressText(u"正在导入 "_s + QString::number(i + 1) + u'/' + QString::number(count) +
                               u": "_s + name);
-        const StoredFile stored = co_await jobs.next();
+        StoredFile stored;
+        if (current.isLate) {
+            while (!m_claims.claim(current.target)) {
+                co_await m_claims.released(current.target);
+                if (!self)
+                    co_return;
+            }
+            stored = co_await QtConcurrent::run(
+                m_gate.through([this, source = files[i], name] { return storeFile(source, name); }));
+        } else {
+            stored = co_await jobs.next();
+        }
         if (!self)
             co_return;
         switch (stored.outcome) {
@@ -334,7 +365,8 @@ QCoro::Task<void> LocalMusicImportService::importFolderContents(QUrl url)
             ++imported;
             break;
         }
-        m_claimedPaths.remove(targetPath(name).toUtf8());
+        if (current.isClaimed || current.isLate)
+            m_claims.release(current.target);
         co_await yieldWhenDue();
         if (!self)
             co_return;
@@ -350,12 +382,12 @@ QCoro::Task<void> LocalMusicImportService::importFolderContents(QUrl url)
 }
 
 /// Copies one file into the store and reads its tags. On the thread pool: touches nothing that changes.
-LocalMusicImportService::StoredFile
-LocalMusicImportService::storeFile(const QByteArray &source, const QString &name, bool targetTaken) const
+LocalMusicImportService::StoredFile LocalMusicImportService::storeFile(const QByteArray &source,
+                                                                       const QString &name) const
 {
     StoredFile stored;
     const QString target = targetPath(name);
-    if (targetTaken || QFile::exists(target)) {
+    if (QFile::exists(target)) {
         stored.outcome = StoredFile::Outcome::existed;
         return stored;
     }
@@ -395,17 +427,23 @@ QCoro::Task<std::optional<Song>> LocalMusicImportService::importOne(QUrl url)
     }
     const QString target = targetPath(name);
     print(u"📍 目标路径: "_s + target);
+    const QByteArray claimed = target.toUtf8();
+    while (m_claims.contains(claimed)) {
+        co_await m_claims.released(claimed);
+        if (!self)
+            co_return std::nullopt;
+    }
     const bool existed = QFile::exists(target);
     if (existed) {
         print(u"⏭️ 文件已存在，跳过"_s);
     } else {
-        m_claimedPaths.insert(target.toUtf8());
+        m_claims.claim(claimed);
         const std::expected<void, CopyError> copied = co_await QtConcurrent::run(
             [path, target] { return copyAudioFile(QFile::encodeName(path), QFile::encodeName(target)); });
         if (!self)
             co_return std::nullopt;
         if (!copied) {
-            m_claimedPaths.remove(target.toUtf8());
+            m_claims.release(claimed);
             setImportError(u"导入失败: "_s + copied.error().description);
             print(u"❌ 导入失败: "_s + copied.error().description);
             co_return std::nullopt;
@@ -416,13 +454,14 @@ QCoro::Task<std::optional<Song>> LocalMusicImportService::importOne(QUrl url)
     if (!self)
         co_return std::nullopt;
     print(extraction.log);
-    m_claimedPaths.remove(target.toUtf8());
     if (!existed || !contains(extraction.song.id())) {
         append(extraction.song);
         saveImportedSongsIndex();
     }
-    if (!existed)
+    if (!existed) {
+        m_claims.release(claimed);
         print(u"✅ 歌曲导入成功: "_s + extraction.song.title());
+    }
     co_return extraction.song;
 }
 
@@ -513,7 +552,7 @@ QCoro::Task<void> LocalMusicImportService::scanSandbox()
     print(u"📁 沙盒中有 "_s + QString::number(listing.fileCount) + u" 个音频文件"_s);
     QList<QByteArray> newFiles;
     for (const QByteArray &path : listing.newFiles) {
-        if (!m_claimedPaths.contains(path) && !m_pathsListedDuringScan.contains(path))
+        if (!m_claims.contains(path) && !m_pathsListedDuringScan.contains(path))
             newFiles.append(path);
     }
     print(u"🆕 发现 "_s + QString::number(newFiles.size()) + u" 个新文件"_s);
@@ -527,18 +566,19 @@ QCoro::Task<void> LocalMusicImportService::scanSandbox()
     int added = 0;
     for (qsizetype next = 0; next < newFiles.size() || !jobs.isEmpty();) {
         while (next < newFiles.size() && jobs.hasRoom()) {
-            jobs.add([&reader = *m_platform.assetReader,
-                      files = newFiles.sliced(next, std::min(filesPerJob, newFiles.size() - next)),
-                      directory = m_metadataDirectory, now = m_platform.clock->now()] {
-                QList<Extraction> extractions;
-                for (const QByteArray &file : files) {
-                    const QString path = QString::fromUtf8(file);
-                    extractions.append(extractMetadata(
-                        reader, path, LocalMusicImportService::originalName(path.section(u'/', -1)),
-                        directory, now));
-                }
-                return extractions;
-            });
+            jobs.add(
+                m_gate.through([&reader = *m_platform.assetReader,
+                                files = newFiles.sliced(next, std::min(filesPerJob, newFiles.size() - next)),
+                                directory = m_metadataDirectory, now = m_platform.clock->now()] {
+                    QList<Extraction> extractions;
+                    for (const QByteArray &file : files) {
+                        const QString path = QString::fromUtf8(file);
+                        extractions.append(extractMetadata(
+                            reader, path, LocalMusicImportService::originalName(path.section(u'/', -1)),
+                            directory, now));
+                    }
+                    return extractions;
+                }));
             next += filesPerJob;
         }
         const QList<Extraction> extractions = co_await jobs.next();
@@ -677,7 +717,7 @@ QCoro::Task<QString> LocalMusicImportService::getImportedMusicSize() const
 {
     const qint64 bytes = co_await QtConcurrent::run([directory = QFile::encodeName(m_musicDirectory)] {
         qint64 sum = 0;
-        visitAudioFiles(directory,
+        visitAudioFiles(directory, BrokenLinks::leaveOut,
                         [&sum](const QByteArray &path) { sum += QFileInfo(QFile::decodeName(path)).size(); });
         return sum;
     });

@@ -4,7 +4,9 @@
 #include "Models/Song.h"
 #include "Platform/Platform.h"
 #include "Services/Import/AudioFiles.h"
+#include "Services/Import/ImportClaims.h"
 #include "Services/Import/ImportIndexWriter.h"
+#include "Services/Import/JobGate.h"
 #include "Services/Import/MetadataExtractor.h"
 
 #include <QCoroTask>
@@ -127,7 +129,7 @@ private:
     QCoro::Task<void> importFolderContents(QUrl url);
     QCoro::Task<std::optional<Song>> importOne(QUrl url);
     QCoro::Task<Extraction> extract(QString path, QString originalName);
-    StoredFile storeFile(const QByteArray &source, const QString &name, bool targetTaken) const;
+    StoredFile storeFile(const QByteArray &source, const QString &name) const;
     QCoro::Task<void> yieldWhenDue();
     void dropSongsWithoutFile(const QSet<QByteArray> &missing);
     bool contains(const QString &id) const;
@@ -160,13 +162,13 @@ private:
     double m_importProgress = 0;
     QString m_importProgressText;
 
-    /// Stored paths that an import has claimed and not yet listed: a scan beside it leaves them alone.
-    QSet<QByteArray> m_claimedPaths;
+    ImportClaims m_claims;
     /// Paths listed since the running scan looked.
     QSet<QByteArray> m_pathsListedDuringScan;
     QElapsedTimer m_sinceYield;
     QDateTime m_startedAt;
     ImportIndexWriter m_indexWriter;
+    JobGate m_gate;
 };
 
 } // namespace cadorel

@@ -31,7 +31,7 @@ QtObject {
 
     readonly property int trackHeight: 4
     readonly property int handleSize: 16
-    readonly property int volumeWidth: 84
+    readonly property int volumeWidth: 96
     readonly property int scrollBarWidth: 6
 
     readonly property int phoneWidth: 390
@@ -40,12 +40,11 @@ QtObject {
     readonly property int minimumHeight: 480
     /// From this width on, the player bar stands in one line.
     readonly property int wideWidth: 700
-    readonly property int contentWidth: 800
-    readonly property int playerWidth: 1080
+    readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208
-    readonly property int textBlockWidth: 300
+    readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
     readonly property int sheetDuration: 300

@@ -62,4 +62,9 @@ bool hasSymbol(const QString &name)
     return files().contains(name);
 }
 
+QStringList symbolNames()
+{
+    return files().keys();
+}
+
 } // namespace cadorel

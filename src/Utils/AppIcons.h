@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace cadorel {
 
@@ -12,5 +13,8 @@ QString symbolFile(const QString &name);
 
 /// Whether symbolFile() knows the name.
 bool hasSymbol(const QString &name);
+
+/// Every known name.
+QStringList symbolNames();
 
 } // namespace cadorel

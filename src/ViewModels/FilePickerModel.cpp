@@ -6,6 +6,7 @@
 #include <QCollator>
 #include <QDir>
 #include <QDirIterator>
+#include <QFutureWatcher>
 #include <QStandardPaths>
 
 namespace cadorel {
@@ -116,12 +117,15 @@ void FilePickerModel::open(const QString &path)
     const quint64 request = ++m_latestRequest;
     const QString folder = QDir::cleanPath(path);
     setLoading(true);
-    QtConcurrent::run([folder, extensions = m_extensions] {
-        return list(folder, extensions);
-    }).then(this, [this, request, folder](const Listing &listing) {
+    // A watcher goes with the model; a continuation with a context that is gone would end the program.
+    auto *watcher = new QFutureWatcher<Listing>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, request, folder] {
+        watcher->deleteLater();
         if (request == m_latestRequest)
-            show(folder, listing);
+            show(folder, watcher->result());
     });
+    watcher->setFuture(
+        QtConcurrent::run([folder, extensions = m_extensions] { return list(folder, extensions); }));
 }
 
 FilePickerModel::Listing FilePickerModel::list(const QString &path, const QStringList &extensions)
@@ -140,7 +144,8 @@ FilePickerModel::Listing FilePickerModel::list(const QString &path, const QStrin
         if (isFolder || extensions.contains(info.suffix().toLower()))
             entries.append({.name = info.fileName(), .isFolder = isFolder});
     }
-    QCollator collator;
+    // Without a language, numbers would not sort by their value.
+    QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(entries.begin(), entries.end(), [&collator](const Entry &a, const Entry &b) {

@@ -15,8 +15,14 @@ class FakeRandom : public Random
 public:
     QList<int> indexes;
     QList<double> reals;
+    /// The bounds that index() was asked for, in order.
+    QList<int> counts;
 
-    int index(int count) override { return indexes.isEmpty() ? 0 : std::min(indexes.takeFirst(), count - 1); }
+    int index(int count) override
+    {
+        counts.append(count);
+        return indexes.isEmpty() ? 0 : std::min(indexes.takeFirst(), count - 1);
+    }
     double real(double low, double high) override
     {
         return reals.isEmpty() ? low : std::clamp(reals.takeFirst(), low, high);

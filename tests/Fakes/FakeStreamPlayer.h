@@ -41,6 +41,7 @@ public:
     void fail(const QString &description);
     /// Answers loadDuration(), now or when it is asked; only the first answer counts.
     void answerDuration(std::expected<double, QString> seconds);
+    bool isDurationAnswered() const { return m_durationPromise.future().isFinished(); }
     void reachEnd() { Q_EMIT didPlayToEnd(); }
 
 private:

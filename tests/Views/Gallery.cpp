@@ -120,6 +120,12 @@ void libraryStates(const Gallery &gallery)
     QTest::mouseMove(test.window, TestWindow::centre(test.row(5)));
     gallery.save(test, u"keyboard-and-hover"_s);
 
+    if (test.shows(u"volumeButton"_s)) {
+        test.click(u"volumeButton"_s);
+        gallery.save(test, u"volume"_s);
+        QTest::keyClick(test.window, Qt::Key_Escape);
+    }
+
     test.click(u"importButton"_s);
     gallery.save(test, u"import-menu"_s);
     QTest::keyClick(test.window, Qt::Key_Escape);

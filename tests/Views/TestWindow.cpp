@@ -21,16 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QQuickItem *findItem(QQuickItem *root, const QString &name)
+template <typename Visitor>
+void visitItems(QQuickItem *root, const Visitor &visitor)
 {
-    if (root->objectName() == name)
-        return root;
+    visitor(root);
     const QList<QQuickItem *> children = root->childItems();
-    for (QQuickItem *child : children) {
-        if (QQuickItem *found = findItem(child, name))
-            return found;
-    }
-    return nullptr;
+    for (QQuickItem *child : children)
+        visitItems(child, visitor);
 }
 
 void writeFile(const QString &path)
@@ -149,7 +146,22 @@ bool TestWindow::show()
 
 QQuickItem *TestWindow::item(const QString &name) const
 {
-    return findItem(window->contentItem(), name);
+    QQuickItem *found = nullptr;
+    visitItems(window->contentItem(), [&](QQuickItem *candidate) {
+        if (candidate->objectName() == name && (!found || (!found->isVisible() && candidate->isVisible())))
+            found = candidate;
+    });
+    return found;
+}
+
+QList<QQuickItem *> TestWindow::visibleItems() const
+{
+    QList<QQuickItem *> items;
+    visitItems(window->contentItem(), [&items](QQuickItem *candidate) {
+        if (candidate->isVisible())
+            items.append(candidate);
+    });
+    return items;
 }
 
 bool TestWindow::shows(const QString &name) const

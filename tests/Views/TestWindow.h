@@ -48,8 +48,9 @@ public:
     /// Loads the window and waits until it is shown.
     bool show();
 
-    /// The item of that name that is in the scene, popups included; null when there is none.
+    /// The item of that name in the scene, popups included, rather one that is seen; null when there is none.
     QQuickItem *item(const QString &name) const;
+    QList<QQuickItem *> visibleItems() const;
     /// Whether item() is there and seen.
     bool shows(const QString &name) const;
     /// The object of that name anywhere below the window: popups and dialogs are no items.

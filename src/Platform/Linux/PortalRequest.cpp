@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/PortalRequest.h"
 
+#include <QDBusArgument>
 #include <QDBusServiceWatcher>
 #include <QUuid>
 
@@ -11,37 +12,37 @@ using namespace Qt::StringLiterals;
 namespace cadorel {
 
 PortalRequest::PortalRequest(const QDBusConnection &bus, const QString &portal)
-    : m_bus(bus)
-    , m_portal(portal)
-    , m_token(u"cadorel_"_s + QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()))
+    : m_token(u"cadorel_"_s + QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex()))
 {
     m_answer.start();
     auto *watcher = new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { finish({}); });
-    // The form of the path is a rule of the portal: the caller's unique name without the colon, the token.
-    listen(u"/org/freedesktop/portal/desktop/request/%1/%2"_s.arg(
-        bus.baseService().sliced(1).replace(u'.', u'_'), m_token));
+    // Of every handle: portals before 0.9 choose their own, and the answer can come before its handle.
+    QDBusConnection(bus).connect(portal, QString(), u"org.freedesktop.portal.Request"_s, u"Response"_s, this,
+                                 SLOT(receive(QDBusMessage)));
 }
 
 PortalRequest::~PortalRequest() = default;
 
 void PortalRequest::setHandle(const QString &path)
 {
-    if (path != m_path)
-        listen(path);
+    m_handle = path;
+    if (const auto early = m_earlyAnswers.constFind(path); early != m_earlyAnswers.cend())
+        finish(*early);
+    m_earlyAnswers.clear();
 }
 
-void PortalRequest::listen(const QString &path)
+void PortalRequest::receive(const QDBusMessage &message)
 {
-    m_path = path;
-    m_bus.connect(m_portal, path, u"org.freedesktop.portal.Request"_s, u"Response"_s, this,
-                  SLOT(receive(uint, QVariantMap)));
-}
-
-void PortalRequest::receive(uint response, const QVariantMap &results)
-{
+    const QList<QVariant> arguments = message.arguments();
+    const uint response = arguments.value(0).toUInt();
     const bool isKnown = response <= static_cast<uint>(Ending::other);
-    finish({.ending = isKnown ? static_cast<Ending>(response) : Ending::other, .results = results});
+    const Answer answer{.ending = isKnown ? static_cast<Ending>(response) : Ending::other,
+                        .results = qdbus_cast<QVariantMap>(arguments.value(1))};
+    if (m_handle.isEmpty())
+        m_earlyAnswers.insert(message.path(), answer);
+    else if (message.path() == m_handle)
+        finish(answer);
 }
 
 void PortalRequest::finish(const Answer &answer)

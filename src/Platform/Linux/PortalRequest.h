@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QFuture>
+#include <QHash>
 #include <QObject>
 #include <QPromise>
 #include <QVariantMap>
@@ -32,22 +34,21 @@ public:
 
     /// Value of the option "handle_token" that goes with the call.
     QString token() const { return m_token; }
-    /// Takes over the handle that the call returned: portals before 0.9 choose their own.
+    /// Tells the handle that the call returned; an answer under it may have come already.
     void setHandle(const QString &path);
     /// The answer; finished as soon as it is there, also if nobody waits yet.
     QFuture<Answer> answer() { return m_answer.future(); }
 
 private Q_SLOTS:
-    void receive(uint response, const QVariantMap &results);
+    void receive(const QDBusMessage &message);
 
 private:
-    void listen(const QString &path);
     void finish(const Answer &answer);
 
-    QDBusConnection m_bus;
-    const QString m_portal;
     const QString m_token;
-    QString m_path;
+    QString m_handle;
+    /// Answers by handle that came before ours was known.
+    QHash<QString, Answer> m_earlyAnswers;
     QPromise<Answer> m_answer;
     bool m_isFinished = false;
 };

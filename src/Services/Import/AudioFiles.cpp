@@ -130,7 +130,7 @@ QStringList supportedTypes()
     return types;
 }
 
-void visitAudioFiles(const QByteArray &nativeDirectory,
+void visitAudioFiles(const QByteArray &nativeDirectory, BrokenLinks brokenLinks,
                      const std::function<void(const QByteArray &path)> &visit)
 {
     DIR *directory = ::opendir(nativeDirectory.constData());
@@ -147,7 +147,7 @@ void visitAudioFiles(const QByteArray &nativeDirectory,
             struct stat status{};
             if (::fstatat(::dirfd(directory), name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
                 continue;
-            type = S_ISDIR(status.st_mode) ? DT_DIR : S_ISLNK(status.st_mode) ? DT_LNK : DT_REG;
+            type = static_cast<unsigned char>(IFTODT(status.st_mode));
         }
         if (type == DT_DIR) {
             folders.append(name);
@@ -155,10 +155,10 @@ void visitAudioFiles(const QByteArray &nativeDirectory,
             if (hasSupportedExtension(name))
                 files.append(name);
         } else if (type == DT_LNK && hasSupportedExtension(name)) {
-            // A link to a file counts, a broken one too: its copy fails with a message. A link to a folder
-            // does not.
+            // A link to a file counts, a link to a folder does not.
             struct stat status{};
-            if (::fstatat(::dirfd(directory), name.constData(), &status, 0) != 0 || S_ISREG(status.st_mode))
+            const bool isBroken = ::fstatat(::dirfd(directory), name.constData(), &status, 0) != 0;
+            if (isBroken ? brokenLinks == BrokenLinks::include : S_ISREG(status.st_mode))
                 files.append(name);
         }
     }
@@ -170,13 +170,14 @@ void visitAudioFiles(const QByteArray &nativeDirectory,
         visit(prefix + name);
     std::sort(folders.begin(), folders.end());
     for (const QByteArray &name : std::as_const(folders))
-        visitAudioFiles(prefix + name, visit);
+        visitAudioFiles(prefix + name, brokenLinks, visit);
 }
 
 QList<QByteArray> findAudioFiles(const QByteArray &nativeDirectory)
 {
     QList<QByteArray> found;
-    visitAudioFiles(nativeDirectory, [&](const QByteArray &path) { found.append(path); });
+    visitAudioFiles(nativeDirectory, BrokenLinks::include,
+                    [&](const QByteArray &path) { found.append(path); });
     return found;
 }
 

@@ -22,13 +22,16 @@ bool hasSupportedExtension(const QByteArray &nativeName);
 /// type that the system knows for it.
 QStringList supportedTypes();
 
+/// What a walk does with a link whose file is gone.
+enum class BrokenLinks { include, leaveOut };
+
 /// Walks a directory deeply, hidden entries left out, and calls @p visit with the native path of every audio
 /// file, in the order of names, a folder's own files before those of its subfolders. Links to folders are not
 /// followed, so no loop of links can trap the walk; a folder that cannot be read is passed over. Any thread.
-void visitAudioFiles(const QByteArray &nativeDirectory,
+void visitAudioFiles(const QByteArray &nativeDirectory, BrokenLinks brokenLinks,
                      const std::function<void(const QByteArray &path)> &visit);
 
-/// The same as a list.
+/// The same as a list, broken links included: the copy of one fails with a message.
 QList<QByteArray> findAudioFiles(const QByteArray &nativeDirectory);
 
 /// Last component of a native path as text; bytes that are not UTF-8 become replacement characters.

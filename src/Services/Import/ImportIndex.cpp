@@ -263,15 +263,16 @@ std::optional<std::vector<Record>> readRecords(simdjson::ondemand::parser &parse
 
 } // namespace
 
-LoadedIndex loadIndex(const QString &indexPath, const QString &metadataDirectory, const QDateTime &now)
+std::optional<LoadedIndex> loadIndex(const QString &indexPath, const QString &metadataDirectory,
+                                     const QDateTime &now)
 {
     const auto text = simdjson::padded_string::load(QFile::encodeName(indexPath).toStdString());
     if (text.error() != simdjson::SUCCESS)
-        return {};
+        return std::nullopt;
     simdjson::ondemand::parser parser;
     const std::optional<std::vector<Record>> records = readRecords(parser, text.value_unsafe());
     if (!records)
-        return {};
+        return std::nullopt;
 
     const RecordMapper mapper(metadataDirectory, now);
     // Parts of the file go to all processors; a small library is not worth waking one.

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace cadorel {
 
 /// What an index file gave.
@@ -20,12 +22,13 @@ struct LoadedIndex
     QStringList log;
 };
 
-/// Reads the songs of "index.json". A file that is missing, torn or no array of objects gives no songs; a
+/// Reads the songs of "index.json". A file that is missing, torn or no array of objects gives nothing; a
 /// record that lacks a value or whose audio file is gone is dropped. Opens no picture. Any thread; uses all
 /// processors.
 /// @param metadataDirectory where covers lie beside the index
 /// @param now the date of records that have none
-LoadedIndex loadIndex(const QString &indexPath, const QString &metadataDirectory, const QDateTime &now);
+std::optional<LoadedIndex> loadIndex(const QString &indexPath, const QString &metadataDirectory,
+                                     const QDateTime &now);
 
 /// The records of some songs, one JSON object each with commas between: what stands inside the index's
 /// brackets.

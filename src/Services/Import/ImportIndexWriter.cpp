@@ -4,6 +4,7 @@
 #include "Services/Import/ImportIndex.h"
 
 #include <QFile>
+#include <QPointer>
 #include <QtConcurrent>
 
 #include <QCoroFuture>
@@ -55,7 +56,8 @@ QFuture<void> ImportIndexWriter::request()
 
 QCoro::Task<void> ImportIndexWriter::idle()
 {
-    while (m_starting || !m_served.empty())
+    const QPointer<ImportIndexWriter> self(this);
+    while (self && (m_starting || !m_served.empty()))
         co_await (m_waiting.empty() ? m_served.back() : m_waiting.back()).future();
 }
 

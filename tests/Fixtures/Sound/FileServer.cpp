@@ -2,6 +2,7 @@
 #include "Fixtures/Sound/FileServer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cadorel {
 
@@ -38,6 +39,13 @@ void FileServer::holdAt(std::optional<qint64> offset)
 {
     m_limit = offset;
     give();
+}
+
+void FileServer::breakConnections()
+{
+    for (const Answer &answer : std::exchange(m_answers, {}))
+        if (answer.socket)
+            answer.socket->abort();
 }
 
 void FileServer::accept()
@@ -83,18 +91,19 @@ void FileServer::give()
 {
     constexpr qint64 piece = 16 * 1024;
     const qint64 end = std::min<qint64>(m_content.size(), m_limit.value_or(m_content.size()));
+    m_answers.removeIf([](const Answer &answer) {
+        return !answer.socket || answer.socket->state() != QAbstractSocket::ConnectedState;
+    });
     for (Answer &answer : m_answers) {
-        while (answer.socket && answer.next < end && answer.socket->bytesToWrite() < 4 * piece) {
+        while (answer.socket->state() == QAbstractSocket::ConnectedState && answer.next < end && answer.socket->bytesToWrite() < 4 * piece) {
             const qint64 length = std::min(piece, end - answer.next);
             answer.socket->write(m_content.constData() + answer.next, length);
             answer.next += length;
             m_given += length;
         }
-        if (answer.socket && answer.next >= m_content.size())
+        if (answer.next >= m_content.size())
             answer.socket->disconnectFromHost();
     }
-    m_answers.removeIf(
-        [this](const Answer &answer) { return !answer.socket || answer.next >= m_content.size(); });
 }
 
 } // namespace cadorel

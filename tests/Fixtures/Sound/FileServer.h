@@ -33,6 +33,9 @@ public:
     /// Takes requests and never answers while true.
     void setSilent(bool silent) { m_silent = silent; }
 
+    /// Breaks every connection; new ones are answered as before.
+    void breakConnections();
+
     int requests() const { return m_requests; }
     qint64 bytesGiven() const { return m_given; }
 

@@ -140,15 +140,7 @@ bool FakePortal::openFile(const QDBusMessage &message, const QDBusConnection &co
     const QDBusMessage handle = message.createReply(QVariant::fromValue(QDBusObjectPath(path)));
     if (answersEarly)
         return connection.send(answer) && connection.send(handle);
-    if (!connection.send(handle))
-        return false;
-    if (choosesPath) {
-        // Such a portal answers when the person does, long after the caller has read the path.
-        QMetaObject::invokeMethod(
-            this, [connection, answer] { connection.send(answer); }, Qt::QueuedConnection);
-        return true;
-    }
-    return leavesOpen || connection.send(answer);
+    return connection.send(handle) && (leavesOpen || connection.send(answer));
 }
 
 } // namespace cadorel

@@ -23,8 +23,8 @@ private Q_SLOTS:
     void cancelGivesAnEmptyList();
     void anotherEndingGivesNothing();
     void readsAddresses();
-    void anAnswerBeforeTheHandleCounts();
-    void aPathOfThePortalsOwnCounts();
+    void theOrderOfAnswerAndHandleDoesNotMatter_data();
+    void theOrderOfAnswerAndHandleDoesNotMatter();
     void twoDialogsAtOnceKeepTheirAnswers();
     void withoutAPortalThereIsNothing();
     void withoutABusThereIsNothing();
@@ -124,23 +124,26 @@ void PortalFilePickerTest::readsAddresses()
     QVERIFY(m_portal->appear());
     m_portal->uris = {u"file:///%E9%9F%B3%E4%B9%90/a%20%23%3F%25.mp3"_s};
     const Picked picked = result(picker().pick(files()));
-    QVERIFY(picked.has_value());
-    QCOMPARE(picked->value(0).toLocalFile(), u"/音乐/a #?%.mp3"_s);
+    QCOMPARE(picked.value_or(QList<QUrl>()).value(0).toLocalFile(), u"/音乐/a #?%.mp3"_s);
 }
 
-void PortalFilePickerTest::anAnswerBeforeTheHandleCounts()
+void PortalFilePickerTest::theOrderOfAnswerAndHandleDoesNotMatter_data()
 {
-    QVERIFY(m_portal->appear());
-    m_portal->answersEarly = true;
-    m_portal->uris = {u"file:///a.mp3"_s};
-    QCOMPARE(result(picker().pick(files())), Picked({QUrl(u"file:///a.mp3"_s)}));
+    QTest::addColumn<bool>("answersEarly");
+    QTest::addColumn<bool>("choosesPath");
+    QTest::newRow("late") << false << false;
+    QTest::newRow("early") << true << false;
+    QTest::newRow("late, a path of the portal's own") << false << true;
+    QTest::newRow("early, a path of the portal's own") << true << true;
 }
 
-void PortalFilePickerTest::aPathOfThePortalsOwnCounts()
+void PortalFilePickerTest::theOrderOfAnswerAndHandleDoesNotMatter()
 {
+    QFETCH(bool, answersEarly);
+    QFETCH(bool, choosesPath);
     QVERIFY(m_portal->appear());
-    m_portal->choosesPath = true;
-    m_portal->leavesOpen = true;
+    m_portal->answersEarly = answersEarly;
+    m_portal->choosesPath = choosesPath;
     m_portal->uris = {u"file:///a.mp3"_s};
     QCOMPARE(result(picker().pick(files())), Picked({QUrl(u"file:///a.mp3"_s)}));
 }
@@ -221,7 +224,7 @@ void PortalFilePickerTest::aPortalThatVanishesGivesNothing()
     QVERIFY(!picked.has_value());
     m_portal->vanish();
     QTRY_VERIFY(picked.has_value());
-    QCOMPARE(*picked, std::nullopt);
+    QVERIFY(picked && !picked->has_value());
 }
 
 void PortalFilePickerTest::thePickerMayGoBeforeTheAnswer()

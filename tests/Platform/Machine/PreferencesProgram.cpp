@@ -17,6 +17,7 @@ int main(int argc, char **argv)
     std::fflush(stdout);
     for (qint64 count = 0;; ++count) {
         preferences.setInt(u"count"_s, count);
-        preferences.setData(u"large"_s, QByteArray(2 * 1024 * 1024, static_cast<char>('a' + count % 26)));
+        preferences.setData(u"large"_s, QByteArray(2 * cadorel::SqlitePreferences::largeBytes,
+                                                   static_cast<char>('a' + count % 26)));
     }
 }

@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype aboveLarge = SqlitePreferences::largeBytes + 1;
+constexpr qsizetype pageBytes = 4096;
 constexpr qsizetype aboveLazy = SqlitePreferences::lazyBytes + 1;
 
 /// A connection of the test's own to the database.
@@ -198,7 +199,7 @@ void SqlitePreferencesTest::survivesBeingKilled()
     QCOMPARE(preferences.stringValue(u"state"_s), u"written"_s);
     QVERIFY(preferences.intValue(u"count"_s));
     const QByteArray large = preferences.dataValue(u"large"_s).value_or(QByteArray());
-    QCOMPARE(large.size(), 2 * 1024 * 1024);
+    QCOMPARE(large.size(), 2 * SqlitePreferences::largeBytes);
     QCOMPARE(large.count(large.front()), large.size());
     QVERIFY(setAside().isEmpty());
 }
@@ -314,8 +315,8 @@ void SqlitePreferencesTest::theLogIsMovedIntoTheFileWhileRunning()
 void SqlitePreferencesTest::twoStoresDoNotDisturbEachOther()
 {
     SqlitePreferences first(file());
-    SqlitePreferences second(m_directory->filePath(u"other.sqlite"_s));
     first.setInt(u"key"_s, 1);
+    SqlitePreferences second(m_directory->filePath(u"other.sqlite"_s));
     second.setInt(u"key"_s, 2);
     QCOMPARE(first.intValue(u"key"_s), 1);
     QCOMPARE(second.intValue(u"key"_s), 2);
@@ -339,7 +340,7 @@ void SqlitePreferencesTest::damageIsSetAside()
             preferences.setString(QString::number(i), QString(200, u'x'));
     }
     const QByteArray good = readFile(file());
-    QVERIFY(good.size() > 10 * 4096);
+    QVERIFY(good.size() > 10 * pageBytes);
     QByteArray bad;
     if (damage == u"garbage")
         bad = QByteArray(5000, 'g');
@@ -350,9 +351,9 @@ void SqlitePreferencesTest::damageIsSetAside()
     else if (damage == u"truncated page")
         bad = good.first(1000);
     else if (damage == u"truncated file")
-        bad = good.first(4096 * 3);
+        bad = good.first(3 * pageBytes);
     else if (damage == u"broken pages")
-        bad = good.first(4096) + QByteArray(good.size() - 4096, '\xee');
+        bad = good.first(pageBytes) + QByteArray(good.size() - pageBytes, '\xee');
     QVERIFY(QFile::remove(file()));
     if (damage == u"directory") {
         QVERIFY(QDir().mkpath(file() + u"/inside"_s));
@@ -417,8 +418,8 @@ void SqlitePreferencesTest::damageWhileRunningKeepsWhatIsKnown()
         QTRY_COMPARE(database.value(u"PRAGMA wal_checkpoint(TRUNCATE)"_s).toInt(), 0);
         QFile content(file());
         QVERIFY(content.open(QIODevice::ReadWrite));
-        QVERIFY(content.seek(4096));
-        const qint64 size = content.size() - 4096;
+        QVERIFY(content.seek(pageBytes));
+        const qint64 size = content.size() - pageBytes;
         QCOMPARE(content.write(QByteArray(size, '\xee')), size);
         content.close();
         // A commit of another connection makes the store read its pages anew.

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void loadsOnlyTheLastOfManyItems();
     void survivesManyItemsOneAfterTheOther();
     void endedItemPlaysFromWhereItWasSoughtTo();
+    void seekToTheEndWhilePausedEndsWhenPlayed_data();
     void seekToTheEndWhilePausedEndsWhenPlayed();
     void seekBeyondTheEndWhilePlayingEnds();
     void observersHearTimePassAndNoMoreThanTheDuration();
@@ -216,9 +217,18 @@ void TestMpvStreamPlayer::endedItemPlaysFromWhereItWasSoughtTo()
     QCOMPARE(ends.size(), 1);
 }
 
+void TestMpvStreamPlayer::seekToTheEndWhilePausedEndsWhenPlayed_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("flac") << u"end.flac"_s;
+    QTest::newRow("mp3") << u"end.mp3"_s;
+    QTest::newRow("m4a") << u"end.m4a"_s;
+}
+
 void TestMpvStreamPlayer::seekToTheEndWhilePausedEndsWhenPlayed()
 {
-    const auto item = load(m_song);
+    QFETCH(const QString, name);
+    const auto item = load(m_files.make(name, {{440, 3}}));
     QVERIFY(becomesReady(item));
     QSignalSpy ends(item.get(), &PlayerItem::didPlayToEnd);
     QVERIFY(seekFinishes(item->duration()));

@@ -166,6 +166,33 @@ void ImportFixture::giveTo(uint user) const
         give(walk.next());
 }
 
+QStringList recorded(ImportFixture &fixture, const std::function<void()> &operation)
+{
+    using Service = LocalMusicImportService;
+    const Service &service = fixture.service();
+    QStringList events;
+    QObject context;
+    const auto flag = [](bool value) { return value ? u"true"_s : u"false"_s; };
+    const auto record = [&](void (Service::*signal)(), std::function<QString()> text) {
+        QObject::connect(&service, signal, &context, [&events, text] { events.append(text()); });
+    };
+    record(&Service::importedSongsChanged,
+           [&] { return u"songs "_s + QString::number(service.importedSongs().size()); });
+    record(&Service::isImportingChanged, [&] { return u"importing "_s + flag(service.isImporting()); });
+    record(&Service::isScanningChanged, [&] { return u"scanning "_s + flag(service.isScanning()); });
+    record(&Service::importErrorChanged, [&] { return u"error "_s + service.importErrorText(); });
+    record(&Service::lastScanDateChanged, [] { return u"date"_s; });
+    record(&Service::newSongsFoundChanged,
+           [&] { return u"found "_s + QString::number(service.newSongsFound()); });
+    record(&Service::importProgressChanged,
+           [&] { return u"progress "_s + QString::number(service.importProgress()); });
+    record(&Service::importProgressTextChanged, [&] { return u"text "_s + service.importProgressText(); });
+    fixture.console().setListener([&events](const QString &line) { events.append(line); });
+    operation();
+    fixture.console().setListener({});
+    return events;
+}
+
 FakeTag textTag(const QString &identifier, const QString &text, std::optional<CommonKey> key)
 {
     return {.identifier = identifier, .commonKey = key, .string = text, .data = std::nullopt};

@@ -120,6 +120,10 @@ private:
     std::unique_ptr<LocalMusicImportService> m_service;
 };
 
+/// What a service publishes and prints, in one order: "importing true", "progress 0.5", "text …", "songs 2",
+/// "found 1", "date", "error …", "scanning true", and the printed lines as they are.
+QStringList recorded(ImportFixture &fixture, const std::function<void()> &operation);
+
 /// A tag with a text.
 FakeTag textTag(const QString &identifier, const QString &text, std::optional<CommonKey> key = std::nullopt);
 /// A tag with bytes.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/Tags/CommonKeys.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <array>
 

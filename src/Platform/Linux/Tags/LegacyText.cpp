@@ -19,6 +19,11 @@ bool isAsciiLetter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+bool isC1(uchar c)
+{
+    return c >= 0x80 && c < 0xa0;
+}
+
 bool isLatin1Letter(uchar c)
 {
     return c >= 0xc0 && c != 0xd7 && c != 0xf7;
@@ -55,13 +60,15 @@ std::optional<GbkEvidence> gbkEvidence(QByteArrayView text)
         if (lead == 0x80 || lead == 0xff || trail < 0x40 || trail == 0x7f || trail == 0xff)
             return std::nullopt;
         const bool frequent =
-            trail >= 0xa1 && ((lead >= 0xb0 && lead <= 0xd7) || lead == 0xa1 || lead == 0xa3);
+            isC1(lead) || isC1(trail) ||
+            (trail >= 0xa1 && ((lead >= 0xb0 && lead <= 0xd7) || lead == 0xa1 || lead == 0xa3));
         ++evidence.pairs;
         evidence.frequent += frequent ? 1 : 0;
         evidence.longestRun = std::max(evidence.longestRun, ++run);
         const bool alone = run == 1 && (i == 0 || !isAsciiLetter(text[i - 1])) &&
                            (i + 2 >= text.size() || (!isHigh(text[i + 2]) && !isAsciiLetter(text[i + 2])));
-        if (frequent && lead >= 0xb0 && alone && !(isLatin1Letter(lead) && isLatin1Letter(trail)))
+        if (frequent && lead >= 0xb0 && trail >= 0xa1 && alone &&
+            !(isLatin1Letter(lead) && isLatin1Letter(trail)))
             evidence.loneCharacter = true;
         ++i;
     }

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Figures: a folder and many single files are copied into the library.
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Support/MadeHome.h"
+#include "Support/MadeLibrary.h"
+#include "Support/ProcessUsage.h"
+#include "Support/Report.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/LibraryViewModel.h"
+
+#include <QCoroTask>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QProcess>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int fileCount = 1000;
+constexpr int largeLibrary = 50'000;
+constexpr int runs = 5;
+constexpr double msPerSecond = 1000;
+
+struct Cost
+{
+    double seconds = 0;
+    double processorSeconds = 0;
+    double peakMiB = 0;
+    double writtenMiB = 0;
+};
+
+/// What some work costs this process.
+template <typename Work>
+Cost costOf(Work work)
+{
+    const ProcessUsage usage;
+    usage.resetPeak();
+    const double processorBefore = usage.processorSeconds();
+    const double writtenBefore = usage.writtenMiB();
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return {.seconds = static_cast<double>(timer.elapsed()) / msPerSecond,
+            .processorSeconds = usage.processorSeconds() - processorBefore,
+            .peakMiB = usage.peakMiB(),
+            .writtenMiB = usage.writtenMiB() - writtenBefore};
+}
+
+double copySeconds(const QString &source, const QString &target)
+{
+    QElapsedTimer timer;
+    timer.start();
+    if (QProcess::execute(u"cp"_s, {u"-r"_s, source, target}) != 0)
+        qFatal("cp failed");
+    const double seconds = static_cast<double>(timer.elapsed()) / msPerSecond;
+    QDir(target).removeRecursively();
+    return seconds;
+}
+
+/// The import service of a home of its own with the parts above it that follow its songs.
+class Library
+{
+public:
+    explicit Library(int songCount)
+    {
+        if (songCount > 0)
+            makeLibrary(m_home.directories(), songCount);
+        m_platform = m_home.platform();
+        m_service = std::make_unique<LocalMusicImportService>(m_platform);
+        m_player = std::make_unique<AudioPlayerService>(m_platform, *m_service);
+        m_viewModel = std::make_unique<CadorelViewModel>(*m_player, *m_service);
+        m_list = std::make_unique<LibraryViewModel>(*m_viewModel, m_platform);
+        m_before = m_service->importedSongs().size();
+    }
+    LocalMusicImportService &service() { return *m_service; }
+    void check() const
+    {
+        if (m_service->importedSongs().size() != m_before + fileCount)
+            qFatal("not every file was imported");
+    }
+
+private:
+    MadeHome m_home;
+    Platform m_platform;
+    std::unique_ptr<LocalMusicImportService> m_service;
+    std::unique_ptr<AudioPlayerService> m_player;
+    std::unique_ptr<CadorelViewModel> m_viewModel;
+    std::unique_ptr<LibraryViewModel> m_list;
+    qsizetype m_before = 0;
+};
+
+Cost folderImport(const QString &source)
+{
+    Library library(0);
+    const Cost cost =
+        costOf([&] { QCoro::waitFor(library.service().importFromFolder(QUrl::fromLocalFile(source))); });
+    library.check();
+    return cost;
+}
+
+Cost batchImport(const QList<QUrl> &files, int librarySize)
+{
+    Library library(librarySize);
+    const Cost cost = costOf([&] { QCoro::waitFor(library.service().importFiles(files)); });
+    library.check();
+    return cost;
+}
+
+QCoro::Task<void> importEach(LocalMusicImportService &service, QList<QUrl> files)
+{
+    for (const QUrl &file : files)
+        co_await service.importFile(file);
+}
+
+Cost singleImports(const QList<QUrl> &files, int librarySize)
+{
+    Library library(librarySize);
+    const Cost cost = costOf([&] { QCoro::waitFor(importEach(library.service(), files)); });
+    library.check();
+    return cost;
+}
+
+void addDetails(Report &report, const Cost &cost)
+{
+    report.add({.what = u"  processor time"_s, .value = cost.processorSeconds, .unit = u"s"_s});
+    report.add({.what = u"  peak of resident memory"_s, .value = cost.peakMiB, .unit = u"MiB"_s});
+    report.add(
+        {.what = u"  written through files, covers and index"_s, .value = cost.writtenMiB, .unit = u"MiB"_s});
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QGuiApplication application(argc, argv);
+    Report report;
+    const MadeHome home;
+    const QString source = home.path(u"source"_s);
+    makeDemoSongs(fileCount, source);
+    QList<QUrl> files;
+    for (const QByteArray &file : findAudioFiles(QFile::encodeName(source)))
+        files.append(QUrl::fromLocalFile(QFile::decodeName(file)));
+
+    copySeconds(source, home.path(u"copy"_s)); // the files are in the page cache from here on
+    QList<double> reference;
+    QList<double> seconds;
+    Cost folder;
+    for (int run = 0; run < runs; ++run) {
+        reference.append(copySeconds(source, home.path(u"copy"_s)));
+        folder = folderImport(source);
+        seconds.append(folder.seconds);
+    }
+    report.add({.what = u"import of a folder of 1,000 files"_s,
+                .value = std::ranges::min(seconds),
+                .unit = u"s"_s,
+                .reference = Reference{u"cp -r"_s, std::ranges::min(reference)}});
+    addDetails(report, folder);
+
+    const Cost batchEmpty = batchImport(files, 0);
+    const Cost batch = batchImport(files, largeLibrary);
+    report.add({.what = u"import of 1,000 files at once into 50,000 songs"_s,
+                .value = batch.seconds,
+                .unit = u"s"_s,
+                .reference = Reference{u"into no songs"_s, batchEmpty.seconds}});
+    addDetails(report, batch);
+
+    const Cost singleEmpty = singleImports(files, 0);
+    const Cost single = singleImports(files, largeLibrary);
+    report.add({.what = u"1,000 imports of one file, one after the other, into 50,000"_s,
+                .value = single.seconds,
+                .unit = u"s"_s,
+                .reference = Reference{u"into no songs"_s, singleEmpty.seconds}});
+    addDetails(report, single);
+    return 0;
+}

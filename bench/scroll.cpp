@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Figure: frame times while 100,000 rows are scrolled in the real window.
+#include "App/CadorelApp.h"
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Support/MadeLibrary.h"
+#include "Support/MadeSound.h"
+#include "Support/ProcessUsage.h"
+#include "Support/Report.h"
+#include "Support/RunningPlayer.h"
+#include "Views/UserInterface.h"
+
+#include <QCoroTask>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <cmath>
+
+using namespace cadorel;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int songCount = 100'000;
+constexpr int usualSeconds = 10;
+constexpr double barMs = 16;
+constexpr double nsPerMs = 1e6;
+constexpr auto homeVariable = "CADOREL_BENCH_HOME";
+
+/// Moves a list a little before each frame and notes how long the frame takes: making rows, laying them out,
+/// drawing and handing over.
+class Scroller : public QObject
+{
+public:
+    /// @param pixelsPerFrame how far the list moves between two frames
+    Scroller(QQuickWindow &window, QQuickItem &list, double pixelsPerFrame)
+        : m_window(window)
+        , m_list(list)
+        , m_step(pixelsPerFrame)
+    {
+        window.installEventFilter(this);
+        connect(&window, &QQuickWindow::frameSwapped, this, [this] { finishFrame(); }, Qt::DirectConnection);
+    }
+
+    QList<double> run(std::chrono::seconds length)
+    {
+        m_list.setProperty("contentY", 0);
+        m_window.update();
+        letPass(length);
+        m_stopped = true;
+        return m_frameMs;
+    }
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::UpdateRequest && !m_stopped) {
+            const double height = m_list.property("contentHeight").toDouble() - m_list.height();
+            m_position = std::fmod(m_position + m_step, height);
+            m_startNs = m_clock.nsecsElapsed();
+            m_list.setProperty("contentY", m_position);
+        }
+        return QObject::eventFilter(object, event);
+    }
+
+private:
+    /// On the thread that draws.
+    void finishFrame()
+    {
+        const double ms = static_cast<double>(m_clock.nsecsElapsed() - m_startNs) / nsPerMs;
+        QMetaObject::invokeMethod(
+            this,
+            [this, ms] {
+                m_frameMs.append(ms);
+                if (!m_stopped)
+                    m_window.update();
+            },
+            Qt::QueuedConnection);
+    }
+
+    QQuickWindow &m_window;
+    QQuickItem &m_list;
+    QElapsedTimer m_clock = [] {
+        QElapsedTimer clock;
+        clock.start();
+        return clock;
+    }();
+    std::atomic<qint64> m_startNs = 0;
+    double m_step;
+    double m_position = 0;
+    QList<double> m_frameMs;
+    bool m_stopped = false;
+};
+
+double percentile(QList<double> values, double fraction)
+{
+    std::ranges::sort(values);
+    return values.isEmpty()
+               ? 0
+               : values[static_cast<qsizetype>(fraction * static_cast<double>(values.size() - 1))];
+}
+
+void measure(Report &report, QQuickWindow &window, const QString &name, double pixelsPerFrame)
+{
+    auto *list = window.findChild<QQuickItem *>(u"songList"_s);
+    if (!list || list->property("count").toInt() != songCount)
+        qFatal("the list does not show the library");
+    Scroller scroller(window, *list, pixelsPerFrame);
+    const QList<double> frames = scroller.run(std::chrono::seconds(measuredSeconds(usualSeconds)));
+    constexpr double nearlyAll = 0.99;
+    constexpr double half = 0.5;
+    report.add({.what = u"%1: frame, 99th percentile of %2"_s.arg(name).arg(frames.size()),
+                .value = percentile(frames, nearlyAll),
+                .unit = u"ms"_s,
+                .bar = barMs});
+    report.add({.what = u"  in the middle"_s, .value = percentile(frames, half), .unit = u"ms"_s});
+    report.add({.what = u"  the longest"_s, .value = percentile(frames, 1), .unit = u"ms"_s});
+}
+
+/// The part that has a display: its backend comes from the environment.
+int scroll()
+{
+    Report report;
+    MadeHome home(qEnvironmentVariable(homeVariable));
+    Platform platform = home.platform();
+    LocalMusicImportService service(platform);
+    AudioPlayerService player(platform, service);
+    CadorelApp app(platform, player, service);
+    QQmlApplicationEngine engine;
+    installFonts();
+    installUserInterface(engine);
+    engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&app.viewModel())},
+                                 {u"playback"_s, QVariant::fromValue(&app.playback())},
+                                 {u"library"_s, QVariant::fromValue(&app.library())}});
+    engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (!window || !waitFor([&] { return window->isExposed(); }, 20s))
+        qFatal("no window");
+    const QString backend = window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software
+                                ? u"raster"_s
+                                : u"OpenGL"_s;
+    constexpr double flick = 42;   // 2,500 pixels a second: as fast as a finger can make it
+    constexpr double drag = 10680; // through all rows in ten seconds: the scroll bar's handle
+    measure(report, *window, backend + ", flick"_L1, flick);
+    measure(report, *window, backend + ", scroll bar"_L1, drag);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QGuiApplication application(argc, argv);
+    if (qEnvironmentVariableIsSet(homeVariable))
+        return scroll();
+    const VirtualDisplay display;
+    const MadeHome home;
+    makeLibrary(home.directories(), songCount);
+    for (const auto &[variable, value] :
+         {std::pair("QSG_RHI_BACKEND", "opengl"), std::pair("QT_QUICK_BACKEND", "software")}) {
+        QProcess process;
+        QProcessEnvironment environment = home.environment();
+        display.enter(environment);
+        environment.insert(QString::fromLatin1(variable), QString::fromLatin1(value));
+        environment.insert(QString::fromLatin1(homeVariable), home.root());
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QCoreApplication::applicationFilePath(), QStringList());
+        if (!process.waitForFinished(-1) || process.exitCode() != 0)
+            return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Figure: from the command to play a local MP3 to its first sound.
+#include "Fixtures/Sound/Recorder.h"
+#include "Fixtures/Sound/SoundServer.h"
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Support/MadeSound.h"
+#include "Support/ProcessUsage.h"
+#include "Support/Report.h"
+
+#include <QCoroTask>
+#include <QGuiApplication>
+#include <QProcess>
+
+#include <clocale>
+
+using namespace cadorel;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int runs = 9;
+constexpr int soundSeconds = 5;
+constexpr float audible = 0.02F;
+constexpr double bar = 1.2;
+
+/// Seconds from a command to the first sound that follows it, told by the clock of the recording.
+template <typename Command>
+double secondsToSound(Recorder &recorder, Command command)
+{
+    if (!recorder.hearSilence(200ms, 20s))
+        qFatal("the device does not fall silent");
+    recorder.clear();
+    command();
+    if (!recorder.hearSound(audible, 20s))
+        qFatal("no sound is heard");
+    return static_cast<double>(recorder.firstAbove(audible)) / Recorder::sampleRate;
+}
+
+double ofReference(Recorder &recorder, const QString &file)
+{
+    QProcess process;
+    const double seconds = secondsToSound(recorder, [&] {
+        process.start(u"mpv"_s, {u"--no-config"_s, u"--no-video"_s, u"--really-quiet"_s, file});
+    });
+    process.terminate();
+    process.waitForFinished();
+    return seconds;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QGuiApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // as the program does, for libmpv
+    Report report;
+    const MadeHome home;
+    const QString file = makeSound(home, u"sound.mp3"_s, soundSeconds);
+    const QString other = makeSound(home, u"other.mp3"_s, soundSeconds);
+    SoundServer server;
+    if (!server.start())
+        qFatal("no sound server");
+    Recorder recorder(server);
+
+    QList<double> reference;
+    QList<double> first;
+    QList<double> next;
+    QList<double> resumed;
+    for (int run = 0; run < runs; ++run) {
+        reference.append(ofReference(recorder, file));
+
+        Platform platform = home.platform();
+        LocalMusicImportService service(platform);
+        AudioPlayerService player(platform, service);
+        const auto song = [](const QString &path) {
+            SongFields fields;
+            fields.id = path;
+            fields.title = path;
+            fields.assetURL = QUrl::fromLocalFile(path);
+            return Song(fields);
+        };
+        first.append(secondsToSound(recorder, [&] { player.playSong(song(file), {}); }));
+        player.pause();
+        next.append(secondsToSound(recorder, [&] { player.playSong(song(other), {}); }));
+        player.pause();
+        resumed.append(secondsToSound(recorder, [&] { player.play(); }));
+        player.pause();
+    }
+    const Reference launched{u"mpv --no-video, from its launch"_s, median(reference)};
+    report.add({.what = u"first sound of the first song"_s,
+                .value = median(first),
+                .unit = u"s"_s,
+                .reference = launched,
+                .bar = bar});
+    report.add({.what = u"first sound of the next song"_s,
+                .value = median(next),
+                .unit = u"s"_s,
+                .reference = launched,
+                .bar = bar});
+    report.add({.what = u"first sound after a pause"_s,
+                .value = median(resumed),
+                .unit = u"s"_s,
+                .reference = launched,
+                .bar = bar});
+    return 0;
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QMutex>
+#include <QStringList>
+
+namespace cadorel {
+
+/// Collects every warning of the process while it lives: a binding that fails is a warning and nothing more.
+class WarningWatch
+{
+public:
+    WarningWatch()
+    {
+        s_current = this;
+        m_previous = qInstallMessageHandler(&WarningWatch::handle);
+    }
+    ~WarningWatch()
+    {
+        qInstallMessageHandler(m_previous);
+        s_current = nullptr;
+    }
+    Q_DISABLE_COPY_MOVE(WarningWatch)
+
+    /// The warnings since the last call.
+    QStringList take()
+    {
+        const QMutexLocker lock(&m_mutex);
+        return std::exchange(m_warnings, {});
+    }
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        WarningWatch *watch = s_current;
+        if (type == QtWarningMsg || type == QtCriticalMsg) {
+            const QMutexLocker lock(&watch->m_mutex);
+            watch->m_warnings.append(message);
+        }
+        watch->m_previous(type, context, message);
+    }
+
+    static inline WarningWatch *s_current = nullptr;
+    QtMessageHandler m_previous = nullptr;
+    QMutex m_mutex;
+    QStringList m_warnings;
+};
+
+} // namespace cadorel

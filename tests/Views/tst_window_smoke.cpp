@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/AudioPlayerService.h"
+#include "ViewModels/LibraryViewModel.h"
+#include "Views/ScreenTest.h"
+
+#include <QAccessible>
+#include <QPalette>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+/// Goes through the states of the window in every look and size, each of which must come up without a
+/// warning, with a name on every control and with no text that leaves the window.
+class WindowSmokeTest : public ScreenTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void everyStateComesUp_data();
+    void everyStateComesUp();
+
+private:
+    void check(const QString &state) const;
+};
+
+void WindowSmokeTest::everyStateComesUp_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::addColumn<QSize>("size");
+    for (const bool dark : {false, true}) {
+        for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)})
+            QTest::addRow("%s %d", dark ? "dark" : "light", size.width()) << dark << size;
+    }
+}
+
+void WindowSmokeTest::check(const QString &state) const
+{
+    const QList<QQuickItem *> items = t->visibleItems();
+    for (QQuickItem *item : items) {
+        const bool isControl = item->inherits("QQuickAbstractButton") || item->inherits("QQuickSlider");
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+        if (isControl && item->isEnabled()) {
+            QVERIFY2(accessible && !accessible->text(QAccessible::Name).isEmpty(),
+                     qPrintable(state + u": a control without a name: "_s +
+                                QLatin1StringView(item->metaObject()->className()) + item->objectName()));
+        }
+        if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty())
+            continue;
+        const QRectF area = item->mapRectToScene(item->boundingRect());
+        QVERIFY2(area.left() >= 0 && area.right() <= t->window->width(),
+                 qPrintable(state + u": outside of the window: "_s + item->property("text").toString()));
+    }
+    QVERIFY(!t->window->grabWindow().isNull());
+}
+
+void WindowSmokeTest::everyStateComesUp()
+{
+    QFETCH(bool, dark);
+    QFETCH(QSize, size);
+    QGuiApplication::setPalette(QPalette(dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
+
+    QVERIFY(t->show());
+    t->window->resize(size);
+    QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);
+    QCOMPARE(t->window->color(), dark ? QColor(Qt::black) : QColor(Qt::white));
+    check(u"empty"_s);
+
+    const QString endless = u"很长的名字"_s.repeated(40);
+    t->addFile(u"a.mp3"_s, {endless, endless, endless, 36'000, TestWindow::picture(Qt::red, Qt::green)});
+    t->addFile(u"b.mp3"_s, {u"<b>不是标记</b> & 🎵"_s, u"Ünï"_s, {}, 0, "no picture"});
+    QVERIFY(t->scan());
+    QTRY_VERIFY(t->row(1));
+    check(u"library"_s);
+
+    playRow(0, 36'000);
+    t->player->tick(20'000);
+    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    check(u"playing"_s);
+
+    for (const auto &[button, popup] :
+         {std::pair(u"importButton"_s, u"importMenu"_s), {u"volumeButton"_s, u"volumePopup"_s}}) {
+        if (!t->shows(button))
+            continue;
+        t->click(button);
+        QTRY_VERIFY(t->object(popup)->property("opened").toBool());
+        check(popup);
+        QTest::keyClick(t->window, Qt::Key_Escape);
+        QTRY_VERIFY(!t->object(popup)->property("visible").toBool());
+    }
+
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QTest::keyClick(t->window, Qt::Key_Delete);
+    QTRY_VERIFY(t->object(u"deleteDialog"_s)->property("opened").toBool());
+    check(u"delete dialog"_s);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!t->object(u"deleteDialog"_s)->property("visible").toBool());
+
+    t->player->lastItem()->fail(endless);
+    t->library->importUrls({QUrl::fromLocalFile(u"/nowhere/"_s + endless + u".png"_s)});
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s) && t->shows(u"importBanner"_s));
+    check(u"errors"_s);
+
+    for (const bool folder : {false, true}) {
+        Q_EMIT t->library->ownPickerRequested(folder);
+        QTRY_VERIFY(t->object(u"pickerSheet"_s)->property("opened").toBool());
+        check(u"picker"_s);
+        QTest::keyClick(t->window, Qt::Key_Escape);
+        QTRY_VERIFY(!t->object(u"pickerSheet"_s)->property("visible").toBool());
+    }
+}
+
+QTEST_MAIN(WindowSmokeTest)
+#include "tst_window_smoke.moc"
