@@ -104,9 +104,17 @@ class ShellParts(unittest.TestCase):
         environment = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY")}
         process = subprocess.Popen(["bash", "-c", script], stdout=subprocess.PIPE, text=True, env=environment)
         self.addCleanup(process.stdout.close)
-        self.addCleanup(process.wait)
-        self.addCleanup(process.kill)
+        self.addCleanup(self.end, process)
         return process
+
+    def end(self, process):
+        # Asked first, so that it takes its display along.
+        process.terminate()
+        try:
+            process.wait(20)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
 
     def line(self, process):
         self.assertTrue(select.select([process.stdout], [], [], 60)[0], "nothing was printed")
