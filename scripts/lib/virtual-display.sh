@@ -16,7 +16,7 @@ start_virtual_display() {
     xauth -q -f "$virtual_display_dir/server" add :0 . "$cookie" 2>/dev/null
     mkfifo "$virtual_display_dir/number"
     # No signal of the terminal reaches the server: the window has to close before it.
-    setsid Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -auth "$virtual_display_dir/server" \
+    setsid Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset -auth "$virtual_display_dir/server" \
         3<>"$virtual_display_dir/number" >/dev/null 2>"$virtual_display_dir/log" &
     virtual_display_pid=$!
     exec {virtual_display_fd}<>"$virtual_display_dir/number"
