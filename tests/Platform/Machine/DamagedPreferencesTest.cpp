@@ -173,12 +173,18 @@ void DamagedPreferencesTest::damageWhileRunningKeepsWhatIsKnown()
         QVERIFY(database.execute(u"PRAGMA user_version = 1"_s));
     }
     expectWarning("set aside as");
+    // The worker meets the damage too, and tells of it when the file has been replaced already.
+    preferences.setData(u"fresh"_s, QByteArray(aboveLarge, 'f'));
     preferences.setInt(u"new"_s, 1);
+    QCoreApplication::processEvents();
     QCOMPARE(preferences.stringValue(u"known"_s), u"text"_s);
+    QCOMPARE(preferences.dataValue(u"fresh"_s), QByteArray(aboveLarge, 'f'));
     QCOMPARE(setAside().size(), 1);
     preferences.setInt(u"newer"_s, 2);
     PreferencesDatabase database(file());
     QCOMPARE(database.value(u"SELECT value FROM preferences WHERE key = 'known'"_s).toString(), u"text"_s);
+    QCOMPARE(database.value(u"SELECT length(value) FROM preferences WHERE key = 'fresh'"_s).toLongLong(),
+             aboveLarge);
     QCOMPARE(database.value(u"SELECT value FROM preferences WHERE key = 'new'"_s).toInt(), 1);
     QCOMPARE(database.value(u"SELECT value FROM preferences WHERE key = 'newer'"_s).toInt(), 2);
 }
