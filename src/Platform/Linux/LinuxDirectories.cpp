@@ -22,7 +22,7 @@ QString baseDirectory(QStandardPaths::StandardLocation location, const QString &
 
 QString musicDirectory()
 {
-    const QString path = QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    QString path = QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
     // The home directory itself stands in user-dirs.dirs for a directory that is switched off.
     if (!QDir::isAbsolutePath(path) || path == QDir::cleanPath(QDir::homePath()))
         return QDir::cleanPath(QDir::home().filePath(u"Music"_s));

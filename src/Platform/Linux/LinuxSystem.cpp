@@ -23,7 +23,7 @@ QString LinuxSystem::deviceModel() const
 
 QString LinuxSystem::systemVersion() const
 {
-    const QString name = QSysInfo::prettyProductName();
+    QString name = QSysInfo::prettyProductName();
     if (!name.isEmpty() && name != u"unknown"_s)
         return name;
     return u"%1 %2"_s.arg(QSysInfo::kernelType(), QSysInfo::kernelVersion());

@@ -40,18 +40,20 @@ static QDBusArgument &operator<<(QDBusArgument &argument, const PortalPattern &p
     return argument;
 }
 
-static const QDBusArgument &operator>>(const QDBusArgument &argument, PortalPattern &pattern)
-{
-    argument.beginStructure();
-    argument >> pattern.kind >> pattern.text;
-    argument.endStructure();
-    return argument;
-}
-
 static QDBusArgument &operator<<(QDBusArgument &argument, const PortalFilter &filter)
 {
     argument.beginStructure();
     argument << filter.name << filter.patterns;
+    argument.endStructure();
+    return argument;
+}
+
+// The signature of these two is Qt's.
+// NOLINTBEGIN(bugprone-return-const-ref-from-parameter)
+static const QDBusArgument &operator>>(const QDBusArgument &argument, PortalPattern &pattern)
+{
+    argument.beginStructure();
+    argument >> pattern.kind >> pattern.text;
     argument.endStructure();
     return argument;
 }
@@ -63,6 +65,7 @@ static const QDBusArgument &operator>>(const QDBusArgument &argument, PortalFilt
     argument.endStructure();
     return argument;
 }
+// NOLINTEND(bugprone-return-const-ref-from-parameter)
 
 namespace {
 

@@ -42,7 +42,8 @@ std::optional<QVariant> decodeStrings(const QVariant &value)
     if (!document.isArray())
         return std::nullopt;
     QStringList strings;
-    for (const QJsonValue &string : document.array())
+    const QJsonArray array = document.array();
+    for (const auto &string : array)
         strings.append(string.toString());
     return strings;
 }

@@ -31,9 +31,9 @@ class SqlitePreferences : public Preferences
 {
 public:
     /// Larger data values stay on disk until they are asked for.
-    static constexpr qsizetype lazyBytes = 64 * 1024;
+    static constexpr qsizetype lazyBytes = qsizetype{64} * 1024;
     /// Larger values are written by the worker.
-    static constexpr qsizetype largeBytes = 1024 * 1024;
+    static constexpr qsizetype largeBytes = qsizetype{1024} * 1024;
     /// A person does not notice a wait as short as this.
     static constexpr std::chrono::milliseconds busyLimit{50};
 
