@@ -224,8 +224,8 @@ void MpvStreamPlayer::requestPosition(bool jumped)
     using Kind = MpvRequest::Kind;
     if (!jumped && std::exchange(m_tickRequested, true))
         return;
-    m_mpv.requestProperty(MpvRequest{jumped ? Kind::positionJump : Kind::positionTick, m_load}.tag(), "time-pos",
-                          MPV_FORMAT_DOUBLE);
+    m_mpv.requestProperty(MpvRequest{jumped ? Kind::positionJump : Kind::positionTick, m_load}.tag(),
+                          "time-pos", MPV_FORMAT_DOUBLE);
 }
 
 void MpvStreamPlayer::seek(double time, double toleranceBefore, double toleranceAfter,

@@ -4,6 +4,7 @@
 #include "Platform/Mpv/MpvLog.h"
 #include "Platform/Mpv/MpvRequest.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Mpv/WhenFinished.h"
 
 #include <QPointer>
 #include <QtConcurrent>
@@ -166,7 +167,8 @@ void MpvStreamPlayer::playbackRestarted()
 
 void MpvStreamPlayer::requestDuration()
 {
-    m_mpv.requestProperty(MpvRequest{MpvRequest::Kind::duration, m_load}.tag(), "duration", MPV_FORMAT_DOUBLE);
+    m_mpv.requestProperty(MpvRequest{MpvRequest::Kind::duration, m_load}.tag(), "duration",
+                          MPV_FORMAT_DOUBLE);
 }
 
 void MpvStreamPlayer::fileEnded(const mpv_event_end_file &end)
@@ -177,7 +179,8 @@ void MpvStreamPlayer::fileEnded(const mpv_event_end_file &end)
         return;
     // A pause that came too late for the file would hold the sound that is still on its way to the device.
     m_mpv.setProperty("pause", false);
-    const bool beganAtEnd = end.error == MPV_ERROR_NOTHING_TO_PLAY && m_startTime > 0 && m_phase != Phase::loading;
+    const bool beganAtEnd =
+        end.error == MPV_ERROR_NOTHING_TO_PLAY && m_startTime > 0 && m_phase != Phase::loading;
     if (end.reason == MPV_END_FILE_REASON_EOF || beganAtEnd) {
         reachEnd();
     } else if (end.reason == MPV_END_FILE_REASON_REDIRECT) {
@@ -222,10 +225,11 @@ void MpvStreamPlayer::fail(int mpvError)
     m_entry = -1;
     const QUrl url = m_item->asset().url;
     // The text may need a look at the disk.
-    QtConcurrent::run(failureText, mpvError, url).then(this, [this, load = m_load](const QString &text) {
-        if (m_load == load)
-            failItem(text);
-    });
+    whenFinished(QtConcurrent::run(failureText, mpvError, url), this,
+                 [this, load = m_load](const QString &text) {
+                     if (m_load == load)
+                         failItem(text);
+                 });
 }
 
 void MpvStreamPlayer::failItem(const QString &description)
