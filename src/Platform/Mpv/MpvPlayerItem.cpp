@@ -2,6 +2,7 @@
 #include "Platform/Mpv/MpvPlayerItem.h"
 
 #include "Platform/Mpv/FailureText.h"
+#include "Platform/Mpv/WhenFinished.h"
 
 #include <QCoroFuture>
 
@@ -47,7 +48,7 @@ QCoro::Task<std::expected<double, QString>> MpvPlayerItem::loadDuration()
 void MpvPlayerItem::startScan()
 {
     m_scan = Scan::underWay;
-    m_scanner.scan(m_asset.url.toLocalFile()).then(this, [this](const DurationResult &result) {
+    whenFinished(m_scanner.scan(m_asset.url.toLocalFile()), this, [this](const DurationResult &result) {
         if (result && *result > 0) {
             m_scan = Scan::done;
             m_preciseDuration = *result;

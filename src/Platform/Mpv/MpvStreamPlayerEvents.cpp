@@ -4,6 +4,7 @@
 #include "Platform/Mpv/MpvLog.h"
 #include "Platform/Mpv/MpvRequest.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Mpv/WhenFinished.h"
 
 #include <QPointer>
 #include <QtConcurrent>
@@ -224,10 +225,11 @@ void MpvStreamPlayer::fail(int mpvError)
     m_entry = -1;
     const QUrl url = m_item->asset().url;
     // The text may need a look at the disk.
-    QtConcurrent::run(failureText, mpvError, url).then(this, [this, load = m_load](const QString &text) {
-        if (m_load == load)
-            failItem(text);
-    });
+    whenFinished(QtConcurrent::run(failureText, mpvError, url), this,
+                 [this, load = m_load](const QString &text) {
+                     if (m_load == load)
+                         failItem(text);
+                 });
 }
 
 void MpvStreamPlayer::failItem(const QString &description)

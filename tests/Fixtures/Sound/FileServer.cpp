@@ -80,8 +80,8 @@ void FileServer::answer(QTcpSocket *socket, const QByteArray &request)
     if (m_seekable)
         head += "Accept-Ranges: bytes\r\nContent-Length: " + QByteArray::number(size - start) + "\r\n";
     if (start > 0)
-        head += "Content-Range: bytes " + QByteArray::number(start) + "-" + QByteArray::number(size - 1) + "/" +
-                QByteArray::number(size) + "\r\n";
+        head += "Content-Range: bytes " + QByteArray::number(start) + "-" + QByteArray::number(size - 1) +
+                "/" + QByteArray::number(size) + "\r\n";
     socket->write(head + "Connection: close\r\n\r\n");
     m_answers.append({.socket = socket, .next = start});
     give();
@@ -95,7 +95,8 @@ void FileServer::give()
         return !answer.socket || answer.socket->state() != QAbstractSocket::ConnectedState;
     });
     for (Answer &answer : m_answers) {
-        while (answer.socket->state() == QAbstractSocket::ConnectedState && answer.next < end && answer.socket->bytesToWrite() < 4 * piece) {
+        while (answer.socket->state() == QAbstractSocket::ConnectedState && answer.next < end &&
+               answer.socket->bytesToWrite() < 4 * piece) {
             const qint64 length = std::min(piece, end - answer.next);
             answer.socket->write(m_content.constData() + answer.next, length);
             answer.next += length;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace cadorel {
 
@@ -39,11 +38,13 @@ std::size_t Recorder::samplesIn(std::chrono::milliseconds length)
 
 void Recorder::collect()
 {
-    const qint64 whole = m_process->bytesAvailable() / qint64{sizeof(float)};
-    const QByteArray bytes = m_process->read(whole * qint64{sizeof(float)});
+    const std::size_t whole = static_cast<std::size_t>(m_process->bytesAvailable()) / sizeof(float);
+    if (whole == 0)
+        return;
     const std::size_t before = m_samples.size();
-    m_samples.resize(before + static_cast<std::size_t>(bytes.size()) / sizeof(float));
-    std::memcpy(m_samples.data() + before, bytes.constData(), (m_samples.size() - before) * sizeof(float));
+    m_samples.resize(before + whole);
+    m_process->read(reinterpret_cast<char *>(m_samples.data() + before),
+                    qint64{sizeof(float)} * qint64(whole));
 }
 
 void Recorder::clear()

@@ -22,7 +22,8 @@ public:
 
     /// Forgets what it has heard so far.
     void clear();
-    /// Waits, in an event loop, until it has heard so much since the last clear(). False after ten times that.
+    /// Waits, in an event loop, until it has heard so much since the last clear(). False after ten times
+    /// that.
     bool hear(std::chrono::milliseconds length);
     /// Waits until the last @p length is silent.
     bool hearSilence(std::chrono::milliseconds length, std::chrono::milliseconds limit);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Sound/SoundFiles.h"
 
-#include <QProcess>
+#include "Fixtures/Sound/RunProgram.h"
 
 namespace cadorel {
 
@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 QString SoundFiles::make(const QString &name, const QList<Tone> &tones, const QStringList &encoding) const
 {
-    QStringList arguments{u"-v"_s, u"error"_s, u"-y"_s};
+    QStringList arguments{u"-v"_s, u"error"_s, u"-nostdin"_s, u"-y"_s};
     QString graph;
     for (qsizetype i = 0; i < tones.size(); ++i) {
         arguments << u"-f"_s << u"lavfi"_s << u"-i"_s
@@ -19,12 +19,7 @@ QString SoundFiles::make(const QString &name, const QList<Tone> &tones, const QS
     graph += u"concat=n=%1:v=0:a=1[out]"_s.arg(tones.size());
     const QString target = path(name);
     arguments << u"-filter_complex"_s << graph << u"-map"_s << u"[out]"_s << encoding << target;
-    QProcess ffmpeg;
-    ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    ffmpeg.start(u"ffmpeg"_s, arguments);
-    const bool made = ffmpeg.waitForFinished(60'000) && ffmpeg.exitStatus() == QProcess::NormalExit &&
-                      ffmpeg.exitCode() == 0;
-    return made ? target : QString();
+    return runProgram(u"ffmpeg"_s, arguments) ? target : QString();
 }
 
 } // namespace cadorel

@@ -95,8 +95,9 @@ std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int samp
 {
     auto process = std::make_unique<QProcess>();
     process->setProcessEnvironment(m_environment);
-    process->start(u"parec"_s, {u"--device=out.monitor"_s, u"--raw"_s, u"--channels=1"_s, u"--format="_s + format,
-                                u"--rate=%1"_s.arg(sampleRate), u"--latency-msec=10"_s});
+    process->start(u"parec"_s,
+                   {u"--device=out.monitor"_s, u"--raw"_s, u"--channels=1"_s, u"--format="_s + format,
+                    u"--rate=%1"_s.arg(sampleRate), u"--latency-msec=10"_s});
     return process;
 }
 

@@ -11,8 +11,8 @@
 
 namespace cadorel {
 
-/// A PulseAudio server of a test's own, whose one device plays to nobody but can be recorded. While it exists,
-/// this process and its children find no other sound server; it can be started and stopped at will.
+/// A PulseAudio server of a test's own, whose one device plays to nobody but can be recorded. While it
+/// exists, this process and its children find no other sound server; it can be started and stopped at will.
 class SoundServer
 {
 public:

@@ -15,7 +15,8 @@ using Complex = std::complex<double>;
 /// Blackman-Harris: what leaks into other frequencies stays 92 dB below.
 double window(double phase)
 {
-    return 0.35875 - 0.48829 * std::cos(phase) + 0.14128 * std::cos(2 * phase) - 0.01168 * std::cos(3 * phase);
+    return 0.35875 - 0.48829 * std::cos(phase) + 0.14128 * std::cos(2 * phase) -
+           0.01168 * std::cos(3 * phase);
 }
 
 void transform(std::span<Complex> values)

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fixtures/Sound/NumberLocale.h"
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Platform/Mpv/MpvHandle.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QTest>
 
-#include <clocale>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -34,8 +33,8 @@ private Q_SLOTS:
     void packetSeeksLandEarly();
     void aSeekIsAnsweredThenBegunThenRestarted();
     void anEndIsTheEndOfTheFile();
-    void beginningAtTheEndEndsOneWayOrTheOther_data();
-    void beginningAtTheEndEndsOneWayOrTheOther();
+    void beginningAtTheEndEndsInOneOfTwoWays_data();
+    void beginningAtTheEndEndsInOneOfTwoWays();
     void aPauseOfALoadEndsWithTheFile();
     void restartsBeforeItFailsWithoutAnOutput();
     void speexHasADecoderThatDoesNotClip();
@@ -79,8 +78,8 @@ void TestLibmpv::initTestCase()
 
 QList<MpvHandle::Option> TestLibmpv::options(const QByteArray &output)
 {
-    return {{"config", "no"}, {"idle", "yes"}, {"vid", "no"}, {"ao", output}, {"ad", "libspeex"},
-            {"audio-fallback-to-null", "no"}};
+    return {{"config", "no"}, {"idle", "yes"},    {"vid", "no"},
+            {"ao", output},   {"ad", "libspeex"}, {"audio-fallback-to-null", "no"}};
 }
 
 void TestLibmpv::init()
@@ -153,18 +152,12 @@ qint64 TestLibmpv::load(const QString &path, const QByteArray &loadOptions)
 
 void TestLibmpv::refusesOtherNumberLocales()
 {
-    const QString place = m_files.path(u"de_DE.UTF-8"_s);
-    const QStringList arguments{u"-i"_s, u"de_DE"_s, u"-f"_s, u"UTF-8"_s, place};
-    if (QProcess::execute(u"localedef"_s, arguments) != 0)
-        QSKIP("no locale sources on this machine");
-    qputenv("LOCPATH", QFile::encodeName(QFileInfo(place).path()));
-    const auto restore = qScopeGuard([] {
-        std::setlocale(LC_NUMERIC, "C");
-        qunsetenv("LOCPATH");
-    });
-    QVERIFY(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"));
-    QVERIFY(!MpvHandle(options("null")));
-    std::setlocale(LC_NUMERIC, "C");
+    {
+        const NumberLocale locale;
+        if (!locale.active())
+            QSKIP("no locale sources on this machine");
+        QVERIFY(!MpvHandle(options("null")));
+    }
     QVERIFY(MpvHandle(options("null")));
 }
 
@@ -208,9 +201,9 @@ void TestLibmpv::answersALoadBeforeItsFileStarts()
         m_events.clear();
         const qint64 entry = load(m_song);
         const auto indexOf = [&](mpv_event_id id) {
-            return std::ranges::find(m_events, std::pair(id, entry), [](const Event &event) {
-                       return std::pair(event.id, event.entry);
-                   }) - m_events.begin();
+            return std::ranges::find(m_events, std::pair(id, entry),
+                                     [](const Event &event) { return std::pair(event.id, event.entry); }) -
+                   m_events.begin();
         };
         QVERIFY(indexOf(MPV_EVENT_COMMAND_REPLY) < indexOf(MPV_EVENT_START_FILE));
         QVERIFY(indexOf(MPV_EVENT_START_FILE) < m_events.size());
@@ -270,24 +263,24 @@ void TestLibmpv::anEndIsTheEndOfTheFile()
     QVERIFY(next(MPV_EVENT_IDLE).id != MPV_EVENT_NONE);
 }
 
-void TestLibmpv::beginningAtTheEndEndsOneWayOrTheOther_data()
+void TestLibmpv::beginningAtTheEndEndsInOneOfTwoWays_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("isError");
-    QTest::newRow("flac") << u"end.flac"_s << false;
-    QTest::newRow("mp3") << u"end.mp3"_s << true;
+    QTest::newRow("flac") << u"end.flac"_s;
+    QTest::newRow("mp3") << u"end.mp3"_s;
 }
 
-void TestLibmpv::beginningAtTheEndEndsOneWayOrTheOther()
+void TestLibmpv::beginningAtTheEndEndsInOneOfTwoWays()
 {
     QFETCH(const QString, name);
-    QFETCH(const bool, isError);
     const QString path = m_files.make(name, {{440, 3}});
     std::ignore = m_mpv.command(1, {"loadfile", path.toUtf8(), "replace", "start=3.050000"});
     QVERIFY(next(MPV_EVENT_FILE_LOADED).id != MPV_EVENT_NONE);
     const Event end = next(MPV_EVENT_END_FILE);
-    QCOMPARE(end.reason, isError ? MPV_END_FILE_REASON_ERROR : MPV_END_FILE_REASON_EOF);
-    QCOMPARE(end.error, isError ? static_cast<int>(MPV_ERROR_NOTHING_TO_PLAY) : 0);
+    if (end.reason == MPV_END_FILE_REASON_ERROR)
+        QCOMPARE(end.error, static_cast<int>(MPV_ERROR_NOTHING_TO_PLAY));
+    else
+        QCOMPARE(end.reason, MPV_END_FILE_REASON_EOF);
 }
 
 void TestLibmpv::aPauseOfALoadEndsWithTheFile()

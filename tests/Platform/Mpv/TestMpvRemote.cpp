@@ -233,8 +233,8 @@ void TestMpvRemote::neverTellsAnAddress()
     static QStringList *heard = nullptr;
     heard = &lines;
     QLoggingCategory::setFilterRules(u"cadorel.*=true"_s);
-    const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &line) { *heard << line; });
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &line) { *heard << line; });
     const auto restore = qScopeGuard([before] {
         qInstallMessageHandler(before);
         QLoggingCategory::setFilterRules({});

@@ -198,7 +198,8 @@ void TestMpvSound::replacingAPausedItemDoesNotSoundIt()
     QVERIFY(samples.size() > start + 4096);
     const Spectrum heard({samples.begin() + std::ptrdiff_t(start), 4096}, Recorder::sampleRate);
     QVERIFY(std::abs(heard.loudest().hertz - 1000) < 20);
-    QVERIFY(Spectrum::decibels(heard.loudestElsewhere(1000, 200).amplitude / heard.loudest().amplitude) < -25);
+    QVERIFY(Spectrum::decibels(heard.loudestElsewhere(1000, 200).amplitude / heard.loudest().amplitude) <
+            -25);
 }
 
 void TestMpvSound::showsTheProductName()
