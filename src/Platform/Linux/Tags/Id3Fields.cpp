@@ -25,6 +25,14 @@ using Owner = std::shared_ptr<const Id3::Tag>;
 
 constexpr int id3v1FieldBytes = 30;
 
+/// TagLib keeps whatever byte the frame has as its encoding.
+template <typename Frame>
+DeclaredEncoding encodingOf(const Frame &frame)
+{
+    return frame.textEncoding() == TagLib::String::Latin1 ? DeclaredEncoding::latin1
+                                                          : DeclaredEncoding::unicode;
+}
+
 /// The values of a text frame, without the description that comes first in a TXXX frame.
 QString frameText(const Id3::TextIdentificationFrame &frame, bool described)
 {
@@ -32,7 +40,7 @@ QString frameText(const Id3::TextIdentificationFrame &frame, bool described)
     QStringList texts;
     for (auto value = values.begin(); value != values.end(); ++value) {
         const QString text =
-            described && value == values.begin() ? QString() : toQString(*value, frame.textEncoding());
+            described && value == values.begin() ? QString() : toQString(*value, encodingOf(frame));
         if (!text.isEmpty())
             texts.append(text);
     }
@@ -59,7 +67,7 @@ QString lrcText(const Id3::SynchronizedLyricsFrame &frame, double frameSeconds)
     QList<std::pair<double, QString>> lines;
     bool syllables = false;
     for (const auto &entry : texts) {
-        const QString text = toQString(entry.text, frame.textEncoding());
+        const QString text = toQString(entry.text, encodingOf(frame));
         const bool newLine = text.startsWith(u'\n') || text.startsWith(u'\r');
         syllables = syllables || (newLine && &entry != &texts.front());
         lines.append({double(entry.time) * unit, text});
@@ -96,7 +104,7 @@ TagField describedField(const QString &name, const QString &description)
 TagField textField(const QString &name, const Owner &tag, const Id3::TextIdentificationFrame &frame)
 {
     const auto *user = dynamic_cast<const Id3::UserTextIdentificationFrame *>(&frame);
-    TagField field = user ? describedField(name, toQString(user->description(), frame.textEncoding()))
+    TagField field = user ? describedField(name, toQString(user->description(), encodingOf(frame)))
                           : namedField(name, name, CommonKeys::field(name));
     field.text = [tag, &frame, described = user != nullptr] { return frameText(frame, described); };
     return field;
@@ -117,7 +125,7 @@ TagField fieldOf(const Owner &tag, const Id3::Frame &frame, double frameSeconds)
         else
             field.field = {};
     } else if (const auto *lyrics = dynamic_cast<const Id3::UnsynchronizedLyricsFrame *>(&frame)) {
-        field.text = [tag, lyrics] { return toQString(lyrics->text(), lyrics->textEncoding()); };
+        field.text = [tag, lyrics] { return toQString(lyrics->text(), encodingOf(*lyrics)); };
     } else if (const auto *timed = dynamic_cast<const Id3::SynchronizedLyricsFrame *>(&frame)) {
         using Frame = Id3::SynchronizedLyricsFrame;
         const bool words = timed->type() == Frame::Lyrics || timed->type() == Frame::TextTranscription ||
@@ -125,8 +133,8 @@ TagField fieldOf(const Owner &tag, const Id3::Frame &frame, double frameSeconds)
         if (words)
             field.text = [tag, timed, frameSeconds] { return lrcText(*timed, frameSeconds); };
     } else if (const auto *comment = dynamic_cast<const Id3::CommentsFrame *>(&frame)) {
-        field = describedField(name, toQString(comment->description(), comment->textEncoding()));
-        field.text = [tag, comment] { return toQString(comment->text(), comment->textEncoding()); };
+        field = describedField(name, toQString(comment->description(), encodingOf(*comment)));
+        field.text = [tag, comment] { return toQString(comment->text(), encodingOf(*comment)); };
     } else if (const auto *link = dynamic_cast<const Id3::UrlLinkFrame *>(&frame)) {
         field.text = [tag, link] { return toQString(link->url()); };
     }

@@ -25,10 +25,10 @@ QString toQString(const TagLib::StringList &values, QLatin1StringView separator)
     return result;
 }
 
-QString toQString(const TagLib::String &text, TagLib::String::Type encoding)
+QString toQString(const TagLib::String &text, DeclaredEncoding encoding)
 {
-    return encoding == TagLib::String::Latin1 ? legacyText(text.data(TagLib::String::Latin1))
-                                              : toQString(text);
+    return encoding == DeclaredEncoding::latin1 ? legacyText(text.data(TagLib::String::Latin1))
+                                                : toQString(text);
 }
 
 QByteArray toQByteArray(const TagLib::ByteVector &bytes)
