@@ -41,7 +41,8 @@ private Q_SLOTS:
         ImportFixture::write(m_fixture->documents(u"notes.txt"_s));
         const QStringList events = recorded(*m_fixture, [this] { QVERIFY(scan()); });
         const QStringList lines = m_fixture->console().take();
-        QCOMPARE(lines, QStringList({u"🔍 扫描沙盒目录..."_s, u"📁 沙盒中有 2 个音频文件"_s, u"🆕 发现 2 个新文件"_s}) +
+        QCOMPARE(lines, QStringList({u"🔍 扫描沙盒目录..."_s, u"📁 沙盒中有 2 个音频文件"_s,
+                                     u"🆕 发现 2 个新文件"_s}) +
                             unreadableLines(u"b"_s) + QStringList{u"✅ 添加: b"_s} + unreadableLines(u"c"_s) +
                             QStringList({u"✅ 添加: c"_s, u"💾 已更新歌曲索引"_s}));
         QStringList shown;
@@ -49,7 +50,8 @@ private Q_SLOTS:
             if (!lines.contains(event))
                 shown.append(event);
         }
-        QCOMPARE(shown, (QStringList{u"scanning true"_s, u"songs 1"_s, u"found 1"_s, u"songs 2"_s, u"found 2"_s, u"scanning false"_s, u"date"_s}));
+        QCOMPARE(shown, (QStringList{u"scanning true"_s, u"songs 1"_s, u"found 1"_s, u"songs 2"_s,
+                                     u"found 2"_s, u"scanning false"_s, u"date"_s}));
         QVERIFY(events.indexOf(u"found 1"_s) < events.indexOf(u"✅ 添加: b"_s));
         QVERIFY(events.indexOf(u"💾 已更新歌曲索引"_s) < events.indexOf(u"scanning false"_s));
         QCOMPARE(service().lastScanDate(), m_fixture->clock().now());
