@@ -198,6 +198,22 @@ private Q_SLOTS:
         m_fixture->stop();
     }
 
+    void recordThatDoesNotFitByAFewBytes()
+    {
+        m_fixture->start();
+        QVERIFY(import(u"a.mp3"_s));
+        const QByteArray before = m_fixture->indexBytes();
+        for (const int room : {0, 1, 2, 100}) {
+            const FileSizeLimit limit(static_cast<rlim_t>(before.size() + room));
+            QVERIFY(limit.isActive());
+            QVERIFY(import(u"b%1.mp3"_s.arg(room)));
+            QCOMPARE(m_fixture->indexBytes(), before);
+        }
+        QVERIFY(saved());
+        QCOMPARE(m_fixture->indexedTitles(), m_fixture->titles());
+        QCOMPARE(m_fixture->indexedTitles().size(), 5);
+    }
+
     void fullWhileTheIndexIsWrittenWhole_data() { ways(); }
     void fullWhileTheIndexIsWrittenWhole()
     {
