@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Utils/Console.h"
 
-#include <QLocale>
-
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <mutex>
 #include <utility>
@@ -49,11 +49,20 @@ void setConsoleSink(ConsoleSink sink)
 
 QString consoleNumber(double value)
 {
-    // The shortest text that reads back as the same number, always with a fraction: "3.0", "2.5".
-    const QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
-    const bool isPlainInteger = !text.contains(QLatin1Char('.')) && !text.contains(QLatin1Char('e')) &&
-                                !text.contains(QLatin1Char('n'));
-    return isPlainInteger ? text + QStringLiteral(".0") : text;
+    if (!std::isfinite(value))
+        return std::isnan(value) ? QStringLiteral("nan")
+               : value > 0       ? QStringLiteral("inf")
+                                 : QStringLiteral("-inf");
+    // Plain digits for every length of sound that exists; only beyond those an exponent.
+    constexpr double smallestPlain = 1e-4;
+    constexpr double firstWithExponent = 1e16;
+    const double size = std::abs(value);
+    const bool isPlain = size == 0 || (size >= smallestPlain && size < firstWithExponent);
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
+                                      isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    const QString text = QString::fromLatin1(buffer, result.ptr - buffer);
+    return isPlain && !text.contains(QLatin1Char('.')) ? text + QStringLiteral(".0") : text;
 }
 
 } // namespace cadorel

@@ -9,10 +9,44 @@
 
 #include <QCoroFuture>
 
+#include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
+#include <unistd.h>
 
 namespace cadorel {
+
+namespace {
+
+/// @return false with errno when not everything could be written
+bool writeAt(int descriptor, QByteArrayView bytes, qint64 offset)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t count = ::pwrite(descriptor, bytes.data(), static_cast<size_t>(bytes.size()), offset);
+        if (count < 0) {
+            if (errno == EINTR)
+                continue;
+            return false;
+        }
+        bytes = bytes.sliced(count);
+        offset += count;
+    }
+    return true;
+}
+
+enum class WriteResult { done, unchanged, torn };
+
+/// Writes over a file's end. What makes it longer goes first, so that a full disk shows before an old byte
+/// has changed.
+WriteResult overwrite(int descriptor, const QByteArray &text, qint64 offset, qint64 sizeBefore)
+{
+    const QByteArrayView view(text);
+    const qsizetype inside = std::min<qint64>(sizeBefore - offset, text.size());
+    if (!writeAt(descriptor, view.sliced(inside), sizeBefore))
+        return ::ftruncate(descriptor, sizeBefore) == 0 ? WriteResult::unchanged : WriteResult::torn;
+    return writeAt(descriptor, view.first(inside), offset) ? WriteResult::done : WriteResult::torn;
+}
+
+} // namespace
 
 ImportIndexWriter::ImportIndexWriter(QString path, Source source)
     : m_path(std::move(path))
@@ -102,7 +136,7 @@ ImportIndexWriter::Outcome ImportIndexWriter::run(const Job &job)
 ImportIndexWriter::Outcome ImportIndexWriter::append(const Job &job)
 {
     QFile file(job.path);
-    if (file.size() != job.before.fileSize || !file.open(QIODevice::ReadWrite))
+    if (file.size() != job.before.fileSize || !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return {.written = {}, .needsWhole = true}; // not the file that this writer left
     Written after = job.after;
     after.fileSize = job.before.fileSize;
@@ -110,29 +144,25 @@ ImportIndexWriter::Outcome ImportIndexWriter::append(const Job &job)
         return {.written = after};
     const QByteArray tail = ',' + indexRecords(job.songs) + ']';
     const qint64 bracket = job.before.fileSize - 1;
-    if (file.seek(bracket) && file.write(tail) == tail.size() && file.flush()) {
-        after.fileSize += tail.size() - 1;
-        return {.written = after};
+    switch (overwrite(file.handle(), tail, bracket, job.before.fileSize)) {
+    case WriteResult::done:
+        break;
+    case WriteResult::unchanged:
+        return {.written = job.before};
+    case WriteResult::torn:
+        return {};
     }
-    // The disk is full, say: the file is closed again where it was, and the next request tries anew.
-    file.resize(bracket);
-    const bool restored = file.seek(bracket) && file.write("]") == 1 && file.flush();
-    return {.written = restored ? job.before : Written{}};
+    after.fileSize += tail.size() - 1;
+    return {.written = after};
 }
 
 ImportIndexWriter::Outcome ImportIndexWriter::rewrite(const Job &job)
 {
     QFile file(job.path);
-    const qint64 sizeBefore = file.exists() ? file.size() : 0;
-    if (!file.open(QIODevice::ReadWrite))
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return {};
     const QByteArray text = '[' + indexRecords(job.songs) + ']';
-    // The room is asked for before a byte is overwritten, so that a full disk leaves the old index as it was.
-    if (text.size() > sizeBefore && ::fallocate(file.handle(), 0, 0, text.size()) != 0 && errno == ENOSPC) {
-        file.resize(sizeBefore);
-        return {};
-    }
-    if (file.write(text) != text.size() || !file.flush() || !file.resize(text.size()))
+    if (overwrite(file.handle(), text, 0, file.size()) != WriteResult::done || !file.resize(text.size()))
         return {};
     Written after = job.after;
     after.fileSize = text.size();

@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <filesystem>
 #include <unistd.h>
 
 namespace cadorel {
@@ -41,6 +42,7 @@ QStringList ConsoleCapture::take()
 
 ImportFixture::ImportFixture()
 {
+    m_home.setAutoRemove(false);
     if (!m_home.isValid())
         qFatal("no temporary directory");
     m_platform.directories = {.documents = m_home.filePath(u"Music/Cadorel"_s),
@@ -56,7 +58,15 @@ ImportFixture::ImportFixture()
     m_platform.clock = std::move(clock);
 }
 
-ImportFixture::~ImportFixture() = default;
+ImportFixture::~ImportFixture()
+{
+    m_service.reset();
+    // Native names: the temporary directory's own removal cannot spell those that are not UTF-8.
+    std::error_code error;
+    std::filesystem::remove_all(QFile::encodeName(m_home.path()).toStdString(), error);
+    if (error)
+        qWarning("cannot remove %s", qPrintable(m_home.path()));
+}
 
 namespace {
 
