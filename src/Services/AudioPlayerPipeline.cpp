@@ -31,8 +31,6 @@ Q_LOGGING_CATEGORY(logServices, "cadorel.services", QtCriticalMsg)
 
 constexpr auto tickInterval = 250ms;
 
-/// Ticks a second of the clock that a user's seek is rounded to.
-constexpr int seekTimescale = 600;
 /// Clock of a target whose asset has none.
 constexpr int defaultTimescale = 44100;
 /// How far a user's seek may land off, in seconds: streamed files would stall over an exact one.
@@ -443,7 +441,7 @@ void AudioPlayerService::seek(double time)
     setCurrentTime(target);
     m_player->pause();
     const quint64 serial = ++m_seekSerial;
-    m_player->seek(rounded(target, seekTimescale), seekTolerance, seekTolerance,
+    m_player->seek(target, seekTolerance, seekTolerance,
                    [self = QPointer<AudioPlayerService>(this), serial](bool finished) {
                        if (self && serial == self->m_seekSerial)
                            self->seekFinished(finished);
