@@ -482,14 +482,18 @@ void AudioPlayerService::seekFinished(bool finished)
 void AudioPlayerService::playWithEqualizerEngine(const QUrl &url)
 {
     print(u"🎛️ 使用均衡器引擎播放: "_s + url.fileName());
+    // What the stream player still has under way, a seek or the length of its item, belongs to the song
+    // before. The times go first: the pause below may store the new song, and must not at the old position.
+    cancelSeek();
+    setCurrentTime(0);
+    setDuration(0);
     if (m_player)
         m_player->pause();
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();
+    m_playerItem.reset();
     m_usingEqualizerEngine = true;
-    setCurrentTime(0);
-    setDuration(0);
     EqualizerEngine &engine = *m_parts.equalizer;
     try {
         engine.prepareToPlay(url);
