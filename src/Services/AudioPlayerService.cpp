@@ -259,7 +259,7 @@ void AudioPlayerService::restoreLastPlaybackState()
         // A cover is kept under the id that a stored file's name gives.
         if (const auto artwork = m_importService.artworkFileURL(stableHash(url.fileName()))) {
             const QFileInfo file(artwork->toLocalFile());
-            if (file.isReadable())
+            if (file.isFile() && file.isReadable())
                 fields.artworkData = ArtworkData::inFile(file.filePath().toUtf8(), file.size());
         }
         const Song restored(fields);
