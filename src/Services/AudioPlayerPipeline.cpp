@@ -79,6 +79,9 @@ void detach(QCoro::Task<void> task)
 void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
 {
     setCurrent(song, std::nullopt);
+    // An address that is still being fetched for an online song is wanted no more.
+    ++m_onlineRequest;
+    setIsLoading(false);
     m_nowPlayingArtwork.reset();
     m_nowPlayingArtworkURL.reset();
     if (!queue.isEmpty()) {
@@ -119,7 +122,7 @@ QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
     const quint64 request = ++m_onlineRequest;
     std::optional<QUrl> url = co_await fetchRealPlayUrl(song);
     // Another song may have been asked for while the address was fetched.
-    if (!self || request != m_onlineRequest || m_currentOnlineSong != song)
+    if (!self || request != m_onlineRequest)
         co_return;
     if (!url && m_parts.onlineAddresses)
         url = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
