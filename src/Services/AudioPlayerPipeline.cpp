@@ -363,6 +363,9 @@ void AudioPlayerService::syncIsPlayingWithPlayer()
 void AudioPlayerService::play()
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
+        // The end of a song takes its duration away, and without one the next end would not be seen.
+        if (m_duration <= 0)
+            setDuration(m_parts.equalizer->duration());
         m_parts.equalizer->play();
         startEqualizerTimeUpdates();
     } else if (m_player) {
