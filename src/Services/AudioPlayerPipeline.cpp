@@ -31,8 +31,6 @@ Q_LOGGING_CATEGORY(logServices, "cadorel.services", QtCriticalMsg)
 
 constexpr auto tickInterval = 250ms;
 
-/// Ticks a second of the clock that a user's seek is rounded to.
-constexpr int seekTimescale = 600;
 /// Clock of a target whose asset has none.
 constexpr int defaultTimescale = 44100;
 /// How far a user's seek may land off, in seconds: streamed files would stall over an exact one.
@@ -81,6 +79,9 @@ void detach(QCoro::Task<void> task)
 void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
 {
     setCurrent(song, std::nullopt);
+    // An address that is still being fetched for an online song is wanted no more.
+    ++m_onlineRequest;
+    setIsLoading(false);
     m_nowPlayingArtwork.reset();
     m_nowPlayingArtworkURL.reset();
     if (!queue.isEmpty()) {
@@ -121,7 +122,7 @@ QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
     const quint64 request = ++m_onlineRequest;
     std::optional<QUrl> url = co_await fetchRealPlayUrl(song);
     // Another song may have been asked for while the address was fetched.
-    if (!self || request != m_onlineRequest || m_currentOnlineSong != song)
+    if (!self || request != m_onlineRequest)
         co_return;
     if (!url && m_parts.onlineAddresses)
         url = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
@@ -362,6 +363,9 @@ void AudioPlayerService::syncIsPlayingWithPlayer()
 void AudioPlayerService::play()
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
+        // The end of a song takes its duration away, and without one the next end would not be seen.
+        if (m_duration <= 0)
+            setDuration(m_parts.equalizer->duration());
         m_parts.equalizer->play();
         startEqualizerTimeUpdates();
     } else if (m_player) {
@@ -443,7 +447,7 @@ void AudioPlayerService::seek(double time)
     setCurrentTime(target);
     m_player->pause();
     const quint64 serial = ++m_seekSerial;
-    m_player->seek(rounded(target, seekTimescale), seekTolerance, seekTolerance,
+    m_player->seek(target, seekTolerance, seekTolerance,
                    [self = QPointer<AudioPlayerService>(this), serial](bool finished) {
                        if (self && serial == self->m_seekSerial)
                            self->seekFinished(finished);
@@ -484,14 +488,18 @@ void AudioPlayerService::seekFinished(bool finished)
 void AudioPlayerService::playWithEqualizerEngine(const QUrl &url)
 {
     print(u"🎛️ 使用均衡器引擎播放: "_s + url.fileName());
+    // What the stream player still has under way, a seek or the length of its item, belongs to the song
+    // before. The times go first: the pause below may store the new song, and must not at the old position.
+    cancelSeek();
+    setCurrentTime(0);
+    setDuration(0);
     if (m_player)
         m_player->pause();
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();
+    m_playerItem.reset();
     m_usingEqualizerEngine = true;
-    setCurrentTime(0);
-    setDuration(0);
     EqualizerEngine &engine = *m_parts.equalizer;
     try {
         engine.prepareToPlay(url);

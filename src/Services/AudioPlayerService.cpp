@@ -162,10 +162,7 @@ void AudioPlayerService::playerDidFinishPlaying()
     switch (m_playMode) {
     case PlayMode::sequential:
         if (m_currentIndex >= queueCount() - 1) {
-            // The engine follows the published position, so that the song starts anew when it is played
-            // again.
-            if (m_player && m_playerItem && !m_usingEqualizerEngine)
-                m_player->seek(0, 0, 0, {});
+            standAtStart();
             setIsPlaying(false);
             stopAudioLevelSimulation();
             updateNowPlayingInfo();
@@ -181,6 +178,18 @@ void AudioPlayerService::playerDidFinishPlaying()
     case PlayMode::repeatAll:
         next();
         break;
+    }
+}
+
+/// The engine in use follows the published position, so that the song starts anew when it is played again.
+void AudioPlayerService::standAtStart()
+{
+    if (m_usingEqualizerEngine && m_parts.equalizer) {
+        m_parts.equalizer->pause();
+        m_parts.equalizer->seek(0);
+        m_eqTimeUpdateTimer.reset();
+    } else if (m_player && m_playerItem) {
+        m_player->seek(0, 0, 0, {});
     }
 }
 
@@ -259,7 +268,7 @@ void AudioPlayerService::restoreLastPlaybackState()
         // A cover is kept under the id that a stored file's name gives.
         if (const auto artwork = m_importService.artworkFileURL(stableHash(url.fileName()))) {
             const QFileInfo file(artwork->toLocalFile());
-            if (file.isReadable())
+            if (file.isFile() && file.isReadable())
                 fields.artworkData = ArtworkData::inFile(file.filePath().toUtf8(), file.size());
         }
         const Song restored(fields);

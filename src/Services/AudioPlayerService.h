@@ -138,6 +138,7 @@ private:
     void playAt(int index);
     void leaveSong();
     void playerDidFinishPlaying();
+    void standAtStart();
     void persistPlaybackState(bool force);
     void persistPlaybackStateIfNeeded();
     void restoreLastPlaybackState();
