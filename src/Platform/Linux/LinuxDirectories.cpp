@@ -13,7 +13,7 @@ namespace cadorel {
 
 namespace {
 
-/// A base directory of the XDG specification, which says that a relative path counts as unset.
+/// A base directory by the XDG rules, to which a relative path counts as unset.
 QString baseDirectory(QStandardPaths::StandardLocation location, const QString &fallback)
 {
     const QString path = QStandardPaths::writableLocation(location);
@@ -29,7 +29,7 @@ QString musicDirectory()
     return path;
 }
 
-/// Makes a directory and the missing ones above it for this user alone, as the XDG specification asks.
+/// Makes a directory and the missing ones above it for this user alone, as the XDG rules ask.
 bool makePrivate(const QString &path)
 {
     if (QFileInfo(path).isDir())
