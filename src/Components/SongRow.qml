@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 
 /// One song of a list. A click plays it; a long press or the right button asks for its menu.
-AbstractButton {
+T.ItemDelegate {
     id: root
 
     required property int index
@@ -24,9 +24,9 @@ AbstractButton {
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
     text: title
-    Accessible.role: Accessible.ListItem
     Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (durationText !== "" ? "，" + durationText : "")
     Accessible.selected: isCurrent
+    Accessible.onPressAction: root.clicked()
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
 
     TapHandler {

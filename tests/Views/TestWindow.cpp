@@ -96,6 +96,9 @@ TestWindow::TestWindow()
 
 TestWindow::~TestWindow()
 {
+    // The services live as long as the process; what is under way in them ends first.
+    if (!QTest::qWaitFor([this] { return !importService->isImporting() && !importService->isScanning(); }))
+        qWarning("an import does not end");
     engine.reset();
 }
 

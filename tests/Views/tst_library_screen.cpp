@@ -6,6 +6,7 @@
 #include "ViewModels/SongListModel.h"
 #include "Views/ScreenTest.h"
 
+#include <QAccessible>
 #include <QMimeData>
 #include <QPointingDevice>
 #include <QSemaphore>
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void clickPlaysAndMarksTheRow();
     void touchPlaysAndLongPressOpensTheMenu();
     void dragScrollsAndPlaysNothing();
+    void screenReaderPlays();
     void rightClickMenuPlays();
     void deletionIsAskedAndNamesTheSong();
     void keyboardWalksPlaysAndDeletes();
@@ -99,6 +101,19 @@ void LibraryScreenTest::dragScrollsAndPlaysNothing()
     QTest::touchEvent(t->window, m_touch).release(0, place, t->window);
     QTRY_VERIFY(list->property("contentY").toReal() > 100);
     QVERIFY(!t->audioPlayer->currentSong());
+}
+
+void LibraryScreenTest::screenReaderPlays()
+{
+    showLibrary();
+    QAccessibleInterface *row = QAccessible::queryAccessibleInterface(t->row(6));
+    QVERIFY(row);
+    QCOMPARE(row->role(), QAccessible::ListItem);
+    QCOMPARE(row->text(QAccessible::Name), u"歌 6，歌手 · 专辑，3:26"_s);
+    QVERIFY(row->actionInterface());
+    QVERIFY(row->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(currentTitle(), u"歌 6"_s);
 }
 
 void LibraryScreenTest::rightClickMenuPlays()

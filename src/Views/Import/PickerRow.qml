@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 
 /// A folder or an audio file of the picker.
-AbstractButton {
+T.ItemDelegate {
     id: root
 
     required property int index
@@ -22,10 +22,10 @@ AbstractButton {
     text: name
     checked: isSelected
     enabled: isChoosable
-    Accessible.role: isFolder || folderMode ? Accessible.ListItem : Accessible.CheckBox
     Accessible.name: (isFolder ? "文件夹 " : "") + name
     Accessible.checkable: !isFolder && !folderMode
     Accessible.checked: isSelected
+    Accessible.onPressAction: root.clicked()
 
     background: Rectangle {
         anchors.fill: parent
