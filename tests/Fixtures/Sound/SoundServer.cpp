@@ -80,8 +80,10 @@ bool SoundServer::start()
     if (!listens)
         return false;
     // The device hands over two seconds at a time until somebody asks for less: the listener does.
-    m_listener = recording(u"u8"_s, 8000);
-    return QTest::qWaitFor([this] { return m_listener->bytesAvailable() > 0; }, 20'000);
+    const QString heard = m_directory.filePath(u"heard"_s);
+    QFile::remove(heard);
+    m_listener = recording(u"u8"_s, 8000, heard);
+    return QTest::qWaitFor([&heard] { return QFileInfo(heard).size() > 0; }, 20'000);
 }
 
 void SoundServer::stop()
@@ -91,9 +93,12 @@ void SoundServer::stop()
     QFile::remove(socket());
 }
 
-std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate) const
+std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate,
+                                                 const QString &file) const
 {
     auto process = std::make_unique<QProcess>();
+    if (!file.isEmpty())
+        process->setStandardOutputFile(file);
     process->setProcessEnvironment(m_environment);
     process->start(u"parec"_s,
                    {u"--device=out.monitor"_s, u"--raw"_s, u"--channels=1"_s, u"--format="_s + format,

@@ -28,8 +28,9 @@ public:
     /// As if it had crashed.
     void stop();
 
-    /// What records the device, with the arguments that choose it.
-    std::unique_ptr<QProcess> recording(const QString &format, int sampleRate) const;
+    /// What records the device, on one channel, to its standard output or to a file.
+    std::unique_ptr<QProcess> recording(const QString &format, int sampleRate,
+                                        const QString &file = {}) const;
     /// What the server tells of the streams that play.
     QByteArray streams() const;
 

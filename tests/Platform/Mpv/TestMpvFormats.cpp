@@ -63,7 +63,7 @@ void TestMpvFormats::plays()
     QFETCH(const QStringList, encoding);
     const QString path = m_files.make(name, {{440, 1}}, encoding);
     QVERIFY2(!path.isEmpty(), "ffmpeg cannot make it");
-    MpvStreamPlayer player(m_reader, {{"ao", "null"}});
+    MpvStreamPlayer player(m_reader, {{"ao", "null"}, {"ao-null-untimed", "yes"}});
     const auto item = player.makeItem({.url = QUrl::fromLocalFile(path)});
     QSignalSpy ends(item.get(), &PlayerItem::didPlayToEnd);
     player.replaceCurrentItem(item);

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void isSilentAfterPause();
     void playsFromWhereItWasSoughtTo();
     void halfVolumeIsHalfAmplitude();
+    void theLastItemSoundsToItsEnd();
     void nextItemLeavesTheTailAlone();
     void replacingAPausedItemDoesNotSoundIt();
     void showsTheProductName();
@@ -155,6 +156,17 @@ void TestMpvSound::halfVolumeIsHalfAmplitude()
     QVERIFY(std::abs(Spectrum::decibels(full / half) - Spectrum::decibels(2)) < 0.5);
     m_player->setVolume(0);
     QVERIFY(m_recorder->hearSilence(200ms, 3s));
+}
+
+void TestMpvSound::theLastItemSoundsToItsEnd()
+{
+    const auto item = load(m_short);
+    QSignalSpy ends(item.get(), &PlayerItem::didPlayToEnd);
+    m_player->play();
+    QTRY_COMPARE(ends.size(), 1);
+    QVERIFY(m_recorder->hearSilence(500ms, 5s));
+    const auto heard = m_recorder->lastAbove(audible) - m_recorder->firstAbove(audible);
+    QVERIFY2(std::abs(double(heard) / Recorder::sampleRate - 1) < 0.02, qPrintable(QString::number(heard)));
 }
 
 void TestMpvSound::nextItemLeavesTheTailAlone()
