@@ -5,7 +5,6 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/CoverRegistry.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace cadorel {
@@ -24,7 +23,9 @@ constexpr double endSeconds = 0.25;
 
 QString timeText(double seconds)
 {
-    const auto whole = static_cast<qint64>(std::max(0.0, seconds));
+    // A damaged file may tell any number as its length: one that no whole number can hold is shown as 0.
+    constexpr double limit = 1e15;
+    const auto whole = static_cast<qint64>(seconds > 0 && seconds < limit ? seconds : 0);
     return QString::asprintf("%lld:%02lld", whole / 60, whole % 60);
 }
 
