@@ -9,10 +9,10 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 
+#include <QCoreApplication>
 #include <QCoroTask>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QProcess>
 
 using namespace cadorel;
@@ -136,7 +136,7 @@ void addDetails(Report &report, const Cost &cost)
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     Report report;
     const MadeHome home;
     const QString source = home.path(u"source"_s);

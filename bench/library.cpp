@@ -10,8 +10,8 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/SongListModel.h"
 
+#include <QCoreApplication>
 #include <QCoroTask>
-#include <QGuiApplication>
 
 #include <benchmark/benchmark.h>
 
@@ -156,7 +156,7 @@ void measureRows(const QList<Song> &songs, const QList<Song> &oneMore)
 int main(int argc, char *argv[])
 {
     benchmark::Initialize(&argc, argv);
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     Report report;
 
     const Library one(songCount, {});

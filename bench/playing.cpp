@@ -6,7 +6,7 @@
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 
 using namespace cadorel;
 using namespace std::chrono_literals;
@@ -53,7 +53,7 @@ double ofReference(const QString &file, std::chrono::seconds length)
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     Report report;
     const int seconds = measuredSeconds(usualSeconds);
     const std::chrono::seconds length(seconds);

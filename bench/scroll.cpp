@@ -137,6 +137,8 @@ int scroll()
                                  {u"library"_s, QVariant::fromValue(&app.library())}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (window)
+        window->show();
     if (!window || !waitFor([&] { return window->isExposed(); }, 20s))
         qFatal("no window");
     const QString backend = window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software
@@ -153,9 +155,11 @@ int scroll()
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
-    if (qEnvironmentVariableIsSet(homeVariable))
+    if (qEnvironmentVariableIsSet(homeVariable)) {
+        const QGuiApplication application(argc, argv);
         return scroll();
+    }
+    const QCoreApplication application(argc, argv);
     const VirtualDisplay display;
     const MadeHome home;
     makeLibrary(home.directories(), songCount);

@@ -8,8 +8,8 @@
 #include "Support/ProcessUsage.h"
 #include "Support/Report.h"
 
+#include <QCoreApplication>
 #include <QCoroTask>
-#include <QGuiApplication>
 #include <QProcess>
 
 #include <clocale>
@@ -53,7 +53,7 @@ double ofReference(Recorder &recorder, const QString &file)
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // as the program does, for libmpv
     Report report;
     const MadeHome home;

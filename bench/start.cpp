@@ -4,7 +4,7 @@
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -67,7 +67,7 @@ void tell(Report &report, const QString &name, const Start &start, bool held)
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     Report report;
     const VirtualDisplay display;
     const MadeHome empty;

@@ -62,13 +62,13 @@ void ProcessUsage::resetPeak() const
         file.write("5");
 }
 
-double ProcessUsage::wakeUps() const
+QMap<QString, double> ProcessUsage::wakeUps() const
 {
     const QString tasks = u"/proc/%1/task"_s.arg(m_pid);
-    double sum = 0;
+    QMap<QString, double> threads;
     for (const QString &thread : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        sum += field(tasks + u'/' + thread + "/status"_L1, "voluntary_ctxt_switches");
-    return sum;
+        threads[thread] = field(tasks + u'/' + thread + "/status"_L1, "voluntary_ctxt_switches");
+    return threads;
 }
 
 double ProcessUsage::writtenMiB() const

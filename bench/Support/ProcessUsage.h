@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QMap>
+#include <QString>
+
 #include <algorithm>
 #include <sys/types.h>
 
@@ -21,8 +24,8 @@ public:
     double peakMiB() const;
     /// Lets the peak begin anew at what is in use now.
     void resetPeak() const;
-    /// How often its present threads gave the processor up of their own accord: each is a wake-up.
-    double wakeUps() const;
+    /// How often each thread gave the processor up of its own accord: each time is a wake-up to come.
+    QMap<QString, double> wakeUps() const;
     /// Bytes handed to write calls, in MiB.
     double writtenMiB() const;
 
