@@ -1,35 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The road of a song to an engine: dispatch by source, observers, seeking, errors.
+// The road of a song to the stream player: dispatch by source, observers, seeking, errors. Online songs are
+// in AudioPlayerOnline.cpp, the equalizer engine in AudioPlayerEngine.cpp.
 #include "Services/AudioPlayerService.h"
 
+#include "Services/AudioPlayerSupport.h"
 #include "Services/Seams/CloudPlayback.h"
 #include "Services/Seams/EqualizerEngine.h"
-#include "Services/Seams/OnlineSongAddresses.h"
 #include "Utils/Console.h"
+#include "Utils/Tasks.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QPointer>
-#include <QStringDecoder>
 
 #include <QCoroTask>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <exception>
 
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
 Q_LOGGING_CATEGORY(logServices, "cadorel.services", QtCriticalMsg)
-
-constexpr auto tickInterval = 250ms;
 
 /// Clock of a target whose asset has none.
 constexpr int defaultTimescale = 44100;
@@ -37,15 +31,6 @@ constexpr int defaultTimescale = 44100;
 constexpr double seekTolerance = 0.5;
 /// A seek that lands this close to the end, in seconds, ends the song.
 constexpr double endMargin = 0.25;
-/// The equalizer engine's song counts as over this much before its end, in seconds.
-constexpr double engineEndMargin = 0.5;
-
-template <typename T>
-int indexOrFirst(const QList<T> &list, const T &value)
-{
-    return static_cast<int>(std::max<qsizetype>(0, list.indexOf(value)));
-}
-
 double rounded(double seconds, int timescale)
 {
     return std::round(seconds * timescale) / timescale;
@@ -54,22 +39,6 @@ double rounded(double seconds, int timescale)
 QString flag(bool value)
 {
     return value ? u"true"_s : u"false"_s;
-}
-
-bool isUsableTime(double seconds)
-{
-    return std::isfinite(seconds) && seconds >= 0;
-}
-
-std::optional<QUrl> parsedUrl(const QString &text)
-{
-    const QUrl url(text, QUrl::StrictMode);
-    return url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
-}
-
-void detach(QCoro::Task<void> task)
-{
-    Q_UNUSED(task);
 }
 
 } // namespace
@@ -101,64 +70,6 @@ void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
         return;
     }
     playURL(*url);
-}
-
-void AudioPlayerService::playOnlineSong(const OnlineSong &song, const QList<OnlineSong> &queue)
-{
-    setCurrent(std::nullopt, song);
-    setPlayError(std::nullopt);
-    setIsLoading(true);
-    m_nowPlayingArtwork.reset();
-    if (!queue.isEmpty()) {
-        setOnlineQueue(queue);
-        setCurrentIndex(indexOrFirst(m_onlineQueue, song));
-    }
-    detach(resolveAndPlay(song));
-}
-
-QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
-{
-    const QPointer<AudioPlayerService> self(this);
-    const quint64 request = ++m_onlineRequest;
-    std::optional<QUrl> url = co_await fetchRealPlayUrl(song);
-    // Another song may have been asked for while the address was fetched.
-    if (!self || request != m_onlineRequest)
-        co_return;
-    if (!url && m_parts.onlineAddresses)
-        url = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
-    setIsLoading(false);
-    if (url)
-        playURL(*url);
-    else
-        setPlayError(u"无法获取播放链接"_s);
-}
-
-QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong song)
-{
-    if (!m_parts.onlineAddresses || !m_platform.httpClient)
-        co_return std::nullopt;
-    const std::optional<QUrl> address = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
-    if (!address)
-        co_return std::nullopt;
-    HttpRequest request;
-    request.url = *address;
-    const std::expected<HttpResponse, QString> response = co_await m_platform.httpClient->send(request);
-    if (!response) {
-        print(u"Failed to fetch real play URL: "_s + response.error());
-        co_return std::nullopt;
-    }
-    if (response->url.toString() != address->toString())
-        co_return response->url;
-    const QJsonDocument document = QJsonDocument::fromJson(response->body);
-    if (const QJsonValue member = document.object().value("url"_L1); member.isString()) {
-        if (std::optional<QUrl> url = parsedUrl(member.toString()))
-            co_return url;
-    }
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = QString(decoder(response->body)).trimmed();
-    if (!decoder.hasError() && text.startsWith("http"_L1))
-        co_return parsedUrl(text);
-    co_return std::nullopt;
 }
 
 // MARK: loading
@@ -481,65 +392,6 @@ void AudioPlayerService::seekFinished(bool finished)
     if (m_resumesAfterSeek)
         m_player->play();
     updateNowPlayingInfo();
-}
-
-// MARK: equalizer engine
-
-void AudioPlayerService::playWithEqualizerEngine(const QUrl &url)
-{
-    print(u"🎛️ 使用均衡器引擎播放: "_s + url.fileName());
-    // What the stream player still has under way, a seek or the length of its item, belongs to the song
-    // before. The times go first: the pause below may store the new song, and must not at the old position.
-    cancelSeek();
-    setCurrentTime(0);
-    setDuration(0);
-    if (m_player)
-        m_player->pause();
-    removeItemObserver();
-    removeTimeObserver();
-    removeEndObserver();
-    m_playerItem.reset();
-    m_usingEqualizerEngine = true;
-    EqualizerEngine &engine = *m_parts.equalizer;
-    try {
-        engine.prepareToPlay(url);
-        setDuration(engine.duration());
-        engine.setVolume(m_volume);
-        engine.play();
-    } catch (const std::exception &error) {
-        print(u"❌ 均衡器引擎播放失败: "_s + QString::fromUtf8(error.what()));
-        m_usingEqualizerEngine = false;
-        playURLWithAVPlayer(url);
-        return;
-    }
-    setIsPlaying(true);
-    startAudioLevelSimulation();
-    startEqualizerTimeUpdates();
-    updateNowPlayingInfo();
-    print(u"🎛️ 均衡器引擎播放开始，时长: "_s + consoleNumber(m_duration) + u"s"_s);
-}
-
-void AudioPlayerService::startEqualizerTimeUpdates()
-{
-    m_eqTimeUpdateTimer = m_platform.clock->repeating(tickInterval, [this] {
-        if (!m_usingEqualizerEngine || m_isSeeking)
-            return;
-        const double seconds = m_parts.equalizer->currentTime();
-        if (!isUsableTime(seconds))
-            return;
-        setCurrentTime(seconds);
-        updateNowPlayingInfo();
-        if (m_duration > 0 && m_currentTime >= m_duration - engineEndMargin)
-            playerDidFinishPlaying();
-    });
-}
-
-void AudioPlayerService::stopEqualizerEngine()
-{
-    if (!m_usingEqualizerEngine || !m_parts.equalizer)
-        return;
-    m_parts.equalizer->stop();
-    m_eqTimeUpdateTimer.reset();
 }
 
 } // namespace cadorel

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Queue, play modes, snapshot and published state. The road of a song to an engine is in
+// Queue, play modes, snapshot and published state. The road of a song to the sound is in
 // AudioPlayerPipeline.cpp.
 #include "Services/AudioPlayerService.h"
 
+#include "Services/AudioPlayerSupport.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Seams/AudioLevelSimulation.h"
 #include "Services/Seams/EqualizerEngine.h"
@@ -26,12 +27,6 @@ constexpr qint64 persistIntervalMs = 5000;
 
 /// Past this position "previous" restarts the song instead of leaving it, in seconds.
 constexpr double restartThreshold = 3.0;
-
-template <typename T>
-int indexOrFirst(const QList<T> &list, const T &value)
-{
-    return static_cast<int>(std::max<qsizetype>(0, list.indexOf(value)));
-}
 
 } // namespace
 

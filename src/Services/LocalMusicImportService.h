@@ -129,7 +129,7 @@ private:
     QCoro::Task<void> importFolderContents(QUrl url);
     QCoro::Task<std::optional<Song>> importOne(QUrl url);
     QCoro::Task<Extraction> extract(QString path, QString originalName);
-    StoredFile storeFile(const QByteArray &source, const QString &name) const;
+    StoredFile storeFile(const QByteArray &source, const QString &name, const QDateTime &now) const;
     QCoro::Task<void> yieldWhenDue();
     void dropSongsWithoutFile(const QSet<QByteArray> &missing);
     bool contains(const QString &id) const;
