@@ -25,7 +25,7 @@ struct LocalMusicImportService::StoredFile
     enum class Outcome { copied, existed, failed };
     Outcome outcome = Outcome::failed;
     QString error;
-    std::optional<Extraction> extraction;
+    Extraction extraction; ///< of a copied file
 };
 
 QCoro::Task<Extraction> LocalMusicImportService::extract(QString path, QString name)
@@ -85,7 +85,7 @@ QCoro::Task<void> LocalMusicImportService::importFolderContents(QUrl url)
     int skipped = 0;
     for (qsizetype i = 0; i < count; ++i) {
         while (nextToStart < count && jobs.hasRoom()) {
-            const QByteArray source = files[nextToStart++];
+            const QByteArray &source = files[nextToStart++];
             Started started{.name = displayName(source), .target = {}};
             started.target = targetPath(started.name).toUtf8();
             // What lies there already is claimed by nobody, or a scan would pass it over.
@@ -132,8 +132,8 @@ QCoro::Task<void> LocalMusicImportService::importFolderContents(QUrl url)
             print(u"❌ 复制失败: "_s + name + u" - "_s + stored.error);
             break;
         case StoredFile::Outcome::copied:
-            print(QStringList{u"📥 复制: "_s + name} + stored.extraction->log);
-            append(stored.extraction->song);
+            print(QStringList{u"📥 复制: "_s + name} + stored.extraction.log);
+            append(stored.extraction.song);
             setNewSongsFound(m_newSongsFound + 1);
             ++imported;
             break;

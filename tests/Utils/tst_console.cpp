@@ -27,6 +27,7 @@ void printEverything()
     print(u"📂 一行"_s);
     print(QStringList{u"二"_s, u""_s, u"三"_s});
     std::vector<std::jthread> threads;
+    threads.reserve(threadCount);
     for (int thread = 0; thread < threadCount; ++thread) {
         threads.emplace_back([thread] {
             for (int i = 0; i < linesPerThread; ++i)

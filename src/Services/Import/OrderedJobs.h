@@ -26,7 +26,7 @@ public:
     /// True while another job should be added to keep the processors busy.
     bool hasRoom() const
     {
-        return m_running.size() < static_cast<size_t>(2 * std::max(1, QThread::idealThreadCount()));
+        return m_running.size() < 2 * static_cast<size_t>(std::max(1, QThread::idealThreadCount()));
     }
     bool isEmpty() const { return m_running.empty(); }
 

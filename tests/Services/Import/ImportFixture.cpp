@@ -143,7 +143,7 @@ QStringList ImportFixture::indexedTitles() const
 {
     QStringList titles;
     const QJsonArray records = QJsonDocument::fromJson(indexBytes()).array();
-    for (const QJsonValue &value : records)
+    for (const auto &value : records)
         titles.append(value.toObject().value("title"_L1).toString());
     return titles;
 }
@@ -183,7 +183,7 @@ QStringList recorded(ImportFixture &fixture, const std::function<void()> &operat
     QStringList events;
     QObject context;
     const auto flag = [](bool value) { return value ? u"true"_s : u"false"_s; };
-    const auto record = [&](void (Service::*signal)(), std::function<QString()> text) {
+    const auto record = [&](void (Service::*signal)(), const std::function<QString()> &text) {
         QObject::connect(&service, signal, &context, [&events, text] { events.append(text()); });
     };
     record(&Service::importedSongsChanged,

@@ -135,7 +135,7 @@ private Q_SLOTS:
         QFETCH(const bool, mounts);
         m_fixture->start();
         const QString big =
-            ImportFixture::write(m_fixture->outside(u"big.mp3"_s), QByteArray(2 * diskSize, 'x'));
+            ImportFixture::write(m_fixture->outside(u"big.mp3"_s), QByteArray(qsizetype{2} * diskSize, 'x'));
         ImportFixture::write(m_fixture->outside(u"small.mp3"_s));
         {
             std::optional<SmallDisk> disk;
@@ -156,7 +156,7 @@ private Q_SLOTS:
                          .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                      QStringList{LocalMusicImportService::storedName(u"small.mp3"_s)});
         }
-        const QString text = mounts ? u"磁盘空间不足"_s : service().importError()->section(u": "_s, 1);
+        const QString text = mounts ? u"磁盘空间不足"_s : service().importErrorText().section(u": "_s, 1);
         QVERIFY(!text.isEmpty());
         QCOMPARE(service().importError(), u"导入失败: "_s + text);
         QVERIFY(m_fixture->console().take().contains(u"❌ 复制失败: big.mp3 - "_s + text));
