@@ -91,7 +91,7 @@ QHash<int, QByteArray> SongListModel::roleNames() const
 
 QString SongListModel::displayTitle(const Song &song)
 {
-    const QString title = oneLine(song.title());
+    QString title = oneLine(song.title());
     if (!title.isEmpty())
         return title;
     // A stored file carries the hash of its first name in front of that name.

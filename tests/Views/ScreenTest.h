@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Services/AudioPlayerService.h"
 #include "Utils/Console.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -42,6 +43,13 @@ protected:
         item->answerDuration(seconds);
         item->becomeReady();
         QTRY_VERIFY(t->playback->canSeek());
+    }
+
+    /// Title of the player's song; empty when there is none.
+    QString currentTitle() const
+    {
+        const auto &song = t->audioPlayer->currentSong();
+        return song ? song->title() : QString();
     }
 
 private Q_SLOTS:

@@ -35,11 +35,6 @@ private Q_SLOTS:
     void refusedFileIsSaidAndDismissed();
 
 private:
-    QString currentTitle() const
-    {
-        const auto &song = t->audioPlayer->currentSong();
-        return song ? song->title() : QString();
-    }
     QPointingDevice *m_touch = QTest::createTouchDevice();
 };
 
