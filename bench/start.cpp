@@ -43,21 +43,22 @@ Start measureStart(const MadeHome &home, const VirtualDisplay &display, int song
     return start;
 }
 
-void tell(Report &report, const QString &name, const Start &start, bool held)
+void tell(Report &report, const QString &name, const Start &start, std::optional<double> timeBar,
+          std::optional<double> memoryBar)
 {
     report.add({.what = name + ", first frame, best of "_L1 + QString::number(runs),
                 .value = std::ranges::min(start.seconds),
                 .unit = u"s"_s,
-                .bar = held ? std::optional(barSeconds) : std::nullopt});
+                .bar = timeBar});
     report.add({.what = u"  in the middle"_s, .value = median(start.seconds), .unit = u"s"_s});
     report.add({.what = u"  resident memory then"_s,
                 .value = median(start.residentMiB),
                 .unit = u"MiB"_s,
-                .bar = held ? std::optional(barMiB) : std::nullopt});
+                .bar = memoryBar});
     report.add({.what = u"  resident memory after the scan"_s,
                 .value = median(start.scannedMiB),
                 .unit = u"MiB"_s,
-                .bar = held ? std::optional(barMiB) : std::nullopt});
+                .bar = memoryBar});
     report.add({.what = u"  peak of resident memory until then"_s,
                 .value = median(start.peakMiB),
                 .unit = u"MiB"_s});
@@ -71,12 +72,13 @@ int main(int argc, char *argv[])
     Report report;
     const VirtualDisplay display;
     const MadeHome empty;
-    tell(report, u"start with no song, raster"_s, measureStart(empty, display, 0, u"software"_s), false);
+    tell(report, u"start with no song, raster"_s, measureStart(empty, display, 0, u"software"_s), {}, {});
     const MadeHome home;
     makeLibrary(home.directories(), songCount);
     tell(report, u"start with 100,000 songs, raster"_s, measureStart(home, display, songCount, u"software"_s),
-         true);
+         barSeconds, barMiB);
+    // The compiler behind software OpenGL takes 90 MiB of its own.
     tell(report, u"start with 100,000 songs, software OpenGL"_s,
-         measureStart(home, display, songCount, u"opengl"_s), true);
+         measureStart(home, display, songCount, u"opengl"_s), barSeconds, {});
     return 0;
 }

@@ -124,6 +124,14 @@ int SongListModel::rowOf(const QString &songId) const
 void SongListModel::setSongs(const QList<Song> &songs)
 {
     const int countBefore = count();
+    if (m_songs.isEmpty() && !songs.isEmpty()) {
+        // The start of a large library: nothing to compare.
+        beginInsertRows({}, 0, static_cast<int>(songs.size()) - 1);
+        m_songs = songs;
+        endInsertRows();
+        Q_EMIT countChanged();
+        return;
+    }
     // Most updates touch one place: what stands before and after it needs no search.
     const qsizetype shorter = qMin(m_songs.size(), songs.size());
     qsizetype prefix = 0;
