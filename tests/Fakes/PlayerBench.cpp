@@ -73,13 +73,6 @@ void PlayerBench::answerDuration(std::expected<double, QString> seconds)
     settle();
 }
 
-void PlayerBench::reachEnd()
-{
-    const std::shared_ptr<FakePlayerItem> ended = stream().lastItem();
-    stream().setState(0, StreamPlayer::TimeControlStatus::paused);
-    ended->reachEnd();
-}
-
 QByteArray PlayerBench::snapshot()
 {
     return home.preferences().dataValue(u"lastPlaybackState"_s).value_or(QByteArray());

@@ -46,8 +46,7 @@ public:
     void answerWeb(const FakeHttpClient::Result &result);
     /// Tells the length of the current item, and lets the player take it.
     void answerDuration(std::expected<double, QString> seconds);
-    /// The current item runs out, as a stream player tells it.
-    void reachEnd();
+    void reachEnd() { stream().reachEnd(); }
     /// The stored snapshot; empty when there is none.
     QByteArray snapshot();
 

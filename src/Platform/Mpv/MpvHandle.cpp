@@ -3,6 +3,8 @@
 
 #include "Platform/Mpv/MpvLog.h"
 
+#include <vector>
+
 namespace cadorel {
 
 namespace {

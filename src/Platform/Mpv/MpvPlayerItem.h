@@ -21,6 +21,7 @@ public:
     const MediaAsset &asset() const override { return m_asset; }
     Status status() const override { return m_status; }
     QString errorDescription() const override { return m_error; }
+    /// As of the last tick of a time observer, start, stop or jump.
     double currentTime() const override { return m_currentTime; }
     /// The exact length once loadDuration() has counted it, before that libmpv's.
     double duration() const override;

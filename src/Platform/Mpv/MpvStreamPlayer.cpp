@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
 namespace cadorel {
@@ -285,10 +286,16 @@ void MpvStreamPlayer::cancelSeek()
 
 void MpvStreamPlayer::completeLater(std::function<void(bool)> completion, bool finished)
 {
-    if (completion)
-        QMetaObject::invokeMethod(
-            this, [completion = std::move(completion), finished] { completion(finished); },
-            Qt::QueuedConnection);
+    if (!completion)
+        return;
+    m_completions.append([completion = std::move(completion), finished] { completion(finished); });
+    QMetaObject::invokeMethod(this, &MpvStreamPlayer::callCompletions, Qt::QueuedConnection);
+}
+
+void MpvStreamPlayer::callCompletions()
+{
+    while (!m_completions.isEmpty())
+        m_completions.takeFirst()();
 }
 
 } // namespace cadorel

@@ -89,6 +89,7 @@ private:
     void sendSeek();
     void cancelSeek();
     void completeLater(std::function<void(bool)> completion, bool finished);
+    void callCompletions();
     void requestPosition(bool jumped);
 
     // What libmpv tells: MpvStreamPlayerEvents.cpp
@@ -128,6 +129,8 @@ private:
     bool m_loadSentPaused = false;
     std::optional<PendingSeek> m_seek;
     quint64 m_seeksSent = 0;
+    /// Of settled seeks, in their order, waiting for the event loop.
+    QList<std::function<void()>> m_completions;
     /// libmpv drops a seek in a source that turns out not to seek, without a word.
     QTimer m_seekGuard;
     TimeObservers m_observers;

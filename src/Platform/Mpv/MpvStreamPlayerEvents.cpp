@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace cadorel {
@@ -332,6 +333,8 @@ void MpvStreamPlayer::settleSeek(bool finished)
 {
     m_seekGuard.stop();
     const auto seek = std::exchange(m_seek, {});
+    // Those that it overtook hear of it first.
+    callCompletions();
     if (seek && seek->completion)
         seek->completion(finished);
 }

@@ -67,6 +67,7 @@ FocusScope {
         sideMargin: root.sideMargin
         model: root.library.songs
         focus: true
+        onPlayPauseRequested: root.viewModel.togglePlayPause()
         onPlayRequested: row => root.library.playSongAt(row)
         onMenuRequested: (row, position) => {
             songMenu.row = row;

@@ -15,6 +15,7 @@ ListView {
     signal playRequested(int row)
     signal menuRequested(int row, point position)
     signal deleteRequested(int row)
+    signal playPauseRequested()
 
     clip: true
     boundsBehavior: Flickable.StopAtBounds
@@ -82,6 +83,8 @@ ListView {
         width: ListView.view.width
         sideMargin: root.sideMargin
         showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
+        // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
+        Keys.onSpacePressed: root.playPauseRequested()
         onPressed: {
             root.keyboardInUse = false;
             root.forceActiveFocus(Qt.MouseFocusReason);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace cadorel {
 
@@ -82,6 +83,24 @@ bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
             return firstAbove(amplitude) >= 0;
         },
         static_cast<int>(limit.count()));
+}
+
+std::chrono::milliseconds Recorder::toneLength(double fromHertz, double toHertz) const
+{
+    constexpr auto blockLength = 10ms;
+    constexpr float loud = 0.3F;
+    std::chrono::milliseconds total{0};
+    const std::size_t size = samplesIn(blockLength);
+    for (std::size_t start = 0; start + size <= m_samples.size(); start += size) {
+        const std::span block(m_samples.data() + start, size);
+        int crossings = 0;
+        for (std::size_t i = 1; i < size; ++i)
+            crossings += std::signbit(block[i]) != std::signbit(block[i - 1]) ? 1 : 0;
+        const double hertz = crossings / 2.0 / std::chrono::duration<double>(blockLength).count();
+        if (hertz >= fromHertz && hertz <= toHertz && std::ranges::max(block) > loud)
+            total += blockLength;
+    }
+    return total;
 }
 
 std::ptrdiff_t Recorder::firstAbove(float amplitude) const

@@ -36,6 +36,9 @@ public:
     std::ptrdiff_t firstAbove(float amplitude) const;
     std::ptrdiff_t lastAbove(float amplitude) const;
 
+    /// How much of it was a loud tone between two frequencies, gaps of a busy machine left out.
+    std::chrono::milliseconds toneLength(double fromHertz, double toHertz) const;
+
     static std::size_t samplesIn(std::chrono::milliseconds length);
 
 private:

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Sound/SoundServer.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QLocalSocket>
 #include <QStandardPaths>
 #include <QTest>
+
+#include <algorithm>
 
 namespace cadorel {
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Sound/Spectrum.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <complex>
@@ -49,29 +50,38 @@ Spectrum::Spectrum(std::span<const float> samples, int sampleRate)
     if (size < 2)
         return;
     std::vector<Complex> values(size);
-    double sum = 0;
+    double windowEnergy = 0;
     for (std::size_t i = 0; i < size; ++i) {
         const double weight =
             window(2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size - 1));
-        sum += weight;
+        windowEnergy += weight * weight;
         values[i] = weight * double{samples[i]};
     }
     transform(values);
     m_binWidth = double(sampleRate) / static_cast<double>(size);
-    m_amplitudes.resize(size / 2);
-    for (std::size_t i = 0; i < m_amplitudes.size(); ++i)
-        m_amplitudes[i] = 2 * std::abs(values[i]) / sum;
+    m_energies.resize(size / 2);
+    for (std::size_t i = 0; i < m_energies.size(); ++i)
+        m_energies[i] = 4 * std::norm(values[i]) / (windowEnergy * static_cast<double>(size));
 }
 
 Spectrum::Peak Spectrum::loudestElsewhere(double hertz, double distance) const
 {
-    Peak peak{.hertz = 0, .amplitude = 0};
-    for (std::size_t i = 0; i < m_amplitudes.size(); ++i) {
+    std::size_t loudest = 0;
+    double most = 0;
+    for (std::size_t i = 0; i < m_energies.size(); ++i) {
         const double here = m_binWidth * static_cast<double>(i);
-        if (here >= 20 && std::abs(here - hertz) >= distance && m_amplitudes[i] > peak.amplitude)
-            peak = {.hertz = here, .amplitude = m_amplitudes[i]};
+        if (here >= 20 && std::abs(here - hertz) >= distance && m_energies[i] > most) {
+            loudest = i;
+            most = m_energies[i];
+        }
     }
-    return peak;
+    // The window spreads a sine over four bins to each side.
+    constexpr std::size_t spread = 4;
+    double energy = 0;
+    for (std::size_t i = loudest - std::min(loudest, spread); i <= loudest + spread && i < m_energies.size();
+         ++i)
+        energy += m_energies[i];
+    return {.hertz = m_binWidth * static_cast<double>(loudest), .amplitude = std::sqrt(energy)};
 }
 
 double Spectrum::decibels(double ratio)

@@ -29,7 +29,8 @@ public:
 
 private:
     double m_binWidth;
-    std::vector<double> m_amplitudes;
+    /// Square of the amplitude that each frequency bin holds its part of; a sine's parts add up to its own.
+    std::vector<double> m_energies;
 };
 
 } // namespace cadorel

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Preferences whose file is damaged, or cannot be written.
+#include "Fixtures/UnprivilegedScope.h"
 #include "Platform/Sql/SqlitePreferences.h"
 #include "PreferencesDatabase.h"
 
@@ -232,15 +233,18 @@ void DamagedPreferencesTest::readsAFileThatCannotBeWritten()
         preferences.setInt(u"key"_s, 1);
         preferences.setData(u"lazy"_s, QByteArray(aboveLazy, 'x'));
     }
-    const QFileDevice::Permissions readOnly = QFileDevice::ReadOwner | QFileDevice::ExeOwner;
-    QVERIFY(QFile::setPermissions(file(), QFileDevice::ReadOwner));
-    QVERIFY(QFile::setPermissions(m_directory->path(), readOnly));
+    const QFileDevice::Permissions readers =
+        QFileDevice::ReadOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    QVERIFY(QFile::setPermissions(file(), readers));
+    QVERIFY(QFile::setPermissions(m_directory->path(), readers | QFileDevice::ExeOwner |
+                                                           QFileDevice::ExeGroup | QFileDevice::ExeOther));
     const auto restore = qScopeGuard([this] {
         QFile::setPermissions(m_directory->path(),
                               QFileDevice::WriteOwner | QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     });
-    if (QFile(m_directory->filePath(u"probe"_s)).open(QIODevice::WriteOnly))
-        QSKIP("this user writes everywhere");
+    const UnprivilegedScope withoutRights;
+    QVERIFY(withoutRights.isActive());
+    QVERIFY(!QFile(m_directory->filePath(u"probe"_s)).open(QIODevice::WriteOnly));
     expectWarning("preferences: cannot be written, changes are kept in memory only");
     SqlitePreferences preferences(file());
     QCOMPARE(preferences.intValue(u"key"_s), 1);

@@ -147,19 +147,14 @@ void TestMpvStreamPlayer::beginsWhereItWasSoughtToDuringTheLoad()
 void TestMpvStreamPlayer::seeksOntoTheSample_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QStringList>("encoding");
-    QTest::newRow("flac") << u"seek.flac"_s << QStringList();
-    QTest::newRow("mp3") << u"seek.mp3"_s << QStringList();
-    QTest::newRow("m4a") << u"seek.m4a"_s << QStringList();
-    QTest::newRow("opus") << u"seek.opus"_s << QStringList();
-    QTest::newRow("mka") << u"seek.mka"_s << QStringList();
+    for (const char *name : {"seek.flac", "seek.mp3", "seek.m4a", "seek.opus", "seek.mka"})
+        QTest::newRow(name) << QString::fromLatin1(name);
 }
 
 void TestMpvStreamPlayer::seeksOntoTheSample()
 {
     QFETCH(const QString, name);
-    QFETCH(const QStringList, encoding);
-    const auto item = load(m_files.make(name, {{440, 20}}, encoding));
+    const auto item = load(m_files.make(name, {{440, 20}}));
     QVERIFY(becomesReady(item));
     for (const double target : {13.37, 2.5, 19.0}) {
         QVERIFY(seekFinishes(target));
@@ -233,7 +228,8 @@ void TestMpvStreamPlayer::seekToTheEndWhilePausedEndsWhenPlayed()
     QVERIFY(becomesReady(item));
     QSignalSpy ends(item.get(), &PlayerItem::didPlayToEnd);
     QVERIFY(seekFinishes(item->duration()));
-    QVERIFY(std::abs(item->currentTime() - item->duration()) < 0.001);
+    // The last sample may lie a packet's padding before the duration.
+    QVERIFY(std::abs(item->currentTime() - item->duration()) < 0.1);
     QCOMPARE(ends.size(), 0);
     m_player->play();
     QTRY_COMPARE(ends.size(), 1);

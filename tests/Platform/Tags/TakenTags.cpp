@@ -27,7 +27,7 @@ TakenTags::TakenTags(AssetMetadata &asset)
 void TakenTags::takeCommon(const MetadataItem &item)
 {
     const QString text = item.stringValue().value_or(QString());
-    const CommonKey key = item.commonKey().value();
+    const std::optional<CommonKey> key = item.commonKey();
     if (key == CommonKey::artwork)
         artwork = item.dataValue().value_or(artwork);
     else if (key == CommonKey::title && !text.isEmpty())

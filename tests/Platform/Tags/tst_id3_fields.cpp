@@ -169,9 +169,9 @@ void Id3FieldsTest::twoLyricsFrames()
     const auto asset = readTag(lyricsFrame(utf8, "plain") + lyricsFrame(utf8, "[00:01.00]timed"));
     QStringList texts;
     for (const auto &item : asset->metadata().value())
-        texts.append(item->stringValue().value());
+        texts.append(item->stringValue().value_or(QString()));
     QCOMPARE(texts, QStringList({u"plain"_s, u"[00:01.00]timed"_s}));
-    QCOMPARE(asset->lyrics().value().value(), u"[00:01.00]timed"_s);
+    QCOMPARE(asset->lyrics().value(), u"[00:01.00]timed"_s);
     QCOMPARE(TakenTags(*readTag(lyricsFrame(utf8, "") + lyricsFrame(utf8, "second"))).lyrics, u"second"_s);
 }
 
@@ -188,7 +188,7 @@ void Id3FieldsTest::describedLyrics()
     QFETCH(QByteArray, description);
     const auto asset = readTag(textFrame("TXXX", utf8, description + '\0' + "[00:01.00]words"));
     QCOMPARE(TakenTags(*asset).lyrics, u"[00:01.00]words"_s);
-    QCOMPARE(asset->lyrics().value().value(), u"[00:01.00]words"_s);
+    QCOMPARE(asset->lyrics().value(), u"[00:01.00]words"_s);
     const auto item = asset->metadata().value().constFirst();
     QCOMPARE(item->key(), "TXXX:"_L1 + QString::fromLatin1(description));
     QCOMPARE(item->identifier(), "id3/TXXX:"_L1 + QString::fromLatin1(description));
@@ -200,7 +200,7 @@ void Id3FieldsTest::timedLyrics()
         readTag(timedFrame({{1000, u"天青色等烟雨"_s.toUtf8()}, {63505, u"而我在等你"_s.toUtf8()}}));
     const QString lrc = u"[00:01.00]天青色等烟雨\n[01:03.51]而我在等你\n"_s;
     QCOMPARE(TakenTags(*asset).lyrics, lrc);
-    QCOMPARE(asset->lyrics().value().value(), lrc);
+    QCOMPARE(asset->lyrics().value(), lrc);
 }
 
 void Id3FieldsTest::timedSyllables()

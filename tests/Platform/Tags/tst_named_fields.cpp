@@ -91,7 +91,7 @@ void NamedFieldsTest::timedLyricsFirst()
 {
     const auto asset = readFlac({"LYRICS=plain", "SYNCEDLYRICS=[00:01.00]timed"});
     QCOMPARE(TakenTags(*asset).lyrics, u"[00:01.00]timed"_s);
-    QCOMPARE(asset->lyrics().value().value(), u"[00:01.00]timed"_s);
+    QCOMPARE(asset->lyrics().value(), u"[00:01.00]timed"_s);
 }
 
 void NamedFieldsTest::unsyncedLyrics()
@@ -155,7 +155,7 @@ void NamedFieldsTest::freeAtoms()
     QCOMPARE(TakenTags(*asset).lyrics, u"words"_s);
     QCOMPARE(TakenTags(*asset).album, QString());
     QCOMPARE(TakenTags(*asset).artist, u"band"_s);
-    QCOMPARE(asset->lyrics().value().value(), u"words"_s);
+    QCOMPARE(asset->lyrics().value(), u"words"_s);
 }
 
 void NamedFieldsTest::trackOfMp4_data()

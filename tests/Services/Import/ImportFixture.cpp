@@ -236,17 +236,4 @@ QStringList unreadableLines(const QString &title)
             u"Lyrics: none"_s};
 }
 
-UnprivilegedScope::UnprivilegedScope()
-    : m_wasRoot(::geteuid() == 0)
-{
-    // The effective user of all threads changes, those of the thread pool included.
-    m_isActive = !m_wasRoot || ::seteuid(nobody) == 0;
-}
-
-UnprivilegedScope::~UnprivilegedScope()
-{
-    if (m_wasRoot && m_isActive && ::seteuid(0) != 0)
-        qFatal("cannot take the rights back");
-}
-
 } // namespace cadorel

@@ -3,6 +3,7 @@
 
 #include "Fakes/FakeAssetReader.h"
 #include "Fakes/FakeClock.h"
+#include "Fixtures/UnprivilegedScope.h"
 #include "Services/LocalMusicImportService.h"
 
 #include <QCoroTask>
@@ -134,22 +135,5 @@ FakeAsset tagged(const QString &title, double seconds = 60);
 
 /// The lines that the reading of a file without any readable tag prints.
 QStringList unreadableLines(const QString &title);
-
-/// Acts as the unprivileged user while it lives; `isActive` is false when the rights cannot be changed. Tests
-/// that run without privileges are that user already.
-class UnprivilegedScope
-{
-public:
-    UnprivilegedScope();
-    ~UnprivilegedScope();
-    Q_DISABLE_COPY_MOVE(UnprivilegedScope)
-
-    static constexpr uint nobody = 65534;
-    bool isActive() const { return m_isActive; }
-
-private:
-    bool m_wasRoot = false;
-    bool m_isActive = false;
-};
 
 } // namespace cadorel

@@ -129,12 +129,14 @@ AudioSignature AudioSignature::of(FileBytes &file)
         return signature;
     MpegFrames mpegAudio(file, FrameKind::mpegAudio, signature.audioEnd);
     MpegFrames adts(file, FrameKind::adts, signature.audioEnd);
-    const bool isAdts = adts.startsAt(signature.audioStart);
-    std::optional<qint64> first = isAdts ? std::nullopt : mpegAudio.first(signature.audioStart);
+    std::optional<qint64> first;
+    if (!adts.startsAt(signature.audioStart))
+        first = mpegAudio.first(signature.audioStart);
     if (first) {
         signature.container = AudioContainer::mpegAudio;
-    } else if ((first = adts.first(signature.audioStart))) {
-        signature.container = AudioContainer::adts;
+    } else {
+        first = adts.first(signature.audioStart);
+        signature.container = first ? AudioContainer::adts : AudioContainer::unknown;
     }
     signature.audioStart = first.value_or(signature.audioStart);
     return signature;

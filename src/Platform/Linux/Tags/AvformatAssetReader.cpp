@@ -85,7 +85,7 @@ MediaInput::~MediaInput()
 {
     avformat_close_input(&m_context);
     if (m_io)
-        av_freep(&m_io->buffer);
+        av_freep(static_cast<void *>(&m_io->buffer));
     avio_context_free(&m_io);
 }
 

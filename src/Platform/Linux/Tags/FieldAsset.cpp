@@ -51,7 +51,7 @@ std::expected<std::optional<QString>, QString> FieldAsset::lyrics()
     for (const auto &item : items()) {
         if (!isLyrics(*item))
             continue;
-        const QString text = item->stringValue().value_or(QString());
+        QString text = item->stringValue().value_or(QString());
         if (hasTimes(text))
             return text;
         if (!plain && !text.isEmpty())

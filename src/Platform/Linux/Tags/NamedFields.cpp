@@ -34,7 +34,7 @@ QLatin1StringView separatorOf(FieldRole role)
     return role == FieldRole::lyrics ? "\n"_L1 : valueSeparator;
 }
 
-class InfoBytes : public TagLib::RIFF::Info::StringHandler
+class InfoBytes final : public TagLib::RIFF::Info::StringHandler
 {
 public:
     TagLib::String parse(const TagLib::ByteVector &data) const override

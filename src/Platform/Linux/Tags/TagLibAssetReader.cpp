@@ -54,8 +54,8 @@ public:
 struct TagSource
 {
     template <typename... Where>
-    explicit TagSource(std::shared_ptr<FileBytes> bytes, Where... where)
-        : stream(std::move(bytes), where...)
+    explicit TagSource(const std::shared_ptr<FileBytes> &bytes, Where... where)
+        : stream(bytes, where...)
     {
     }
 

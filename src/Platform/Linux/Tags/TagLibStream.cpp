@@ -11,7 +11,7 @@ constexpr qint64 readLimit = qint64(128) * 1024 * 1024;
 
 } // namespace
 
-TagLibStream::TagLibStream(std::shared_ptr<FileBytes> file)
+TagLibStream::TagLibStream(const std::shared_ptr<FileBytes> &file)
     : TagLibStream(file, 0, file->size())
 {
 }

@@ -13,7 +13,7 @@ namespace cadorel {
 class TagLibStream : public TagLib::IOStream
 {
 public:
-    explicit TagLibStream(std::shared_ptr<FileBytes> file);
+    explicit TagLibStream(const std::shared_ptr<FileBytes> &file);
     /// Only @p length bytes from @p start, which become offset 0.
     TagLibStream(std::shared_ptr<FileBytes> file, qint64 start, qint64 length);
 
