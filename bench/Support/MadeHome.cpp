@@ -9,11 +9,24 @@
 #include "Platform/Mpv/MpvStreamPlayer.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// In memory unless TMPDIR says otherwise: on a disk, what else goes on there would be measured too.
+QString temporaryTemplate()
+{
+    const QString memory = u"/dev/shm"_s;
+    const bool useMemory = !qEnvironmentVariableIsSet("TMPDIR") && QFileInfo(memory).isWritable();
+    return (useMemory ? memory : QDir::tempPath()) + "/cadorel-bench-XXXXXX"_L1;
+}
+
+} // namespace
 
 MadeHome::MadeHome()
     : MadeHome(QString())
@@ -21,7 +34,7 @@ MadeHome::MadeHome()
 }
 
 MadeHome::MadeHome(const QString &root)
-    : m_own(root.isEmpty() ? std::make_unique<QTemporaryDir>() : nullptr)
+    : m_own(root.isEmpty() ? std::make_unique<QTemporaryDir>(temporaryTemplate()) : nullptr)
     , m_root(m_own ? m_own->path() : root)
     , m_directories{.documents = path(u"Music/Cadorel"_s),
                     .applicationSupport = path(u".local/share/cadorel"_s),
