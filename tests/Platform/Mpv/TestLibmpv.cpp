@@ -3,7 +3,6 @@
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Platform/Mpv/MpvHandle.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -26,7 +25,6 @@ private Q_SLOTS:
     void cleanup() { m_mpv = {}; }
 
     void refusesOtherNumberLocales();
-    void startsInMilliseconds();
     void aReplacedLoadNeverStarts();
     void answersALoadBeforeItsFileStarts();
     void beginsExactlyAtItsStart();
@@ -156,23 +154,10 @@ void TestLibmpv::refusesOtherNumberLocales()
 {
     {
         const NumberLocale locale;
-        if (!locale.active())
-            QSKIP("no locale sources on this machine");
+        QVERIFY2(locale.active(), "no locale sources: scripts/setup installs them");
         QVERIFY(!MpvHandle(options("null")));
     }
     QVERIFY(MpvHandle(options("null")));
-}
-
-void TestLibmpv::startsInMilliseconds()
-{
-    qint64 best = std::numeric_limits<qint64>::max();
-    for (int i = 0; i < 5; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        const MpvHandle handle(options("null"));
-        best = std::min(best, timer.elapsed());
-    }
-    QVERIFY2(best < 30, qPrintable(QString::number(best)));
 }
 
 void TestLibmpv::aReplacedLoadNeverStarts()
@@ -322,8 +307,7 @@ void TestLibmpv::restartsBeforeItFailsWithoutAnOutput()
 void TestLibmpv::speexHasADecoderThatDoesNotClip()
 {
     const QString path = m_files.make(u"voice.spx"_s, {{440, 2}}, {u"-ar"_s, u"16000"_s});
-    if (path.isEmpty())
-        QSKIP("this ffmpeg does not encode Speex");
+    QVERIFY(!path.isEmpty());
     QVERIFY(load(path) >= 0);
     const QByteArray codec = text("audio-codec");
     QVERIFY2(codec.toLower().contains("libspeex"), codec.constData());

@@ -59,18 +59,21 @@ private Q_SLOTS:
     void preciseDuration();
 
 private:
-    void addFormats();
+    /// All formats, or those whose tags know more than title and artist.
+    void addFormats(bool withReal = true);
     QString path(const QString &name) const { return m_directory.filePath(name); }
 
     QTemporaryDir m_directory;
     FileAssetReader m_reader;
 };
 
-void AssetReaderTest::addFormats()
+void AssetReaderTest::addFormats(bool withReal)
 {
     QTest::addColumn<QString>("format");
-    for (const QString &format : madeFormats())
-        QTest::newRow(qPrintable(format)) << format;
+    for (const QString &format : madeFormats()) {
+        if (withReal || !isReal(format))
+            QTest::newRow(qPrintable(format)) << format;
+    }
 }
 
 void AssetReaderTest::everyFormat_data()
@@ -103,14 +106,12 @@ void AssetReaderTest::everyFormat()
 
 void AssetReaderTest::pngCover_data()
 {
-    addFormats();
+    addFormats(false);
 }
 
 void AssetReaderTest::pngCover()
 {
     QFETCH(QString, format);
-    if (isReal(format))
-        QSKIP("holds no picture");
     MadeSong song;
     song.cover = madePng();
     const QString file = path("png."_L1 + format);
@@ -194,14 +195,12 @@ void AssetReaderTest::identifiersAndKeys()
 
 void AssetReaderTest::albumArtistIsNoAlbum_data()
 {
-    addFormats();
+    addFormats(false);
 }
 
 void AssetReaderTest::albumArtistIsNoAlbum()
 {
     QFETCH(QString, format);
-    if (isReal(format))
-        QSKIP("knows no album artist");
     const QString file = path("albumartist."_L1 + format);
     QVERIFY(makeSong(file, {.title = u"Title"_s, .albumArtist = u"群星"_s}));
     const auto asset = m_reader.open(file);

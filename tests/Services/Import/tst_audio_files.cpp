@@ -174,8 +174,7 @@ private Q_SLOTS:
     void copyBetweenFileSystems()
     {
         const QTemporaryDir memory(u"/dev/shm/tst_audio_files-XXXXXX"_s);
-        if (!memory.isValid())
-            QSKIP("no file system in memory");
+        QVERIFY(memory.isValid());
         const QByteArray bytes(700'000, 'x');
         write(u"a.mp3"_s, bytes);
         const QString target = memory.filePath(u"b.mp3"_s);
