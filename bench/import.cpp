@@ -112,16 +112,16 @@ Cost batchImport(const QList<QUrl> &files, int librarySize)
     return cost;
 }
 
-QCoro::Task<void> importEach(LocalMusicImportService &service, QList<QUrl> files)
+QCoro::Task<void> importEach(LocalMusicImportService *service, QList<QUrl> files)
 {
     for (const QUrl &file : files)
-        co_await service.importFile(file);
+        co_await service->importFile(file);
 }
 
 Cost singleImports(const QList<QUrl> &files, int librarySize)
 {
     Library library(librarySize);
-    const Cost cost = costOf([&] { QCoro::waitFor(importEach(library.service(), files)); });
+    const Cost cost = costOf([&] { QCoro::waitFor(importEach(&library.service(), files)); });
     library.check();
     return cost;
 }
