@@ -247,7 +247,7 @@ void AudioPlayerService::restoreLastPlaybackState()
         return;
     const QUrl url = QUrl::fromLocalFile(snapshot->filePath);
     if (const auto song = m_importService.findImportedSong(url, snapshot->songId)) {
-        setCurrent(*song, std::nullopt);
+        setCurrent(song, std::nullopt);
         setQueue(m_importService.importedSongs());
         setCurrentIndex(indexOrFirst(m_queue, *song));
     } else {

@@ -36,7 +36,7 @@ public:
         ++updates;
         publishedTime = player.currentTime();
         publishedPlaying = player.isPlaying();
-        publishedTitle = player.currentSong() ? player.currentSong()->title() : QString();
+        publishedTitle = player.currentSong().value_or(Song()).title();
     }
 
 private:

@@ -78,6 +78,11 @@ QByteArray PlayerBench::snapshot()
     return home.preferences().dataValue(u"lastPlaybackState"_s).value_or(QByteArray());
 }
 
+Song songOf(const AudioPlayerService &player)
+{
+    return player.currentSong().value_or(Song());
+}
+
 Song fileSong(const QString &id)
 {
     return songAt(id, QUrl::fromLocalFile(u"/music/"_s + id + u".mp3"_s), 0);

@@ -55,6 +55,8 @@ private:
     std::unique_ptr<AudioPlayerService> m_player;
 };
 
+/// The current song; an empty record when there is none.
+Song songOf(const AudioPlayerService &player);
 /// A song in a file that need not exist.
 Song fileSong(const QString &id);
 /// A song of a web address without credentials.

@@ -319,9 +319,15 @@ void MpvStreamPlayer::positionTold(std::optional<double> seconds, bool jumped)
     }
     if (travels || !current())
         return;
+    if (!seconds) {
+        // The end of the file is on its way and settles the seek.
+        if (m_seek)
+            m_seekGuard.start(seekGuardTime);
+        return;
+    }
     if (m_seek)
         settleSeek(true);
-    if (!current() || !seconds)
+    if (!current())
         return;
     if (jumped)
         m_observers.deliverAll(item->currentTime());

@@ -7,9 +7,9 @@
 #include "Platform/Tags/RawTags.h"
 #include "Platform/Tags/TakenTags.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
+#include <ctime>
 #include <random>
 
 #include <sys/stat.h>
@@ -55,6 +55,12 @@ private:
         QVERIFY(!asset->lyrics().has_value());
         QVERIFY(!asset->duration().error().isEmpty());
         QVERIFY(asset->duration().error().size() < 80);
+    }
+    static double processorSeconds()
+    {
+        timespec time = {};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
     }
     static QByteArray noise(qsizetype size)
     {
@@ -171,15 +177,16 @@ void DamagedFilesTest::hugeGarbage()
     static const QByteArray garbage = noise(qsizetype(50) * 1024 * 1024);
     const QString path = write(u"huge.mp3"_s, head + garbage);
     QVERIFY(truncate(path.toLocal8Bit().constData(), qint64(2) * 1024 * 1024 * 1024) == 0);
-    QElapsedTimer timer;
-    timer.start();
+    const double start = processorSeconds();
     const auto asset = m_reader.open(path);
     const auto seconds = asset->duration();
     QVERIFY(!seconds || std::isfinite(*seconds));
     const TakenTags taken(*asset);
     QFile::remove(path);
-    // Far above what it takes, far below what a search of the whole file would.
-    QVERIFY2(timer.elapsed() < 15'000, qPrintable(QString::number(timer.elapsed())));
+    // Work, not time: other programs may keep the machine busy. Far above what it takes (0.7 s at most), far
+    // below what a search of the whole file would.
+    const double used = processorSeconds() - start;
+    QVERIFY2(used < 10, qPrintable(QString::number(used)));
 }
 
 void DamagedFilesTest::hugeCover()

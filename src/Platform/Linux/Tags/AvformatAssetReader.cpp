@@ -25,7 +25,7 @@ namespace {
 
 constexpr int bufferBytes = 32 * 1024;
 /// No header and no tag is near that size; a search through garbage ends there.
-constexpr qint64 readLimit = qint64(128) * 1024 * 1024;
+constexpr qint64 readLimit = qint64(64) * 1024 * 1024;
 constexpr qint64 noLimit = std::numeric_limits<qint64>::max();
 constexpr qint64 probeBytes = qint64(1024) * 1024;
 constexpr qint64 probeMicroseconds = 5'000'000;
