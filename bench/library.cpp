@@ -86,7 +86,7 @@ public:
     void ReportRuns(const std::vector<Run> &runs) override
     {
         for (const Run &run : runs) {
-            m_report.add({.what = QString::fromStdString(run.benchmark_name()),
+            m_report.add({.what = QString::fromStdString(run.run_name.function_name),
                           .value = run.GetAdjustedRealTime(),
                           .unit = u"ms"_s,
                           .reference = std::nullopt,
