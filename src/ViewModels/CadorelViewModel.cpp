@@ -333,12 +333,12 @@ QList<Album> CadorelViewModel::getAlbumsForArtist(const Artist &artist) const
 QList<Song> CadorelViewModel::searchLocal(const QString &query) const
 {
     const QString text = query.isEmpty() ? m_searchQuery : query;
-    const QList<Song> songs = allSongs();
+    QList<Song> songs = allSongs();
     if (text.isEmpty())
         return songs;
     const LowercaseSearch search(text);
     QList<Song> found;
-    for (const Song &song : songs) {
+    for (const Song &song : std::as_const(songs)) {
         if (search.isIn(song.title()) || search.isIn(song.artist()) || search.isIn(song.album()))
             found.append(song);
     }

@@ -252,8 +252,8 @@ std::optional<std::vector<Record>> readRecords(simdjson::ondemand::parser &parse
         const auto record = readRecord(object);
         if (!record)
             return std::nullopt;
-        if (*record)
-            records.push_back(**record);
+        if (const std::optional<Record> &complete = *record)
+            records.push_back(*complete);
     }
     // Something after the array: no JSON either.
     if (document.current_location().error() != simdjson::OUT_OF_BOUNDS)
