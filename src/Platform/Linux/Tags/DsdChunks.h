@@ -14,7 +14,7 @@ struct ByteRange
     qint64 length = 0;
 };
 
-/// What a file of one-bit sound tells: DSF (Sony, DSF File Format Specification 1.01) and DSDIFF (Philips,
+/// What a file of one-bit sound tells: DSF (Sony, DSF File Format 1.01) and DSDIFF (Philips,
 /// DSDIFF 1.5). TagLib reads neither.
 struct DsdChunks
 {
