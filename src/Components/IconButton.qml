@@ -9,6 +9,8 @@ AbstractButton {
     required property string symbol
     property color color: SystemColors.label
     property int symbolSize: Metrics.symbol
+    /// What the button opens is open: the tool tip would lie over it.
+    property bool isOpen: false
 
     implicitWidth: Metrics.touchTarget
     implicitHeight: Metrics.touchTarget
@@ -39,7 +41,8 @@ AbstractButton {
     }
 
     StyledToolTip {
+        objectName: "toolTip"
         text: root.text
-        visible: root.hovered && !root.down
+        visible: root.hovered && !root.down && !root.isOpen
     }
 }

@@ -12,5 +12,7 @@ Text {
     lineHeightMode: Text.FixedHeight
     textFormat: Text.PlainText
     verticalAlignment: Text.AlignVCenter
+    // Arabic and Hebrew names, too, start where the column starts.
+    horizontalAlignment: Text.AlignLeft
     elide: Text.ElideRight
 }

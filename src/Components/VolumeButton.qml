@@ -12,6 +12,7 @@ IconButton {
     symbol: player.volume > 0 ? "speaker.wave.2.fill" : "speaker.slash.fill"
     color: SystemColors.secondaryLabel
     text: "音量"
+    isOpen: popup.visible
     onClicked: popup.visible ? popup.close() : popup.open()
 
     Popup {

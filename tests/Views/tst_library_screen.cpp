@@ -30,6 +30,7 @@ private Q_SLOTS:
     void rowsKeepTheirPlaceWhileSongsCome();
     void emptyLibraryOffersTheImport();
     void importMenuReachesTheViewModel();
+    void toolTipMakesRoomForTheMenu();
     void importUnderWayIsShown();
     void droppedFilesAreImported();
     void refusedFileIsSaidAndDismissed();
@@ -229,6 +230,21 @@ void LibraryScreenTest::importMenuReachesTheViewModel()
     QTest::keyClick(t->window, Qt::Key_O, Qt::ControlModifier);
     QTRY_COMPARE(asked.size(), 1);
     QCOMPARE(asked.at(0).at(0).toBool(), false);
+}
+
+void LibraryScreenTest::toolTipMakesRoomForTheMenu()
+{
+    showLibrary();
+    QObject *tip = t->item(u"importButton"_s)->findChild<QObject *>(u"toolTip"_s);
+    QVERIFY(tip);
+    tip->setProperty("delay", 0);
+    QTest::mouseMove(t->window, TestWindow::centre(t->item(u"importButton"_s)));
+    QTRY_VERIFY(tip->property("visible").toBool());
+    t->click(u"importButton"_s);
+    QTRY_VERIFY(t->object(u"importMenu"_s)->property("opened").toBool());
+    QTRY_VERIFY(!tip->property("visible").toBool());
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!t->object(u"importMenu"_s)->property("visible").toBool());
 }
 
 void LibraryScreenTest::importUnderWayIsShown()

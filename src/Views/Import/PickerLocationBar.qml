@@ -16,6 +16,7 @@ ColumnLayout {
 
         IconButton {
             objectName: "pickerUp"
+            Layout.leftMargin: (Metrics.symbol - width) / 2
             symbol: "arrow.up"
             color: SystemColors.accent
             text: "上一级文件夹"

@@ -47,6 +47,7 @@ Item {
         symbol: "plus"
         color: SystemColors.accent
         text: "导入音乐"
+        isOpen: menu.visible
         onClicked: menu.open()
 
         StyledMenu {
