@@ -4,7 +4,6 @@
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
 
-#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -50,11 +49,6 @@ private Q_SLOTS:
     void failsWithoutACore();
     void countsTheExactDuration();
     void fallsBackToTheEstimate();
-    void mayBeDestroyedWhileAScanRuns();
-    void mayBeDestroyedAtAnyMoment();
-    void callbacksMayLoadTheNextItem_data();
-    void callbacksMayLoadTheNextItem();
-    void takesAnItemTwice();
 
 private:
     std::unique_ptr<MpvStreamPlayer> makePlayer() const;
@@ -249,7 +243,7 @@ void TestMpvStreamPlayer::seekBeyondTheEndWhilePlayingEnds()
 
 void TestMpvStreamPlayer::observersHearTimePassAndNoMoreThanTheDuration()
 {
-    const auto item = load(m_moment);
+    const auto item = load(m_files.make(u"seconds.flac"_s, {{440, 2}}));
     QList<double> often;
     QList<double> seldom;
     m_player->addPeriodicTimeObserver(50ms, [&](double seconds) { often << seconds; });
@@ -405,93 +399,6 @@ void TestMpvStreamPlayer::fallsBackToTheEstimate()
     const auto seconds = QCoro::waitFor(item->loadDuration());
     QVERIFY(seconds);
     QVERIFY(std::abs(*seconds - 20) < 0.001);
-}
-
-void TestMpvStreamPlayer::mayBeDestroyedWhileAScanRuns()
-{
-    QSemaphore entered;
-    QSemaphore mayLeave;
-    m_reader.onOpen = [&](const QString &) {
-        entered.release();
-        mayLeave.acquire();
-    };
-    auto item = load(m_song, true);
-    auto task = item->loadDuration();
-    QVERIFY(entered.tryAcquire(1, 5000));
-    item.reset();
-    mayLeave.release();
-    m_player.reset();
-    QVERIFY(!QCoro::waitFor(std::move(task)));
-}
-
-void TestMpvStreamPlayer::mayBeDestroyedAtAnyMoment()
-{
-    for (int i = 0; i < 40; ++i) {
-        auto player = makePlayer();
-        player->addPeriodicTimeObserver(1ms, [](double) {});
-        const auto item = player->makeItem({.url = QUrl::fromLocalFile(i % 4 == 3 ? m_moment : m_song)});
-        auto task = item->loadDuration();
-        player->replaceCurrentItem(item);
-        player->play();
-        for (int turn = 0; turn < i; ++turn)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-        player->seek(15, 0, 0, {});
-        for (int turn = 0; turn < i / 2; ++turn)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-        player.reset();
-        std::ignore = QCoro::waitFor(std::move(task));
-    }
-}
-
-void TestMpvStreamPlayer::callbacksMayLoadTheNextItem_data()
-{
-    QTest::addColumn<QString>("place");
-    for (const char *place : {"status", "rate", "control", "completion", "observer", "end", "failure"})
-        QTest::newRow(place) << QString::fromLatin1(place);
-}
-
-void TestMpvStreamPlayer::callbacksMayLoadTheNextItem()
-{
-    QFETCH(const QString, place);
-    std::shared_ptr<PlayerItem> next;
-    auto first = load(place == "failure"_L1 ? m_files.path(u"nowhere.flac"_s) : m_moment);
-    const auto loadNext = [&] {
-        if (!next)
-            next = load(m_song);
-    };
-    if (place == "status"_L1 || place == "failure"_L1)
-        connect(first.get(), &PlayerItem::statusChanged, this, loadNext);
-    else if (place == "rate"_L1)
-        connect(m_player.get(), &StreamPlayer::rateChanged, this, loadNext);
-    else if (place == "control"_L1)
-        connect(m_player.get(), &StreamPlayer::timeControlStatusChanged, this, loadNext);
-    else if (place == "completion"_L1)
-        m_player->seek(0.1, 0, 0, [&](bool) { loadNext(); });
-    else if (place == "observer"_L1)
-        m_player->addPeriodicTimeObserver(10ms, [&](double) { loadNext(); });
-    else
-        connect(first.get(), &PlayerItem::didPlayToEnd, this, loadNext);
-    first.reset();
-    m_player->play();
-    QTRY_VERIFY(next);
-    QVERIFY(becomesReady(next));
-    QCOMPARE(m_player->currentItem(), next);
-    m_player->disconnect(this);
-}
-
-void TestMpvStreamPlayer::takesAnItemTwice()
-{
-    const auto item = load(m_song);
-    QVERIFY(becomesReady(item));
-    QVERIFY(seekFinishes(3));
-    m_player->replaceCurrentItem(nullptr);
-    QCoreApplication::processEvents();
-    QVERIFY(!m_player->currentItem());
-    m_player->replaceCurrentItem(item);
-    QCOMPARE(item->status(), Status::unknown);
-    QVERIFY(becomesReady(item));
-    QCOMPARE(item->currentTime(), 0.0);
-    QVERIFY(QCoro::waitFor(item->loadDuration()));
 }
 
 } // namespace cadorel
