@@ -25,6 +25,8 @@ private Q_SLOTS:
     void dragScrollsAndPlaysNothing();
     void screenReaderPlays();
     void rightClickMenuPlays();
+    void menuStaysWithItsSongWhileRowsMove_data();
+    void menuStaysWithItsSongWhileRowsMove();
     void deletionIsAskedAndNamesTheSong();
     void keyboardWalksPlaysAndDeletes();
     void rowsKeepTheirPlaceWhileSongsCome();
@@ -121,6 +123,33 @@ void LibraryScreenTest::rightClickMenuPlays()
     t->click(u"playItem"_s);
     QTRY_COMPARE(currentTitle(), u"歌 4"_s);
     QTRY_VERIFY(!t->object(u"songMenu"_s)->property("visible").toBool());
+}
+
+void LibraryScreenTest::menuStaysWithItsSongWhileRowsMove_data()
+{
+    QTest::addColumn<bool>("deletes");
+    QTest::newRow("play") << false;
+    QTest::newRow("delete") << true;
+}
+
+void LibraryScreenTest::menuStaysWithItsSongWhileRowsMove()
+{
+    QFETCH(const bool, deletes);
+    showLibrary();
+    t->click(t->row(4), Qt::RightButton);
+    QTRY_VERIFY(t->object(u"songMenu"_s)->property("opened").toBool());
+    QVERIFY(QFile::remove(t->library->songs()->songs().first().assetPath()));
+    QVERIFY(t->scan());
+    QCOMPARE(t->library->songs()->count(), 7);
+
+    if (!deletes) {
+        t->click(u"playItem"_s);
+        QTRY_COMPARE(currentTitle(), u"歌 4"_s);
+        return;
+    }
+    t->click(u"deleteItem"_s);
+    QTRY_VERIFY(t->object(u"deleteDialog"_s)->property("opened").toBool());
+    QCOMPARE(t->object(u"deleteDialog"_s)->property("songTitle").toString(), u"歌 4"_s);
 }
 
 void LibraryScreenTest::deletionIsAskedAndNamesTheSong()

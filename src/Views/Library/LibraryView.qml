@@ -14,12 +14,9 @@ FocusScope {
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
 
     /// Asks whether a song shall go for good.
-    function askToDelete(row: int): void {
-        const song = songList.itemAtIndex(row) as SongRow;
-        if (!song)
-            return;
-        deleteDialog.songId = song.songId;
-        deleteDialog.songTitle = song.title;
+    function askToDelete(songId: string, songTitle: string): void {
+        deleteDialog.songId = songId;
+        deleteDialog.songTitle = songTitle;
         deleteDialog.open();
     }
 
@@ -69,17 +66,20 @@ FocusScope {
         focus: true
         onPlayPauseRequested: root.viewModel.togglePlayPause()
         onPlayRequested: row => root.library.playSongAt(row)
-        onMenuRequested: (row, position) => {
-            songMenu.row = row;
+        onMenuRequested: (song, position) => {
+            songMenu.songId = song.songId;
+            songMenu.songTitle = song.title;
             songMenu.popup(songList, position);
         }
-        onDeleteRequested: row => root.askToDelete(row)
+        onDeleteRequested: song => root.askToDelete(song.songId, song.title)
     }
 
     StyledMenu {
         id: songMenu
 
-        property int row: -1
+        // The song and not its row: an import moves rows while the menu is open.
+        property string songId
+        property string songTitle
 
         objectName: "songMenu"
 
@@ -87,14 +87,14 @@ FocusScope {
             objectName: "playItem"
             symbol: "play.fill"
             text: "播放"
-            onTriggered: root.library.playSongAt(songMenu.row)
+            onTriggered: root.library.playSongAt(root.library.songs.rowOf(songMenu.songId))
         }
         StyledMenuItem {
             objectName: "deleteItem"
             symbol: "trash"
             text: "删除"
             destructive: true
-            onTriggered: root.askToDelete(songMenu.row)
+            onTriggered: root.askToDelete(songMenu.songId, songMenu.songTitle)
         }
     }
 

@@ -13,8 +13,8 @@ ListView {
     property bool keyboardInUse: false
 
     signal playRequested(int row)
-    signal menuRequested(int row, point position)
-    signal deleteRequested(int row)
+    signal menuRequested(SongRow song, point position)
+    signal deleteRequested(SongRow song)
     signal playPauseRequested()
 
     clip: true
@@ -42,12 +42,12 @@ ListView {
                 playRequested(currentIndex);
             break;
         case Qt.Key_Delete:
-            if (currentIndex >= 0)
-                deleteRequested(currentIndex);
+            if (currentItem)
+                deleteRequested(currentItem as SongRow);
             break;
         case Qt.Key_Menu:
             if (currentItem)
-                menuRequested(currentIndex, currentItem.mapToItem(root, sideMargin, Metrics.rowHeight / 2));
+                menuRequested(currentItem as SongRow, currentItem.mapToItem(root, sideMargin, Metrics.rowHeight / 2));
             break;
         case Qt.Key_Home:
             goTo(0);
@@ -95,7 +95,7 @@ ListView {
         }
         onMenuRequested: position => {
             root.currentIndex = index;
-            root.menuRequested(index, row.mapToItem(root, position));
+            root.menuRequested(row, row.mapToItem(root, position));
         }
     }
 }
