@@ -189,6 +189,16 @@ QString LocalMusicImportService::targetPath(const QString &name) const
     return m_musicDirectory + u'/' + storedName(name);
 }
 
+/// Path, as the library writes it, of a file that lies in the store; empty for another. @param nativePath its
+/// real path
+QString LocalMusicImportService::storedPath(const QByteArray &nativePath) const
+{
+    const QByteArray store = QFile::encodeName(QFileInfo(m_musicDirectory).canonicalFilePath());
+    if (store.isEmpty() || !nativePath.startsWith(store + '/'))
+        return {};
+    return m_musicDirectory + QFile::decodeName(nativePath.sliced(store.size()));
+}
+
 bool LocalMusicImportService::contains(const QString &id) const
 {
     return std::any_of(m_importedSongs.cbegin(), m_importedSongs.cend(),

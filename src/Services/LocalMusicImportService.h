@@ -132,6 +132,7 @@ private:
     StoredFile storeFile(const QByteArray &source, const QString &name, const QDateTime &now) const;
     QCoro::Task<void> yieldWhenDue();
     void dropSongsWithoutFile(const QSet<QByteArray> &missing);
+    QString storedPath(const QByteArray &nativePath) const;
     bool contains(const QString &id) const;
     void append(const Song &song);
     QString targetPath(const QString &name) const;

@@ -57,8 +57,11 @@ QCoro::Task<void> LocalMusicImportService::importFromFolder(QUrl url)
 QCoro::Task<void> LocalMusicImportService::importFolderContents(QUrl url)
 {
     const QPointer<LocalMusicImportService> self(this);
-    const QByteArray folder = QFile::encodeName(QDir::cleanPath(url.toLocalFile()));
-    print(u"📂 开始从文件夹导入: "_s + displayName(folder));
+    const QString path = QDir::cleanPath(url.toLocalFile());
+    print(u"📂 开始从文件夹导入: "_s + path.section(u'/', -1));
+    // The real path, so that what lies in the store already is known by where it lies.
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    const QByteArray folder = QFile::encodeName(canonical.isEmpty() ? path : canonical);
     const QList<QByteArray> files = co_await QtConcurrent::run([folder] { return findAudioFiles(folder); });
     if (!self)
         co_return;
@@ -160,7 +163,7 @@ LocalMusicImportService::storeFile(const QByteArray &source, const QString &name
 {
     StoredFile stored;
     const QString target = targetPath(name);
-    if (QFile::exists(target)) {
+    if (!storedPath(source).isEmpty() || QFile::exists(target)) {
         stored.outcome = StoredFile::Outcome::existed;
         return stored;
     }
@@ -197,7 +200,9 @@ QCoro::Task<std::optional<Song>> LocalMusicImportService::importOne(QUrl url)
         setImportError(u"文件不存在"_s);
         co_return std::nullopt;
     }
-    const QString target = targetPath(name);
+    // A file of the store is its own target: copied, it would be there twice.
+    const QString stored = storedPath(QFile::encodeName(QFileInfo(path).canonicalFilePath()));
+    const QString target = stored.isEmpty() ? targetPath(name) : stored;
     print(u"📍 目标路径: "_s + target);
     const QByteArray claimed = target.toUtf8();
     while (m_claims.contains(claimed)) {
@@ -222,7 +227,7 @@ QCoro::Task<std::optional<Song>> LocalMusicImportService::importOne(QUrl url)
         }
         print(u"✅ 文件已复制到沙盒"_s);
     }
-    const Extraction extraction = co_await extract(target, name);
+    const Extraction extraction = co_await extract(target, target == stored ? originalName(name) : name);
     if (!self)
         co_return std::nullopt;
     print(extraction.log);

@@ -51,6 +51,32 @@ private Q_SLOTS:
         QCOMPARE(service.metadataDirectory(), m_fixture->metadata());
     }
 
+    void whatLiesInTheStoreIsNotImportedAgain()
+    {
+        LocalMusicImportService &service = m_fixture->service();
+        ImportFixture::write(m_fixture->documents(u"专辑/手放的.mp3"_s));
+        ImportFixture::write(m_fixture->outside(u"外面.mp3"_s));
+        QVERIFY(importFolder());
+        QVERIFY(await(service.scanSandbox()).has_value());
+        QCOMPARE(service.importedSongs().size(), 2);
+        const QStringList before = storedFiles();
+        m_fixture->console().take();
+
+        // The store itself, a folder that holds it, and a link to it.
+        const QString link = m_fixture->outside(u"link"_s);
+        QVERIFY(QFile::link(m_fixture->documents(), link));
+        for (const QString &folder :
+             {m_fixture->documents(), QFileInfo(m_fixture->documents()).path(), link}) {
+            QVERIFY(await(service.importFromFolder(QUrl::fromLocalFile(folder))).has_value());
+            QVERIFY(m_fixture->console().take().join(u'\n').contains(u"导入完成: 新增 0 首"_s));
+        }
+        const auto song =
+            await(service.importFile(QUrl::fromLocalFile(m_fixture->documents(u"专辑/手放的.mp3"_s))));
+        QVERIFY(song.has_value() && song->has_value());
+        QCOMPARE(storedFiles(), before);
+        QCOMPARE(service.importedSongs().size(), 2);
+    }
+
     void startMakesTheMetadataDirectoryAndTellsTheNumberOfSongs()
     {
         m_fixture->stop();
