@@ -264,6 +264,8 @@ void MpvStreamPlayer::seek(double time, double toleranceBefore, double tolerance
 
 void MpvStreamPlayer::sendSeek()
 {
+    if (!m_seek)
+        return;
     if (m_phase == Phase::ready && !m_item->isSeekable()) {
         cancelSeek();
         return;
