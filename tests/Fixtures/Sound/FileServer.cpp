@@ -89,7 +89,7 @@ void FileServer::answer(QTcpSocket *socket, const QByteArray &request)
 
 void FileServer::give()
 {
-    constexpr qint64 piece = 16 * 1024;
+    constexpr qint64 piece = qint64{16} * 1024;
     const qint64 end = std::min<qint64>(m_content.size(), m_limit.value_or(m_content.size()));
     m_answers.removeIf([](const Answer &answer) {
         return !answer.socket || answer.socket->state() != QAbstractSocket::ConnectedState;

@@ -158,7 +158,7 @@ void TestMpvRemote::seeksWithinTheTolerance()
         std::optional<bool> finished;
         m_player->seek(target, tolerance, tolerance, [&](bool done) { finished = done; });
         QTRY_VERIFY(finished.has_value());
-        QVERIFY(*finished);
+        QVERIFY(finished == true);
         QVERIFY2(std::abs(item->currentTime() - target) <= tolerance + 0.001,
                  qPrintable(QString::number(item->currentTime())));
     }
@@ -178,7 +178,7 @@ void TestMpvRemote::refusesToSeekWhatDoesNot()
     std::optional<bool> finished;
     m_player->seek(29, 0.5, 0.5, [&](bool done) { finished = done; });
     QTRY_VERIFY(finished.has_value());
-    QVERIFY(!*finished);
+    QVERIFY(finished == false);
 }
 
 void TestMpvRemote::goesOnAfterALostConnection()
@@ -192,7 +192,7 @@ void TestMpvRemote::goesOnAfterALostConnection()
     std::optional<bool> finished;
     m_player->seek(28, 0.5, 0.5, [&](bool done) { finished = done; });
     QTRY_VERIFY_WITH_TIMEOUT(finished.has_value(), 20'000);
-    QVERIFY(*finished);
+    QVERIFY(finished == true);
     QVERIFY(std::abs(item->currentTime() - 28) < 0.5);
 }
 
