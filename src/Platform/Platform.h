@@ -8,6 +8,7 @@
 #include "Platform/HttpClient.h"
 #include "Platform/Preferences.h"
 #include "Platform/Random.h"
+#include "Platform/SecretStore.h"
 #include "Platform/StreamPlayer.h"
 #include "Platform/System.h"
 
@@ -28,8 +29,10 @@ struct Platform
     std::unique_ptr<AssetReader> assetReader;
     /// Makes a stream player; the play pipeline calls it once, at its first need. Never null.
     std::function<std::unique_ptr<StreamPlayer>()> makeStreamPlayer;
-    /// Null where nothing is fetched from the network yet.
+    /// Never null in the program; a test without a network may leave it out.
     std::unique_ptr<HttpClient> httpClient;
+    /// What KeychainHelper keeps passwords in.
+    std::unique_ptr<SecretStore> secretStore;
     /// Null on a desktop without a file dialog.
     std::unique_ptr<FilePicker> filePicker;
 };

@@ -67,9 +67,9 @@ QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong
         co_return std::nullopt;
     HttpRequest request;
     request.url = *address;
-    const std::expected<HttpResponse, QString> response = co_await m_platform.httpClient->send(request);
+    const std::expected<HttpResponse, HttpError> response = co_await m_platform.httpClient->send(request);
     if (!response) {
-        print(u"Failed to fetch real play URL: "_s + response.error());
+        print(u"Failed to fetch real play URL: "_s + response.error().description);
         co_return std::nullopt;
     }
     if (response->url.toString() != address->toString())

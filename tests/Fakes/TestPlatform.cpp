@@ -51,7 +51,7 @@ TestPlatform::~TestPlatform()
 {
     // A request that nobody answers would wait for ever.
     while (!web().pending.empty())
-        web().answer(std::unexpected(u"the test has ended"_s));
+        web().answer(std::unexpected(HttpError{HttpError::Kind::cancelled, u"the test has ended"_s}));
     settle();
 }
 

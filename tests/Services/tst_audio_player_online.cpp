@@ -145,7 +145,7 @@ void AudioPlayerOnlineTest::failedRequestIsLoggedAndFallsBackToTheApiAddress()
 {
     PlayerBench bench;
     bench.start().playOnlineSong(onlineSong(u"1"_s), {});
-    bench.answerWeb(std::unexpected(u"timed out"_s));
+    bench.answerWeb(std::unexpected(HttpError{HttpError::Kind::timeout, u"timed out"_s}));
     QCOMPARE(bench.console.take().constFirst(), u"Failed to fetch real play URL: timed out"_s);
     QCOMPARE(playedAddress(bench), u"https://api.example/url?id=1"_s);
     QVERIFY(bench.player().isPlaying());
@@ -212,7 +212,7 @@ void AudioPlayerOnlineTest::localSongEndsTheLoading()
     player.playOnlineSong(onlineSong(u"1"_s), {});
     player.playSong(fileSong(u"a"_s), {});
     QVERIFY(!player.isLoading());
-    bench.answerWeb(std::unexpected(u"timed out"_s));
+    bench.answerWeb(std::unexpected(HttpError{HttpError::Kind::timeout, u"timed out"_s}));
     QVERIFY(!player.isLoading());
     QCOMPARE(songOf(player).id(), u"a"_s);
 }
