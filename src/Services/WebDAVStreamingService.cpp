@@ -274,12 +274,14 @@ void WebDAVStreamingService::processPendingRequests(const QString &urlKey)
     if (pending == m_pendingRequests.end())
         return;
     touch(urlKey);
+    forgetClosedReaders(urlKey);
     pending->removeIf([&](const std::shared_ptr<ResourceLoadingRequest> &request) {
         if (!fillInContentInformation(*request, urlKey))
             return false;
         if (request->dataRequest() && !respondWithData(*request, urlKey))
             return false;
         request->finishLoading();
+        m_readers[urlKey].append(request);
         return true;
     });
 }
@@ -365,6 +367,7 @@ void WebDAVStreamingService::drop(const QString &urlKey)
     dropPendingRequests(urlKey);
     m_contentInfoCache.remove(urlKey);
     m_completedDownloads.remove(urlKey);
+    m_readers.remove(urlKey);
     m_leastRecentlyUsed.removeOne(urlKey);
 }
 
@@ -376,6 +379,16 @@ void WebDAVStreamingService::touch(const QString &urlKey)
     m_leastRecentlyUsed.append(urlKey);
 }
 
+void WebDAVStreamingService::forgetClosedReaders(const QString &urlKey)
+{
+    const auto readers = m_readers.find(urlKey);
+    if (readers == m_readers.end())
+        return;
+    readers->removeIf([](const std::weak_ptr<ResourceLoadingRequest> &request) { return request.expired(); });
+    if (readers->isEmpty())
+        m_readers.erase(readers);
+}
+
 void WebDAVStreamingService::evict()
 {
     qint64 total = 0;
@@ -385,11 +398,11 @@ void WebDAVStreamingService::evict()
     for (const QString &urlKey : candidates) {
         if (total <= m_memoryBudget)
             return;
-        const QByteArray &buffer = m_dataBuffers[urlKey];
-        // Shared with a player: dropping it would free nothing.
-        if (!buffer.isDetached())
+        // Dropping what a player holds too would free nothing.
+        forgetClosedReaders(urlKey);
+        if (m_readers.contains(urlKey))
             continue;
-        total -= buffer.size();
+        total -= m_dataBuffers.value(urlKey).size();
         drop(urlKey);
     }
 }

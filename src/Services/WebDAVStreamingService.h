@@ -95,6 +95,7 @@ private:
     void dropPendingRequests(const QString &urlKey);
     void drop(const QString &urlKey);
     void touch(const QString &urlKey);
+    void forgetClosedReaders(const QString &urlKey);
     void evict();
     void updatePausing();
     void expectLoad(const QString &urlKey);
@@ -109,6 +110,8 @@ private:
     QHash<QString, QList<std::shared_ptr<ResourceLoadingRequest>>> m_pendingRequests;
     QHash<QString, ContentInfo> m_contentInfoCache;
     QSet<QString> m_completedDownloads;
+    /// The answered requests of a file: while one of them lives, a player reads it.
+    QHash<QString, QList<std::weak_ptr<ResourceLoadingRequest>>> m_readers;
     /// Keys of `m_dataBuffers`, the longest unused first.
     QList<QString> m_leastRecentlyUsed;
     std::optional<ExpectedLoad> m_expectedLoad;
