@@ -10,6 +10,7 @@
 #include "Platform/Linux/SystemRandom.h"
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Network/NetworkHttpClient.h"
 #include "Platform/Sql/SqlitePreferences.h"
 
 namespace cadorel {
@@ -32,6 +33,7 @@ Platform makeLinuxPlatform(const Directories &directories)
     platform.secretStore = std::make_unique<FallbackSecretStore>(
         std::make_unique<LibsecretStore>(),
         std::make_unique<FileSecretStore>(directories.applicationSupport + "/secrets.json"_L1));
+    platform.httpClient = std::make_unique<NetworkHttpClient>();
     platform.filePicker = std::make_unique<PortalFilePicker>();
     return platform;
 }
