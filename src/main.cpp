@@ -8,6 +8,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/SharedServices.h"
+#include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
 #include "Views/UserInterface.h"
 
@@ -47,7 +48,10 @@ void chooseRenderer()
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
-    CadorelApp player(platform, AudioPlayerService::shared(), LocalMusicImportService::shared());
+    // The player first: it brings the last song back.
+    AudioPlayerService &audioPlayer = AudioPlayerService::shared();
+    CadorelApp player(platform, audioPlayer, LocalMusicImportService::shared(),
+                      {.webDAVService = &WebDAVService::shared()});
 
     QQmlApplicationEngine engine;
     installUserInterface(engine);

@@ -30,10 +30,10 @@ Platform makeLinuxPlatform(const Directories &directories)
     platform.makeStreamPlayer = [&reader = *platform.assetReader] {
         return std::make_unique<MpvStreamPlayer>(reader);
     };
+    platform.httpClient = std::make_unique<NetworkHttpClient>();
     platform.secretStore = std::make_unique<FallbackSecretStore>(
         std::make_unique<LibsecretStore>(),
         std::make_unique<FileSecretStore>(directories.applicationSupport + "/secrets.json"_L1));
-    platform.httpClient = std::make_unique<NetworkHttpClient>();
     platform.filePicker = std::make_unique<PortalFilePicker>();
     return platform;
 }
