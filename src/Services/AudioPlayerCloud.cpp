@@ -80,27 +80,18 @@ void AudioPlayerService::playStreamingAsset(const MediaAsset &asset, const QUrl 
 {
     playAsset(asset, originalURL, DurationLog::streamed);
     print(u"▶️ WebDAV: 流式播放已启动"_s);
-    // The stream fetches the whole file before its first sound. A copy that is fetched meanwhile would take
-    // half of the line from it, so it waits until the item stands.
-    m_urlToCache = originalURL;
-    cacheWhenItemStands();
-}
-
-/// Starts fetching the copy of the streamed song, once its item has what it needs or is wanted no more.
-void AudioPlayerService::cacheWhenItemStands()
-{
-    if (!m_urlToCache || (m_isObservingPlayerItem && m_playerItem->status() == PlayerItem::Status::unknown))
-        return;
-    const QUrl url = *std::exchange(m_urlToCache, std::nullopt);
-    detach(downloadForCache(url));
+    detach(downloadForCache(originalURL));
 }
 
 QCoro::Task<void> AudioPlayerService::downloadForCache(QUrl url)
 {
     const QPointer<AudioPlayerService> self(this);
-    // A song that was left before it sounded is still being fetched for its stream.
-    if (m_parts.streaming)
+    if (m_parts.streaming) {
+        // The stream fetches the whole file before its first sound. Copies that are fetched meanwhile, of
+        // this song or of an earlier one, would take their share of the line from it.
+        const auto hold = m_cloudSongs->holdDownloads();
         co_await m_parts.streaming->downloadSettled(url);
+    }
     if (!self || m_cloudSongs->isDownloading(url))
         co_return;
     const CloudSongCache::Result copy = co_await m_cloudSongs->download(url);

@@ -196,7 +196,6 @@ void AudioPlayerService::removeItemObserver()
         return;
     disconnect(m_itemStatusConnection);
     m_isObservingPlayerItem = false;
-    cacheWhenItemStands();
 }
 
 void AudioPlayerService::itemStatusChanged()
@@ -217,7 +216,6 @@ void AudioPlayerService::itemStatusChanged()
         break;
     }
     }
-    cacheWhenItemStands();
 }
 
 void AudioPlayerService::observePlayerState()

@@ -50,8 +50,6 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
 
 AudioPlayerService::~AudioPlayerService()
 {
-    // A copy that nobody will play in this run is not begun.
-    m_urlToCache.reset();
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();

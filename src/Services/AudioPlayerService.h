@@ -144,7 +144,6 @@ private:
     void startEqualizerTimeUpdates();
     void playWebDAVURL(const QUrl &url);
     void playStreamingAsset(const MediaAsset &asset, const QUrl &originalURL);
-    void cacheWhenItemStands();
     QCoro::Task<void> downloadForCache(QUrl url);
     QCoro::Task<void> downloadAndPlay(QUrl url);
     QCoro::Task<void> parseAudioMetadata(QUrl url);
@@ -210,7 +209,6 @@ private:
     quint64 m_seekSerial = 0;    ///< which seek is the latest
     quint64 m_onlineRequest = 0; ///< which fetch of an address is the latest
     bool m_isObservingPlayerItem = false;
-    std::optional<QUrl> m_urlToCache; ///< the streamed song whose copy waits for its item
     bool m_usingEqualizerEngine = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;
     QMetaObject::Connection m_itemStatusConnection;

@@ -62,6 +62,7 @@ void PlayerBench::stop()
     }
     settle();
     m_streaming.reset();
+    settle();
     m_importService.reset();
 }
 

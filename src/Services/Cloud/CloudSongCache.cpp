@@ -40,10 +40,10 @@ constexpr int statusOk = 200;
 /// The last component of an address's path, as it stands there.
 QString lastComponent(const QUrl &url)
 {
-    QStringView path = url.path(QUrl::FullyEncoded);
+    QString path = url.path(QUrl::FullyEncoded);
     while (path.endsWith(u'/'))
         path.chop(1);
-    return path.sliced(path.lastIndexOf(u'/') + 1).toString();
+    return path.sliced(path.lastIndexOf(u'/') + 1);
 }
 
 QString withoutPercentEncoding(const QString &component)
@@ -189,6 +189,7 @@ QCoro::Task<CloudSongCache::Result> CloudSongCache::download(QUrl url)
     const auto download = std::make_shared<Download>();
     download->temporary = m_directory + u'/' + m_temporaryPrefix + QString::number(++m_downloadsMade);
     download->promise.start();
+    download->transfer->setPaused(!m_hold.expired());
     m_downloads.insert(name, download);
     const Result result = co_await fetch(url, download);
     if (self) {
@@ -199,6 +200,26 @@ QCoro::Task<CloudSongCache::Result> CloudSongCache::download(QUrl url)
     download->promise.addResult(result);
     download->promise.finish();
     co_return result;
+}
+
+std::shared_ptr<void> CloudSongCache::holdDownloads()
+{
+    if (std::shared_ptr<void> others = m_hold.lock())
+        return others;
+    // The end of the last hold is told when nothing refers to it any more.
+    std::shared_ptr<void> hold(this, [self = QPointer<CloudSongCache>(this)](void *) {
+        if (self)
+            self->updatePausing();
+    });
+    m_hold = hold;
+    updatePausing();
+    return hold;
+}
+
+void CloudSongCache::updatePausing()
+{
+    for (const auto &download : std::as_const(m_downloads))
+        download->transfer->setPaused(!m_hold.expired());
 }
 
 QCoro::Task<CloudSongCache::Result> CloudSongCache::fetch(QUrl url, std::shared_ptr<Download> download)
@@ -226,6 +247,8 @@ QCoro::Task<CloudSongCache::Result> CloudSongCache::fetch(QUrl url, std::shared_
     if (unprepared != 0)
         co_return std::unexpected(Failure{Failure::Kind::storage, qt_error_string(unprepared)});
 
+    if (!m_platform.httpClient)
+        co_return std::unexpected(Failure{Failure::Kind::download, u"无网络"_s});
     const std::expected<HttpResponse, HttpError> response =
         co_await m_platform.httpClient->send(std::move(request));
     if (!self)

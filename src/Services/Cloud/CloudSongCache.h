@@ -56,9 +56,12 @@ public:
     /// Fetches the song with the credentials of its address and puts it in the place of an earlier copy.
     /// While a copy of that name is on its way already, that one is waited for.
     QCoro::Task<Result> download(QUrl url);
+    /// While the result lives, downloads leave the line to others.
+    [[nodiscard]] std::shared_ptr<void> holdDownloads();
 
 private:
     struct Download;
+    void updatePausing();
     QString filePath(const QUrl &url) const { return m_directory + u'/' + fileName(url); }
     QCoro::Task<Result> fetch(QUrl url, std::shared_ptr<Download> download);
 
@@ -67,6 +70,7 @@ private:
     QString m_temporaryPrefix;
     int m_downloadsMade = 0;
     QHash<QString, std::shared_ptr<Download>> m_downloads; ///< by name of the copy
+    std::weak_ptr<void> m_hold;
     JobGate m_gate;
 };
 

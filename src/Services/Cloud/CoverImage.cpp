@@ -8,8 +8,8 @@ namespace cadorel {
 
 namespace {
 
-/// 256 MiB at four bytes a pixel.
-constexpr qint64 mostPixels = qint64{64} * 1024 * 1024;
+/// 128 MiB at four bytes a pixel, as much as Qt's own limit for pictures that tell no size before.
+constexpr qint64 mostPixels = qint64{32} * 1024 * 1024;
 
 } // namespace
 

@@ -7,7 +7,7 @@
 namespace cadorel {
 
 /// The picture that encoded bytes from outside hold; a null image when they are none. A picture of more than
-/// 64 million pixels counts as none: a few bytes could ask for any amount of memory. Takes as long as
+/// 32 million pixels counts as none: a few bytes could ask for any amount of memory. Takes as long as
 /// decoding takes: not for the main thread.
 QImage decodedCover(const QByteArray &bytes);
 
