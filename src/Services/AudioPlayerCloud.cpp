@@ -133,11 +133,11 @@ QCoro::Task<void> AudioPlayerService::downloadAndPlay(QUrl url)
         co_return;
     }
     print(u"✅ WebDAV: 下载完成 - "_s + nameOf(*copy));
-    detach(parseAudioMetadata(QUrl::fromLocalFile(*copy)));
     if (isWanted) {
         setIsLoading(false);
         playURL(QUrl::fromLocalFile(*copy));
     }
+    co_await parseAudioMetadata(QUrl::fromLocalFile(*copy));
 }
 
 QCoro::Task<void> AudioPlayerService::parseAudioMetadata(QUrl url)

@@ -121,7 +121,7 @@ Q_SIGNALS:
     void playErrorChanged();
 
 private:
-    friend class AudioPlayerCloudTest;
+    friend class AudioPlayerCloudAccess; ///< of tests: operations that nothing calls yet
     /// What is logged of the length of an item.
     enum class DurationLog { none, loaded, streamed };
 
