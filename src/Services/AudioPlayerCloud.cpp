@@ -32,6 +32,12 @@ QString nameOf(const QString &path)
     return QFileInfo(path).fileName();
 }
 
+/// The cache goes, and the player with it.
+bool wasCancelled(const CloudSongCache::Result &copy)
+{
+    return !copy && copy.error().kind == Failure::Kind::cancelled;
+}
+
 QString errorText(const Failure &failure)
 {
     switch (failure.kind) {
@@ -95,7 +101,7 @@ QCoro::Task<void> AudioPlayerService::downloadForCache(QUrl url)
     if (!self || m_cloudSongs->isDownloading(url))
         co_return;
     const CloudSongCache::Result copy = co_await m_cloudSongs->download(url);
-    if (!self)
+    if (!self || wasCancelled(copy))
         co_return;
     if (copy) {
         print(u"💾 WebDAV: 后台缓存完成 - "_s + nameOf(*copy));
@@ -121,12 +127,12 @@ QCoro::Task<void> AudioPlayerService::downloadAndPlay(QUrl url)
     const quint64 request = m_onlineRequest;
     print(u"🌐 WebDAV: 降级到下载后播放..."_s);
     const CloudSongCache::Result copy = co_await m_cloudSongs->download(url);
-    if (!self)
+    if (!self || wasCancelled(copy))
         co_return;
     // Another song may have been asked for while this one was fetched; its copy is kept all the same.
     const bool isWanted = request == m_onlineRequest;
     if (!copy) {
-        if (isWanted && copy.error().kind != Failure::Kind::cancelled) {
+        if (isWanted) {
             setIsLoading(false);
             setPlayError(errorText(copy.error()));
         }

@@ -50,6 +50,8 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
 
 AudioPlayerService::~AudioPlayerService()
 {
+    // Who waits for its downloads is told while the player still stands.
+    m_cloudSongs.reset();
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();

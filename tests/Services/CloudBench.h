@@ -156,5 +156,3 @@ public:
 inline const QString parsedLine = u"🎵 元数据解析完成: "_s;
 
 } // namespace cadorel
-
-Q_DECLARE_METATYPE(cadorel::WebAnswer)

@@ -122,6 +122,18 @@ int moveIntoPlace(const QByteArray &temporary, const QByteArray &target)
     return ::rename(temporary.constData(), target.constData()) == 0 ? 0 : errno;
 }
 
+Failure failure(const HttpError &error)
+{
+    switch (error.kind) {
+    case HttpError::Kind::cancelled:
+        return {};
+    case HttpError::Kind::file:
+        return {.kind = Failure::Kind::storage, .description = error.description};
+    default:
+        return {.kind = Failure::Kind::download, .description = error.description};
+    }
+}
+
 /// Why an answer is not the whole song; nothing when it is.
 std::optional<Failure> fault(const HttpResponse &response)
 {
@@ -132,10 +144,13 @@ std::optional<Failure> fault(const HttpResponse &response)
         return Failure{Failure::Kind::download, u"服务器返回的是网页"_s};
     if (response.bodySize == 0)
         return Failure{Failure::Kind::noFile, u"无数据"_s};
-    // The announced length of an encoded body is that of its code.
+    // A packed body was not asked for, and its bytes are not those of the song.
+    const QByteArray encoding = response.header("Content-Encoding").toLower();
+    if (!encoding.isEmpty() && encoding != "identity")
+        return Failure{Failure::Kind::download, u"服务器返回的是压缩数据"_s};
     bool isNumber = false;
     const qint64 announced = response.header("Content-Length").toLongLong(&isNumber);
-    if (isNumber && announced != response.bodySize && response.header("Content-Encoding").isEmpty())
+    if (isNumber && announced != response.bodySize && response.header("Transfer-Encoding").isEmpty())
         return Failure{Failure::Kind::download, u"文件不完整"_s};
     return std::nullopt;
 }
@@ -158,7 +173,8 @@ CloudSongCache::CloudSongCache(Platform &platform)
 
 CloudSongCache::~CloudSongCache()
 {
-    for (const auto &download : std::as_const(m_downloads)) {
+    // A client may end a request, and so its entry here, before cancel() returns.
+    for (const auto downloads = std::exchange(m_downloads, {}); const auto &download : downloads) {
         download->transfer->cancel();
         QFile::remove(download->temporary);
     }
@@ -253,11 +269,8 @@ QCoro::Task<CloudSongCache::Result> CloudSongCache::fetch(QUrl url, std::shared_
         co_await m_platform.httpClient->send(std::move(request));
     if (!self)
         co_return std::unexpected(Failure{});
-    if (!response) {
-        const bool isFile = response.error().kind == HttpError::Kind::file;
-        co_return std::unexpected(
-            Failure{isFile ? Failure::Kind::storage : Failure::Kind::download, response.error().description});
-    }
+    if (!response)
+        co_return std::unexpected(failure(response.error()));
     if (const std::optional<Failure> why = fault(*response))
         co_return std::unexpected(*why);
 
