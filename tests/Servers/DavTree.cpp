@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/DavTree.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 
 #include <algorithm>
 #include <array>
@@ -20,6 +22,8 @@ namespace {
 constexpr QFile::Permissions readable =
     QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
 constexpr QFile::Permissions enterable = readable | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+
+constexpr qint64 secondsOfDate = 1'709'971'626;
 
 const QStringList &audioEndings()
 {
@@ -139,8 +143,8 @@ QStringList DavTree::visibleAudioFiles() const
 
 void DavTree::setDates() const
 {
-    constexpr timespec date{.tv_sec = 1'709'971'626, .tv_nsec = 0}; // Sat, 09 Mar 2024 08:07:06 GMT
-    const std::array times{date, date};
+    constexpr timespec moment{.tv_sec = secondsOfDate, .tv_nsec = 0};
+    const std::array times{moment, moment};
     const auto setDate = [&times](const QString &path) {
         ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times.data(), 0);
     };
@@ -149,6 +153,12 @@ void DavTree::setDates() const
     while (entries.hasNext())
         setDate(entries.next());
     setDate(root());
+}
+
+QString DavTree::date()
+{
+    return QLocale::c().toString(QDateTime::fromSecsSinceEpoch(secondsOfDate, Qt::UTC),
+                                 u"ddd, dd MMM yyyy HH:mm:ss 'GMT'"_s);
 }
 
 } // namespace cadorel

@@ -41,6 +41,8 @@ public:
 
     /// The same date for every file and folder, so that answers can be compared between days.
     void setDates() const;
+    /// That date, as servers write it.
+    static QString date();
 
 private:
     QTemporaryDir m_directory;

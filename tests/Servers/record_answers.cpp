@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QRegularExpression>
 #include <QUrl>
 
 using namespace cadorel;
@@ -18,6 +19,13 @@ struct Folder
     QString label;
     QString path;
 };
+
+/// rclone dates the root with its own start.
+QByteArray withoutToday(const QByteArray &answer)
+{
+    static const QRegularExpression date(u"[A-Z][a-z]{2}, \\d\\d [A-Z][a-z]{2} \\d{4} [\\d:]{8} GMT"_s);
+    return QString::fromUtf8(answer).replace(date, DavTree::date()).toUtf8();
+}
 
 void record(WebDAVServer &server, const QString &kind, const DavTree &tree, const QString &directory)
 {
@@ -34,7 +42,7 @@ void record(WebDAVServer &server, const QString &kind, const DavTree &tree, cons
             plainPropfind(server.address(), QUrl::toPercentEncoding(folder.path, "/"_ba), user, password);
         QFile file(directory + u"/%1-%2.xml"_s.arg(kind, folder.label));
         if (!answer || answer->status != 207 || !file.open(QIODevice::WriteOnly) ||
-            file.write(answer->body) != answer->body.size())
+            file.write(withoutToday(answer->body)) < 0)
             qFatal("cannot record the folder %s of %s", qPrintable(folder.path), qPrintable(kind));
     }
 }
