@@ -180,10 +180,10 @@ WebDAVSongStore::~WebDAVSongStore()
 
 QCoro::Task<std::shared_ptr<QList<Song>>> WebDAVSongStore::load() const
 {
-    const std::optional<QByteArray> text = m_preferences.dataValue(songsKey);
+    std::optional<QByteArray> text = co_await m_preferences.loadData(songsKey);
     if (!text)
         co_return std::shared_ptr<QList<Song>>();
-    co_return co_await QtConcurrent::run([text = *text] {
+    co_return co_await QtConcurrent::run([text = *std::exchange(text, std::nullopt)] {
         std::optional<QList<Song>> songs = decode(text);
         return songs ? std::make_shared<QList<Song>>(*std::move(songs)) : nullptr;
     });
