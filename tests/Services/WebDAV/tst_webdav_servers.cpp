@@ -147,7 +147,7 @@ void TestWebDAVServers::connectsWithTheStoredPassword()
     QVERIFY(linesWithoutPassword(console).contains(u"✓ WebDAV: 连接成功 - 家里的服务器"_s));
 
     QCoro::waitFor(live.service().saveConfig(config, u"wrong"_s));
-    QVERIFY_EXCEPTION_THROWN(QCoro::waitFor(live.service().connectTo(config)), WebDAVError);
+    QVERIFY_THROWS_EXCEPTION(WebDAVError, QCoro::waitFor(live.service().connectTo(config)));
     QVERIFY(!live.service().isConnected());
     QVERIFY(!live.service().currentConfig());
 }
