@@ -34,7 +34,7 @@ void makeTree(DavTree &tree)
 {
     const auto addSongs = [&tree](const QString &folder) {
         for (int track = 1; track <= filesInFolder; ++track)
-            tree.addFile(folder + u"/%1 一首歌曲.mp3"_s.arg(track, 2, 10, u'0'));
+            tree.addFile(folder + u"/一首歌曲 %1.mp3"_s.arg(track));
     };
     for (int artist = 1; artist <= artists; ++artist) {
         const QString folder = u"歌手 %1"_s.arg(artist);
