@@ -26,7 +26,10 @@ AbstractButton {
             visible: root.visualFocus
         }
     }
-    contentItem: Item {
+
+    Item {
+        anchors.fill: parent
+
         StyledText {
             anchors.left: parent.left
             anchors.leftMargin: Metrics.cardPadding
