@@ -7,6 +7,7 @@
 #include "Platform/Linux/SystemRandom.h"
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Network/NetworkHttpClient.h"
 #include "Platform/Sql/SqlitePreferences.h"
 
 namespace cadorel {
@@ -26,6 +27,7 @@ Platform makeLinuxPlatform(const Directories &directories)
     platform.makeStreamPlayer = [&reader = *platform.assetReader] {
         return std::make_unique<MpvStreamPlayer>(reader);
     };
+    platform.httpClient = std::make_unique<NetworkHttpClient>();
     platform.filePicker = std::make_unique<PortalFilePicker>();
     return platform;
 }
