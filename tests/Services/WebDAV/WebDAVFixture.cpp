@@ -121,8 +121,8 @@ QStringList WebDAVFixture::titles() const
 
 std::optional<QStringList> WebDAVFixture::storedTitles()
 {
-    const std::optional<QList<Song>> songs = WebDAVSongStore::decode(
-        m_machine.preferences().dataValue(u"webdav_songs"_s).value_or(QByteArray()));
+    const std::optional<QList<Song>> songs =
+        WebDAVSongStore::decode(m_machine.preferences().dataValue(u"webdav_songs"_s).value_or(QByteArray()));
     if (!songs)
         return std::nullopt;
     QStringList list;
@@ -134,10 +134,9 @@ std::optional<QStringList> WebDAVFixture::storedTitles()
 QList<WebDAVConfig> WebDAVFixture::storedConfigs()
 {
     QList<WebDAVConfig> configs;
-    const QJsonArray array = QJsonDocument::fromJson(m_machine.preferences()
-                                                         .dataValue(u"webdav_configs"_s)
-                                                         .value_or(QByteArray()))
-                                 .array();
+    const QJsonArray array =
+        QJsonDocument::fromJson(m_machine.preferences().dataValue(u"webdav_configs"_s).value_or(QByteArray()))
+            .array();
     for (const QJsonValue &value : array)
         configs.append(WebDAVConfig::fromJson(value.toObject()));
     return configs;

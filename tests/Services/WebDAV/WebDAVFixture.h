@@ -38,7 +38,8 @@ public:
     Q_DISABLE_COPY_MOVE(WebDAVFixture)
 
     /// A server that nobody has saved yet, whose password lies in the credential store.
-    WebDAVConfig makeConfig(const QString &name = QStringLiteral("家"), const QString &basePath = QStringLiteral("/dav"));
+    WebDAVConfig makeConfig(const QString &name = QStringLiteral("家"),
+                            const QString &basePath = QStringLiteral("/dav"));
     /// Puts servers into the preferences, for a service that is started later.
     void store(const QList<WebDAVConfig> &configs);
     /// Puts songs into the preferences, for a service that is started later.

@@ -186,7 +186,8 @@ private Q_SLOTS:
         const auto result = test(m_fixture->makeConfig(), u"typed"_s);
         QVERIFY(result && result->has_value());
         const HttpRequest request = m_fixture->machine().web().sent.constFirst();
-        QVERIFY(request.headers.contains({"Authorization", "Basic " + QByteArray("listener:typed").toBase64()}));
+        QVERIFY(
+            request.headers.contains({"Authorization", "Basic " + QByteArray("listener:typed").toBase64()}));
         QCOMPARE(m_fixture->machine().secrets().calls().size(), 0);
         QCOMPARE(testing.count(), 2);
         QVERIFY(!service().isTesting());

@@ -58,16 +58,12 @@ private Q_SLOTS:
             {"Authorization", "Basic " + QByteArray("用户@x:a:b/夜 ").toBase64()}};
         QCOMPARE(request.headers, headers);
         QCOMPARE(request.body.size(), 246);
-        QCOMPARE(request.body.split('\n'), (QList<QByteArray>{R"(<?xml version="1.0" encoding="utf-8" ?>)",
-                                                              R"(<D:propfind xmlns:D="DAV:">)",
-                                                              "    <D:prop>",
-                                                              "        <D:displayname/>",
-                                                              "        <D:getcontentlength/>",
-                                                              "        <D:getcontenttype/>",
-                                                              "        <D:getlastmodified/>",
-                                                              "        <D:resourcetype/>",
-                                                              "    </D:prop>",
-                                                              "</D:propfind>"}));
+        QCOMPARE(
+            request.body.split('\n'),
+            (QList<QByteArray>{R"(<?xml version="1.0" encoding="utf-8" ?>)", R"(<D:propfind xmlns:D="DAV:">)",
+                               "    <D:prop>", "        <D:displayname/>", "        <D:getcontentlength/>",
+                               "        <D:getcontenttype/>", "        <D:getlastmodified/>",
+                               "        <D:resourcetype/>", "    </D:prop>", "</D:propfind>"}));
         QCOMPARE(request.idleTimeout, 30s);
         QCOMPARE(request.totalTimeout, 300s);
         QVERIFY(request.sizeLimit > 64 * 1024 * 1024 && request.sizeLimit < 200 * 1024 * 1024);
@@ -76,13 +72,15 @@ private Q_SLOTS:
 
     void theAnswerIsLoggedInOrder()
     {
-        const QByteArray body = multistatus({{.href = u"/dav/"_s, .isDirectory = true}, {.href = u"/dav/a.mp3"_s}});
+        const QByteArray body = multistatus({{.href = u"/dav/"_s, .isDirectory = true},
+                                             {.href = u"/dav/a.mp3"_s},
+                                             {.href = u"/dav/b.mp3"_s}});
         m_fixture->console().take();
         QVERIFY(test(answerWith(207, body))->has_value());
         QCOMPARE(m_fixture->console().take(),
                  (QStringList{u"📡 WebDAV PROPFIND: http://music.test/dav/"_s, u"📡 HTTP Status: 207"_s,
                               u"📡 Response size: "_s + QString::number(body.size()) + u" bytes"_s,
-                              previewStart + QString::fromUtf8(body).first(500), u"📡 Parsed 2 items"_s}));
+                              previewStart + QString::fromUtf8(body).first(500), u"📡 Parsed 3 items"_s}));
     }
 
     void everyStatusHasItsMeaning_data()
@@ -102,7 +100,8 @@ private Q_SLOTS:
         QFETCH(const int, status);
         QFETCH(const QString, error);
         m_fixture->console().take();
-        const auto result = test(answerWith(status, multistatus({{.href = u"/dav/"_s, .isDirectory = true}})));
+        const auto result =
+            test(answerWith(status, multistatus({{.href = u"/dav/"_s, .isDirectory = true}})));
         QVERIFY(result);
         QCOMPARE(*result ? QString() : result->error().description(), error);
         const QStringList lines = m_fixture->console().take();
@@ -129,8 +128,8 @@ private Q_SLOTS:
 
     void aPageToSignInAtIsNoListing()
     {
-        const auto result =
-            test(answerWith(200, "<!DOCTYPE html><html><body><p>Sign in<br></body></html>", "Text/HTML; charset=utf-8"));
+        const auto result = test(answerWith(200, "<!DOCTYPE html><html><body><p>Sign in<br></body></html>",
+                                            "Text/HTML; charset=utf-8"));
         QVERIFY(result && !result->has_value());
         QCOMPARE(result->error(), WebDAVError(WebDAVError::Case::parseError));
     }
@@ -147,8 +146,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<HttpError::Kind>("kind");
         using Kind = HttpError::Kind;
-        for (const Kind kind :
-             {Kind::connection, Kind::timeout, Kind::untrusted, Kind::tooLarge, Kind::redirect, Kind::cancelled})
+        for (const Kind kind : {Kind::connection, Kind::timeout, Kind::untrusted, Kind::tooLarge,
+                                Kind::redirect, Kind::cancelled})
             QTest::addRow("%d", static_cast<int>(kind)) << kind;
     }
     void aTransportFailureIsANetworkErrorWithItsDescription()
