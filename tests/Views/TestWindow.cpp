@@ -5,6 +5,7 @@
 #include "Fakes/FakeRandom.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Utils/KeychainHelper.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -14,6 +15,7 @@
 #include <QBuffer>
 #include <QPainter>
 #include <QTest>
+#include <QThreadPool>
 
 namespace cadorel {
 
@@ -79,6 +81,10 @@ TestWindow::TestWindow()
     auto madeSystem = std::make_unique<FakeSystem>();
     system = madeSystem.get();
     platform.system = std::move(madeSystem);
+    auto madeSecrets = std::make_unique<FakeSecretStore>();
+    secrets = madeSecrets.get();
+    platform.secretStore = std::move(madeSecrets);
+    KeychainHelper::setStore(secrets);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -100,6 +106,9 @@ TestWindow::~TestWindow()
     if (!QTest::qWaitFor([this] { return !importService->isImporting() && !importService->isScanning(); }))
         qWarning("an import does not end");
     engine.reset();
+    secrets->close();
+    KeychainHelper::queue().waitForDone();
+    KeychainHelper::setStore(nullptr);
 }
 
 QString TestWindow::addFile(const QString &name, const MadeSong &song)

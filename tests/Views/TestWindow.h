@@ -3,6 +3,7 @@
 
 #include "Fakes/FakeAssetReader.h"
 #include "Fakes/FakeClock.h"
+#include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSystem.h"
 #include "Platform/Platform.h"
@@ -70,6 +71,7 @@ public:
     FakeAssetReader *reader = nullptr;
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
+    FakeSecretStore *secrets = nullptr;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<AudioPlayerService> audioPlayer;
     std::unique_ptr<CadorelViewModel> viewModel;
