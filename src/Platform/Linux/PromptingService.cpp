@@ -111,7 +111,6 @@ private:
     bool m_isGone = false;
 };
 
-/// Null without an error when the listener dismisses the prompt.
 GVariant *promptSync(SecretService *self, SecretPrompt *prompt, GCancellable *cancellable,
                      const GVariantType *resultType, GError **error)
 {
@@ -128,6 +127,8 @@ GVariant *promptSync(SecretService *self, SecretPrompt *prompt, GCancellable *ca
         return nullptr;
     if (wait.isDismissed()) {
         scope->wasDismissed = true;
+        // libsecret takes a result without an error for granted.
+        g_set_error_literal(error, G_IO_ERROR, G_IO_ERROR_CANCELLED, "dismissed");
         return nullptr;
     }
     GVariant *result = wait.takeResult(resultType);
@@ -155,8 +156,18 @@ GVariant *promptFinish(SecretService *, GAsyncResult *result, GError **error)
     return static_cast<GVariant *>(g_task_propagate_pointer(G_TASK(result), error));
 }
 
+/// libsecret binds each service to the connection that the process shares; "g-connection" is to hold instead.
+GObject *construct(GType type, guint count, GObjectConstructParam *properties)
+{
+    auto *parent = static_cast<GObjectClass *>(g_type_class_peek(SECRET_TYPE_SERVICE));
+    GObject *object = parent->constructor(type, count, properties);
+    g_object_set(object, "g-bus-type", G_BUS_TYPE_NONE, nullptr);
+    return object;
+}
+
 void initializeClass(gpointer serviceClass, gpointer)
 {
+    G_OBJECT_CLASS(serviceClass)->constructor = construct;
     auto *functions = SECRET_SERVICE_CLASS(serviceClass);
     functions->prompt_sync = promptSync;
     functions->prompt_async = promptAsync;
