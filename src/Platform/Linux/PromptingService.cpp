@@ -39,7 +39,12 @@ public:
     bool open(GCancellable *cancellable, GError **error)
     {
         const GlibPtr<GVariant> reply(
-            call("Prompt", g_variant_new("(s)", ""), cancellable, error)); // no parent window
+            g_dbus_connection_call_sync(m_connection, m_owner.get(), m_path, promptInterface, "Prompt",
+                                        g_variant_new("(s)", ""), // no parent window
+                                        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable, error));
+        // It may be open all the same.
+        if (!reply && g_cancellable_is_cancelled(cancellable))
+            dismiss();
         return reply != nullptr;
     }
     /// False with @p error when there will be no answer.
@@ -58,8 +63,7 @@ public:
         if (m_isCompleted)
             return true;
         if (g_cancellable_set_error_if_cancelled(cancellable, error)) {
-            g_dbus_connection_call(m_connection, m_owner.get(), m_path, promptInterface, "Dismiss", nullptr,
-                                   nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+            dismiss();
             return false;
         }
         g_set_error_literal(error, G_IO_ERROR, G_IO_ERROR_CLOSED, "the service went away during a prompt");
@@ -74,11 +78,12 @@ public:
     }
 
 private:
-    GVariant *call(const char *method, GVariant *arguments, GCancellable *cancellable, GError **error)
+    void dismiss()
     {
-        return g_dbus_connection_call_sync(m_connection, m_owner.get(), m_path, promptInterface, method,
-                                           arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
-                                           cancellable, error);
+        g_dbus_connection_call(m_connection, m_owner.get(), m_path, promptInterface, "Dismiss", nullptr,
+                               nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+        // Else it is lost when the connection is closed now. A few bytes never fill the bus's socket.
+        g_dbus_connection_flush_sync(m_connection, nullptr, nullptr);
     }
     static void complete(GDBusConnection *, const char *, const char *, const char *, const char *,
                          GVariant *parameters, gpointer self)

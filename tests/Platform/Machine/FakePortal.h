@@ -8,8 +8,6 @@
 #include <QDBusVirtualObject>
 #include <QVariantMap>
 
-#include <optional>
-
 namespace cadorel {
 
 /// A bus of its own with a portal on it that does what a test says.
