@@ -143,6 +143,7 @@ void NetworkExchange::send()
     m_isReplyFinished = false;
     m_isUntrusted = false;
     m_reply = sendWith(*m_manager, m_request);
+    m_reply->setReadBufferSize(readAhead);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &NetworkExchange::takeHead);
     connect(m_reply, &QIODevice::readyRead, this, &NetworkExchange::takeBody);
     connect(m_reply, &QNetworkReply::finished, this, &NetworkExchange::replyFinished);
@@ -162,8 +163,12 @@ qint64 NetworkExchange::announcedLength() const
 {
     constexpr int noContent = 204;
     constexpr int notModified = 304;
+    constexpr int unauthorized = 401;
+    constexpr int proxyUnauthorized = 407;
     const bool hasNoBody = m_request.method == "HEAD" || m_status == noContent || m_status == notModified;
-    if (hasNoBody || m_reply->hasRawHeader("Transfer-Encoding"_ba))
+    // Of the page that comes with these Qt keeps only as much as it may read ahead.
+    const bool isCut = m_status == unauthorized || m_status == proxyUnauthorized;
+    if (hasNoBody || isCut || m_reply->hasRawHeader("Transfer-Encoding"_ba))
         return -1;
     bool isNumber = false;
     const qint64 length = m_reply->rawHeader("Content-Length"_ba).toLongLong(&isNumber);
@@ -177,8 +182,6 @@ void NetworkExchange::takeHead()
     if (m_body || status == 0)
         return;
     m_status = status;
-    // Not before: of the page that comes with a 401, Qt keeps only what it may read ahead.
-    m_reply->setReadBufferSize(readAhead);
     if (const auto opened = openBody(); !opened)
         fail(opened.error());
 }
