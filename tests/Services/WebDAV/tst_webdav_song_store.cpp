@@ -217,16 +217,16 @@ private Q_SLOTS:
     {
         const auto store = makeStore();
         const int threads = QThreadPool::globalInstance()->maxThreadCount();
-        QSemaphore blocked;
+        const auto blocked = std::make_shared<QSemaphore>();
         for (int i = 0; i < threads; ++i)
-            QThreadPool::globalInstance()->start([&blocked] { blocked.acquire(); });
+            QThreadPool::globalInstance()->start([blocked] { blocked->acquire(); });
         for (int i = 0; i < 20; ++i) {
             addSong();
             store->request();
             QCoreApplication::sendPostedEvents(); // the first encoding begins, the others find it under way
         }
         const QCoro::Task<void> idle = store->idle();
-        blocked.release(threads);
+        blocked->release(threads);
         QTRY_VERIFY(idle.isReady());
         QCOMPARE(storedCount(), 20);
         QCOMPARE(m_preferences.writes(), 2);
