@@ -5,6 +5,7 @@
 #include "Platform/ResourceLoadingRequest.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QRegularExpression>
 
 #include <mpv/stream_cb.h>
@@ -30,6 +31,9 @@ QByteArray plainSuffix(const QUrl &url)
 } // namespace
 
 /// One opening of the resource by libmpv. Everything but cancel() is called by one thread at a time.
+///
+/// libmpv knows a reader by a number: its cancel callback may run beside the close callback, and even after
+/// it.
 class ResourceProtocol::Reader
 {
 public:
@@ -39,38 +43,56 @@ public:
     {
     }
 
-    static int64_t read(void *reader, char *buffer, uint64_t size)
+    /// @return the cookie of a new reader
+    static void *make(ResourceProtocol &protocol, Request request)
     {
-        Reader &self = *static_cast<Reader *>(reader);
+        const std::scoped_lock lock(mutex);
+        readers.insert(++lastNumber, std::make_shared<Reader>(protocol, std::move(request)));
+        return reinterpret_cast<void *>(lastNumber);
+    }
+    static int64_t read(void *cookie, char *buffer, uint64_t size)
+    {
+        const auto self = find(cookie);
         const auto wanted = static_cast<qint64>(std::min<uint64_t>(size, std::numeric_limits<qint64>::max()));
-        const qint64 count = self.m_request->read(self.m_position, buffer, wanted);
+        const qint64 count = self->m_request->read(self->m_position, buffer, wanted);
         if (count > 0)
-            self.m_position += count;
+            self->m_position += count;
         return count;
     }
-    static int64_t seek(void *reader, int64_t offset)
+    static int64_t seek(void *cookie, int64_t offset)
     {
         if (offset < 0)
             return MPV_ERROR_GENERIC;
-        return static_cast<Reader *>(reader)->m_position = offset;
+        return find(cookie)->m_position = offset;
     }
-    static int64_t size(void *reader)
+    static int64_t size(void *cookie)
     {
-        const auto information = static_cast<Reader *>(reader)->m_request->waitForContentInformation();
+        const auto information = find(cookie)->m_request->waitForContentInformation();
         return information ? information->contentLength : qint64{MPV_ERROR_UNSUPPORTED};
     }
-    static void cancel(void *reader)
+    static void cancel(void *cookie)
     {
-        const Reader &self = *static_cast<Reader *>(reader);
-        self.m_protocol.cancelRequest(self.m_request);
+        if (const auto self = find(cookie))
+            self->m_protocol.cancelRequest(self->m_request);
     }
-    static void close(void *reader)
+    static void close(void *cookie)
     {
-        cancel(reader);
-        delete static_cast<Reader *>(reader);
+        cancel(cookie);
+        const std::scoped_lock lock(mutex);
+        readers.remove(reinterpret_cast<quintptr>(cookie));
     }
 
 private:
+    static std::shared_ptr<Reader> find(void *cookie)
+    {
+        const std::scoped_lock lock(mutex);
+        return readers.value(reinterpret_cast<quintptr>(cookie));
+    }
+
+    static inline std::mutex mutex;
+    static inline QHash<quintptr, std::shared_ptr<Reader>> readers;
+    static inline quintptr lastNumber = 0;
+
     ResourceProtocol &m_protocol;
     const Request m_request;
     qint64 m_position = 0;
@@ -78,10 +100,10 @@ private:
 
 ResourceProtocol::~ResourceProtocol()
 {
-    for (const QList<Waiting> waiting = std::exchange(m_waiting, {});
-         const auto &[request, loader, lifetime] : waiting) {
-        if (!request->isFinished() && !lifetime.expired())
-            loader->didCancel(request);
+    for (const QList<Waiting> asked = std::exchange(m_waiting, {}); const Waiting &waiting : asked) {
+        const Request request = waiting.request.lock();
+        if (request && !request->isFinished() && !waiting.lifetime.expired())
+            waiting.loader->didCancel(request);
     }
 }
 
@@ -127,7 +149,7 @@ int ResourceProtocol::open(void *protocol, char *address, mpv_stream_cb_info *in
     Request request = self.beginRequest(address);
     if (!request)
         return MPV_ERROR_LOADING_FAILED;
-    info->cookie = std::make_unique<Reader>(self, std::move(request)).release();
+    info->cookie = Reader::make(self, std::move(request));
     info->read_fn = &Reader::read;
     info->seek_fn = &Reader::seek;
     info->size_fn = &Reader::size;
@@ -149,25 +171,29 @@ ResourceProtocol::Request ResourceProtocol::beginRequest(const QByteArray &addre
     // Waiting here for the loader could not be cancelled.
     QMetaObject::invokeMethod(
         this,
-        [this, waiting = Waiting{.request = m_published.request,
-                                 .loader = m_published.loader,
-                                 .lifetime = m_published.lifetime}] { ask(waiting); },
+        [this, request = m_published.request, loader = m_published.loader, lifetime = m_published.lifetime] {
+            ask(request, loader, lifetime);
+        },
         Qt::QueuedConnection);
     return m_published.request;
 }
 
-void ResourceProtocol::ask(const Waiting &waiting)
+void ResourceProtocol::ask(const Request &request, ResourceLoader *loader,
+                           const std::weak_ptr<const void> &lifetime)
 {
-    m_waiting.removeIf([](const Waiting &earlier) { return earlier.request->isFinished(); });
-    if (waiting.request->isCancelled())
+    m_waiting.removeIf([](const Waiting &earlier) {
+        const Request asked = earlier.request.lock();
+        return !asked || asked->isFinished();
+    });
+    if (request->isCancelled())
         return;
-    if (waiting.lifetime.expired()) {
-        waiting.request->finishLoading(LoadingError{});
+    if (lifetime.expired()) {
+        request->finishLoading(LoadingError{});
         return;
     }
-    m_waiting.append(waiting);
-    if (!waiting.loader->shouldWaitForLoadingOfRequestedResource(waiting.request))
-        waiting.request->finishLoading(LoadingError{});
+    m_waiting.append({.request = request, .loader = loader, .lifetime = lifetime});
+    if (!loader->shouldWaitForLoadingOfRequestedResource(request))
+        request->finishLoading(LoadingError{});
 }
 
 void ResourceProtocol::cancelRequest(const Request &request)
@@ -180,7 +206,7 @@ void ResourceProtocol::cancelRequest(const Request &request)
 void ResourceProtocol::takeBack(const Request &request)
 {
     const auto found = std::find_if(m_waiting.cbegin(), m_waiting.cend(), [&request](const Waiting &waiting) {
-        return waiting.request == request;
+        return waiting.request.lock() == request;
     });
     if (found == m_waiting.cend())
         return;

@@ -62,7 +62,8 @@ private:
     };
     struct Waiting
     {
-        Request request;
+        /// Whoever still needs it holds it: libmpv's reader and the loader.
+        std::weak_ptr<ResourceLoadingRequest> request;
         ResourceLoader *loader;
         std::weak_ptr<const void> lifetime;
     };
@@ -73,13 +74,13 @@ private:
     Request beginRequest(const QByteArray &address);
     void cancelRequest(const Request &request);
 
-    void ask(const Waiting &waiting);
+    void ask(const Request &request, ResourceLoader *loader, const std::weak_ptr<const void> &lifetime);
     void takeBack(const Request &request);
 
     mutable std::mutex m_mutex;
     Resource m_published;
     quint64 m_lastNumber = 0;
-    /// What loaders have been asked for. Main thread.
+    /// What loaders have been asked for and may not have finished. Main thread.
     QList<Waiting> m_waiting;
 };
 
