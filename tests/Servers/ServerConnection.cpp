@@ -56,6 +56,13 @@ void ServerConnection::read()
 
 bool ServerConnection::takeRequest()
 {
+    if (!m_received.isEmpty() && (m_received.front() < 'A' || m_received.front() > 'Z')) {
+        // No request, perhaps the beginning of an encrypted connection.
+        m_received.clear();
+        m_answer = ServerAnswer::raw("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n"_ba);
+        send();
+        return false;
+    }
     const qsizetype headEnd = m_received.indexOf("\r\n\r\n");
     if (headEnd < 0)
         return false;

@@ -4,6 +4,7 @@
 #include "Platform/Network/HttpFailure.h"
 #include "Platform/Network/NetworkLog.h"
 #include "Platform/Network/Redirect.h"
+#include "Platform/Network/WebAddress.h"
 #include "Utils/Redaction.h"
 
 #include <QNetworkRequest>
@@ -24,23 +25,25 @@ constexpr qint64 readAhead = 256 * 1024;
 constexpr qint64 sidePageLimit = 64 * 1024;
 constexpr std::size_t pieceSize = 64 * 1024;
 
-/// Qt reports statuses of 400 and above as errors too, in two ranges of their own.
-bool isStatusError(QNetworkReply::NetworkError error)
+/// Qt reports statuses of 400 and above as errors too: most in two ranges of their own, three as errors that
+/// can mean something else.
+bool isStatusError(QNetworkReply::NetworkError error, int status)
 {
+    constexpr int firstError = 400;
     const auto isBetween = [error](QNetworkReply::NetworkError first, QNetworkReply::NetworkError last) {
         return error >= first && error <= last;
     };
-    const bool isContentError =
-        isBetween(QNetworkReply::ContentAccessDenied, QNetworkReply::UnknownContentError) &&
-        error != QNetworkReply::ContentReSendError;
-    return isContentError ||
+    if (status < firstError || error == QNetworkReply::ContentReSendError)
+        return false;
+    return isBetween(QNetworkReply::ContentAccessDenied, QNetworkReply::UnknownContentError) ||
            isBetween(QNetworkReply::InternalServerError, QNetworkReply::UnknownServerError) ||
-           error == QNetworkReply::ProxyAuthenticationRequiredError;
+           error == QNetworkReply::ProxyAuthenticationRequiredError ||
+           error == QNetworkReply::ProtocolInvalidOperationError;
 }
 
 QNetworkRequest networkRequest(const HttpRequest &request)
 {
-    QNetworkRequest made(request.url);
+    QNetworkRequest made(wireAddress(request.url));
     made.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     made.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     made.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
@@ -85,7 +88,7 @@ NetworkExchange::NetworkExchange(HttpRequest request, QNetworkAccessManager *man
     , m_idleTimer(this)
     , m_totalTimer(this)
 {
-    m_request.url.setUserInfo(QString());
+    m_request.url = askedAddress(m_request.url);
     m_idleTimer.setSingleShot(true);
     connect(&m_idleTimer, &QTimer::timeout, this, &NetworkExchange::checkSilence);
     m_totalTimer.setSingleShot(true);
@@ -160,8 +163,12 @@ qint64 NetworkExchange::announcedLength() const
 {
     constexpr int noContent = 204;
     constexpr int notModified = 304;
+    constexpr int unauthorized = 401;
+    constexpr int proxyUnauthorized = 407;
     const bool hasNoBody = m_request.method == "HEAD" || m_status == noContent || m_status == notModified;
-    if (hasNoBody || m_reply->hasRawHeader("Transfer-Encoding"_ba))
+    // Of the page that comes with these Qt keeps only as much as it may read ahead.
+    const bool isCut = m_status == unauthorized || m_status == proxyUnauthorized;
+    if (hasNoBody || isCut || m_reply->hasRawHeader("Transfer-Encoding"_ba))
         return -1;
     bool isNumber = false;
     const qint64 length = m_reply->rawHeader("Content-Length"_ba).toLongLong(&isNumber);
@@ -235,7 +242,7 @@ void NetworkExchange::replyFinished()
 bool NetworkExchange::hasTransportError() const
 {
     const QNetworkReply::NetworkError error = m_reply->error();
-    return m_status == 0 || (error != QNetworkReply::NoError && !isStatusError(error));
+    return m_status == 0 || (error != QNetworkReply::NoError && !isStatusError(error, m_status));
 }
 
 void NetworkExchange::conclude()

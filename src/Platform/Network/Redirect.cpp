@@ -2,6 +2,7 @@
 #include "Platform/Network/Redirect.h"
 
 #include "Platform/Network/HttpFailure.h"
+#include "Platform/Network/WebAddress.h"
 
 #include <algorithm>
 #include <array>
@@ -26,13 +27,6 @@ bool becomesGet(const QByteArray &method, int status)
     return (status == movedPermanently || status == found) && method == "POST";
 }
 
-int effectivePort(const QUrl &url)
-{
-    constexpr int http = 80;
-    constexpr int https = 443;
-    return url.port(url.scheme() == "https"_L1 ? https : http);
-}
-
 void removeHeaders(HttpRequest &request, std::initializer_list<QByteArrayView> names)
 {
     request.headers.removeIf([names](const QPair<QByteArray, QByteArray> &header) {
@@ -44,29 +38,17 @@ void removeHeaders(HttpRequest &request, std::initializer_list<QByteArrayView> n
 
 } // namespace
 
-bool isWebAddress(const QUrl &url)
-{
-    return url.isValid() && !url.host().isEmpty() &&
-           (url.scheme() == "http"_L1 || url.scheme() == "https"_L1);
-}
-
 bool isRedirect(int status)
 {
     constexpr std::array statuses{movedPermanently, found, seeOther, temporaryRedirect, permanentRedirect};
     return std::find(statuses.begin(), statuses.end(), status) != statuses.end();
 }
 
-bool isSameOrigin(const QUrl &a, const QUrl &b)
-{
-    return a.scheme() == b.scheme() && a.host() == b.host() && effectivePort(a) == effectivePort(b);
-}
-
 std::expected<HttpRequest, HttpError> redirected(HttpRequest request, int status, const QByteArray &location)
 {
-    QUrl target = request.url.resolved(QUrl::fromEncoded(location, QUrl::TolerantMode));
+    const QUrl target = request.url.resolved(QUrl::fromEncoded(location, QUrl::TolerantMode));
     if (!isWebAddress(target))
         return std::unexpected(httpFailure(HttpError::Kind::redirect));
-    target.setUserInfo(QString());
     if (!isSameOrigin(request.url, target))
         removeHeaders(request, {"Authorization", "Cookie", "Proxy-Authorization"});
     if (becomesGet(request.method, status)) {
@@ -74,7 +56,7 @@ std::expected<HttpRequest, HttpError> redirected(HttpRequest request, int status
         request.body.clear();
         removeHeaders(request, {"Content-Type", "Content-Length", "Content-Encoding", "Content-Language"});
     }
-    request.url = target;
+    request.url = askedAddress(target);
     return request;
 }
 

@@ -7,14 +7,8 @@
 
 namespace cadorel {
 
-/// Whether an address is one that can be asked: http or https, and a host.
-bool isWebAddress(const QUrl &url);
-
 /// Whether that status sends the client elsewhere, if there is a Location.
 bool isRedirect(int status);
-
-/// Whether two addresses share scheme, host and port, so that credentials for one may go to the other.
-bool isSameOrigin(const QUrl &a, const QUrl &b);
 
 /// What to ask next when @p request was answered with a redirect: method and body as RFC 9110, 15.4 has them
 /// (301 and 302 turn POST into GET, as all clients do), without the user and password of @p location, and
