@@ -12,6 +12,9 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
@@ -73,6 +76,10 @@ private Q_SLOTS:
     void aStoppedServerKeepsTheSongs();
     void theNextRunNeedsNoServer_data() { kinds(); }
     void theNextRunNeedsNoServer();
+    void aFolderThatTheServerMayNotRead_data();
+    void aFolderThatTheServerMayNotRead();
+    void aFolderNameThatIsNoUtf8_data();
+    void aFolderNameThatIsNoUtf8();
     void blanksAroundAFolderName_data();
     void blanksAroundAFolderName();
 
@@ -322,7 +329,72 @@ void TestWebDAVServers::theNextRunNeedsNoServer()
     QCOMPARE(web.sent.size(), 0);
 }
 
+void TestWebDAVServers::aFolderThatTheServerMayNotRead_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("isListed");
+    QTest::newRow("apache breaks the connection") << u"apache"_s << false;
+    QTest::newRow("rclone lists it as empty") << u"rclone"_s << true;
+    QTest::newRow("lighttpd lists it as empty") << u"lighttpd"_s << true;
+    QTest::newRow("nginx answers with an error") << u"nginx"_s << false;
+}
+
+void TestWebDAVServers::aFolderThatTheServerMayNotRead()
+{
+    QFETCH(const QString, kind);
+    QFETCH(const bool, isListed);
+    LiveWebDAV live(kind);
+    live.tree.addFile(u"open.mp3"_s);
+    live.tree.addFile(u"closed/inside.mp3"_s);
+    QVERIFY(live.startServer());
+    const WebDAVConfig config = live.config();
+    QVERIFY(live.scan(config));
+    QCOMPARE(live.songPaths().size(), 2);
+
+    const QString closed = live.tree.pathOnDisk(u"closed"_s);
+    const QFile::Permissions before = QFile::permissions(closed);
+    QVERIFY(QFile::setPermissions(closed, {}));
+    QVERIFY(await(live.service().scanMusic(config)));
+    QVERIFY(QFile::setPermissions(closed, before));
+    QCOMPARE(!live.service().error(), isListed);
+    QCOMPARE(live.songPaths().size(), isListed ? 1 : 2);
+}
+
 // MARK: what servers tell of names
+
+void TestWebDAVServers::aFolderNameThatIsNoUtf8_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("error");
+    QTest::addColumn<qsizetype>("songs");
+    // Its address cannot be decoded, so that the walk asks for a folder with a percent sign in its name.
+    const QString missing = u"文件不存在"_s;
+    QTest::newRow("apache") << u"apache"_s << missing << qsizetype{1};
+    QTest::newRow("rclone") << u"rclone"_s << missing << qsizetype{1};
+    QTest::newRow("lighttpd") << u"lighttpd"_s << missing << qsizetype{1};
+    // It writes the name as it is, so that its whole answer is no text: an empty listing.
+    QTest::newRow("nginx") << u"nginx"_s << QString() << qsizetype{0};
+}
+
+void TestWebDAVServers::aFolderNameThatIsNoUtf8()
+{
+    QFETCH(const QString, kind);
+    QFETCH(const QString, error);
+    QFETCH(const qsizetype, songs);
+    LiveWebDAV live(kind);
+    live.tree.addFile(u"song.mp3"_s);
+    QVERIFY(live.startServer());
+    const WebDAVConfig config = live.config();
+    QVERIFY(live.scan(config));
+    QCOMPARE(live.songPaths(), QStringList{u"/song.mp3"_s});
+
+    const QByteArray latin1 = QFile::encodeName(live.tree.root()) + "/caf\xe9"_ba;
+    QCOMPARE(::mkdir(latin1.constData(), 0755), 0);
+    QVERIFY(await(live.service().scanMusic(config)));
+    ::rmdir(latin1.constData());
+    QCOMPARE(live.service().errorText(), error);
+    QCOMPARE(live.songPaths().size(), songs);
+}
 
 void TestWebDAVServers::blanksAroundAFolderName_data()
 {
