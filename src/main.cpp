@@ -8,6 +8,8 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/SharedServices.h"
+#include "Services/WebDAVService.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QDir>
@@ -42,13 +44,18 @@ void chooseRenderer()
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
-    CadorelApp player(platform, AudioPlayerService::shared(), LocalMusicImportService::shared());
+    AudioPlayerService &audioPlayer = AudioPlayerService::shared();
+    LocalMusicImportService &importService = LocalMusicImportService::shared();
+    WebDAVService &webDAVService = WebDAVService::shared();
+    CadorelApp player(platform, audioPlayer, importService, LibrarySources{.webDAVService = &webDAVService});
+    WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
     QQmlApplicationEngine engine;
     installUserInterface(engine);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
-                                 {u"library"_s, QVariant::fromValue(&player.library())}});
+                                 {u"library"_s, QVariant::fromValue(&player.library())},
+                                 {u"servers"_s, QVariant::fromValue(&servers)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr
