@@ -3,7 +3,9 @@
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Services/CloudBench.h"
 
+#include <QSemaphore>
 #include <QSignalSpy>
+#include <QThread>
 
 #include <limits>
 
@@ -178,9 +180,15 @@ void AudioPlayerCloudMetadataTest::playerThatGoesDropsItsMetadata()
     CloudBench bench;
     bench.putCopy(u"a.mp3"_s);
     bench.home.assetReader().otherwise = taggedAsset();
+    // The reading ends while the player goes, which waits for it.
+    QSemaphore reads;
+    bench.home.assetReader().onOpen = [&reads](const QString &) { reads.acquire(); };
     bench.player().playSong(serverSong(u"a"_s), {});
     bench.lines();
+    const std::unique_ptr<QThread> other(QThread::create([&reads] { reads.release(); }));
+    other->start();
     bench.stop();
+    QVERIFY(other->wait());
     QVERIFY(QThreadPool::globalInstance()->waitForDone());
     settle();
     QVERIFY(bench.lines().isEmpty());
