@@ -17,7 +17,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int fileCount = 100'000;
-constexpr double barMs = 50;
 
 /// A web of one server, whose answers are made beforehand.
 class MadeWeb : public HttpClient
@@ -78,6 +77,7 @@ void measure(Report &report, int directories)
     storeServer(bench.preferences(), {});
     bench.setHttpClient(std::make_unique<MadeWeb>(directories));
     bench.start();
+    bench.waitForSongs();
     for (const QString &round : {u"first walk"_s, u"walk anew"_s}) {
         StallWatch stalls;
         QElapsedTimer timer;
@@ -89,11 +89,8 @@ void measure(Report &report, int directories)
         constexpr double msPerSecond = 1000;
         const double seconds = static_cast<double>(timer.elapsed()) / msPerSecond;
         letPass(1s); // the list takes the songs up
-        report.add(
-            {.what = u"100,000 files in %1 directories, %2: longest stall"_s.arg(directories).arg(round),
-             .value = stalls.take(),
-             .unit = u"ms"_s,
-             .bar = barMs});
+        tellStall(report, u"100,000 files in %1 directories, %2"_s.arg(directories).arg(round),
+                  stalls.take());
         report.add({.what = u"  time of the walk"_s, .value = seconds, .unit = u"s"_s});
     }
 }

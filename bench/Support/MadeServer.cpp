@@ -36,7 +36,7 @@ QList<Song> madeServerSongs(int count, int covers)
     const QString albumId = webDAVSongPrefix(server);
     const QString lyrics = u"[00:01.00]远山与河流之间的歌\n"_s.repeated(lyricLines);
     const ArtworkData cover(madeCover());
-    const int songsPerCover = covers > 0 ? std::max(1, count / covers) : count + 1;
+    const int every = covers > 0 ? std::max(1, count / covers) : count + 1;
     QList<Song> songs;
     songs.reserve(count);
     for (int number = 0; number < count; ++number) {
@@ -47,7 +47,7 @@ QList<Song> madeServerSongs(int count, int covers)
         fields.artist = artist;
         fields.album = server.name;
         fields.albumId = albumId;
-        if (covers > 0 && number % songsPerCover == 0) {
+        if (covers > 0 && number % every == 0) {
             fields.artworkData = cover;
             fields.embeddedLyrics = lyrics;
         }

@@ -45,6 +45,10 @@ void ServerBench::start()
     m_viewModel = std::make_unique<CadorelViewModel>(*m_player, *m_imports,
                                                      LibrarySources{.webDAVService = m_service.get()});
     m_library = std::make_unique<LibraryViewModel>(*m_viewModel, m_platform);
+}
+
+void ServerBench::waitForSongs()
+{
     const QCoro::Task<void> loading = m_service->songsLoaded();
     if (!waitFor([&] { return loading.isReady() && rows() == m_service->webDAVSongs().size(); }, 60s))
         qFatal("the songs of the server are not listed");

@@ -27,8 +27,10 @@ public:
     /// Stands in for the web from the next start on.
     void setHttpClient(std::unique_ptr<HttpClient> client) { m_platform.httpClient = std::move(client); }
     Preferences &preferences() { return *m_platform.preferences; }
-    /// Builds the services and waits until the stored songs are listed.
+    /// Builds the services.
     void start();
+    /// Lets events come in until the stored songs are in the list.
+    void waitForSongs();
     WebDAVService &service() { return *m_service; }
     /// Rows of the library's list.
     int rows() const;

@@ -124,7 +124,7 @@ SecretStatus unlock(SecretServiceCall &call, const Items &items)
     const int unlocked =
         secret_service_unlock_sync(call.service, locked, call.cancellable, nullptr, call.error.out());
     g_list_free(locked);
-    if (call.error || call.prompts.wasDismissed)
+    if (call.error)
         return statusOf(call);
     return unlocked == wanted ? SecretStatus::success : SecretStatus::interactionNotAllowed;
 }

@@ -39,7 +39,12 @@ public:
     bool open(GCancellable *cancellable, GError **error)
     {
         const GlibPtr<GVariant> reply(
-            call("Prompt", g_variant_new("(s)", ""), cancellable, error)); // no parent window
+            g_dbus_connection_call_sync(m_connection, m_owner.get(), m_path, promptInterface, "Prompt",
+                                        g_variant_new("(s)", ""), // no parent window
+                                        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable, error));
+        // It may be open all the same.
+        if (!reply && g_cancellable_is_cancelled(cancellable))
+            dismiss();
         return reply != nullptr;
     }
     /// False with @p error when there will be no answer.
@@ -58,8 +63,7 @@ public:
         if (m_isCompleted)
             return true;
         if (g_cancellable_set_error_if_cancelled(cancellable, error)) {
-            g_dbus_connection_call(m_connection, m_owner.get(), m_path, promptInterface, "Dismiss", nullptr,
-                                   nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+            dismiss();
             return false;
         }
         g_set_error_literal(error, G_IO_ERROR, G_IO_ERROR_CLOSED, "the service went away during a prompt");
@@ -74,11 +78,12 @@ public:
     }
 
 private:
-    GVariant *call(const char *method, GVariant *arguments, GCancellable *cancellable, GError **error)
+    void dismiss()
     {
-        return g_dbus_connection_call_sync(m_connection, m_owner.get(), m_path, promptInterface, method,
-                                           arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
-                                           cancellable, error);
+        g_dbus_connection_call(m_connection, m_owner.get(), m_path, promptInterface, "Dismiss", nullptr,
+                               nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+        // Else it is lost when the connection is closed now. A few bytes never fill the bus's socket.
+        g_dbus_connection_flush_sync(m_connection, nullptr, nullptr);
     }
     static void complete(GDBusConnection *, const char *, const char *, const char *, const char *,
                          GVariant *parameters, gpointer self)
@@ -111,7 +116,6 @@ private:
     bool m_isGone = false;
 };
 
-/// Null without an error when the listener dismisses the prompt.
 GVariant *promptSync(SecretService *self, SecretPrompt *prompt, GCancellable *cancellable,
                      const GVariantType *resultType, GError **error)
 {
@@ -128,6 +132,8 @@ GVariant *promptSync(SecretService *self, SecretPrompt *prompt, GCancellable *ca
         return nullptr;
     if (wait.isDismissed()) {
         scope->wasDismissed = true;
+        // libsecret takes a result without an error for granted.
+        g_set_error_literal(error, G_IO_ERROR, G_IO_ERROR_CANCELLED, "dismissed");
         return nullptr;
     }
     GVariant *result = wait.takeResult(resultType);
@@ -155,8 +161,18 @@ GVariant *promptFinish(SecretService *, GAsyncResult *result, GError **error)
     return static_cast<GVariant *>(g_task_propagate_pointer(G_TASK(result), error));
 }
 
+/// libsecret binds each service to the connection that the process shares; "g-connection" is to hold instead.
+GObject *construct(GType type, guint count, GObjectConstructParam *properties)
+{
+    auto *parent = static_cast<GObjectClass *>(g_type_class_peek(SECRET_TYPE_SERVICE));
+    GObject *object = parent->constructor(type, count, properties);
+    g_object_set(object, "g-bus-type", G_BUS_TYPE_NONE, nullptr);
+    return object;
+}
+
 void initializeClass(gpointer serviceClass, gpointer)
 {
+    G_OBJECT_CLASS(serviceClass)->constructor = construct;
     auto *functions = SECRET_SERVICE_CLASS(serviceClass);
     functions->prompt_sync = promptSync;
     functions->prompt_async = promptAsync;

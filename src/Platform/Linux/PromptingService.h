@@ -18,9 +18,10 @@ struct PromptScope
     bool wasDismissed = false;
 };
 
-/// A SecretService that waits for the listener's answer to a prompt for as long as it takes, but ends at once
-/// when the call is cancelled, or when the service or the bus goes away. libsecret's own waits on until the
-/// service confirms the dismissal. For calls that end before they return.
+/// A SecretService on the connection that its property "g-connection" names, which waits for the listener's
+/// answer to a prompt for as long as it takes, but ends at once when the call is cancelled, or when the
+/// service or the bus goes away. libsecret's own waits on until the service confirms the dismissal. For calls
+/// that end before they return.
 GType promptingServiceType();
 
 /// For the prompts of the next calls of @p service; null when there will be none.

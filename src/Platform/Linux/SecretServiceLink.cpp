@@ -10,8 +10,6 @@ namespace cadorel {
 namespace {
 
 constexpr auto serviceName = "org.freedesktop.secrets";
-constexpr auto servicePath = "/org/freedesktop/secrets";
-constexpr auto serviceInterface = "org.freedesktop.Secret.Service";
 
 /// Errors of the bus that say that nobody is there and nobody can be started.
 bool isNobody(const GError *error)
@@ -37,20 +35,21 @@ SecretServiceLink::~SecretServiceLink()
 SecretServiceLink::Outcome SecretServiceLink::open(GCancellable *cancellable, GlibError &error)
 {
     takeEvents();
+    std::string current = m_connection ? owner(cancellable, error) : std::string();
+    // That a bus has gone may show no earlier than with a call.
     if (!m_connection || g_dbus_connection_is_closed(m_connection.get())) {
         drop();
         if (!connect(cancellable, error))
             return g_cancellable_is_cancelled(cancellable) ? Outcome::failed : Outcome::nobody;
+        current = owner(cancellable, error);
     }
-    std::string current = owner(cancellable, error);
     if (error && !isNobody(error.get()))
         return Outcome::failed;
     if (m_service && !current.empty() && current == m_owner)
         return Outcome::connected;
-    m_service.reset(static_cast<SecretService *>(g_initable_new(
-        promptingServiceType(), cancellable, error.out(), "g-flags", G_DBUS_PROXY_FLAGS_NONE, "g-name",
-        serviceName, "g-connection", m_connection.get(), "g-object-path", servicePath, "g-interface-name",
-        serviceInterface, "flags", SECRET_SERVICE_NONE, nullptr)));
+    m_service.reset(static_cast<SecretService *>(
+        g_initable_new(promptingServiceType(), cancellable, error.out(), "g-connection", m_connection.get(),
+                       "flags", SECRET_SERVICE_NONE, nullptr)));
     if (!m_service)
         return isNobody(error.get()) ? Outcome::nobody : Outcome::failed;
     const GlibPtr<char> started(g_dbus_proxy_get_name_owner(G_DBUS_PROXY(m_service.get())));

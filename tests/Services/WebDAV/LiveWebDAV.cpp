@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/WebDAV/LiveWebDAV.h"
 
+#include "Fakes/Await.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Network/NetworkHttpClient.h"
 #include "Services/WebDAV/WebDAVSongs.h"
 #include "Utils/KeychainHelper.h"
-
-#include <QCoroTask>
 
 namespace cadorel {
 
@@ -63,18 +62,38 @@ WebDAVService &LiveWebDAV::service()
     return *m_service;
 }
 
-void LiveWebDAV::restartService(std::unique_ptr<HttpClient> web)
+bool LiveWebDAV::restartService(std::unique_ptr<HttpClient> web)
 {
-    QCoro::waitFor(service().songsStored());
+    const bool isStored = await(service().songsStored()).has_value();
     m_service.reset();
     platform.httpClient = std::move(web);
-    QCoro::waitFor(service().songsLoaded());
+    return isStored && await(service().songsLoaded());
 }
 
-void LiveWebDAV::scan(const WebDAVConfig &config)
+bool LiveWebDAV::scan(const WebDAVConfig &config)
 {
-    QCoro::waitFor(service().saveConfig(config, password()));
-    QCoro::waitFor(service().scanMusic(config));
+    return await(service().saveConfig(config, password())) && await(service().scanMusic(config));
+}
+
+QString LiveWebDAV::test(const WebDAVConfig &config, const QString &password)
+{
+    const auto result = await(service().testConnection(config, password));
+    if (!result)
+        return u"no end"_s;
+    return *result ? QString() : result->error().description();
+}
+
+QString LiveWebDAV::connectTo(const WebDAVConfig &config)
+{
+    const auto failure = [](QCoro::Task<void> task) -> QCoro::Task<QString> {
+        try {
+            co_await task;
+        } catch (const WebDAVError &error) {
+            co_return error.description();
+        }
+        co_return QString();
+    };
+    return await(failure(service().connectTo(config))).value_or(u"no end"_s);
 }
 
 QStringList LiveWebDAV::songPaths()
@@ -92,11 +111,12 @@ QByteArray LiveWebDAV::fetch(const Song &song)
     HttpRequest request;
     request.url = url;
     request.headers = {{"Authorization", "Basic " + credentials.toUtf8().toBase64()}};
-    const auto response = QCoro::waitFor(platform.httpClient->send(request));
-    if (!response)
-        return "no answer: " + response.error().description.toUtf8();
+    const auto response = await(platform.httpClient->send(request));
+    if (!response || !*response)
+        return response ? "no answer: " + response->error().description.toUtf8() : "no end"_ba;
     constexpr int ok = 200;
-    return response->status == ok ? response->body : "status " + QByteArray::number(response->status);
+    const int status = (*response)->status;
+    return status == ok ? (*response)->body : "status " + QByteArray::number(status);
 }
 
 } // namespace cadorel

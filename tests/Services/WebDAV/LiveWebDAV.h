@@ -37,17 +37,19 @@ public:
     /// The service; made at the first call.
     WebDAVService &service();
     /// The program ends, and starts again with this web.
-    void restartService(std::unique_ptr<HttpClient> web);
+    bool restartService(std::unique_ptr<HttpClient> web);
     /// Saves the server, walks it and waits for the end.
-    void scan(const WebDAVConfig &config);
+    bool scan(const WebDAVConfig &config);
+    /// Why the test of a connection fails, for a listener to read; empty when it does not.
+    QString test(const WebDAVConfig &config, const QString &password);
+    /// The same of a connection.
+    QString connectTo(const WebDAVConfig &config);
     /// Paths on the server of all songs, in their order.
     QStringList songPaths();
     /// The bytes that a song's address gives with user and password from the address itself.
     QByteArray fetch(const Song &song);
 
 private:
-    FakeSecretStore &secrets() { return static_cast<FakeSecretStore &>(*platform.secretStore); }
-
     std::unique_ptr<WebDAVService> m_service;
 };
 
