@@ -8,7 +8,9 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/SharedServices.h"
+#include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QDir>
@@ -47,13 +49,19 @@ void chooseRenderer()
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
-    CadorelApp player(platform, AudioPlayerService::shared(), LocalMusicImportService::shared());
+    // The player first: it brings the last song back.
+    AudioPlayerService &audioPlayer = AudioPlayerService::shared();
+    LocalMusicImportService &importService = LocalMusicImportService::shared();
+    WebDAVService &webDAVService = WebDAVService::shared();
+    CadorelApp player(platform, audioPlayer, importService, {.webDAVService = &webDAVService});
+    WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
     QQmlApplicationEngine engine;
     installUserInterface(engine);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
-                                 {u"library"_s, QVariant::fromValue(&player.library())}});
+                                 {u"library"_s, QVariant::fromValue(&player.library())},
+                                 {u"servers"_s, QVariant::fromValue(&servers)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -10,6 +10,7 @@
 #include "Platform/Linux/SystemRandom.h"
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Network/NetworkHttpClient.h"
 #include "Platform/Sql/SqlitePreferences.h"
 
 namespace cadorel {
@@ -29,6 +30,7 @@ Platform makeLinuxPlatform(const Directories &directories)
     platform.makeStreamPlayer = [&reader = *platform.assetReader] {
         return std::make_unique<MpvStreamPlayer>(reader);
     };
+    platform.httpClient = std::make_unique<NetworkHttpClient>();
     platform.secretStore = std::make_unique<FallbackSecretStore>(
         std::make_unique<LibsecretStore>(),
         std::make_unique<FileSecretStore>(directories.applicationSupport + "/secrets.json"_L1));

@@ -1,45 +1,59 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/HttpAnswer.h"
 #include "Platform/HttpClient.h"
 #include "Platform/HttpTransfer.h"
 
 #include <QFile>
-#include <QPromise>
-
-#include <QCoroFuture>
+#include <QObject>
 
 #include <algorithm>
 #include <list>
+#include <memory>
+#include <utility>
 
 namespace cadorel {
 
 /// A web that answers when the test says so: each request waits in `pending` until it is answered or
-/// cancelled.
+/// cancelled. What answer() gives arrives with the next turn of the event loop.
 class FakeHttpClient : public HttpClient
 {
 public:
-    using Result = std::expected<HttpResponse, HttpError>;
+    using Result = HttpAnswer::Result;
     struct Pending
     {
         HttpRequest request;
-        std::shared_ptr<QPromise<Result>> promise;
+        std::shared_ptr<HttpAnswer> waiting;
     };
     std::list<Pending> pending;
     /// Every request that was ever sent.
     QList<HttpRequest> sent;
 
+    ~FakeHttpClient() override
+    {
+        m_isClosing = true;
+        for (const Pending &left : std::exchange(pending, {}))
+            left.waiting->deliver(cancelled());
+        for (const auto &left : std::exchange(m_onTheirWay, {}))
+            left->deliver(cancelled());
+    }
+
     QCoro::Task<Result> send(HttpRequest request) override
     {
-        auto promise = std::make_shared<QPromise<Result>>();
-        promise->start();
         sent.append(request);
+        const QString scheme = request.url.scheme();
+        if (scheme != QLatin1String("http") && scheme != QLatin1String("https"))
+            co_return failure(HttpError::Kind::notHttp, QStringLiteral("not http"));
+        if (m_isClosing || isCancelled(request))
+            co_return cancelled();
+        const auto waiting = std::make_shared<HttpAnswer>();
         if (request.transfer) {
-            QObject::connect(request.transfer.get(), &HttpTransfer::cancelled, request.transfer.get(),
-                             [this, promise] { cancel(promise); });
+            QObject::connect(request.transfer.get(), &HttpTransfer::cancelled, &m_receiver,
+                             [this, waiting] { cancel(waiting); });
         }
-        pending.push_back({std::move(request), promise});
-        co_return co_await promise->future();
+        pending.push_back({std::move(request), waiting});
+        co_return co_await *waiting;
     }
 
     /// Answers the oldest request that waits.
@@ -57,36 +71,79 @@ public:
     }
 
 private:
+    static Result failure(HttpError::Kind kind, const QString &description)
+    {
+        return std::unexpected(HttpError{kind, description});
+    }
+    static bool isSuccess(int status) { return status >= 200 && status < 300; }
+    static bool isCancelled(const HttpRequest &request)
+    {
+        return request.transfer && request.transfer->isCancelled();
+    }
+    static Result cancelled() { return failure(HttpError::Kind::cancelled, QStringLiteral("cancelled")); }
+
     void answer(std::list<Pending>::iterator waiting, Result result)
     {
         const Pending taken = *waiting;
         pending.erase(waiting);
-        if (result) {
-            result->bodySize = result->body.size();
-            const bool isSuccess = result->status >= 200 && result->status < 300;
-            if (isSuccess && !taken.request.outputFile.isEmpty()) {
-                QFile file(taken.request.outputFile);
-                if (!file.open(QIODevice::WriteOnly) || file.write(result->body) != result->body.size())
-                    result = std::unexpected(HttpError{HttpError::Kind::file, file.errorString()});
-                else
-                    result->body.clear();
-            }
-        }
-        taken.promise->addResult(std::move(result));
-        taken.promise->finish();
+        if (result)
+            result = received(taken.request, std::move(*result));
+        deliverLater(taken, result);
     }
-    void cancel(const std::shared_ptr<QPromise<Result>> &promise)
+
+    /// What the real client makes of an answer.
+    static Result received(const HttpRequest &request, HttpResponse response)
     {
-        const auto found = std::find_if(pending.begin(), pending.end(), [&promise](const Pending &waiting) {
-            return waiting.promise == promise;
+        if (request.sizeLimit > 0 && response.body.size() > request.sizeLimit)
+            return failure(HttpError::Kind::tooLarge, QStringLiteral("too large"));
+        if (response.url.isEmpty())
+            response.url = request.url.adjusted(QUrl::RemoveUserInfo);
+        response.bodySize = response.body.size();
+        if (!isSuccess(response.status) || request.outputFile.isEmpty())
+            return response;
+        QFile file(request.outputFile);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+            file.write(response.body) != response.body.size())
+            return failure(HttpError::Kind::file, file.errorString());
+        response.body.clear();
+        return response;
+    }
+
+    void cancel(const std::shared_ptr<HttpAnswer> &answer)
+    {
+        const auto found = std::find_if(pending.begin(), pending.end(), [&answer](const Pending &waiting) {
+            return waiting.waiting == answer;
         });
         if (found == pending.end())
             return;
+        const Pending taken = *found;
         pending.erase(found);
-        promise->addResult(
-            std::unexpected(HttpError{HttpError::Kind::cancelled, QStringLiteral("cancelled")}));
-        promise->finish();
+        deliverLater(taken, cancelled());
     }
+
+    void deliverLater(const Pending &taken, const Result &result)
+    {
+        m_onTheirWay.push_back(taken.waiting);
+        QMetaObject::invokeMethod(
+            &m_receiver,
+            [this, taken, result] {
+                m_onTheirWay.remove(taken.waiting);
+                taken.waiting->deliver(isCancelled(taken.request) ? cancelledAfter(taken.request, result)
+                                                                  : result);
+            },
+            Qt::QueuedConnection);
+    }
+    /// The answer and the wish to cancel have met on their way.
+    static Result cancelledAfter(const HttpRequest &request, const Result &result)
+    {
+        if (result && isSuccess(result->status) && !request.outputFile.isEmpty())
+            QFile::remove(request.outputFile);
+        return cancelled();
+    }
+
+    QObject m_receiver;
+    std::list<std::shared_ptr<HttpAnswer>> m_onTheirWay;
+    bool m_isClosing = false;
 };
 
 } // namespace cadorel

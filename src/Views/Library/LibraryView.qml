@@ -9,6 +9,8 @@ FocusScope {
     required property CadorelViewModel viewModel
     required property LibraryViewModel library
 
+    signal serversRequested
+
     readonly property LocalMusicImportService importService: viewModel.importService
     readonly property bool isBusy: importService.isImporting || importService.isScanning
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
@@ -35,6 +37,7 @@ FocusScope {
             onFilesRequested: root.library.chooseFiles()
             onFolderRequested: root.library.chooseFolder()
             onMusicFolderRequested: root.library.openMusicFolder()
+            onServersRequested: root.serversRequested()
         }
         ImportProgressBar {
             objectName: "importProgress"
