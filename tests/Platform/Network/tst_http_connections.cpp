@@ -101,7 +101,8 @@ void TestHttpConnections::anOwnConnectionNeverWaits()
         request.transfer->cancel();
     for (const SentRequest &request : waiting)
         QVERIFY(request.wait().has_value());
-    QTRY_COMPARE(server.openConnections(), 0);
+    // Of the shared ones some may be kept for later.
+    QTRY_VERIFY(server.openConnections() <= 6);
 }
 
 void TestHttpConnections::anOwnConnectionIsReleased()
