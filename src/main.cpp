@@ -10,6 +10,7 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QDir>
@@ -50,14 +51,17 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     setProcessPlatform(&platform);
     // The player first: it brings the last song back.
     AudioPlayerService &audioPlayer = AudioPlayerService::shared();
-    CadorelApp player(platform, audioPlayer, LocalMusicImportService::shared(),
-                      {.webDAVService = &WebDAVService::shared()});
+    LocalMusicImportService &importService = LocalMusicImportService::shared();
+    WebDAVService &webDAVService = WebDAVService::shared();
+    CadorelApp player(platform, audioPlayer, importService, {.webDAVService = &webDAVService});
+    WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
     QQmlApplicationEngine engine;
     installUserInterface(engine);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
-                                 {u"library"_s, QVariant::fromValue(&player.library())}});
+                                 {u"library"_s, QVariant::fromValue(&player.library())},
+                                 {u"servers"_s, QVariant::fromValue(&servers)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

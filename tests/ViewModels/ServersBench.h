@@ -77,6 +77,11 @@ public:
         scan(id);
         return id;
     }
+    /// Waits for a request and answers it.
+    bool answerOne()
+    {
+        return QTest::qWaitFor([this] { return folders.answerOne(); });
+    }
     /// Scans a server to the end.
     void scan(const QString &id)
     {

@@ -5,11 +5,13 @@
 #include "Fakes/FakeRandom.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QBuffer>
@@ -85,6 +87,10 @@ TestWindow::TestWindow()
     secrets = madeSecrets.get();
     platform.secretStore = std::move(madeSecrets);
     KeychainHelper::setStore(secrets);
+    auto madeWeb = std::make_unique<FakeHttpClient>();
+    web = madeWeb.get();
+    folders = std::make_unique<FakeFolders>(*web);
+    platform.httpClient = std::move(madeWeb);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -95,9 +101,12 @@ TestWindow::TestWindow()
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     audioPlayer = std::make_unique<AudioPlayerService>(platform, *importService);
-    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService);
+    webDAVService = std::make_unique<WebDAVService>(platform);
+    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
+                                                   LibrarySources{.webDAVService = webDAVService.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
     playback = std::make_unique<PlaybackViewModel>(*viewModel);
+    servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
 }
 
 TestWindow::~TestWindow()
@@ -144,7 +153,8 @@ bool TestWindow::show()
     installUserInterface(*engine);
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
-                                  {u"playback"_s, QVariant::fromValue(playback.get())}});
+                                  {u"playback"_s, QVariant::fromValue(playback.get())},
+                                  {u"servers"_s, QVariant::fromValue(servers.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

@@ -3,6 +3,7 @@
 
 #include "Fakes/FakeAssetReader.h"
 #include "Fakes/FakeClock.h"
+#include "Fakes/FakeFolders.h"
 #include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSystem.h"
@@ -22,6 +23,8 @@ class CadorelViewModel;
 class LibraryViewModel;
 class LocalMusicImportService;
 class PlaybackViewModel;
+class WebDAVServersViewModel;
+class WebDAVService;
 
 /// The real window over the real services, which stand on fakes and on a throw-away home.
 class TestWindow
@@ -72,11 +75,16 @@ public:
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
     FakeSecretStore *secrets = nullptr;
+    FakeHttpClient *web = nullptr;
+    /// What the servers hold that the web leads to.
+    std::unique_ptr<FakeFolders> folders;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<AudioPlayerService> audioPlayer;
+    std::unique_ptr<WebDAVService> webDAVService;
     std::unique_ptr<CadorelViewModel> viewModel;
     std::unique_ptr<LibraryViewModel> library;
     std::unique_ptr<PlaybackViewModel> playback;
+    std::unique_ptr<WebDAVServersViewModel> servers;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };
