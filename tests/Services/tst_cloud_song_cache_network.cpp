@@ -94,7 +94,6 @@ void CloudSongCacheNetworkTest::whatIsNotTheWholeSongIsNotStored_data()
 {
     QTest::addColumn<ServerAnswer>("answer");
     QTest::newRow("short") << ServerAnswer::ok(song).endingAfter(1000);
-    QTest::newRow("short, chunked") << ServerAnswer::ok(song).chunked().endingAfter(1000);
     QTest::newRow("page") << ServerAnswer::ok(song, "text/html; charset=utf-8");
     QTest::newRow("part") << ServerAnswer::status(206, song);
     QTest::newRow("refused") << ServerAnswer::unauthorized();
