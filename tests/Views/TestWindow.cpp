@@ -7,6 +7,7 @@
 #include "Services/LocalMusicImportService.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -115,9 +116,40 @@ TestWindow::~TestWindow()
     if (!QTest::qWaitFor([this] { return !importService->isImporting() && !importService->isScanning(); }))
         qWarning("an import does not end");
     engine.reset();
+    // A request or a secret that nobody answers would keep what waits for it.
     secrets->close();
     KeychainHelper::queue().waitForDone();
+    while (!web->pending.empty())
+        web->answer(std::unexpected(HttpError{HttpError::Kind::cancelled, u"the test has ended"_s}));
+    if (!QTest::qWaitFor([this, stored = webDAVService->songsStored()] {
+            return stored.isReady() && !webDAVService->isScanning();
+        }))
+        qWarning("a scan does not end");
+    servers.reset();
+    QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
+}
+
+WebDAVConfig TestWindow::addServer(const QString &name, const QString &basePath)
+{
+    WebDAVConfig config;
+    config.name = name;
+    config.serverURL = u"https://dav.example.com"_s;
+    config.username = u"listener"_s;
+    config.basePath = basePath;
+    detach(webDAVService->saveConfig(config, u"secret"_s));
+    if (!QTest::qWaitFor([this, &config] { return webDAVService->configs().contains(config); }))
+        qFatal("a server is not stored");
+    return config;
+}
+
+bool TestWindow::scanServer(const WebDAVConfig &config)
+{
+    detach(webDAVService->scanMusic(config));
+    return QTest::qWaitFor([this] {
+        folders->answerAll();
+        return !webDAVService->isScanning();
+    });
 }
 
 QString TestWindow::addFile(const QString &name, const MadeSong &song)

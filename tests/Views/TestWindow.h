@@ -7,6 +7,7 @@
 #include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSystem.h"
+#include "Models/WebDAVConfig.h"
 #include "Platform/Platform.h"
 
 #include <QQmlApplicationEngine>
@@ -49,6 +50,10 @@ public:
     QString addForeignFile(const QString &relativePath, const MadeSong &song);
     /// Takes up what lies in the music folder; waits for it.
     bool scan();
+    /// Stores a server, its password included.
+    WebDAVConfig addServer(const QString &name, const QString &basePath = QStringLiteral("/music"));
+    /// Finds the songs of a server in its folders, before the window is shown.
+    bool scanServer(const WebDAVConfig &config);
     /// Loads the window and waits until it is shown.
     bool show();
 
