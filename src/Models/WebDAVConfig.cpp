@@ -2,13 +2,11 @@
 #include "Models/WebDAVConfig.h"
 
 #include "Models/DecodingError.h"
+#include "Models/WebDAVAddress.h"
 #include "Models/WebDAVEndpoints.h"
+#include "Models/WebDAVSongURLs.h"
 #include "Utils/Console.h"
 #include "Utils/JsonForms.h"
-#include "Utils/LogText.h"
-#include "Utils/PercentCoding.h"
-
-#include <limits>
 
 namespace cadorel {
 
@@ -24,51 +22,6 @@ constexpr QLatin1StringView usernameKey{"username"};
 constexpr QLatin1StringView basePathKey{"basePath"};
 constexpr QLatin1StringView isEnabledKey{"isEnabled"};
 constexpr QLatin1StringView lastSyncDateKey{"lastSyncDate"};
-
-/// What may stand for itself in a path beside letters and digits (RFC 3986, section 3.3). Servers that take
-/// the grammar at its word refuse the brackets that QUrl would leave.
-const QByteArray pathMarks = "-._~/!$&'()*+,;=:@"_ba;
-const QByteArray credentialMarks = "-._~"_ba;
-
-/// Scheme, host and port of a server. Credentials that were typed into the address would be sent and logged
-/// beside the ones that count, and a query or fragment belongs to no directory.
-std::optional<QUrl> serverOf(const WebDAVConfig &config)
-{
-    constexpr int largestPort = std::numeric_limits<quint16>::max();
-    QUrl url(config.serverURL);
-    if (!url.isValid() || url.host().isEmpty())
-        return std::nullopt;
-    const int port = config.port.value_or(url.port(1));
-    if (port < 1 || port > largestPort)
-        return std::nullopt;
-    url.setUserInfo(QString());
-    url.setQuery(QString());
-    url.setFragment(QString());
-    if (config.port)
-        url.setPort(port);
-    return url;
-}
-
-QString withLeadingSlash(const QString &path)
-{
-    return path.startsWith(u'/') ? path : u'/' + path;
-}
-
-/// The address of a path that is given without percent escapes.
-std::optional<QUrl> withPath(std::optional<QUrl> server, const QString &path)
-{
-    const std::optional<QString> encoded = percentEncoded(path, pathMarks);
-    if (!server || !encoded)
-        return std::nullopt;
-    server->setPath(*encoded, QUrl::StrictMode);
-    return server->isValid() ? server : std::nullopt;
-}
-
-QString hostText(const QUrl &url)
-{
-    const QString host = url.host();
-    return host.contains(u':') ? u'[' + host + u']' : host;
-}
 
 QString requiredText(const QJsonObject &object, QLatin1StringView key)
 {
@@ -122,17 +75,17 @@ QString WebDAVConfig::passwordKeychainKey() const
 
 std::optional<QUrl> WebDAVConfig::baseURL() const
 {
-    return withPath(serverOf(*this), withLeadingSlash(basePath));
+    return webdav::withPath(webdav::serverURL(*this), webdav::withLeadingSlash(basePath));
 }
 
 std::optional<QUrl> WebDAVConfig::buildURL(const QString &subPath) const
 {
-    QString path = withLeadingSlash(basePath);
+    QString path = webdav::withLeadingSlash(basePath);
     if (!subPath.isEmpty())
-        path += withLeadingSlash(subPath);
+        path += webdav::withLeadingSlash(subPath);
     if (!path.endsWith(u'/'))
         path += u'/';
-    return withPath(serverOf(*this), path);
+    return webdav::withPath(webdav::serverURL(*this), path);
 }
 
 std::optional<QUrl> WebDAVConfig::buildAuthenticatedURL(const QString &path, const QString &password) const
@@ -147,21 +100,7 @@ std::optional<QUrl> WebDAVConfig::buildAuthenticatedURL(const QString &path, con
 std::optional<QUrl> WebDAVConfig::buildAuthenticatedURL(const QString &path, const QString &password,
                                                         QString &line) const
 {
-    line.clear();
-    const QString fullPath = withLeadingSlash(path);
-    std::optional<QUrl> url = withPath(serverOf(*this), fullPath);
-    const std::optional<QString> user = percentEncoded(username, credentialMarks);
-    const std::optional<QString> secret = percentEncoded(password, credentialMarks);
-    if (!url || !user || !secret)
-        return std::nullopt;
-    if (url->scheme().isEmpty())
-        url->setScheme(u"https"_s);
-    url->setUserName(*user, QUrl::StrictMode);
-    url->setPassword(*secret, QUrl::StrictMode);
-    const QString portText = url->port() < 0 ? QString() : u':' + QString::number(url->port());
-    line = u"🔗 WebDAV URL: "_s + url->scheme() + "://"_L1 + *user + ":***@"_L1 + hostText(*url) + portText +
-           logText(fullPath);
-    return url;
+    return WebDAVSongURLs(*this, password).build(path, line);
 }
 
 QJsonObject WebDAVConfig::toJson() const

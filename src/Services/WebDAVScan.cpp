@@ -5,6 +5,7 @@
 #include "Platform/HttpTransfer.h"
 #include "Services/WebDAV/WebDAVSongs.h"
 #include "Utils/Console.h"
+#include "Utils/LogText.h"
 
 #include <QPointer>
 #include <QtConcurrent>
@@ -162,7 +163,7 @@ QCoro::Task<void> WebDAVService::scanDirectory(ScanPointer scan, QString passwor
 {
     const QPointer<WebDAVService> self(this);
     if (depth >= deepestDirectory) {
-        print(u"⚠️ WebDAV: 达到最大递归深度 - "_s + path);
+        print(u"⚠️ WebDAV: 达到最大递归深度 - "_s + logText(path));
         co_return;
     }
     scan->transfer = std::make_shared<HttpTransfer>();

@@ -11,7 +11,6 @@
 #include "Services/WebDAV/WebDAVXMLParser.h"
 #include "Utils/Console.h"
 #include "Utils/KeychainHelper.h"
-#include "Utils/Redaction.h"
 #include "Utils/Tasks.h"
 
 #include <QJsonArray>
@@ -318,13 +317,11 @@ QCoro::Task<QList<WebDAVFile>> WebDAVService::performPROPFIND(WebDAVConfig confi
                                                               std::shared_ptr<HttpTransfer> transfer)
 {
     const QPointer<WebDAVService> self(this);
-    std::optional<QUrl> url = config.buildURL(path);
+    const std::optional<QUrl> url = config.buildURL(path);
     if (!url)
         throw WebDAVError(WebDAVError::Case::invalidURL);
     if (!m_platform.httpClient)
         throw WebDAVError(WebDAVError::Case::connectionFailed);
-    // Credentials that were typed into the address would be sent, and logged, beside the ones that count.
-    url->setUserInfo(QString());
     HttpRequest request = propfindRequest(*url, config.username, password);
     request.transfer = transfer;
     m_transfers.append(transfer);
@@ -337,7 +334,7 @@ QCoro::Task<QList<WebDAVFile>> WebDAVService::performPROPFIND(WebDAVConfig confi
         throw TransportError(response.error().description);
     }
     const QByteArray &body = response->body;
-    print(QStringList{u"📡 WebDAV PROPFIND: "_s + QString::fromLatin1(QUrl(redacted(*url)).toEncoded()),
+    print(QStringList{u"📡 WebDAV PROPFIND: "_s + QString::fromLatin1(url->toEncoded()),
                       u"📡 HTTP Status: "_s + QString::number(response->status),
                       u"📡 Response size: "_s + QString::number(body.size()) + u" bytes"_s});
     checkStatus(response->status);

@@ -6,6 +6,7 @@
 #include "Services/WebDAV/WebDAVSongs.h"
 #include "Utils/Console.h"
 #include "Utils/KeychainHelper.h"
+#include "Utils/LogText.h"
 #include "Utils/Tasks.h"
 
 #include <QHash>
@@ -229,7 +230,7 @@ void WebDAVService::takeMetadata(const Song &song)
     record.setDuration(song.duration());
     record.setEmbeddedLyrics(song.embeddedLyrics());
     record.setArtworkData(song.artworkData());
-    const QString line = u"💾 WebDAV: 已更新歌曲元数据缓存 - "_s + record.title() + u" ("_s +
+    const QString line = u"💾 WebDAV: 已更新歌曲元数据缓存 - "_s + logText(record.title()) + u" ("_s +
                          (record.embeddedLyrics() ? u"有歌词"_s : u"无歌词"_s) + u", "_s +
                          (record.artworkData().isPresent() ? u"有封面"_s : u"无封面"_s) + u')';
     ++m_revision;

@@ -166,7 +166,7 @@ qint64 NetworkExchange::announcedLength() const
     constexpr int unauthorized = 401;
     constexpr int proxyUnauthorized = 407;
     const bool hasNoBody = m_request.method == "HEAD" || m_status == noContent || m_status == notModified;
-    // Qt holds the page that comes with these back, and keeps of it only what it may read ahead.
+    // Of the page that comes with these Qt keeps only as much as it may read ahead.
     const bool isCut = m_status == unauthorized || m_status == proxyUnauthorized;
     if (hasNoBody || isCut || m_reply->hasRawHeader("Transfer-Encoding"_ba))
         return -1;
@@ -248,8 +248,6 @@ bool NetworkExchange::hasTransportError() const
 void NetworkExchange::conclude()
 {
     const qint64 announced = announcedLength();
-    qWarning() << "conclude" << m_status << m_reply->error() << (m_body ? m_body->size() : -1)
-               << m_reply->bytesAvailable();
     const bool isShort = m_body && announced >= 0 && m_body->size() < announced;
     if (hasTransportError() || isShort)
         fail(transportFailure(m_reply->error(), m_isUntrusted, m_status != 0));

@@ -21,7 +21,9 @@ class NetworkWorker;
 ///
 /// Asks for bodies as they are ("Accept-Encoding: identity") unless the caller sets that header, and never
 /// unpacks one: a Content-Length is the length of what arrives, and a shorter body is a failure. HTTP/1.1.
-/// An address is sent as it is encoded, but for segments "." and "..", which are resolved before.
+/// Two limits of Qt 6.4: a chunked body that breaks off can pass as a whole one, and of a long page that
+/// comes with 401 or 407 only the beginning arrives. An address is sent as it is encoded, but for segments
+/// "." and "..", which are resolved before.
 ///
 /// Requests that are under way when the client is destroyed end with Kind::cancelled before the destructor
 /// returns, their connections broken and their files removed.

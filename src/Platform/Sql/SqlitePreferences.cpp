@@ -2,8 +2,8 @@
 #include "Platform/Sql/SqlitePreferences.h"
 
 #include "Platform/Sql/SqlLog.h"
+#include "Utils/Files.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QtConcurrent>
@@ -100,11 +100,7 @@ QSqlError SqlitePreferences::load(SqliteConnection::Mode mode)
 bool SqlitePreferences::setAside()
 {
     m_connection.reset();
-    const QString base =
-        m_file + u".damaged-"_s + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
-    QString target = base;
-    for (int number = 2; QFileInfo::exists(target); ++number)
-        target = u"%1-%2"_s.arg(base).arg(number);
+    const QString target = freeDamagedName(m_file);
     if (!QFile::rename(m_file, target)) {
         qCWarning(sqlLog).noquote() << "preferences: the file is damaged and cannot be set aside";
         return false;

@@ -2,11 +2,10 @@
 #include "Services/WebDAV/WebDAVSongs.h"
 
 #include "Utils/Console.h"
+#include "Utils/PercentCoding.h"
 
 #include <QStringList>
 #include <QUrl>
-
-#include <cctype>
 
 namespace cadorel {
 
@@ -37,21 +36,6 @@ private:
     QStringList m_lines;
 };
 
-/// Nothing when a "%" begins no escape or the bytes are no UTF-8.
-std::optional<QString> percentDecoded(const QString &text)
-{
-    const QByteArray encoded = text.toUtf8();
-    const auto isHexDigit = [&encoded](qsizetype i) {
-        return i < encoded.size() && std::isxdigit(static_cast<unsigned char>(encoded[i])) != 0;
-    };
-    for (qsizetype i = encoded.indexOf('%'); i >= 0; i = encoded.indexOf('%', i + 1)) {
-        if (!isHexDigit(i + 1) || !isHexDigit(i + 2))
-            return std::nullopt;
-    }
-    const QByteArray decoded = QByteArray::fromPercentEncoding(encoded);
-    return decoded.isValidUtf8() ? std::optional(QString::fromUtf8(decoded)) : std::nullopt;
-}
-
 Song songOfFile(const WebDAVFile &file, const WebDAVConfig &config, const QString &prefix,
                 const QDateTime &dateAdded)
 {
@@ -75,10 +59,7 @@ QString webDAVSongPrefix(const WebDAVConfig &config)
 
 QString webDAVSongId(const WebDAVConfig &config, const QString &path)
 {
-    // Letters and digits stay, everything else is escaped: the three that are left alone by default too.
-    const QString encoded =
-        path.isValidUtf16() ? QString::fromLatin1(QUrl::toPercentEncoding(path, {}, "-._~"_ba)) : path;
-    return webDAVSongPrefix(config) + u'_' + encoded;
+    return webDAVSongPrefix(config) + u'_' + percentEncoded(path).value_or(path);
 }
 
 std::optional<QString> extractConfigId(const QString &songId)

@@ -43,15 +43,17 @@ QByteArray fileContent(const QString &path);
 /// Fails the test unless @p result is a response of that status.
 #define COMPARE_STATUS(result, expected)                                                                     \
     do {                                                                                                     \
-        QVERIFY2((result).has_value(), qPrintable(cadorel::described(result)));                              \
-        QCOMPARE((result)->status, expected);                                                                \
+        const cadorel::HttpResult &compared = (result);                                                      \
+        QVERIFY2(compared.has_value(), qPrintable(cadorel::described(compared)));                            \
+        QCOMPARE(compared->status, expected);                                                                \
     } while (false)
 
-/// Fails the test unless @p result is a failure of that kind with a Chinese description.
+/// Fails the test unless @p result is a failure of that kind with a description.
 #define COMPARE_FAILURE(result, expectedKind)                                                                \
     do {                                                                                                     \
-        QVERIFY2(!(result).has_value(), qPrintable(cadorel::described(result)));                             \
-        QVERIFY2((result).error().kind == cadorel::HttpError::Kind::expectedKind,                            \
-                 qPrintable(cadorel::described(result)));                                                    \
-        QVERIFY(!(result).error().description.isEmpty());                                                    \
+        const cadorel::HttpResult &compared = (result);                                                      \
+        QVERIFY2(!compared.has_value(), qPrintable(cadorel::described(compared)));                           \
+        QVERIFY2(compared.error().kind == cadorel::HttpError::Kind::expectedKind,                            \
+                 qPrintable(cadorel::described(compared)));                                                  \
+        QVERIFY(!compared.error().description.isEmpty());                                                    \
     } while (false)
