@@ -6,6 +6,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/WebDAVService.h"
+#include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
@@ -101,8 +102,13 @@ TestWindow::TestWindow()
         return made;
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
-    audioPlayer = std::make_unique<AudioPlayerService>(platform, *importService);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    streaming = std::make_unique<WebDAVStreamingService>(platform);
+    audioPlayer = std::make_unique<AudioPlayerService>(
+        platform, *importService,
+        AudioPlayerParts{.streaming = streaming.get(), .updateSongMetadata = [this](const Song &song) {
+                             webDAVService->updateSongMetadata(song);
+                         }});
     viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
                                                    LibrarySources{.webDAVService = webDAVService.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);

@@ -26,6 +26,7 @@ class LocalMusicImportService;
 class PlaybackViewModel;
 class WebDAVServersViewModel;
 class WebDAVService;
+class WebDAVStreamingService;
 
 /// The real window over the real services, which stand on fakes and on a throw-away home.
 class TestWindow
@@ -84,8 +85,9 @@ public:
     /// What the servers hold that the web leads to.
     std::unique_ptr<FakeFolders> folders;
     std::unique_ptr<LocalMusicImportService> importService;
-    std::unique_ptr<AudioPlayerService> audioPlayer;
     std::unique_ptr<WebDAVService> webDAVService;
+    std::unique_ptr<WebDAVStreamingService> streaming;
+    std::unique_ptr<AudioPlayerService> audioPlayer;
     std::unique_ptr<CadorelViewModel> viewModel;
     std::unique_ptr<LibraryViewModel> library;
     std::unique_ptr<PlaybackViewModel> playback;
