@@ -69,7 +69,7 @@ FakeAsset assetOf(const TestWindow::MadeSong &song)
 
 } // namespace
 
-TestWindow::TestWindow()
+TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
 {
     platform.directories = {.documents = home.filePath(u"Music/Cadorel"_s),
                             .applicationSupport = home.filePath(u"data"_s),
@@ -89,10 +89,13 @@ TestWindow::TestWindow()
     secrets = madeSecrets.get();
     platform.secretStore = std::move(madeSecrets);
     KeychainHelper::setStore(secrets);
-    auto madeWeb = std::make_unique<FakeHttpClient>();
-    web = madeWeb.get();
-    folders = std::make_unique<FakeFolders>(*web);
-    platform.httpClient = std::move(madeWeb);
+    if (!network) {
+        auto madeWeb = std::make_unique<FakeHttpClient>();
+        web = madeWeb.get();
+        folders = std::make_unique<FakeFolders>(*web);
+        network = std::move(madeWeb);
+    }
+    platform.httpClient = std::move(network);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -125,7 +128,7 @@ TestWindow::~TestWindow()
     // A request or a secret that nobody answers would keep what waits for it.
     secrets->close();
     KeychainHelper::queue().waitForDone();
-    while (!web->pending.empty())
+    while (web && !web->pending.empty())
         web->answer(std::unexpected(HttpError{HttpError::Kind::cancelled, u"the test has ended"_s}));
     if (!QTest::qWaitFor([this, stored = webDAVService->songsStored()] {
             return stored.isReady() && !webDAVService->isScanning();

@@ -32,7 +32,8 @@ class WebDAVStreamingService;
 class TestWindow
 {
 public:
-    TestWindow();
+    /// @param network the web; without one, a fake that the test answers for
+    explicit TestWindow(std::unique_ptr<HttpClient> network = nullptr);
     ~TestWindow();
     Q_DISABLE_COPY_MOVE(TestWindow)
 
@@ -81,8 +82,9 @@ public:
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
     FakeSecretStore *secrets = nullptr;
+    /// Null where the test has brought a network.
     FakeHttpClient *web = nullptr;
-    /// What the servers hold that the web leads to.
+    /// What the servers hold that the fake web leads to.
     std::unique_ptr<FakeFolders> folders;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<WebDAVService> webDAVService;

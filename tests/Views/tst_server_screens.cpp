@@ -1,13 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/AudioPlayerService.h"
-#include "Services/WebDAVService.h"
-#include "ViewModels/FormTextInput.h"
-#include "ViewModels/SongListModel.h"
-#include "ViewModels/WebDAVServerFormViewModel.h"
 #include "ViewModels/WebDAVServerListModel.h"
-#include "ViewModels/WebDAVServerPageViewModel.h"
-#include "ViewModels/WebDAVServersViewModel.h"
-#include "Views/ScreenTest.h"
+#include "Views/ServerScreenTest.h"
 
 #include <QAccessible>
 #include <QPointingDevice>
@@ -15,7 +9,7 @@
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
-class ServerScreensTest : public ScreenTest
+class ServerScreensTest : public ServerScreenTest
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -50,23 +44,6 @@ private Q_SLOTS:
 private:
     QPointingDevice *m_touch = QTest::createTouchDevice();
 
-    void openPlace()
-    {
-        t->click(u"serversButton"_s);
-        QTRY_VERIFY(t->item(u"serversView"_s)->property("covers").toBool());
-    }
-    void openForm()
-    {
-        t->click(u"addServerButton"_s);
-        QTRY_VERIFY(isOpen(u"serverForm"_s));
-    }
-    void openPage(const WebDAVConfig &config)
-    {
-        t->servers->openServer(config.uuidText());
-        QTRY_VERIFY(t->item(u"serverPage"_s)->property("covers").toBool());
-    }
-    bool isOpen(const QString &popup) const { return t->object(popup)->property("opened").toBool(); }
-    bool isGone(const QString &popup) const { return !t->object(popup)->property("visible").toBool(); }
     bool answersOne() const
     {
         return QTest::qWaitFor([this] { return t->folders->answerOne(); });
@@ -84,30 +61,6 @@ private:
             }
             return true;
         });
-    }
-    QString textOf(const QString &name) const { return t->item(name)->property("text").toString(); }
-    QQuickItem *rowOf(const QString &list, int index) const
-    {
-        QQuickItem *found = nullptr;
-        QMetaObject::invokeMethod(t->item(list), "itemAtIndex", Q_RETURN_ARG(QQuickItem *, found),
-                                  Q_ARG(int, index));
-        return found;
-    }
-    QQuickItem *serverRow(int index) const { return rowOf(u"serverList"_s, index); }
-    QQuickItem *songRow(int index) const { return rowOf(u"serverSongList"_s, index); }
-    void type(const QString &text) const
-    {
-        for (const QChar c : text)
-            QTest::keyClick(t->window, c.toLatin1());
-    }
-    /// Brings a field of the form into sight and puts a text into it.
-    void fill(const QString &field, const QString &text) const
-    {
-        QQuickItem *input = t->item(field + u"Text"_s);
-        input->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keySequence(t->window, QKeySequence::SelectAll);
-        QTest::keyClick(t->window, Qt::Key_Delete);
-        type(text);
     }
     /// Two servers, the first with three songs.
     QList<WebDAVConfig> twoServers()
