@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Cadorel
 
+// Positioned, not laid out: a layout in a layout keeps the height of a note that had no width yet.
 /// One text field of a form: its name above, and beneath it what is wrong with it or worth knowing.
-ColumnLayout {
+Column {
     id: root
 
     required property FormTextInput input
@@ -33,15 +33,15 @@ ColumnLayout {
     }
 
     StyledText {
-        Layout.fillWidth: true
+        width: parent.width
         text: root.label
         style: TextStyles.footnote
         color: SystemColors.secondaryLabel
         Accessible.ignored: true
     }
     Rectangle {
-        Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.touchTarget
+        width: parent.width
+        height: Metrics.touchTarget
         radius: Metrics.controlRadius
         color: SystemColors.tertiaryBackground
         border.width: Metrics.hairline
@@ -107,7 +107,7 @@ ColumnLayout {
     }
     StyledText {
         objectName: root.objectName + "Note"
-        Layout.fillWidth: true
+        width: parent.width
         visible: text !== ""
         text: root.note
         style: TextStyles.footnote

@@ -41,6 +41,8 @@ FocusScope {
 
         TapHandler {
             acceptedButtons: Qt.BackButton
+            // Takes the press: a page beneath this one has its own turn.
+            gesturePolicy: TapHandler.ReleaseWithinBounds
             onTapped: root.closeRequested()
         }
     }

@@ -10,6 +10,7 @@
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
 #include "Services/SharedServices.h"
+#include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/ProcessHash.h"
 #include "Utils/StableHash.h"
@@ -68,7 +69,11 @@ AudioPlayerService &AudioPlayerService::shared()
         LocalMusicImportService &importService = LocalMusicImportService::shared();
         return std::make_unique<AudioPlayerService>(
             processPlatform(), importService,
-            AudioPlayerParts{.streaming = &WebDAVStreamingService::shared()});
+            AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
+                             // Asked for when it is needed: the player comes up before it.
+                             .updateSongMetadata = [](const Song &song) {
+                                 WebDAVService::shared().updateSongMetadata(song);
+                             }});
     });
 }
 

@@ -117,8 +117,15 @@ void WebDAVServerFormViewModel::reset(const WebDAVConfig &config, std::optional<
     setBusy(m_isSaving, false, &WebDAVServerFormViewModel::isSavingChanged);
     dropTest();
     updateHints();
-    m_isOpen = true;
+    setOpen(true);
+}
+
+void WebDAVServerFormViewModel::setOpen(bool isOpen)
+{
+    // Another server in an open form changes what is told together with it.
+    m_isOpen = isOpen;
     Q_EMIT isOpenChanged();
+    Q_EMIT canSubmitChanged();
 }
 
 void WebDAVServerFormViewModel::cancel()
@@ -132,8 +139,7 @@ void WebDAVServerFormViewModel::cancel()
     // A password stays in sight and in memory no longer than needed.
     m_password->reset(QString());
     m_storedPassword.reset();
-    m_isOpen = false;
-    Q_EMIT isOpenChanged();
+    setOpen(false);
 }
 
 QCoro::Task<void> WebDAVServerFormViewModel::loadPassword(WebDAVConfig config)

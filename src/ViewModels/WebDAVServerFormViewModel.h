@@ -94,6 +94,7 @@ Q_SIGNALS:
 
 private:
     void reset(const WebDAVConfig &config, std::optional<WebDAVConfig> edited);
+    void setOpen(bool isOpen);
     void takeAddressApart();
     void updateHints();
     void dropTest();

@@ -7,6 +7,9 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <algorithm>
+#include <list>
+
 namespace cadorel {
 
 /// The folders of a WebDAV server that answers when the test says so.
@@ -22,13 +25,15 @@ public:
     void add(const QString &path, const QStringList &names) { m_folders.insert(path + u'/', names); }
     /// Everything is answered with this status from now on; 0 ends that.
     void refuse(int status) { m_refusal = status; }
-    bool isAsked() const { return !m_web.pending.empty(); }
+    bool isAsked() const { return asked() != m_web.pending.end(); }
 
-    /// Answers the request that waits longest. @return whether one does
+    /// Answers the request for a listing that waits longest. @return whether one does
     bool answerOne()
     {
-        if (m_web.pending.empty())
+        const auto waiting = asked();
+        if (waiting == m_web.pending.end())
             return false;
+        m_web.pending.splice(m_web.pending.begin(), m_web.pending, waiting);
         const QUrl url = m_web.pending.front().request.url;
         HttpResponse response;
         response.url = url;
@@ -54,6 +59,12 @@ public:
     }
 
 private:
+    std::list<FakeHttpClient::Pending>::iterator asked() const
+    {
+        return std::find_if(
+            m_web.pending.begin(), m_web.pending.end(),
+            [](const FakeHttpClient::Pending &waiting) { return waiting.request.method == "PROPFIND"; });
+    }
     static QByteArray entry(const QString &path)
     {
         const QByteArray type = path.endsWith(u'/') ? "<D:collection/>" : "";

@@ -6,7 +6,9 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/WebDAVService.h"
+#include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
+#include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -67,7 +69,7 @@ FakeAsset assetOf(const TestWindow::MadeSong &song)
 
 } // namespace
 
-TestWindow::TestWindow()
+TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
 {
     platform.directories = {.documents = home.filePath(u"Music/Cadorel"_s),
                             .applicationSupport = home.filePath(u"data"_s),
@@ -87,10 +89,13 @@ TestWindow::TestWindow()
     secrets = madeSecrets.get();
     platform.secretStore = std::move(madeSecrets);
     KeychainHelper::setStore(secrets);
-    auto madeWeb = std::make_unique<FakeHttpClient>();
-    web = madeWeb.get();
-    folders = std::make_unique<FakeFolders>(*web);
-    platform.httpClient = std::move(madeWeb);
+    if (!network) {
+        auto madeWeb = std::make_unique<FakeHttpClient>();
+        web = madeWeb.get();
+        folders = std::make_unique<FakeFolders>(*web);
+        network = std::move(madeWeb);
+    }
+    platform.httpClient = std::move(network);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -100,8 +105,13 @@ TestWindow::TestWindow()
         return made;
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
-    audioPlayer = std::make_unique<AudioPlayerService>(platform, *importService);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    streaming = std::make_unique<WebDAVStreamingService>(platform);
+    audioPlayer = std::make_unique<AudioPlayerService>(
+        platform, *importService,
+        AudioPlayerParts{.streaming = streaming.get(), .updateSongMetadata = [this](const Song &song) {
+                             webDAVService->updateSongMetadata(song);
+                         }});
     viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
                                                    LibrarySources{.webDAVService = webDAVService.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
@@ -115,9 +125,40 @@ TestWindow::~TestWindow()
     if (!QTest::qWaitFor([this] { return !importService->isImporting() && !importService->isScanning(); }))
         qWarning("an import does not end");
     engine.reset();
+    // A request or a secret that nobody answers would keep what waits for it.
     secrets->close();
     KeychainHelper::queue().waitForDone();
+    while (web && !web->pending.empty())
+        web->answer(std::unexpected(HttpError{HttpError::Kind::cancelled, u"the test has ended"_s}));
+    if (!QTest::qWaitFor([this, stored = webDAVService->songsStored()] {
+            return stored.isReady() && !webDAVService->isScanning();
+        }))
+        qWarning("a scan does not end");
+    servers.reset();
+    QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
+}
+
+WebDAVConfig TestWindow::addServer(const QString &name, const QString &basePath)
+{
+    WebDAVConfig config;
+    config.name = name;
+    config.serverURL = u"https://dav.example.com"_s;
+    config.username = u"listener"_s;
+    config.basePath = basePath;
+    detach(webDAVService->saveConfig(config, u"secret"_s));
+    if (!QTest::qWaitFor([this, &config] { return webDAVService->configs().contains(config); }))
+        qFatal("a server is not stored");
+    return config;
+}
+
+bool TestWindow::scanServer(const WebDAVConfig &config)
+{
+    detach(webDAVService->scanMusic(config));
+    return QTest::qWaitFor([this] {
+        folders->answerAll();
+        return !webDAVService->isScanning();
+    });
 }
 
 QString TestWindow::addFile(const QString &name, const MadeSong &song)

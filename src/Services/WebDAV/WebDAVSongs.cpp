@@ -36,18 +36,11 @@ private:
     QStringList m_lines;
 };
 
-Song songOfFile(const WebDAVFile &file, const WebDAVConfig &config, const QString &prefix,
-                const QDateTime &dateAdded)
+/// Title of a file's song: its name without the extension.
+QString titleOf(const WebDAVFile &file)
 {
-    SongFields fields;
-    fields.id = webDAVSongId(config, file.path);
     const qsizetype extension = file.fileExtension().size();
-    fields.title = extension > 0 ? file.name.chopped(extension + 1) : file.name;
-    fields.artist = "WebDAV - "_L1 + config.name;
-    fields.album = config.name;
-    fields.albumId = prefix;
-    fields.dateAdded = dateAdded;
-    return Song(fields);
+    return extension > 0 ? file.name.chopped(extension + 1) : file.name;
 }
 
 } // namespace
@@ -83,14 +76,20 @@ QList<Song> songsOfFiles(const QList<WebDAVFile> &files, const WebDAVConfig &con
             audioFiles.append(&file);
     }
     print(u"🎵 WebDAV: 其中 "_s + QString::number(audioFiles.size()) + u" 个音频文件"_s);
-    const QString prefix = webDAVSongPrefix(config);
+    // What all songs have in common is held once.
+    SongFields fields;
+    fields.artist = "WebDAV - "_L1 + config.name;
+    fields.album = config.name;
+    fields.albumId = webDAVSongPrefix(config);
+    fields.dateAdded = dateAdded;
     AddressBuilder addresses(audioFiles.size());
     QList<Song> songs;
     songs.reserve(audioFiles.size());
     for (const WebDAVFile *file : std::as_const(audioFiles)) {
-        Song song = songOfFile(*file, config, prefix, dateAdded);
-        song.setAssetURL(addresses.build(config, file->path, password));
-        songs.append(song);
+        fields.id = webDAVSongId(config, file->path);
+        fields.title = titleOf(*file);
+        fields.assetURL = addresses.build(config, file->path, password);
+        songs.append(Song(fields));
     }
     return songs;
 }

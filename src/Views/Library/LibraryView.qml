@@ -72,9 +72,13 @@ FocusScope {
         onMenuRequested: (song, position) => {
             songMenu.songId = song.songId;
             songMenu.songTitle = song.title;
+            songMenu.isDeletable = song.isDeletable;
             songMenu.popup(songList, position);
         }
-        onDeleteRequested: song => root.askToDelete(song.songId, song.title)
+        onDeleteRequested: song => {
+            if (song.isDeletable)
+                root.askToDelete(song.songId, song.title);
+        }
     }
 
     StyledMenu {
@@ -83,6 +87,7 @@ FocusScope {
         // The song and not its row: an import moves rows while the menu is open.
         property string songId
         property string songTitle
+        property bool isDeletable
 
         objectName: "songMenu"
 
@@ -97,6 +102,7 @@ FocusScope {
             symbol: "trash"
             text: "删除"
             destructive: true
+            enabled: songMenu.isDeletable
             onTriggered: root.askToDelete(songMenu.songId, songMenu.songTitle)
         }
     }

@@ -22,6 +22,7 @@ BottomSheet {
         passwordField.isRevealed = false;
         flickable.contentY = 0;
     }
+    onOpened: presetButton.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: form.cancel()
     onAccepted: form.save()
 
@@ -42,7 +43,7 @@ BottomSheet {
 
         ScrollBar.vertical: SlimScrollBar {}
 
-        ColumnLayout {
+        Column {
             id: fields
 
             x: Metrics.screenMargin
@@ -51,15 +52,17 @@ BottomSheet {
             spacing: Metrics.cardPadding
 
             TextButton {
+                id: presetButton
+
                 objectName: "choosePreset"
-                Layout.fillWidth: true
+                width: parent.width
                 symbol: "cloud"
                 text: "选择预设配置"
                 onClicked: presetSheet.open()
             }
             LabeledField {
                 objectName: "nameField"
-                Layout.fillWidth: true
+                width: parent.width
                 input: root.form.name
                 label: "名称"
                 placeholder: "例如 家里的 NAS"
@@ -67,7 +70,7 @@ BottomSheet {
             }
             LabeledField {
                 objectName: "addressField"
-                Layout.fillWidth: true
+                width: parent.width
                 input: root.form.serverURL
                 label: "服务器地址"
                 placeholder: "https://"
@@ -76,7 +79,7 @@ BottomSheet {
             }
             LabeledField {
                 objectName: "portField"
-                Layout.fillWidth: true
+                width: parent.width
                 input: root.form.port
                 label: "端口（可选）"
                 placeholder: "默认端口"
@@ -85,7 +88,7 @@ BottomSheet {
             }
             LabeledField {
                 objectName: "pathField"
-                Layout.fillWidth: true
+                width: parent.width
                 input: root.form.basePath
                 label: "根路径"
                 placeholder: "/"
@@ -95,7 +98,7 @@ BottomSheet {
             }
             LabeledField {
                 objectName: "usernameField"
-                Layout.fillWidth: true
+                width: parent.width
                 input: root.form.username
                 label: "用户名"
                 inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
@@ -105,7 +108,7 @@ BottomSheet {
                 id: passwordField
 
                 objectName: "passwordField"
-                Layout.fillWidth: true
+                width: parent.width
                 input: root.form.password
                 label: "密码"
                 isSecret: true
@@ -115,21 +118,21 @@ BottomSheet {
             }
             SwitchRow {
                 objectName: "enabledSwitch"
-                Layout.fillWidth: true
+                width: parent.width
                 text: "启用此服务器"
                 checked: root.form.isEnabled
                 onToggled: root.form.isEnabled = checked
             }
             TextButton {
                 objectName: "testButton"
-                Layout.fillWidth: true
+                width: parent.width
                 text: "测试连接"
                 enabled: root.form.canSubmit && !root.form.isTesting
                 onClicked: root.form.test()
             }
             ServerTestResult {
                 objectName: "testResult"
-                Layout.fillWidth: true
+                width: parent.width
                 isTesting: root.form.isTesting
                 message: root.form.testMessage
                 succeeded: root.form.testSucceeded

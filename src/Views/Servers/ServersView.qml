@@ -125,7 +125,7 @@ SlidingPage {
 
         objectName: "deleteServerDialog"
         title: "删除服务器"
-        message: "确定要删除「" + serverName + "」吗？它的歌曲会从资料库中移除，服务器上的文件不受影响。"
+        message: "确定要删除「" + serverName + "」吗？它的歌曲会从资料库移除，服务器上的文件不变。"
         acceptText: "删除"
         onAccepted: root.servers.deleteServer(serverId)
     }
