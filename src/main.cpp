@@ -8,6 +8,9 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/SharedServices.h"
+#include "Services/WebDAVService.h"
+#include "Utils/KeychainHelper.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QDir>
@@ -19,6 +22,7 @@
 #include <QSGRendererInterface>
 #include <QThreadPool>
 
+#include <chrono>
 #include <clocale>
 
 using namespace cadorel;
@@ -27,6 +31,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 Q_LOGGING_CATEGORY(logApp, "cadorel.app", QtCriticalMsg)
+
+/// How long the end of the program waits for a password that is being stored.
+constexpr std::chrono::milliseconds keychainLimit{2000};
 
 /// A machine without a graphics card draws OpenGL with the processor, every frame whole. Qt's own software
 /// renderer draws only what has changed, which costs a tenth of that while a song plays.
@@ -42,13 +49,19 @@ void chooseRenderer()
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
-    CadorelApp player(platform, AudioPlayerService::shared(), LocalMusicImportService::shared());
+    // The player first: it brings the last song back.
+    AudioPlayerService &audioPlayer = AudioPlayerService::shared();
+    LocalMusicImportService &importService = LocalMusicImportService::shared();
+    WebDAVService &webDAVService = WebDAVService::shared();
+    CadorelApp player(platform, audioPlayer, importService, {.webDAVService = &webDAVService});
+    WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
     QQmlApplicationEngine engine;
     installUserInterface(engine);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
-                                 {u"library"_s, QVariant::fromValue(&player.library())}});
+                                 {u"library"_s, QVariant::fromValue(&player.library())},
+                                 {u"servers"_s, QVariant::fromValue(&servers)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr
@@ -97,9 +110,15 @@ int main(int argc, char *argv[])
         return instance.error() == SingleInstance::Refusal::raised ? 0 : 1;
 
     Platform platform = makeLinuxPlatform(directories);
+    KeychainHelper::setStore(platform.secretStore.get());
     const int status = run(application, **instance, platform);
+    // A password on its way lands. A keyring that asks the listener, or says nothing, is not waited for.
+    KeychainHelper::queue().waitForDone(static_cast<int>(keychainLimit.count()));
+    platform.secretStore->close();
+    KeychainHelper::queue().waitForDone();
     // What is still being copied or written lands before the machine's parts go.
     QThreadPool::globalInstance()->waitForDone();
     releaseSharedServices();
+    KeychainHelper::setStore(nullptr);
     return status;
 }

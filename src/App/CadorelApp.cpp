@@ -12,11 +12,11 @@
 namespace cadorel {
 
 CadorelApp::CadorelApp(Platform &platform, AudioPlayerService &audioPlayer,
-                       LocalMusicImportService &importService, AppChannels channels)
+                       LocalMusicImportService &importService, LibrarySources sources, AppChannels channels)
     : m_audioPlayer(audioPlayer)
     , m_importService(importService)
     , m_channels(channels)
-    , m_viewModel(audioPlayer, importService)
+    , m_viewModel(audioPlayer, importService, sources)
     , m_playback(m_viewModel)
     , m_library(m_viewModel, platform)
 {

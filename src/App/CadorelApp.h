@@ -36,9 +36,9 @@ public:
     enum class ScenePhase { active, inactive, background };
     Q_ENUM(ScenePhase)
 
-    /// @param platform and the services outlive the application
+    /// @param platform, the services and @param sources outlive the application
     CadorelApp(Platform &platform, AudioPlayerService &audioPlayer, LocalMusicImportService &importService,
-               AppChannels channels = {});
+               LibrarySources sources = {}, AppChannels channels = {});
     ~CadorelApp() override;
     Q_DISABLE_COPY_MOVE(CadorelApp)
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "App/LinuxPlatform.h"
 
+#include "Platform/Linux/FallbackSecretStore.h"
+#include "Platform/Linux/FileSecretStore.h"
+#include "Platform/Linux/LibsecretStore.h"
 #include "Platform/Linux/LinuxSystem.h"
 #include "Platform/Linux/PortalFilePicker.h"
 #include "Platform/Linux/SystemClock.h"
@@ -28,6 +31,9 @@ Platform makeLinuxPlatform(const Directories &directories)
         return std::make_unique<MpvStreamPlayer>(reader);
     };
     platform.httpClient = std::make_unique<NetworkHttpClient>();
+    platform.secretStore = std::make_unique<FallbackSecretStore>(
+        std::make_unique<LibsecretStore>(),
+        std::make_unique<FileSecretStore>(directories.applicationSupport + "/secrets.json"_L1));
     platform.filePicker = std::make_unique<PortalFilePicker>();
     return platform;
 }

@@ -10,6 +10,7 @@ ApplicationWindow {
     required property CadorelViewModel viewModel
     required property LibraryViewModel library
     required property PlaybackViewModel playback
+    required property WebDAVServersViewModel servers
 
     width: Metrics.phoneWidth
     height: Metrics.phoneHeight
@@ -37,16 +38,39 @@ ApplicationWindow {
         focus: true
         Keys.onSpacePressed: window.viewModel.togglePlayPause()
 
-        LibraryView {
-            objectName: "libraryView"
+        FocusScope {
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.bottom: playErrorBanner.visible ? playErrorBanner.top : playerBar.visible ? playerBar.top : parent.bottom
             anchors.bottomMargin: playErrorBanner.visible ? Metrics.rowSpacing : 0
             focus: true
-            viewModel: window.viewModel
-            library: window.library
+
+            LibraryView {
+                id: libraryView
+
+                objectName: "libraryView"
+                anchors.fill: parent
+                focus: true
+                visible: !serversView.covers
+                enabled: !serversView.isShown
+                viewModel: window.viewModel
+                library: window.library
+                onServersRequested: serversView.isShown = true
+            }
+            ServersView {
+                id: serversView
+
+                objectName: "serversView"
+                width: parent.width
+                height: parent.height
+                viewModel: window.viewModel
+                servers: window.servers
+                onCloseRequested: {
+                    serversView.isShown = false;
+                    libraryView.forceActiveFocus(Qt.OtherFocusReason);
+                }
+            }
         }
         MessageBanner {
             id: playErrorBanner

@@ -32,19 +32,10 @@ Item {
             color: SystemColors.secondaryLabel
             elide: Text.ElideMiddle
         }
-        Rectangle {
+        ProgressTrack {
             width: parent.width
-            height: Metrics.trackHeight
-            radius: height / 2
-            color: SystemColors.track
             visible: root.isImporting
-
-            Rectangle {
-                width: Math.round(Math.max(0, Math.min(1, root.progress)) * parent.width)
-                height: parent.height
-                radius: parent.radius
-                color: SystemColors.accent
-            }
+            progress: root.progress
         }
     }
 }

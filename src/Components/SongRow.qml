@@ -13,6 +13,7 @@ T.ItemDelegate {
     required property string durationText
     required property string coverSource
     required property bool isCurrent
+    required property bool isDeletable
     /// The keyboard stands on this row and is in use.
     property bool showsFocus: false
     /// Room at each side, so that rows of a wide window stay readable.

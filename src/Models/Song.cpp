@@ -2,10 +2,9 @@
 #include "Models/Song.h"
 
 #include "Models/DecodingError.h"
+#include "Utils/CharacterCount.h"
 #include "Utils/JsonForms.h"
 #include "Utils/JsonWriter.h"
-
-#include <QTextBoundaryFinder>
 
 #include <cmath>
 
@@ -14,17 +13,6 @@ namespace cadorel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Number of characters as a reader counts them: one for an emoji with modifiers, one for a base with its
-/// marks.
-qsizetype characterCount(const QString &text)
-{
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    qsizetype count = 0;
-    while (finder.toNextBoundary() != -1)
-        ++count;
-    return count;
-}
 
 QString requiredString(const QJsonObject &object, const QString &key)
 {

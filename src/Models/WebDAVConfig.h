@@ -33,14 +33,16 @@ struct WebDAVConfig
     QString uuidText() const;
     QString passwordKeychainKey() const;
 
-    /// The root of the source; nothing when `serverURL` cannot be read.
+    /// The root of the source. None of these addresses is there when `serverURL` cannot be read, when the
+    /// port cannot be one, or when a text that becomes part of it has no UTF-8 form. Credentials, query and
+    /// fragment of `serverURL` are left out.
     std::optional<QUrl> baseURL() const;
     /// Address of a directory below `basePath`, without credentials, ending in "/".
     std::optional<QUrl> buildURL(const QString &subPath) const;
     /// Address of a path on the server, which is not joined to `basePath`, with user and password in it. Logs
     /// it with the password masked. Only playback reads the password back out of it.
     std::optional<QUrl> buildAuthenticatedURL(const QString &path, const QString &password) const;
-    /// The same without the line, which @p line receives: for building thousands at once.
+    /// The same without logging the line, which @p line receives. WebDAVSongURLs builds many of one server.
     std::optional<QUrl> buildAuthenticatedURL(const QString &path, const QString &password,
                                               QString &line) const;
 

@@ -12,10 +12,11 @@ struct MediaAsset
 {
     QUrl url;
     /// The duration is counted exactly, by scanning the file's packets when its header does not tell it,
-    /// instead of being estimated. For files only.
+    /// instead of being estimated. For files and for bytes of a loader.
     bool prefersPreciseDuration = false;
-    /// Gives the bytes in the player's place, which then never looks at the address itself; it outlives the
-    /// player. Null: the player reads the address.
+    /// Gives the bytes in the player's place, which then never looks at the address itself. It lives at least
+    /// until an item is made of the asset; an item that needs it later fails. Null: the player reads the
+    /// address.
     ResourceLoader *resourceLoader = nullptr;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFuture>
 #include <QString>
 #include <QStringList>
 
@@ -23,6 +24,12 @@ public:
     virtual std::optional<QString> stringValue(const QString &key) const = 0;
     virtual std::optional<QStringList> stringsValue(const QString &key) const = 0;
     virtual std::optional<QByteArray> dataValue(const QString &key) const = 0;
+    /// The same for a value that may be tens of megabytes: where it has to be read from the disk, a worker
+    /// does. It is the value at the time of the call or a later one.
+    virtual QFuture<std::optional<QByteArray>> loadData(const QString &key) const
+    {
+        return QtFuture::makeReadyFuture(dataValue(key));
+    }
 
     virtual void setBool(const QString &key, bool value) = 0;
     virtual void setInt(const QString &key, qint64 value) = 0;

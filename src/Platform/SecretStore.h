@@ -11,6 +11,7 @@ namespace cadorel {
 /// What a credential store answers. The numbers are those of the log lines.
 enum class SecretStatus : int {
     success = 0,
+    ioError = -36,                  ///< the file of the store, or the store itself, fails
     userCancelled = -128,           ///< the listener dismissed the prompt
     notAvailable = -25291,          ///< no store answers
     duplicateItem = -25299,         ///< add() found such an item

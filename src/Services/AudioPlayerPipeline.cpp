@@ -4,12 +4,10 @@
 #include "Services/AudioPlayerService.h"
 
 #include "Services/AudioPlayerSupport.h"
-#include "Services/Seams/CloudPlayback.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Utils/Console.h"
 #include "Utils/Tasks.h"
 
-#include <QLoggingCategory>
 #include <QPointer>
 
 #include <QCoroTask>
@@ -22,8 +20,6 @@ namespace cadorel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-Q_LOGGING_CATEGORY(logServices, "cadorel.services", QtCriticalMsg)
 
 /// Clock of a target whose asset has none.
 constexpr int defaultTimescale = 44100;
@@ -39,6 +35,11 @@ double rounded(double seconds, int timescale)
 QString flag(bool value)
 {
     return value ? u"true"_s : u"false"_s;
+}
+
+MediaAsset fileOrAddress(const QUrl &url)
+{
+    return {.url = url, .prefersPreciseDuration = url.isLocalFile()};
 }
 
 } // namespace
@@ -63,10 +64,7 @@ void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
         return;
     }
     if (!url->userName().isEmpty() && !url->password().isEmpty()) {
-        if (m_parts.cloud)
-            m_parts.cloud->playWebDAVURL(*url);
-        else
-            qCCritical(logServices, "a song on a server was asked for, but nothing plays such songs");
+        playWebDAVURL(*url);
         return;
     }
     playURL(*url);
@@ -86,20 +84,27 @@ void AudioPlayerService::playURL(const QUrl &url)
         return;
     }
     m_usingEqualizerEngine = false;
+    playAsset(fileOrAddress(url), url, DurationLog::loaded);
+}
+
+/// Plays an asset on the stream player in place of what it played before.
+/// @param url where the song is, which decides what of its length is known beforehand
+void AudioPlayerService::playAsset(const MediaAsset &asset, const QUrl &url, DurationLog log)
+{
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();
     print(u"▶️ 播放: "_s + url.fileName());
 
-    const std::shared_ptr<PlayerItem> item = prepareItem(url);
-    if (!isFile && m_currentSong && m_currentSong->duration() > 0)
+    const std::shared_ptr<PlayerItem> item = prepareItem(asset);
+    if (!url.isLocalFile() && m_currentSong && m_currentSong->duration() > 0)
         setDuration(m_currentSong->duration());
     installItem(item);
     observePlayerState();
     m_player->setVolume(m_volume);
     m_player->setAutomaticallyWaitsToMinimizeStalling(true);
     observeTimeAndEnd();
-    detach(loadDuration(item, true));
+    detach(loadDuration(item, log));
     m_player->play();
     setIsPlaying(true);
     startAudioLevelSimulation();
@@ -108,11 +113,11 @@ void AudioPlayerService::playURL(const QUrl &url)
 
 void AudioPlayerService::playURLWithAVPlayer(const QUrl &url)
 {
-    const std::shared_ptr<PlayerItem> item = prepareItem(url);
+    const std::shared_ptr<PlayerItem> item = prepareItem(fileOrAddress(url));
     installItem(item);
     m_player->setVolume(m_volume);
     observeTimeAndEnd();
-    detach(loadDuration(item, false));
+    detach(loadDuration(item, DurationLog::none));
     m_player->play();
     setIsPlaying(true);
     startAudioLevelSimulation();
@@ -122,26 +127,26 @@ void AudioPlayerService::playURLWithAVPlayer(const QUrl &url)
 void AudioPlayerService::preparePlayerForResume(const QUrl &url, double position)
 {
     m_usingEqualizerEngine = false;
-    const std::shared_ptr<PlayerItem> item = prepareItem(url);
+    const std::shared_ptr<PlayerItem> item = prepareItem(fileOrAddress(url));
     installItem(item);
     observePlayerState();
     m_player->setVolume(m_volume);
     observeTime();
-    detach(loadDuration(item, true));
+    detach(loadDuration(item, DurationLog::loaded));
     if (position > 0) {
         m_player->seek(position, 0, 0, {});
         setCurrentTime(position);
     }
 }
 
-/// Makes the item of an address, watches its status and sets the times back.
-std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const QUrl &url)
+/// Makes the item of an asset, watches its status and sets the times back.
+std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &asset)
 {
     if (!m_player)
         m_player = m_platform.makeStreamPlayer();
     cancelSeek();
     removeItemObserver();
-    m_playerItem = m_player->makeItem({.url = url, .prefersPreciseDuration = url.isLocalFile()});
+    m_playerItem = m_player->makeItem(asset);
     observeItem();
     setCurrentTime(0);
     setDuration(0);
@@ -153,19 +158,23 @@ void AudioPlayerService::installItem(const std::shared_ptr<PlayerItem> &item)
     m_player->replaceCurrentItem(item);
 }
 
-QCoro::Task<void> AudioPlayerService::loadDuration(std::shared_ptr<PlayerItem> item, bool logs)
+QCoro::Task<void> AudioPlayerService::loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log)
 {
     const QPointer<AudioPlayerService> self(this);
     const std::expected<double, QString> seconds = co_await item->loadDuration();
     if (!self || item != m_playerItem)
         co_return;
     if (!seconds) {
-        if (logs)
+        if (log == DurationLog::loaded)
             print(u"Failed to load duration: "_s + seconds.error());
+        else if (log == DurationLog::streamed)
+            print(u"Failed to load streaming duration: "_s + seconds.error());
     } else if (std::isfinite(*seconds) && *seconds > 0) {
         setDuration(*seconds);
-        if (logs)
+        if (log == DurationLog::loaded)
             print(u"📏 Loaded duration: "_s + consoleNumber(*seconds) + u"s"_s);
+        else if (log == DurationLog::streamed)
+            print(u"📏 流式播放时长: "_s + consoleNumber(*seconds) + u"s"_s);
     }
 }
 
@@ -253,6 +262,8 @@ void AudioPlayerService::timeTick(double seconds)
         return;
     setCurrentTime(seconds);
     updateNowPlayingInfo();
+    if (m_playerItem->asset().resourceLoader)
+        persistPlaybackStateIfNeeded();
 }
 
 void AudioPlayerService::syncIsPlayingWithPlayer()
@@ -298,7 +309,7 @@ void AudioPlayerService::resumeObservers()
     if (!m_timeObserver || !m_endConnection)
         observeTimeAndEnd();
     if (m_duration <= 0)
-        detach(loadDuration(m_playerItem, false));
+        detach(loadDuration(m_playerItem, DurationLog::none));
 }
 
 void AudioPlayerService::pause()

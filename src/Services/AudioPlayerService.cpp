@@ -4,13 +4,19 @@
 #include "Services/AudioPlayerService.h"
 
 #include "Services/AudioPlayerSupport.h"
+#include "Services/Cloud/CloudSongCache.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Seams/AudioLevelSimulation.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
 #include "Services/SharedServices.h"
+#include "Services/WebDAVService.h"
+#include "Services/WebDAVStreamingService.h"
 #include "Utils/ProcessHash.h"
 #include "Utils/StableHash.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -34,7 +40,8 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
                                        AudioPlayerParts parts)
     : m_platform(platform)
     , m_importService(importService)
-    , m_parts(parts)
+    , m_parts(std::move(parts))
+    , m_cloudSongs(std::make_unique<CloudSongCache>(platform))
 {
     if (m_parts.mediaCenter) {
         m_parts.mediaCenter->setupAudioSession(*this);
@@ -47,6 +54,8 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
 
 AudioPlayerService::~AudioPlayerService()
 {
+    // Who waits for its downloads is told while the player still stands.
+    m_cloudSongs.reset();
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();
@@ -58,7 +67,13 @@ AudioPlayerService &AudioPlayerService::shared()
 {
     return sharedService<AudioPlayerService>([] {
         LocalMusicImportService &importService = LocalMusicImportService::shared();
-        return std::make_unique<AudioPlayerService>(processPlatform(), importService);
+        return std::make_unique<AudioPlayerService>(
+            processPlatform(), importService,
+            AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
+                             // Asked for when it is needed: the player comes up before it.
+                             .updateSongMetadata = [](const Song &song) {
+                                 WebDAVService::shared().updateSongMetadata(song);
+                             }});
     });
 }
 

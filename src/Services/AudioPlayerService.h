@@ -6,6 +6,8 @@
 #include "Models/PlaybackSnapshot.h"
 #include "Models/Song.h"
 #include "Platform/Platform.h"
+#include "Services/AudioPlayerParts.h"
+#include "Services/Import/JobGate.h"
 
 #include <QCoroTask>
 #include <QDateTime>
@@ -20,22 +22,9 @@
 
 namespace cadorel {
 
-class AudioLevelSimulation;
-class CloudPlayback;
-class EqualizerEngine;
+class CloudSongCache;
 class LocalMusicImportService;
-class MediaCenter;
-class OnlineSongAddresses;
-
-/// Parts of the player that are built elsewhere. A null one is not there: what it would do is left out.
-struct AudioPlayerParts
-{
-    EqualizerEngine *equalizer = nullptr;
-    CloudPlayback *cloud = nullptr;
-    OnlineSongAddresses *onlineAddresses = nullptr;
-    MediaCenter *mediaCenter = nullptr;
-    AudioLevelSimulation *levels = nullptr;
-};
+struct CloudMetadata;
 
 /// The single player: queue and play modes, the road of a song to an engine, and the snapshot that brings the
 /// last song back. Main thread. `queue` and `onlineQueue` may both hold songs; navigation looks at `queue`
@@ -132,6 +121,10 @@ Q_SIGNALS:
     void playErrorChanged();
 
 private:
+    friend class AudioPlayerCloudAccess; ///< of tests: operations that nothing calls yet
+    /// What is logged of the length of an item.
+    enum class DurationLog { none, loaded, streamed };
+
     int queueCount() const;
     int getNextIndex();
     int getPreviousIndex();
@@ -149,9 +142,16 @@ private:
     void playWithEqualizerEngine(const QUrl &url);
     void stopEqualizerEngine();
     void startEqualizerTimeUpdates();
+    void playWebDAVURL(const QUrl &url);
+    void playStreamingAsset(const MediaAsset &asset, const QUrl &originalURL);
+    QCoro::Task<void> downloadForCache(QUrl url);
+    QCoro::Task<void> downloadAndPlay(QUrl url);
+    QCoro::Task<void> parseAudioMetadata(QUrl url);
+    void apply(const CloudMetadata &found);
     QCoro::Task<void> resolveAndPlay(OnlineSong song);
     QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song);
-    std::shared_ptr<PlayerItem> prepareItem(const QUrl &url);
+    void playAsset(const MediaAsset &asset, const QUrl &url, DurationLog log);
+    std::shared_ptr<PlayerItem> prepareItem(const MediaAsset &asset);
     void installItem(const std::shared_ptr<PlayerItem> &item);
     void observeItem();
     void observePlayerState();
@@ -165,7 +165,7 @@ private:
     void timeTick(double seconds);
     void cancelSeek();
     void seekFinished(bool finished);
-    QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, bool logs);
+    QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log);
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
     void stopAudioLevelSimulation();
@@ -183,6 +183,7 @@ private:
     Platform &m_platform;
     LocalMusicImportService &m_importService;
     AudioPlayerParts m_parts;
+    std::unique_ptr<CloudSongCache> m_cloudSongs;
 
     QList<Song> m_queue;
     QList<OnlineSong> m_onlineQueue;
@@ -214,6 +215,7 @@ private:
     QMetaObject::Connection m_endConnection;
     QMetaObject::Connection m_timeControlConnection;
     QMetaObject::Connection m_rateConnection;
+    JobGate m_gate;
 };
 
 } // namespace cadorel

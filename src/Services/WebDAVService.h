@@ -11,7 +11,9 @@
 #include <QCoroTask>
 #include <QDateTime>
 #include <QList>
+#include <QPromise>
 #include <QString>
+#include <QUuid>
 
 #include <expected>
 #include <memory>
@@ -19,7 +21,9 @@
 
 namespace cadorel {
 
+class HttpTransfer;
 class WebDAVSongStore;
+enum class SecretStatus : int;
 
 /// Everything that talks to WebDAV servers but the streaming of audio: the list of servers, connections, the
 /// walk over their directories, and the songs that come of it, which are kept for the next start. Main
@@ -68,7 +72,8 @@ public:
     QCoro::Task<void> deleteConfig(WebDAVConfig config);
     /// Tries a server that need not be saved, with the password given.
     QCoro::Task<std::expected<void, WebDAVError>> testConnection(WebDAVConfig config, QString password);
-    /// @throws WebDAVError
+    /// Makes it the current server. After a failure there is none.
+    /// @throws WebDAVError, or TransportError when no answer came
     QCoro::Task<void> connectTo(WebDAVConfig config);
     void disconnectFromServer();
 
@@ -77,14 +82,17 @@ public:
     QCoro::Task<void> scanMusic(WebDAVConfig config);
     QCoro::Task<void> scanAllConfigs() override;
     QList<Song> getSongs(const WebDAVConfig &config) const;
+    /// Forgets the songs of all servers.
     void clearAllSongs();
     /// Builds the addresses of a server's songs anew, for another password, host or port.
     QCoro::Task<void> refreshSongURLs(WebDAVConfig config);
     /// Takes title, artist, album, duration, lyrics and cover of @p song over to the stored record.
     void updateSongMetadata(const Song &song);
 
-    /// Ends when the songs of the last run are there. Null tasks of tests and screens that count songs.
+    /// Ends when the songs of the last run are there, or known not to come.
     QCoro::Task<void> songsLoaded();
+    /// Ends when every change of the songs so far has been handed to the preferences.
+    QCoro::Task<void> songsStored();
 
 Q_SIGNALS:
     void configsChanged();
@@ -94,11 +102,41 @@ Q_SIGNALS:
     void isTestingChanged();
     void errorChanged();
     void scanProgressChanged();
+    void lastScanDateChanged();
 
 private:
+    struct Scan;
+    using ScanPointer = std::shared_ptr<Scan>;
+    using Password = std::expected<QString, SecretStatus>;
+
     void loadConfigs();
     void saveConfigs();
-    QCoro::Task<QList<WebDAVFile>> performPROPFIND(WebDAVConfig config, QString password, QString path);
+    static QCoro::Task<Password> storedPassword(WebDAVConfig config);
+    QCoro::Task<QList<WebDAVFile>> performPROPFIND(WebDAVConfig config, QString password, QString path,
+                                                   std::shared_ptr<HttpTransfer> transfer);
+
+    QCoro::Task<void> loadCachedSongs();
+    QCoro::Task<void> takeStored(std::shared_ptr<QList<Song>> stored);
+    void saveCachedSongs();
+    QCoro::Task<void> takeMetadataWhenLoaded(Song song);
+    QCoro::Task<void> clearWhenLoaded();
+    void takeMetadata(const Song &song);
+    void replaceSongs(const WebDAVConfig &config, const QList<Song> &songs);
+
+    QCoro::Task<void> runScan(ScanPointer scan);
+    QCoro::Task<void> walk(ScanPointer scan);
+    QCoro::Task<void> scanDirectory(ScanPointer scan, QString password, QString path, int depth);
+    void dropScans(const QUuid &configId);
+
+    void setSongs(const QList<Song> &songs);
+    void setCurrentConfig(const std::optional<WebDAVConfig> &config);
+    void setIsConnected(bool value);
+    void setIsScanning(bool value);
+    void setError(const std::optional<QString> &value);
+    void setScanProgress(double value);
+    void changeTests(int by);
+    template <typename T>
+    void publish(T &member, const T &value, void (WebDAVService::*signal)());
 
     Platform &m_platform;
     QList<WebDAVConfig> m_configs;
@@ -110,6 +148,20 @@ private:
     std::optional<QString> m_error;
     double m_scanProgress = 0;
     std::optional<QDateTime> m_lastScanDate;
+
+    int m_runningTests = 0;
+    /// Grows with every change of the songs.
+    quint64 m_revision = 0;
+    /// Songs of servers whose password the credential store would not tell at the start. They are in no list,
+    /// but stay stored, so that a prompt that was dismissed costs nobody the songs.
+    QList<Song> m_heldBack;
+    bool m_isLoaded = false;
+    QPromise<void> m_loaded;
+    /// In the order in which they were asked for; the first one runs.
+    QList<ScanPointer> m_scans;
+    /// Requests under way.
+    QList<std::shared_ptr<HttpTransfer>> m_transfers;
+    std::unique_ptr<WebDAVSongStore> m_store;
 };
 
 } // namespace cadorel

@@ -14,6 +14,7 @@ QtObject {
 
     readonly property int rowHeight: 64
     readonly property int compactRowHeight: 52
+    readonly property int tallRowHeight: 80
     readonly property int rowCover: 48
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
@@ -33,6 +34,8 @@ QtObject {
     readonly property int handleSize: 16
     readonly property int volumeWidth: 96
     readonly property int scrollBarWidth: 6
+    readonly property int switchWidth: 46
+    readonly property int switchHeight: 28
 
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844
@@ -49,5 +52,6 @@ QtObject {
     readonly property real disabledOpacity: 0.35
     readonly property int sheetDuration: 300
     readonly property int toolTipDelay: 700
+    readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
 }

@@ -19,6 +19,7 @@ QtObject {
     readonly property color separator: dark ? "#99545458" : "#4A3C3C43"
     readonly property color gray: "#8E8E93"
     readonly property color red: dark ? "#FF453A" : "#FF3B30"
+    readonly property color green: dark ? "#30D158" : "#34C759"
     readonly property color blue: dark ? "#0A84FF" : "#007AFF"
 
     readonly property color accent: blue

@@ -13,4 +13,12 @@ namespace cadorel {
 /// @return the system's description of what went wrong. Any thread.
 std::expected<void, QString> writeFileAtomically(const QString &path, const QByteArray &bytes);
 
+/// The same for what must last and is nobody else's: readable by this user alone from its first moment on,
+/// and on the disk when the call returns.
+std::expected<void, QString> writePrivateFileAtomically(const QString &path, const QByteArray &bytes);
+
+/// A name beside @p path that is still free, "<path>.damaged-<yyyyMMdd-HHmmss>", for a file that cannot be
+/// read. Any thread.
+QString freeDamagedName(const QString &path);
+
 } // namespace cadorel

@@ -77,6 +77,8 @@ QVariant SongListModel::data(const QModelIndex &index, int role) const
         return CoverRegistry::shared().source(song);
     case IsCurrentRole:
         return !m_currentSongId.isEmpty() && song.id() == m_currentSongId;
+    case IsDeletableRole:
+        return song.isImported();
     default:
         return {};
     }
@@ -86,7 +88,8 @@ QHash<int, QByteArray> SongListModel::roleNames() const
 {
     return {{SongIdRole, "songId"},           {TitleRole, "title"},
             {SubtitleRole, "subtitle"},       {DurationTextRole, "durationText"},
-            {CoverSourceRole, "coverSource"}, {IsCurrentRole, "isCurrent"}};
+            {CoverSourceRole, "coverSource"}, {IsCurrentRole, "isCurrent"},
+            {IsDeletableRole, "isDeletable"}};
 }
 
 QString SongListModel::displayTitle(const Song &song)

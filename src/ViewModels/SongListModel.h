@@ -22,7 +22,8 @@ public:
         SubtitleRole,                  // subtitle: QString, artist and album
         DurationTextRole,              // durationText: QString, empty when unknown
         CoverSourceRole,               // coverSource: QString, address for an Image
-        IsCurrentRole                  // isCurrent: bool, this song is the player's
+        IsCurrentRole,                 // isCurrent: bool, this song is the player's
+        IsDeletableRole                // isDeletable: bool, its file lies in the music folder
     };
 
     explicit SongListModel(QObject *parent = nullptr);

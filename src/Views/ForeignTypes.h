@@ -6,9 +6,15 @@
 #include "Services/LocalMusicImportService.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/FilePickerModel.h"
+#include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/WebDAVPresetListModel.h"
+#include "ViewModels/WebDAVServerFormViewModel.h"
+#include "ViewModels/WebDAVServerListModel.h"
+#include "ViewModels/WebDAVServerPageViewModel.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 
 #include <QtQml/qqml.h>
 
@@ -67,6 +73,54 @@ struct ForeignFilePickerModel
     Q_GADGET
     QML_FOREIGN(cadorel::FilePickerModel)
     QML_NAMED_ELEMENT(FilePickerModel)
+};
+
+struct ForeignFormTextInput
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::FormTextInput)
+    QML_NAMED_ELEMENT(FormTextInput)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignWebDAVPresetListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::WebDAVPresetListModel)
+    QML_NAMED_ELEMENT(WebDAVPresetListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignWebDAVServerFormViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::WebDAVServerFormViewModel)
+    QML_NAMED_ELEMENT(WebDAVServerFormViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignWebDAVServerListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::WebDAVServerListModel)
+    QML_NAMED_ELEMENT(WebDAVServerListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignWebDAVServerPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::WebDAVServerPageViewModel)
+    QML_NAMED_ELEMENT(WebDAVServerPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignWebDAVServersViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::WebDAVServersViewModel)
+    QML_NAMED_ELEMENT(WebDAVServersViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 } // namespace cadorel

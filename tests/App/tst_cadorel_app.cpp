@@ -95,7 +95,7 @@ void TestCadorelApp::init()
     m_importService = std::make_unique<LocalMusicImportService>(*m_platform);
     m_player = std::make_unique<AudioPlayerService>(*m_platform, *m_importService);
     m_channels = std::make_unique<FakeChannels>();
-    m_app = std::make_unique<CadorelApp>(*m_platform, *m_player, *m_importService,
+    m_app = std::make_unique<CadorelApp>(*m_platform, *m_player, *m_importService, LibrarySources(),
                                          AppChannels{m_channels.get(), m_channels.get(), m_channels.get()});
 }
 

@@ -17,6 +17,8 @@ public:
     double publishedTime = -1;
     bool publishedPlaying = false;
     QString publishedTitle;
+    /// The cover that was added since the last update.
+    QImage mergedArtwork;
 
     void setupAudioSession(AudioPlayerService &player) override { setUp(QStringLiteral("session"), player); }
     void setupRemoteCommandCenter(AudioPlayerService &player) override
@@ -34,10 +36,12 @@ public:
     void updateNowPlayingInfo(const AudioPlayerService &player) override
     {
         ++updates;
+        mergedArtwork = {};
         publishedTime = player.currentTime();
         publishedPlaying = player.isPlaying();
         publishedTitle = player.currentSong().value_or(Song()).title();
     }
+    void mergeNowPlayingArtwork(const QImage &artwork) override { mergedArtwork = artwork; }
 
 private:
     void setUp(const QString &step, const AudioPlayerService &player)

@@ -3,13 +3,13 @@
 
 #include "Fakes/ConsoleLines.h"
 #include "Fakes/FakeAudioLevels.h"
-#include "Fakes/FakeCloudPlayback.h"
 #include "Fakes/FakeEqualizerEngine.h"
 #include "Fakes/FakeMediaCenter.h"
 #include "Fakes/FakeOnlineSongAddresses.h"
 #include "Fakes/TestPlatform.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/WebDAVStreamingService.h"
 
 namespace cadorel {
 
@@ -25,10 +25,11 @@ public:
     ConsoleLines console;
     TestPlatform home;
     FakeEqualizerEngine equalizer;
-    FakeCloudPlayback cloud;
     FakeOnlineSongAddresses addresses;
     FakeMediaCenter mediaCenter;
     FakeAudioLevels levels;
+    /// What the player learnt of songs on servers, in order.
+    QList<Song> updatedSongs;
 
     /// Builds the import service and the player. The lines of both are dropped.
     AudioPlayerService &start();
@@ -38,6 +39,7 @@ public:
 
     AudioPlayerService &player() { return *m_player; }
     LocalMusicImportService &importService() { return *m_importService; }
+    WebDAVStreamingService &streaming() { return *m_streaming; }
     /// The player's stream player; the test has made it needed.
     FakeStreamPlayer &stream() { return *home.streamPlayer(); }
     FakePlayerItem &item() { return *stream().lastItem(); }
@@ -52,6 +54,7 @@ public:
 
 private:
     std::unique_ptr<LocalMusicImportService> m_importService;
+    std::unique_ptr<WebDAVStreamingService> m_streaming;
     std::unique_ptr<AudioPlayerService> m_player;
 };
 
@@ -61,6 +64,8 @@ Song songOf(const AudioPlayerService &player);
 Song fileSong(const QString &id);
 /// A song of a web address without credentials.
 Song webSong(const QString &id, double duration = 0);
+/// A song on a server, with its credentials.
+Song serverSong(const QString &id, double duration = 0);
 QList<Song> fileSongs(const QStringList &ids);
 OnlineSong onlineSong(const QString &id);
 QList<OnlineSong> onlineSongs(const QStringList &ids);

@@ -2,12 +2,14 @@
 #include "Fakes/TestPlatform.h"
 
 #include "Services/Import/ImportIndex.h"
+#include "Utils/KeychainHelper.h"
 #include "Utils/StableHash.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <QThreadPool>
 
 namespace cadorel {
 
@@ -39,6 +41,8 @@ TestPlatform::TestPlatform()
     platform.system = std::make_unique<FakeSystem>();
     platform.assetReader = std::make_unique<FakeAssetReader>();
     platform.httpClient = std::make_unique<FakeHttpClient>();
+    platform.secretStore = std::make_unique<FakeSecretStore>();
+    KeychainHelper::setStore(platform.secretStore.get());
     platform.filePicker = std::make_unique<FakeFilePicker>();
     platform.makeStreamPlayer = [this] {
         auto player = std::make_unique<FakeStreamPlayer>();
@@ -52,7 +56,11 @@ TestPlatform::~TestPlatform()
     // A request that nobody answers would wait for ever.
     while (!web().pending.empty())
         web().answer(std::unexpected(HttpError{HttpError::Kind::cancelled, u"the test has ended"_s}));
+    // Calls that are held back end.
+    platform.secretStore->close();
+    KeychainHelper::queue().waitForDone();
     settle();
+    KeychainHelper::setStore(nullptr);
 }
 
 QString TestPlatform::addMusicFile(const QString &name, const QByteArray &bytes) const

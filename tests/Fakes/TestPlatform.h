@@ -7,6 +7,7 @@
 #include "Fakes/FakeHttpClient.h"
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
+#include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSystem.h"
 #include "Models/Song.h"
@@ -32,6 +33,8 @@ public:
     FakeSystem &system() { return static_cast<FakeSystem &>(*platform.system); }
     FakeAssetReader &assetReader() { return static_cast<FakeAssetReader &>(*platform.assetReader); }
     FakeHttpClient &web() { return static_cast<FakeHttpClient &>(*platform.httpClient); }
+    /// What KeychainHelper keeps passwords in while this machine lives.
+    FakeSecretStore &secrets() { return static_cast<FakeSecretStore &>(*platform.secretStore); }
     FakeFilePicker &filePicker() { return static_cast<FakeFilePicker &>(*platform.filePicker); }
 
     /// The stream player that was made; null before the first need of it, and it goes with its owner.

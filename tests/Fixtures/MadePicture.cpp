@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QtEndian>
 
 namespace cadorel {
 
@@ -28,6 +29,24 @@ QByteArray madeJpeg(const QColor &color, int side)
 QByteArray madePng(const QColor &color, int side)
 {
     return encoded(color, side, "PNG");
+}
+
+QByteArray madeNumber(quint32 number)
+{
+    QByteArray bytes(sizeof number, Qt::Uninitialized);
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+QByteArray madePictureBlock(const QByteArray &picture, const QByteArray &mimeType,
+                            const QByteArray &description)
+{
+    constexpr quint32 frontCover = 3;
+    const auto counted = [](const QByteArray &bytes) {
+        return madeNumber(static_cast<quint32>(bytes.size())) + bytes;
+    };
+    return madeNumber(frontCover) + counted(mimeType) + counted(description) + madeNumber(64) +
+           madeNumber(64) + madeNumber(24) + madeNumber(0) + counted(picture);
 }
 
 } // namespace cadorel

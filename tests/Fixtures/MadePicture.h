@@ -10,4 +10,10 @@ namespace cadorel {
 QByteArray madeJpeg(const QColor &color = Qt::red, int side = 64);
 QByteArray madePng(const QColor &color = Qt::blue, int side = 64);
 
+/// A picture block as FLAC files and Vorbis comments carry it, without the header of a metadata block.
+QByteArray madePictureBlock(const QByteArray &picture, const QByteArray &mimeType = "image/png",
+                            const QByteArray &description = {});
+/// A number as such a block holds it: 32 bits, most significant byte first.
+QByteArray madeNumber(quint32 number);
+
 } // namespace cadorel

@@ -43,6 +43,34 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(path(u"文件"_s)).permission(QFile::ReadOther));
     }
 
+    void privateFileIsOfThisUserAlone()
+    {
+        const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        // Even in place of one that everybody could read.
+        QVERIFY(writeFileAtomically(path(u"a"_s), "public").has_value());
+        QVERIFY(writePrivateFileAtomically(path(u"a"_s), "secret").has_value());
+        QCOMPARE(bytesOf(u"a"_s), "secret"_ba);
+        QCOMPARE(entries(), QStringList{u"a"_s});
+        QVERIFY(!(QFileInfo(path(u"a"_s)).permissions() & others));
+        QVERIFY(QFileInfo(path(u"a"_s)).permission(QFile::ReadOwner | QFile::WriteOwner));
+    }
+
+    void privateFileThatCannotBeWrittenLeavesNothing()
+    {
+        QVERIFY(!writePrivateFileAtomically(path(u"none/a"_s), "secret").has_value());
+        QVERIFY(QDir().mkdir(path(u"a"_s)));
+        QVERIFY(!writePrivateFileAtomically(path(u"a"_s), "secret").has_value());
+        QCOMPARE(entries(), QStringList{u"a"_s});
+    }
+
+    void damagedNamesAreFree()
+    {
+        const QString first = freeDamagedName(path(u"a"_s));
+        QVERIFY(first.startsWith(path(u"a.damaged-"_s)));
+        QVERIFY(writeFileAtomically(first, "x").has_value());
+        QVERIFY(!QFileInfo::exists(freeDamagedName(path(u"a"_s))));
+    }
+
     void emptyFile()
     {
         QVERIFY(writeFileAtomically(path(u"a"_s), QByteArray()).has_value());

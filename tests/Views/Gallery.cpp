@@ -3,10 +3,15 @@
 //   screen_gallery DIRECTORY
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/WebDAVService.h"
 #include "Utils/Console.h"
 #include "ViewModels/FilePickerModel.h"
+#include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/WebDAVServerFormViewModel.h"
+#include "ViewModels/WebDAVServerPageViewModel.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/TestWindow.h"
 #include "Views/UserInterface.h"
 
@@ -196,6 +201,136 @@ void pickerStates(const Gallery &gallery)
     gallery.save(test, u"picker-error"_s);
 }
 
+WebDAVServerFormViewModel &openForm(TestWindow &test)
+{
+    test.servers->addServer();
+    return *test.servers->form();
+}
+
+void formStates(const Gallery &gallery)
+{
+    TestWindow test;
+    gallery.show(test);
+    test.click(u"serversButton"_s);
+    gallery.save(test, u"servers-empty"_s);
+
+    WebDAVServerFormViewModel &form = openForm(test);
+    gallery.save(test, u"form-new"_s);
+    test.click(u"choosePreset"_s);
+    gallery.save(test, u"form-presets"_s);
+    QTest::keyClick(test.window, Qt::Key_Escape);
+    settle();
+    form.applyPreset(1);
+    gallery.save(test, u"form-preset-taken"_s);
+    form.port()->edit(u"70000"_s);
+    form.serverURL()->edit(u"dav.example.com"_s);
+    form.save();
+    gallery.save(test, u"form-errors"_s);
+    form.serverURL()->edit(u"http://dav.example.com"_s);
+    form.port()->edit(u"80"_s);
+    form.name()->edit(u"一台名字特别特别长的服务器，长到在手机的宽度上放不下 🎧"_s);
+    form.username()->edit(u"小明"_s);
+    form.password()->edit(u"secret word"_s);
+    form.test();
+    await([&test] { return test.folders->isAsked(); });
+    auto *view = test.item(u"formFlickable"_s);
+    view->setProperty("contentY", view->property("contentHeight").toReal() - view->height());
+    gallery.save(test, u"form-testing"_s);
+    test.folders->refuse(401);
+    test.folders->answerAll();
+    gallery.save(test, u"form-test-failed"_s);
+    test.folders->refuse(0);
+    test.folders->add(u"/remote.php/dav/files/用户名"_s, {});
+    test.click(test.item(u"passwordField"_s)->findChild<QQuickItem *>(u"revealButton"_s));
+    form.test();
+    await([&test] { return test.folders->answerOne(); });
+    gallery.save(test, u"form-test-good"_s);
+    test.secrets->hold();
+    form.save();
+    gallery.save(test, u"form-saving"_s);
+    test.secrets->release();
+    await([&form] { return !form.isOpen(); });
+    test.secrets->hold();
+    test.servers->editServer(test.webDAVService->configs().constFirst().uuidText());
+    gallery.save(test, u"form-edit-waiting"_s);
+    test.secrets->release();
+    gallery.save(test, u"form-edit"_s);
+}
+
+void serverStates(const Gallery &gallery)
+{
+    TestWindow test;
+    test.folders->add(u"/music"_s, {u"清晨的第一班船.mp3"_s, u"🌙 夜航 ✨.flac"_s,
+                                    u"长"_s.repeated(300) + u".mp3"_s, u"Paper Lanterns.m4a"_s, u"a/"_s});
+    test.folders->add(u"/music/a"_s, {u"2046.mp3"_s, u"무제.ogg"_s});
+    const WebDAVConfig home = test.addServer(u"家里的 NAS"_s);
+    const WebDAVConfig away =
+        test.addServer(u"一台名字特别特别长的服务器，长到在手机的宽度上放不下 🎧"_s, u"/b"_s);
+    const WebDAVConfig empty = test.addServer(u"空的服务器"_s, u"/empty"_s);
+    test.addServer(u"😀"_s, u"/new"_s);
+    test.folders->add(u"/empty"_s, {});
+    gallery.show(test);
+    const auto scan = [&test](const WebDAVConfig &config) {
+        test.servers->scanServer(config.uuidText());
+        await([&test] {
+            test.folders->answerAll();
+            return !test.webDAVService->isScanning();
+        });
+    };
+    scan(home);
+    scan(away);
+    scan(empty);
+    test.click(u"serversButton"_s);
+    gallery.save(test, u"servers"_s);
+    test.click(u"scanAllButton"_s);
+    await([&test] { return test.folders->answerOne(); });
+    gallery.save(test, u"servers-scanning"_s);
+    await([&test] {
+        test.folders->answerAll();
+        return !test.webDAVService->isScanning();
+    });
+    settle();
+    test.item(u"serverList"_s)->forceActiveFocus();
+    QTest::keyClick(test.window, Qt::Key_Down);
+    gallery.save(test, u"servers-keyboard"_s);
+    QTest::keyClick(test.window, Qt::Key_Menu);
+    gallery.save(test, u"server-menu"_s);
+    QTest::keyClick(test.window, Qt::Key_Escape);
+    settle();
+    QTest::keyClick(test.window, Qt::Key_Delete);
+    gallery.save(test, u"server-delete"_s);
+    QTest::keyClick(test.window, Qt::Key_Escape);
+    settle();
+
+    test.servers->openServer(away.uuidText());
+    gallery.save(test, u"server-failed"_s);
+    test.servers->openServer(empty.uuidText());
+    gallery.save(test, u"server-nothing"_s);
+    test.servers->openServer(test.webDAVService->configs().constLast().uuidText());
+    gallery.save(test, u"server-unscanned"_s);
+    test.servers->page()->scan();
+    gallery.save(test, u"server-first-scan"_s);
+    await([&test] { return test.folders->answerOne(); });
+    test.servers->openServer(home.uuidText());
+    gallery.save(test, u"server-songs"_s);
+    test.servers->page()->playSongAt(2);
+    gallery.save(test, u"server-playing"_s);
+    test.servers->page()->scan();
+    await([&test] { return test.folders->answerOne(); });
+    gallery.save(test, u"server-scanning"_s);
+    test.folders->refuse(500);
+    await([&test] {
+        test.folders->answerAll();
+        return !test.webDAVService->isScanning();
+    });
+    test.servers->editServer(home.uuidText());
+    await([&test] { return test.servers->form()->canSubmit(); });
+    test.servers->form()->port()->edit(u"8443"_s);
+    test.servers->form()->save();
+    await([&test] { return !test.servers->form()->isOpen(); });
+    gallery.save(test, u"server-stale-and-failed"_s);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -218,6 +353,8 @@ int main(int argc, char **argv)
             libraryStates(gallery);
             importStates(gallery);
             pickerStates(gallery);
+            formStates(gallery);
+            serverStates(gallery);
         }
     }
     return 0;

@@ -9,7 +9,9 @@
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QStyleHints>
 #include <QTest>
 
@@ -45,6 +47,49 @@ protected:
         QTRY_VERIFY(t->playback->canSeek());
     }
 
+    /// Rows of test data: each look in each size.
+    static void addLooks()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<QSize>("size");
+        for (const bool dark : {false, true}) {
+            for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)})
+                QTest::addRow("%s %d", dark ? "dark" : "light", size.width()) << dark << size;
+        }
+    }
+    /// The window in the look and the size of the row of test data.
+    void showInLook()
+    {
+        QFETCH(bool, dark);
+        QFETCH(QSize, size);
+        QGuiApplication::setPalette(QPalette(dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
+        QVERIFY(t->show());
+        t->window->resize(size);
+        QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);
+    }
+
+    /// Every control that is seen has a name, and no text leaves the window.
+    void check(const QString &state) const
+    {
+        const QList<QQuickItem *> items = t->visibleItems();
+        for (QQuickItem *item : items) {
+            const bool isControl = item->inherits("QQuickAbstractButton") || item->inherits("QQuickSlider");
+            QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+            if (isControl && item->isEnabled()) {
+                QVERIFY2(accessible && !accessible->text(QAccessible::Name).isEmpty(),
+                         qPrintable(state + QStringLiteral(": a control without a name: ") +
+                                    QLatin1StringView(item->metaObject()->className()) + item->objectName()));
+            }
+            if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty())
+                continue;
+            const QRectF area = item->mapRectToScene(item->boundingRect());
+            QVERIFY2(area.left() >= 0 && area.right() <= t->window->width(),
+                     qPrintable(state + QStringLiteral(": outside of the window: ") +
+                                item->property("text").toString()));
+        }
+        QVERIFY(!t->window->grabWindow().isNull());
+    }
+
     /// Title of the player's song; empty when there is none.
     QString currentTitle() const
     {
@@ -55,6 +100,8 @@ protected:
 private Q_SLOTS:
     void initTestCase()
     {
+        // Qt Test has put its own handler in place by now; one from before would hear nothing.
+        m_watch.emplace();
         setConsoleSink([](const QString &) {});
         installFonts();
         constexpr int holdMilliseconds = 80;
@@ -62,18 +109,22 @@ private Q_SLOTS:
     }
     void init()
     {
-        m_watch.take();
+        m_watch->take();
         t = std::make_unique<TestWindow>();
     }
     void cleanup()
     {
         t.reset();
-        QCOMPARE(m_watch.take(), QStringList());
+        QCOMPARE(m_watch->take(), QStringList());
     }
-    void cleanupTestCase() { setConsoleSink({}); }
+    void cleanupTestCase()
+    {
+        m_watch.reset();
+        setConsoleSink({});
+    }
 
 private:
-    WarningWatch m_watch;
+    std::optional<WarningWatch> m_watch;
 };
 
 } // namespace cadorel

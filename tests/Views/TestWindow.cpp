@@ -5,15 +5,21 @@
 #include "Fakes/FakeRandom.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/WebDAVService.h"
+#include "Services/WebDAVStreamingService.h"
+#include "Utils/KeychainHelper.h"
+#include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QBuffer>
 #include <QPainter>
 #include <QTest>
+#include <QThreadPool>
 
 namespace cadorel {
 
@@ -63,7 +69,7 @@ FakeAsset assetOf(const TestWindow::MadeSong &song)
 
 } // namespace
 
-TestWindow::TestWindow()
+TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
 {
     platform.directories = {.documents = home.filePath(u"Music/Cadorel"_s),
                             .applicationSupport = home.filePath(u"data"_s),
@@ -79,6 +85,17 @@ TestWindow::TestWindow()
     auto madeSystem = std::make_unique<FakeSystem>();
     system = madeSystem.get();
     platform.system = std::move(madeSystem);
+    auto madeSecrets = std::make_unique<FakeSecretStore>();
+    secrets = madeSecrets.get();
+    platform.secretStore = std::move(madeSecrets);
+    KeychainHelper::setStore(secrets);
+    if (!network) {
+        auto madeWeb = std::make_unique<FakeHttpClient>();
+        web = madeWeb.get();
+        folders = std::make_unique<FakeFolders>(*web);
+        network = std::move(madeWeb);
+    }
+    platform.httpClient = std::move(network);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -88,10 +105,18 @@ TestWindow::TestWindow()
         return made;
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
-    audioPlayer = std::make_unique<AudioPlayerService>(platform, *importService);
-    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService);
+    webDAVService = std::make_unique<WebDAVService>(platform);
+    streaming = std::make_unique<WebDAVStreamingService>(platform);
+    audioPlayer = std::make_unique<AudioPlayerService>(
+        platform, *importService,
+        AudioPlayerParts{.streaming = streaming.get(), .updateSongMetadata = [this](const Song &song) {
+                             webDAVService->updateSongMetadata(song);
+                         }});
+    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
+                                                   LibrarySources{.webDAVService = webDAVService.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
     playback = std::make_unique<PlaybackViewModel>(*viewModel);
+    servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
 }
 
 TestWindow::~TestWindow()
@@ -100,6 +125,40 @@ TestWindow::~TestWindow()
     if (!QTest::qWaitFor([this] { return !importService->isImporting() && !importService->isScanning(); }))
         qWarning("an import does not end");
     engine.reset();
+    // A request or a secret that nobody answers would keep what waits for it.
+    secrets->close();
+    KeychainHelper::queue().waitForDone();
+    while (web && !web->pending.empty())
+        web->answer(std::unexpected(HttpError{HttpError::Kind::cancelled, u"the test has ended"_s}));
+    if (!QTest::qWaitFor([this, stored = webDAVService->songsStored()] {
+            return stored.isReady() && !webDAVService->isScanning();
+        }))
+        qWarning("a scan does not end");
+    servers.reset();
+    QCoreApplication::processEvents();
+    KeychainHelper::setStore(nullptr);
+}
+
+WebDAVConfig TestWindow::addServer(const QString &name, const QString &basePath)
+{
+    WebDAVConfig config;
+    config.name = name;
+    config.serverURL = u"https://dav.example.com"_s;
+    config.username = u"listener"_s;
+    config.basePath = basePath;
+    detach(webDAVService->saveConfig(config, u"secret"_s));
+    if (!QTest::qWaitFor([this, &config] { return webDAVService->configs().contains(config); }))
+        qFatal("a server is not stored");
+    return config;
+}
+
+bool TestWindow::scanServer(const WebDAVConfig &config)
+{
+    detach(webDAVService->scanMusic(config));
+    return QTest::qWaitFor([this] {
+        folders->answerAll();
+        return !webDAVService->isScanning();
+    });
 }
 
 QString TestWindow::addFile(const QString &name, const MadeSong &song)
@@ -135,7 +194,8 @@ bool TestWindow::show()
     installUserInterface(*engine);
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
-                                  {u"playback"_s, QVariant::fromValue(playback.get())}});
+                                  {u"playback"_s, QVariant::fromValue(playback.get())},
+                                  {u"servers"_s, QVariant::fromValue(servers.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

@@ -3,8 +3,11 @@
 
 #include "Fakes/FakeAssetReader.h"
 #include "Fakes/FakeClock.h"
+#include "Fakes/FakeFolders.h"
+#include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSystem.h"
+#include "Models/WebDAVConfig.h"
 #include "Platform/Platform.h"
 
 #include <QQmlApplicationEngine>
@@ -21,12 +24,16 @@ class CadorelViewModel;
 class LibraryViewModel;
 class LocalMusicImportService;
 class PlaybackViewModel;
+class WebDAVServersViewModel;
+class WebDAVService;
+class WebDAVStreamingService;
 
 /// The real window over the real services, which stand on fakes and on a throw-away home.
 class TestWindow
 {
 public:
-    TestWindow();
+    /// @param network the web; without one, a fake that the test answers for
+    explicit TestWindow(std::unique_ptr<HttpClient> network = nullptr);
     ~TestWindow();
     Q_DISABLE_COPY_MOVE(TestWindow)
 
@@ -45,6 +52,10 @@ public:
     QString addForeignFile(const QString &relativePath, const MadeSong &song);
     /// Takes up what lies in the music folder; waits for it.
     bool scan();
+    /// Stores a server, its password included.
+    WebDAVConfig addServer(const QString &name, const QString &basePath = QStringLiteral("/music"));
+    /// Finds the songs of a server in its folders, before the window is shown.
+    bool scanServer(const WebDAVConfig &config);
     /// Loads the window and waits until it is shown.
     bool show();
 
@@ -70,11 +81,19 @@ public:
     FakeAssetReader *reader = nullptr;
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
+    FakeSecretStore *secrets = nullptr;
+    /// Null where the test has brought a network.
+    FakeHttpClient *web = nullptr;
+    /// What the servers hold that the fake web leads to.
+    std::unique_ptr<FakeFolders> folders;
     std::unique_ptr<LocalMusicImportService> importService;
+    std::unique_ptr<WebDAVService> webDAVService;
+    std::unique_ptr<WebDAVStreamingService> streaming;
     std::unique_ptr<AudioPlayerService> audioPlayer;
     std::unique_ptr<CadorelViewModel> viewModel;
     std::unique_ptr<LibraryViewModel> library;
     std::unique_ptr<PlaybackViewModel> playback;
+    std::unique_ptr<WebDAVServersViewModel> servers;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

@@ -3,9 +3,6 @@
 #include "ViewModels/LibraryViewModel.h"
 #include "Views/ScreenTest.h"
 
-#include <QAccessible>
-#include <QPalette>
-
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
@@ -17,50 +14,17 @@ class WindowSmokeTest : public ScreenTest
 private Q_SLOTS:
     void everyStateComesUp_data();
     void everyStateComesUp();
-
-private:
-    void check(const QString &state) const;
 };
 
 void WindowSmokeTest::everyStateComesUp_data()
 {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<QSize>("size");
-    for (const bool dark : {false, true}) {
-        for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)})
-            QTest::addRow("%s %d", dark ? "dark" : "light", size.width()) << dark << size;
-    }
-}
-
-void WindowSmokeTest::check(const QString &state) const
-{
-    const QList<QQuickItem *> items = t->visibleItems();
-    for (QQuickItem *item : items) {
-        const bool isControl = item->inherits("QQuickAbstractButton") || item->inherits("QQuickSlider");
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
-        if (isControl && item->isEnabled()) {
-            QVERIFY2(accessible && !accessible->text(QAccessible::Name).isEmpty(),
-                     qPrintable(state + u": a control without a name: "_s +
-                                QLatin1StringView(item->metaObject()->className()) + item->objectName()));
-        }
-        if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty())
-            continue;
-        const QRectF area = item->mapRectToScene(item->boundingRect());
-        QVERIFY2(area.left() >= 0 && area.right() <= t->window->width(),
-                 qPrintable(state + u": outside of the window: "_s + item->property("text").toString()));
-    }
-    QVERIFY(!t->window->grabWindow().isNull());
+    addLooks();
 }
 
 void WindowSmokeTest::everyStateComesUp()
 {
     QFETCH(bool, dark);
-    QFETCH(QSize, size);
-    QGuiApplication::setPalette(QPalette(dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
-
-    QVERIFY(t->show());
-    t->window->resize(size);
-    QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);
+    showInLook();
     QCOMPARE(t->window->color(), dark ? QColor(Qt::black) : QColor(Qt::white));
     check(u"empty"_s);
 

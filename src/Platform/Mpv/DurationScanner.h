@@ -3,6 +3,7 @@
 
 #include "Platform/AssetReader.h"
 
+#include <QByteArray>
 #include <QFuture>
 #include <QString>
 
@@ -21,6 +22,8 @@ public:
 
     /// Length of a file in seconds. Never throws and never stays without a result.
     QFuture<std::expected<double, QString>> scan(const QString &path) const;
+    /// The same of a file that is in memory.
+    QFuture<std::expected<double, QString>> scan(const QByteArray &bytes) const;
     /// Waits for the scans under way, which read one file each; every other scan fails from now on.
     void close();
 

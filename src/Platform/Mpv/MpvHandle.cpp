@@ -47,6 +47,12 @@ const mpv_event *MpvHandle::nextEvent()
     return event->event_id == MPV_EVENT_NONE ? nullptr : event;
 }
 
+void MpvHandle::addProtocol(const char *scheme, void *context, mpv_stream_cb_open_ro_fn open)
+{
+    if (m_core)
+        check(mpv_stream_cb_add_ro(m_core.get(), scheme, context, open), scheme);
+}
+
 MpvHandle::Result MpvHandle::command(quint64 tag, const QList<QByteArray> &arguments)
 {
     if (!m_core)

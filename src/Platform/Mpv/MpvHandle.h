@@ -5,6 +5,7 @@
 #include <QList>
 
 #include <mpv/client.h>
+#include <mpv/stream_cb.h>
 
 #include <expected>
 #include <memory>
@@ -35,6 +36,9 @@ public:
     /// The oldest waiting event, valid until the next call; null when none waits.
     const mpv_event *nextEvent();
 
+    /// Lets @p open, called on a thread of libmpv with @p context, open the addresses of a scheme. Both stay
+    /// in use until the core has ended.
+    void addProtocol(const char *scheme, void *context, mpv_stream_cb_open_ro_fn open);
     /// Runs a command. Arguments must not hold a null byte.
     Result command(quint64 tag, const QList<QByteArray> &arguments);
     /// Sets a property without an answer.

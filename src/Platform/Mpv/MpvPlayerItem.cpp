@@ -3,6 +3,7 @@
 
 #include "Platform/Mpv/FailureText.h"
 #include "Platform/Mpv/WhenFinished.h"
+#include "Platform/ResourceLoader.h"
 
 #include <QCoroFuture>
 
@@ -15,6 +16,8 @@ MpvPlayerItem::MpvPlayerItem(MediaAsset asset, DurationScanner scanner)
     : m_asset(std::move(asset))
     , m_scanner(std::move(scanner))
 {
+    if (usesLoader())
+        m_loaderLifetime = m_asset.resourceLoader->lifetime();
     m_durationPromise.start();
 }
 
@@ -39,16 +42,31 @@ std::optional<SeekableRange> MpvPlayerItem::seekableRange() const
 QCoro::Task<std::expected<double, QString>> MpvPlayerItem::loadDuration()
 {
     if (m_scan == Scan::none && m_asset.prefersPreciseDuration && isLocal() && !durationAnswered())
-        startScan();
+        watchScan(m_scanner.scan(m_asset.url.toLocalFile()));
     // The frame keeps the future alone: it may outlive the item.
     const QFuture<DurationResult> answer = m_durationPromise.future();
     co_return co_await answer;
 }
 
-void MpvPlayerItem::startScan()
+void MpvPlayerItem::takeLoadedBytes(const QByteArray &bytes)
+{
+    if (m_scan != Scan::none || !m_asset.prefersPreciseDuration)
+        return;
+    if (bytes.isEmpty())
+        m_scan = Scan::failed;
+    else
+        watchScan(m_scanner.scan(bytes));
+}
+
+bool MpvPlayerItem::scanCounts() const
+{
+    return m_asset.prefersPreciseDuration && (isLocal() || usesLoader()) && m_scan != Scan::failed;
+}
+
+void MpvPlayerItem::watchScan(const QFuture<DurationResult> &scan)
 {
     m_scan = Scan::underWay;
-    whenFinished(m_scanner.scan(m_asset.url.toLocalFile()), this, [this](const DurationResult &result) {
+    whenFinished(scan, this, [this](const DurationResult &result) {
         if (result && *result > 0) {
             m_scan = Scan::done;
             m_preciseDuration = *result;
@@ -67,7 +85,7 @@ void MpvPlayerItem::setEngineDuration(double seconds)
     if (!(seconds > 0) || !std::isfinite(seconds))
         return;
     m_engineDuration = seconds;
-    if (m_scan == Scan::failed || !m_asset.prefersPreciseDuration || !isLocal())
+    if (!scanCounts())
         answerDuration(seconds);
 }
 

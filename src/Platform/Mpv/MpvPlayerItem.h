@@ -30,7 +30,11 @@ public:
     /// Also fails when the item is replaced or destroyed meanwhile.
     QCoro::Task<std::expected<double, QString>> loadDuration() override;
 
-    bool isLocal() const { return m_asset.url.isLocalFile(); }
+    bool isLocal() const { return !usesLoader() && m_asset.url.isLocalFile(); }
+    /// Its bytes come from the asset's loader.
+    bool usesLoader() const { return m_asset.resourceLoader != nullptr; }
+    /// Expires with that loader.
+    const std::weak_ptr<const void> &loaderLifetime() const { return m_loaderLifetime; }
 
 private:
     friend class MpvStreamPlayer;
@@ -52,13 +56,18 @@ private:
     /// The item plays no longer: who still waits for its length waits in vain.
     void abandonDuration(const QString &reason);
 
-    void startScan();
+    /// What the loader has given when libmpv knows the file: all of it, or nothing while more is to come.
+    void takeLoadedBytes(const QByteArray &bytes);
+    /// Whether a scan is going to tell the length, or has told it.
+    bool scanCounts() const;
+    void watchScan(const QFuture<DurationResult> &scan);
     void answerDuration(const DurationResult &result);
     bool durationAnswered() const { return m_durationPromise.future().isFinished(); }
 
     static constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
 
     MediaAsset m_asset;
+    std::weak_ptr<const void> m_loaderLifetime;
     DurationScanner m_scanner;
     enum class Scan { none, underWay, failed, done };
     Scan m_scan = Scan::none;

@@ -62,15 +62,10 @@ QList<MpvHandle::Option> playerOptions(const QList<MpvHandle::Option> &extra)
     return options + extra;
 }
 
-bool isPlayable(const QUrl &url)
+bool isPlayable(const MpvPlayerItem &item)
 {
-    const QString scheme = url.scheme();
-    return url.isLocalFile() || scheme == "http"_L1 || scheme == "https"_L1;
-}
-
-QByteArray address(const QUrl &url)
-{
-    return url.isLocalFile() ? QFile::encodeName(url.toLocalFile()) : url.toEncoded(QUrl::FullyEncoded);
+    const QString scheme = item.asset().url.scheme();
+    return item.isLocal() || item.usesLoader() || scheme == "http"_L1 || scheme == "https"_L1;
 }
 
 } // namespace
@@ -85,6 +80,7 @@ MpvStreamPlayer::MpvStreamPlayer(const AssetReader &reader, const QList<MpvHandl
     m_mpv.observe(MpvRequest{Kind::duration}.tag(), "duration", MPV_FORMAT_NONE);
     m_seekGuard.setSingleShot(true);
     m_seekGuard.callOnTimeout(this, [this] { settleSeek(false); });
+    m_protocol.registerWith(m_mpv);
     m_mpv.setWakeupCallback(&MpvStreamPlayer::wake, this);
 }
 
@@ -129,7 +125,8 @@ void MpvStreamPlayer::flushLoad()
 {
     if (m_phase != Phase::scheduled)
         return;
-    if (!m_item || !m_mpv || !isPlayable(m_item->asset().url)) {
+    m_protocol.withdraw();
+    if (!m_item || !m_mpv || !isPlayable(*m_item)) {
         std::ignore = m_mpv.command(MpvRequest{MpvRequest::Kind::unanswered}.tag(), {"stop"});
         m_phase = Phase::none;
         if (m_item)
@@ -139,15 +136,27 @@ void MpvStreamPlayer::flushLoad()
     m_phase = Phase::loading;
     m_loadSentPaused = m_rate == 0;
     const auto sent = m_mpv.command(MpvRequest{MpvRequest::Kind::load, m_load}.tag(),
-                                    {"loadfile", address(m_item->asset().url), "replace", loadOptions()});
+                                    {"loadfile", publishedAddress(), "replace", loadOptions()});
     if (!sent)
         fail(sent.error());
+}
+
+QByteArray MpvStreamPlayer::publishedAddress()
+{
+    const MediaAsset &asset = m_item->asset();
+    if (m_item->usesLoader())
+        return m_protocol.publish(asset.url, asset.resourceLoader, m_item->loaderLifetime());
+    return m_item->isLocal() ? QFile::encodeName(asset.url.toLocalFile())
+                             : asset.url.toEncoded(QUrl::FullyEncoded);
 }
 
 QByteArray MpvStreamPlayer::loadOptions() const
 {
     // Pausing with the load leaves the item before it alone: unpausing that would sound for a moment.
     QByteArray options = m_loadSentPaused ? "pause=yes"_ba : "pause=no"_ba;
+    // All of the file is in memory already when libmpv reads the first of it.
+    if (m_item->usesLoader())
+        options += ",cache=no";
     if (m_startTime > 0)
         options += ",start=" + QByteArray::number(m_startTime, 'f', 6);
     return options;
@@ -251,8 +260,9 @@ void MpvStreamPlayer::seek(double time, double toleranceBefore, double tolerance
         return;
     }
     using Stage = PendingSeek::Stage;
-    // Decoding from the packet before costs a local file nothing.
-    const bool exact = m_item->isLocal() || std::min(toleranceBefore, toleranceAfter) < keyframeTolerance;
+    // Decoding from the packet before costs nothing where no network is in between.
+    const bool exact = m_item->isLocal() || m_item->usesLoader() ||
+                       std::min(toleranceBefore, toleranceAfter) < keyframeTolerance;
     m_seek = PendingSeek{.time = target, .exact = exact, .completion = std::move(completion)};
     if (m_phase == Phase::scheduled) {
         m_startTime = target;

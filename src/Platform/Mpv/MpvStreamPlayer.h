@@ -4,6 +4,7 @@
 #include "Platform/Mpv/DurationScanner.h"
 #include "Platform/Mpv/MpvHandle.h"
 #include "Platform/Mpv/MpvPlayerItem.h"
+#include "Platform/Mpv/ResourceProtocol.h"
 #include "Platform/Mpv/TimeObservers.h"
 #include "Platform/StreamPlayer.h"
 
@@ -83,6 +84,7 @@ private:
     // Loads: MpvStreamPlayer.cpp
     void scheduleLoad(double startTime);
     void flushLoad();
+    QByteArray publishedAddress();
     QByteArray loadOptions() const;
     void setRate(double rate);
     void refreshStatus();
@@ -103,6 +105,7 @@ private:
     void playbackRestarted();
     void fileEnded(const mpv_event_end_file &end);
     void reachEnd();
+    bool failedToLoad();
     void fail(int mpvError);
     void failItem(const QString &description);
     void propertyReplied(const mpv_event &event);
@@ -114,6 +117,8 @@ private:
     bool eventsAreOurs() const { return m_entry >= 0 && m_startedEntry == m_entry; }
 
     DurationScanner m_scanner;
+    // Outlives the core, whose threads call it.
+    ResourceProtocol m_protocol;
     MpvHandle m_mpv;
     std::atomic<bool> m_drainQueued = false;
 

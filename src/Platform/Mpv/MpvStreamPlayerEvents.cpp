@@ -138,6 +138,8 @@ void MpvStreamPlayer::fileStarted(qint64 entry)
 void MpvStreamPlayer::fileOpened()
 {
     m_phase = Phase::open;
+    if (m_item->usesLoader())
+        m_item->takeLoadedBytes(m_protocol.completeData());
     requestDuration();
     m_mpv.requestProperty(MpvRequest{MpvRequest::Kind::seekable, m_load}.tag(), "seekable", MPV_FORMAT_FLAG);
     if (m_seek && m_seek->stage == PendingSeek::Stage::afterLoad)
@@ -178,6 +180,9 @@ void MpvStreamPlayer::fileEnded(const mpv_event_end_file &end)
         m_startedEntry = -1;
     if (m_entry < 0 || end.playlist_entry_id != m_entry)
         return;
+    // A loader's failure ends the file in whatever way libmpv makes of it, also like its natural end.
+    if (failedToLoad())
+        return;
     // A pause that came too late for the file would hold the sound that is still on its way to the device.
     m_mpv.setProperty("pause", false);
     const bool beganAtEnd =
@@ -190,6 +195,20 @@ void MpvStreamPlayer::fileEnded(const mpv_event_end_file &end)
     } else {
         fail(end.error);
     }
+}
+
+bool MpvStreamPlayer::failedToLoad()
+{
+    const auto failure = m_protocol.failure();
+    if (!failure)
+        return false;
+    if (failure->description.isEmpty()) {
+        fail(MPV_ERROR_LOADING_FAILED);
+    } else {
+        m_entry = -1;
+        failItem(failure->description);
+    }
+    return true;
 }
 
 void MpvStreamPlayer::reachEnd()

@@ -2,10 +2,11 @@
 #include "Platform/Sql/SqlitePreferences.h"
 
 #include "Platform/Sql/SqlLog.h"
+#include "Utils/Files.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QtConcurrent>
 
 #include <utility>
 
@@ -75,6 +76,7 @@ void SqlitePreferences::makeWriter()
 QSqlError SqlitePreferences::load(SqliteConnection::Mode mode)
 {
     m_entries.clear();
+    m_mode = mode;
     m_connection = std::make_unique<SqliteConnection>(m_file);
     if (const QSqlError error = m_connection->open(mode); error.isValid())
         return error;
@@ -98,11 +100,7 @@ QSqlError SqlitePreferences::load(SqliteConnection::Mode mode)
 bool SqlitePreferences::setAside()
 {
     m_connection.reset();
-    const QString base =
-        m_file + u".damaged-"_s + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
-    QString target = base;
-    for (int number = 2; QFileInfo::exists(target); ++number)
-        target = u"%1-%2"_s.arg(base).arg(number);
+    const QString target = freeDamagedName(m_file);
     if (!QFile::rename(m_file, target)) {
         qCWarning(sqlLog).noquote() << "preferences: the file is damaged and cannot be set aside";
         return false;
@@ -182,8 +180,28 @@ std::optional<QByteArray> SqlitePreferences::dataValue(const QString &key) const
         return std::nullopt;
     if (entry->value.isValid())
         return read<QByteArray>(key);
+    return readData(*m_connection, notNull(key));
+}
+
+QFuture<std::optional<QByteArray>> SqlitePreferences::loadData(const QString &key) const
+{
+    const auto entry = m_entries.constFind(key);
+    if (entry == m_entries.cend() || entry->value.isValid())
+        return QtFuture::makeReadyFuture(dataValue(key));
+    return QtConcurrent::run([file = m_file, mode = m_mode, key = notNull(key)] {
+        SqliteConnection connection(file);
+        if (const QSqlError error = connection.open(mode); error.isValid()) {
+            qCWarning(sqlLog).noquote() << "preferences:" << key << "cannot be read:" << error.text();
+            return std::optional<QByteArray>();
+        }
+        return readData(connection, key);
+    });
+}
+
+std::optional<QByteArray> SqlitePreferences::readData(SqliteConnection &connection, const QString &key)
+{
     QVariant value;
-    if (const QSqlError error = m_connection->read(notNull(key), value); error.isValid()) {
+    if (const QSqlError error = connection.read(key, value); error.isValid()) {
         qCWarning(sqlLog).noquote() << "preferences:" << key << "cannot be read:" << error.text();
         return std::nullopt;
     }

@@ -48,6 +48,7 @@ public:
     std::optional<QString> stringValue(const QString &key) const override;
     std::optional<QStringList> stringsValue(const QString &key) const override;
     std::optional<QByteArray> dataValue(const QString &key) const override;
+    QFuture<std::optional<QByteArray>> loadData(const QString &key) const override;
 
     void setBool(const QString &key, bool value) override;
     void setInt(const QString &key, qint64 value) override;
@@ -69,6 +70,7 @@ private:
     };
     using Entries = QHash<QString, Entry>;
 
+    static std::optional<QByteArray> readData(SqliteConnection &connection, const QString &key);
     void openFile();
     QSqlError load(SqliteConnection::Mode mode);
     bool setAside();
@@ -84,6 +86,7 @@ private:
 
     const QString m_file;
     Entries m_entries;
+    SqliteConnection::Mode m_mode = SqliteConnection::Mode::readWrite;
     /// Null where the values live in memory only.
     std::unique_ptr<SqliteConnection> m_connection;
     bool m_isRefusing = false;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+class QImage;
+
 namespace cadorel {
 
 class AudioPlayerService;
@@ -18,6 +20,8 @@ public:
     virtual void setupInterruptionObservers(AudioPlayerService &player) = 0;
     /// Publishes song, position and state anew; called at every tick and change of state.
     virtual void updateNowPlayingInfo(const AudioPlayerService &player) = 0;
+    /// Adds a cover to what is published, until it is published anew.
+    virtual void mergeNowPlayingArtwork(const QImage &artwork) = 0;
 };
 
 } // namespace cadorel

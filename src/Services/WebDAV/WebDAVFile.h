@@ -29,7 +29,7 @@ struct WebDAVFile
     QString formattedSize() const;
 
     friend bool operator==(const WebDAVFile &, const WebDAVFile &) = default;
-    friend size_t qHash(const WebDAVFile &file, size_t seed = 0);
+    friend size_t qHash(const WebDAVFile &file, size_t seed);
 
 private:
     static QString newId();

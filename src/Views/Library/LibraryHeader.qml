@@ -10,6 +10,7 @@ Item {
     signal filesRequested
     signal folderRequested
     signal musicFolderRequested
+    signal serversRequested
 
     implicitHeight: titles.implicitHeight + Metrics.screenMargin + Metrics.rowSpacing
 
@@ -17,7 +18,7 @@ Item {
         id: titles
 
         anchors.left: parent.left
-        anchors.right: importButton.left
+        anchors.right: serversButton.left
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Metrics.rowSpacing
 
@@ -36,6 +37,17 @@ Item {
             color: SystemColors.secondaryLabel
             visible: root.songCount > 0
         }
+    }
+    IconButton {
+        id: serversButton
+
+        objectName: "serversButton"
+        anchors.right: importButton.left
+        anchors.top: titles.top
+        symbol: "cloud"
+        color: SystemColors.accent
+        text: "服务器"
+        onClicked: root.serversRequested()
     }
     IconButton {
         id: importButton

@@ -9,6 +9,8 @@ FocusScope {
     required property CadorelViewModel viewModel
     required property LibraryViewModel library
 
+    signal serversRequested
+
     readonly property LocalMusicImportService importService: viewModel.importService
     readonly property bool isBusy: importService.isImporting || importService.isScanning
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
@@ -35,6 +37,7 @@ FocusScope {
             onFilesRequested: root.library.chooseFiles()
             onFolderRequested: root.library.chooseFolder()
             onMusicFolderRequested: root.library.openMusicFolder()
+            onServersRequested: root.serversRequested()
         }
         ImportProgressBar {
             objectName: "importProgress"
@@ -69,9 +72,13 @@ FocusScope {
         onMenuRequested: (song, position) => {
             songMenu.songId = song.songId;
             songMenu.songTitle = song.title;
+            songMenu.isDeletable = song.isDeletable;
             songMenu.popup(songList, position);
         }
-        onDeleteRequested: song => root.askToDelete(song.songId, song.title)
+        onDeleteRequested: song => {
+            if (song.isDeletable)
+                root.askToDelete(song.songId, song.title);
+        }
     }
 
     StyledMenu {
@@ -80,6 +87,7 @@ FocusScope {
         // The song and not its row: an import moves rows while the menu is open.
         property string songId
         property string songTitle
+        property bool isDeletable
 
         objectName: "songMenu"
 
@@ -94,6 +102,7 @@ FocusScope {
             symbol: "trash"
             text: "删除"
             destructive: true
+            enabled: songMenu.isDeletable
             onTriggered: root.askToDelete(songMenu.songId, songMenu.songTitle)
         }
     }

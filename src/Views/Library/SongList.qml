@@ -2,80 +2,22 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 
 /// A list of songs with keyboard, mouse and touch. It plays nothing itself.
-ListView {
+RowList {
     id: root
 
     property int sideMargin: Metrics.screenMargin
-    /// The keyboard was used last: only then the row it stands on is outlined.
-    property bool keyboardInUse: false
 
     signal playRequested(int row)
     signal menuRequested(SongRow song, point position)
     signal deleteRequested(SongRow song)
-    signal playPauseRequested()
+    signal playPauseRequested
 
-    clip: true
-    boundsBehavior: Flickable.StopAtBounds
-    reuseItems: true
-    currentIndex: -1
-    highlightMoveDuration: 0
-    keyNavigationEnabled: true
-    bottomMargin: Metrics.rowSpacing
-    Accessible.role: Accessible.List
     Accessible.name: "歌曲"
-
-    function goTo(row: int): void {
-        if (count > 0)
-            currentIndex = Math.max(0, Math.min(count - 1, row));
-    }
-
-    Keys.onPressed: event => {
-        keyboardInUse = true;
-        const page = Math.max(1, Math.floor(height / Metrics.rowHeight) - 1);
-        switch (event.key) {
-        case Qt.Key_Return:
-        case Qt.Key_Enter:
-            if (currentIndex >= 0)
-                playRequested(currentIndex);
-            break;
-        case Qt.Key_Delete:
-            if (currentItem)
-                deleteRequested(currentItem as SongRow);
-            break;
-        case Qt.Key_Menu:
-            if (currentItem)
-                menuRequested(currentItem as SongRow, currentItem.mapToItem(root, sideMargin, Metrics.rowHeight / 2));
-            break;
-        case Qt.Key_Home:
-            goTo(0);
-            break;
-        case Qt.Key_End:
-            goTo(count - 1);
-            break;
-        case Qt.Key_PageUp:
-            goTo(currentIndex - page);
-            break;
-        case Qt.Key_PageDown:
-            goTo(currentIndex + page);
-            break;
-        default:
-            return;
-        }
-        event.accepted = true;
-    }
-    Keys.onUpPressed: {
-        keyboardInUse = true;
-        goTo(currentIndex - 1);
-    }
-    Keys.onDownPressed: {
-        keyboardInUse = true;
-        goTo(currentIndex + 1);
-    }
-
-    ScrollBar.vertical: SlimScrollBar {}
+    onActivated: row => root.playRequested(row)
+    onDeleteKeyPressed: root.deleteRequested(root.currentItem as SongRow)
+    onMenuKeyPressed: root.menuRequested(root.currentItem as SongRow, root.currentItem.mapToItem(root, root.sideMargin, Metrics.rowHeight / 2))
 
     delegate: SongRow {
         id: row

@@ -4,8 +4,6 @@
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QFile>
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -46,43 +44,21 @@ QList<FakePortal::Filter> readFilters(const QVariant &value)
 } // namespace
 
 FakePortal::FakePortal()
-    : m_daemon(std::make_unique<QProcess>())
-    , m_connection(QString())
+    : m_isBusRunning(m_bus.start())
+    , m_connection(m_bus.connection(u"portal"_s))
+    , m_name(m_connection.name())
 {
-    static int count = 0;
-    m_name = u"portal %1"_s.arg(++count);
-    QFile configuration(m_directory.filePath(u"bus.conf"_s));
-    if (!configuration.open(QIODevice::WriteOnly))
-        return;
-    // No service directory: the bus starts nothing that this machine has installed.
-    configuration.write("<busconfig><type>session</type><listen>unix:path=" +
-                        QFile::encodeName(m_directory.filePath(u"bus"_s)) +
-                        "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
-                        "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
-                        "<allow own=\"*\"/></policy></busconfig>");
-    configuration.close();
-    m_daemon->start(u"dbus-daemon"_s, {u"--config-file="_s + configuration.fileName(), u"--nofork"_s,
-                                       u"--nopidfile"_s, u"--print-address"_s});
-    if (!m_daemon->waitForReadyRead())
-        return;
-    m_address = QString::fromUtf8(m_daemon->readAllStandardOutput().trimmed());
-    m_connection = QDBusConnection::connectToBus(m_address, m_name);
     m_connection.registerVirtualObject(u"/org/freedesktop/portal/desktop"_s, this, QDBusConnection::SubPath);
 }
 
 FakePortal::~FakePortal()
 {
     m_connection.unregisterObject(u"/org/freedesktop/portal/desktop"_s);
-    m_connection = QDBusConnection(QString());
-    QDBusConnection::disconnectFromBus(m_name);
-    QDBusConnection::disconnectFromBus(m_name + u" client"_s);
-    m_daemon->kill();
-    m_daemon->waitForFinished();
 }
 
-QDBusConnection FakePortal::client() const
+QDBusConnection FakePortal::client()
 {
-    return QDBusConnection::connectToBus(m_address, m_name + u" client"_s);
+    return m_bus.connection(u"client"_s);
 }
 
 bool FakePortal::appear()

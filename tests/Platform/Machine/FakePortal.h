@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Fixtures/Keyring/PrivateBus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QTemporaryDir>
 #include <QVariantMap>
-
-#include <memory>
-#include <optional>
-
-class QProcess;
 
 namespace cadorel {
 
@@ -31,9 +27,9 @@ public:
     ~FakePortal() override;
     Q_DISABLE_COPY_MOVE(FakePortal)
 
-    bool isBusRunning() const { return m_connection.isConnected(); }
+    bool isBusRunning() const { return m_isBusRunning; }
     /// Another connection to the bus.
-    QDBusConnection client() const;
+    QDBusConnection client();
     /// Puts the portal on the bus, and takes it off.
     bool appear();
     void vanish();
@@ -67,11 +63,10 @@ private:
     bool answerVersion(const QDBusMessage &message, const QDBusConnection &connection);
     bool openFile(const QDBusMessage &message, const QDBusConnection &connection);
 
-    QTemporaryDir m_directory;
-    std::unique_ptr<QProcess> m_daemon;
-    QString m_address;
-    QString m_name;
+    PrivateBus m_bus;
+    const bool m_isBusRunning;
     QDBusConnection m_connection;
+    const QString m_name;
 };
 
 } // namespace cadorel

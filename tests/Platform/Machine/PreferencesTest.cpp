@@ -175,6 +175,7 @@ void PreferencesTest::keepsDataOfEverySize()
         m_preferences->setData(u"data"_s, data);
         QVERIFY(m_preferences->contains(u"data"_s));
         QCOMPARE(m_preferences->dataValue(u"data"_s), data);
+        QCOMPARE(m_preferences->loadData(u"data"_s).result(), data);
         QVERIFY(!m_preferences->stringValue(u"data"_s));
     }
     m_preferences->setData(u"data"_s, "small");

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void aLargeValueThatShrinksOrGoesStaysSo();
     void aSmallWriteDoesNotWaitForALargeOne();
     void aRefusedLargeValueStaysInMemory();
+    void aValueOnDiskIsLoadedByAWorker();
     void theLogIsMovedIntoTheFileWhileRunning();
     void twoStoresDoNotDisturbEachOther();
 
@@ -237,6 +238,29 @@ void SqlitePreferencesTest::aRefusedLargeValueStaysInMemory()
     QVERIFY(!isTold);
     QCOMPARE(preferences.dataValue(u"large"_s), QByteArray(aboveLarge, 'x'));
     QCOMPARE(preferences.stringValue(u"small"_s), u"text"_s);
+}
+
+void SqlitePreferencesTest::aValueOnDiskIsLoadedByAWorker()
+{
+    const QByteArray large(aboveLarge, 'L');
+    SqlitePreferences(file()).setData(u"large"_s, large);
+    SqlitePreferences preferences(file());
+    QFuture<std::optional<QByteArray>> onDisk = preferences.loadData(u"large"_s);
+    QVERIFY(!preferences.loadData(u"missing"_s).result());
+    preferences.setString(u"text"_s, u"no data"_s);
+    QVERIFY(!preferences.loadData(u"text"_s).result());
+    QCOMPARE(onDisk.result(), large);
+    // A state that is on its way to the disk is loaded from memory.
+    PreferencesDatabase database(file());
+    QVERIFY(database.execute(u"BEGIN IMMEDIATE"_s));
+    preferences.setData(u"large"_s, large + '2');
+    const QFuture<std::optional<QByteArray>> newer = preferences.loadData(u"large"_s);
+    QVERIFY(newer.isFinished());
+    QCOMPARE(newer.result(), large + '2');
+    QVERIFY(database.execute(u"COMMIT"_s));
+    // A log that still holds the value is read with the file.
+    preferences.setData(u"lazy"_s, QByteArray(aboveLazy, 'l'));
+    QTRY_COMPARE(preferences.loadData(u"lazy"_s).result(), QByteArray(aboveLazy, 'l'));
 }
 
 void SqlitePreferencesTest::theLogIsMovedIntoTheFileWhileRunning()

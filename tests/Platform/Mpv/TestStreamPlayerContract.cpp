@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fakes/FakeAssetReader.h"
+#include "Fakes/FakeResourceLoader.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
 
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -39,10 +41,14 @@ private Q_SLOTS:
     void aReplacedItemTellsNoDuration();
     void aDestroyedItemTellsNoDuration();
     void aRemovedObserverHearsNothing();
+    void aLoadedItemPlaysAndSeeks();
+    void aLoadersFailureIsTheItems();
 
 private:
     FakeStreamPlayer *fake() const { return qobject_cast<FakeStreamPlayer *>(m_player.get()); }
     std::shared_ptr<PlayerItem> load(const QString &path);
+    /// Loads an item whose bytes come from @p loader.
+    std::shared_ptr<PlayerItem> load(ResourceLoader &loader);
     /// Lets the item become ready, and waits for it.
     bool becomesReady(const std::shared_ptr<PlayerItem> &item);
     void letSeekArrive();
@@ -81,6 +87,14 @@ void TestStreamPlayerContract::init()
 std::shared_ptr<PlayerItem> TestStreamPlayerContract::load(const QString &path)
 {
     auto item = m_player->makeItem({.url = QUrl::fromLocalFile(path)});
+    m_player->replaceCurrentItem(item);
+    return item;
+}
+
+std::shared_ptr<PlayerItem> TestStreamPlayerContract::load(ResourceLoader &loader)
+{
+    auto item = m_player->makeItem(
+        {.url = QUrl(u"webdavstream://host/https/song.flac"_s), .resourceLoader = &loader});
     m_player->replaceCurrentItem(item);
     return item;
 }
@@ -302,6 +316,44 @@ void TestStreamPlayerContract::aRemovedObserverHearsNothing()
         fake()->tick(0.1);
     QTRY_VERIFY(heardByOther > 0);
     QCOMPARE(heard, 0);
+}
+
+void TestStreamPlayerContract::aLoadedItemPlaysAndSeeks()
+{
+    QFile file(m_song);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    FakeResourceLoader loader;
+    loader.answerAll(file.readAll());
+    const auto item = load(loader);
+    QCOMPARE(item->asset().resourceLoader, &loader);
+    QCOMPARE(item->asset().url.scheme(), u"webdavstream"_s);
+    m_player->play();
+    QVERIFY(becomesReady(item));
+    QTRY_COMPARE(m_player->timeControlStatus(), StreamPlayer::TimeControlStatus::playing);
+    m_player->pause();
+    bool finished = false;
+    m_player->seek(10, 0.5, 0.5, [&](bool done) { finished = done; });
+    letSeekArrive();
+    QTRY_VERIFY(finished);
+    QVERIFY(std::abs(item->currentTime() - 10) <= 0.5);
+    m_player.reset();
+}
+
+void TestStreamPlayerContract::aLoadersFailureIsTheItems()
+{
+    FakeResourceLoader loader;
+    loader.onRequest = [](const FakeResourceLoader::Request &request) {
+        request->finishLoading({.domain = u"test"_s, .code = 404, .description = u"HTTP 404"_s});
+        return true;
+    };
+    const auto item = load(loader);
+    m_player->play();
+    if (fake())
+        fake()->lastItem()->fail(u"HTTP 404"_s);
+    QTRY_COMPARE(item->status(), PlayerItem::Status::failed);
+    QCOMPARE(item->errorDescription(), u"HTTP 404"_s);
+    QCOMPARE(m_player->rate(), 0.0);
+    m_player.reset();
 }
 
 } // namespace cadorel

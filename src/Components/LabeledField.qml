@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import Cadorel
+
+// Positioned, not laid out: a layout in a layout keeps the height of a note that had no width yet.
+/// One text field of a form: its name above, and beneath it what is wrong with it or worth knowing.
+Column {
+    id: root
+
+    required property FormTextInput input
+    required property string label
+    property string placeholder
+    property string footer
+    property bool isSecret: false
+    /// What belongs into the field is being fetched.
+    property bool isWaiting: false
+    property int inputMethodHints: Qt.ImhNone
+    /// Scrolls to the field when the keyboard comes to it.
+    property Flickable viewport: null
+
+    property bool isRevealed: false
+    readonly property string note: input.error !== "" ? input.error : input.hint !== "" ? input.hint : footer
+
+    spacing: Metrics.grid
+
+    Connections {
+        target: root.input
+
+        function onFocusRequested(): void {
+            field.forceActiveFocus(Qt.OtherFocusReason);
+        }
+    }
+
+    StyledText {
+        width: parent.width
+        text: root.label
+        style: TextStyles.footnote
+        color: SystemColors.secondaryLabel
+        Accessible.ignored: true
+    }
+    Rectangle {
+        width: parent.width
+        height: Metrics.touchTarget
+        radius: Metrics.controlRadius
+        color: SystemColors.tertiaryBackground
+        border.width: Metrics.hairline
+        border.color: root.input.error !== "" ? SystemColors.red : SystemColors.separator
+
+        FocusRing {
+            radius: parent.radius
+            visible: field.activeFocus
+        }
+        TextField {
+            id: field
+
+            objectName: root.objectName + "Text"
+            anchors.left: parent.left
+            anchors.right: trailing.left
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            leftPadding: Metrics.cardPadding
+            rightPadding: Metrics.grid
+            background: null
+            text: root.input.text
+            color: SystemColors.label
+            font.pixelSize: TextStyles.body.size
+            placeholderText: root.isWaiting && text === "" ? "正在读取已保存的密码…" : root.placeholder
+            placeholderTextColor: SystemColors.tertiaryLabel
+            selectionColor: SystemColors.accent
+            selectedTextColor: SystemColors.accentInk
+            selectByMouse: true
+            echoMode: root.isSecret && !root.isRevealed ? TextInput.Password : TextInput.Normal
+            passwordMaskDelay: 0
+            inputMethodHints: root.isSecret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : root.inputMethodHints
+            Accessible.name: root.label
+            Accessible.description: root.note
+            onTextEdited: root.input.edit(text)
+            onEditingFinished: root.input.finish()
+            onActiveFocusChanged: {
+                if (activeFocus && root.viewport)
+                    root.scrollTo();
+            }
+        }
+        Item {
+            id: trailing
+
+            anchors.right: parent.right
+            width: root.isSecret ? Metrics.touchTarget : Metrics.rowSpacing
+            height: parent.height
+
+            Spinner {
+                objectName: "waitingMark"
+                anchors.centerIn: parent
+                visible: root.isWaiting
+            }
+            IconButton {
+                objectName: "revealButton"
+                anchors.centerIn: parent
+                visible: root.isSecret && !root.isWaiting
+                symbol: root.isRevealed ? "eye.slash" : "eye"
+                color: SystemColors.secondaryLabel
+                text: root.isRevealed ? "隐藏密码" : "显示密码"
+                onClicked: root.isRevealed = !root.isRevealed
+            }
+        }
+    }
+    StyledText {
+        objectName: root.objectName + "Note"
+        width: parent.width
+        visible: text !== ""
+        text: root.note
+        style: TextStyles.footnote
+        color: root.input.error !== "" ? SystemColors.red : SystemColors.secondaryLabel
+        wrapMode: Text.Wrap
+    }
+
+    function scrollTo(): void {
+        const top = root.mapToItem(viewport.contentItem, 0, 0).y;
+        const bottom = top + height + Metrics.rowSpacing;
+        if (top < viewport.contentY)
+            viewport.contentY = Math.max(0, top - Metrics.rowSpacing);
+        else if (bottom > viewport.contentY + viewport.height)
+            viewport.contentY = bottom - viewport.height;
+    }
+}

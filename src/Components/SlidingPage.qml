@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// A page that comes in from the right over what lies beneath it, and goes back there. Escape, Alt+Left and the
+/// mouse's back button ask for it to close.
+FocusScope {
+    id: root
+
+    property bool isShown: false
+    /// Nothing beneath the page can be seen.
+    readonly property bool covers: isShown && !slide.running
+    property real offset: isShown ? 0 : 1
+
+    signal closeRequested
+
+    x: Math.round(offset * width)
+    visible: isShown || slide.running
+    enabled: isShown
+    onIsShownChanged: {
+        if (isShown)
+            forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    Behavior on offset {
+        NumberAnimation {
+            id: slide
+
+            duration: Metrics.sheetDuration
+            easing.type: Easing.OutCubic
+        }
+    }
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_Escape || event.key === Qt.Key_Back || event.matches(StandardKey.Back);
+        if (event.accepted)
+            closeRequested();
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: SystemColors.background
+
+        TapHandler {
+            acceptedButtons: Qt.BackButton
+            // Takes the press: a page beneath this one has its own turn.
+            gesturePolicy: TapHandler.ReleaseWithinBounds
+            onTapped: root.closeRequested()
+        }
+    }
+}

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// Something is under way whose end nobody knows.
+SymbolIcon {
+    id: root
+
+    name: "arrow.clockwise"
+    size: Metrics.symbolSmall
+    color: SystemColors.secondaryLabel
+
+    RotationAnimator on rotation {
+        running: root.visible
+        from: 0
+        to: 360
+        duration: Metrics.spinnerTurn
+        loops: Animation.Infinite
+    }
+}

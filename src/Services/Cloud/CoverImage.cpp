@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/Cloud/CoverImage.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+namespace cadorel {
+
+namespace {
+
+/// 128 MiB at four bytes a pixel, as much as Qt's own limit for pictures that tell no size before.
+constexpr qint64 mostPixels = qint64{32} * 1024 * 1024;
+
+} // namespace
+
+QImage decodedCover(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    // A vector drawing is a program to be run rather than a picture.
+    const QByteArray format = reader.format();
+    if (format.startsWith("svg") || format == "pdf")
+        return {};
+    const QSize size = reader.size();
+    if (qint64{size.width()} * size.height() > mostPixels)
+        return {};
+    return reader.read();
+}
+
+} // namespace cadorel

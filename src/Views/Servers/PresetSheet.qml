@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Cadorel
+
+/// The ready-made kinds of servers to start from.
+BottomSheet {
+    id: root
+
+    required property WebDAVPresetListModel presets
+
+    signal chosen(int row)
+
+    title: "选择预设"
+    cancelName: "presetCancel"
+    onAboutToShow: list.currentIndex = -1
+    onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
+
+    Rectangle {
+        Layout.fillWidth: true
+        Layout.preferredHeight: Metrics.hairline
+        color: SystemColors.separator
+    }
+    RowList {
+        id: list
+
+        objectName: "presetList"
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        topMargin: Metrics.rowSpacing
+        model: root.presets
+        Accessible.name: root.title
+        onActivated: row => list.choose(row)
+
+        function choose(row: int): void {
+            root.close();
+            root.chosen(row);
+        }
+
+        delegate: PresetRow {
+            width: ListView.view.width
+            showsFocus: ListView.isCurrentItem && list.activeFocus && list.keyboardInUse
+            Keys.onSpacePressed: list.choose(index)
+            onPressed: list.keyboardInUse = false
+            onClicked: list.choose(index)
+        }
+    }
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// What can be done with a server.
+StyledMenu {
+    id: root
+
+    signal scanRequested
+    signal editRequested
+    signal deleteRequested
+
+    StyledMenuItem {
+        objectName: "scanServerItem"
+        symbol: "arrow.clockwise"
+        text: "扫描"
+        onTriggered: root.scanRequested()
+    }
+    StyledMenuItem {
+        objectName: "editServerItem"
+        symbol: "pencil"
+        text: "编辑"
+        onTriggered: root.editRequested()
+    }
+    StyledMenuItem {
+        objectName: "deleteServerItem"
+        symbol: "trash"
+        text: "删除"
+        destructive: true
+        onTriggered: root.deleteRequested()
+    }
+}
