@@ -80,7 +80,9 @@ class HttpClient
 public:
     virtual ~HttpClient() = default;
 
-    /// Any complete answer of the server is a response, whatever its status.
+    /// Any complete answer of the server is a response, whatever its status. After HttpTransfer::cancel() the
+    /// answer is always Kind::cancelled. Destroying the client ends what is under way with Kind::cancelled,
+    /// before the destructor returns: look whether your own object is still there.
     virtual QCoro::Task<std::expected<HttpResponse, HttpError>> send(HttpRequest request) = 0;
 };
 

@@ -315,7 +315,7 @@ void TestHttpSteering::cancelledWhilePaused()
 {
     const QTemporaryDir folder;
     MisbehavingServer server;
-    server.answer("/"_ba, ServerAnswer::ok(QByteArray(50'000'000, 'm')));
+    server.answer("/"_ba, ServerAnswer::ok(QByteArray(5'000'000, 'm')).holdingAt(4'000'000));
     NetworkHttpClient client;
     HttpRequest request = get(server.url());
     request.outputFile = folder.filePath(u"song"_s);
