@@ -11,49 +11,29 @@
 
 #include <QCoroTask>
 
-#include <algorithm>
-
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Shortest time between two comparisons of the rows with the songs.
-constexpr qint64 refreshIntervalMs = 100;
-
-} // namespace
 
 LibraryViewModel::LibraryViewModel(CadorelViewModel &viewModel, Platform &platform)
     : m_viewModel(viewModel)
     , m_platform(platform)
     , m_songs(new SongListModel(this))
+    , m_refresh([this] { refreshSongs(); })
 {
-    m_refreshTimer.setSingleShot(true);
-    connect(&m_refreshTimer, &QTimer::timeout, this, &LibraryViewModel::refreshSongs);
-    connect(&m_viewModel, &CadorelViewModel::songsChanged, this, &LibraryViewModel::scheduleRefresh);
+    // Comparing 100,000 rows for every song of an import would cost more than the import.
+    connect(&m_viewModel, &CadorelViewModel::songsChanged, this, [this] { m_refresh.request(); });
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, [this] {
         const std::optional<Song> &song = m_viewModel.audioPlayer()->currentSong();
         m_songs->setCurrentSongId(song ? song->id() : QString());
     });
-    refreshSongs();
+    m_refresh.run();
 }
 
 LibraryViewModel::~LibraryViewModel() = default;
 
-void LibraryViewModel::scheduleRefresh()
-{
-    if (m_refreshTimer.isActive())
-        return;
-    // The first change shows at once, those that follow on its heels together: comparing 100,000 rows for
-    // every song of an import would cost more than the import.
-    const qint64 since = m_sinceRefresh.isValid() ? m_sinceRefresh.elapsed() : refreshIntervalMs;
-    m_refreshTimer.start(static_cast<int>(std::max<qint64>(0, refreshIntervalMs - since)));
-}
-
 void LibraryViewModel::refreshSongs()
 {
-    m_sinceRefresh.restart();
     m_songs->setSongs(m_viewModel.allSongs());
     const std::optional<Song> &song = m_viewModel.audioPlayer()->currentSong();
     m_songs->setCurrentSongId(song ? song->id() : QString());

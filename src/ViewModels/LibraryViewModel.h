@@ -2,13 +2,12 @@
 #pragma once
 
 #include "Platform/Platform.h"
+#include "ViewModels/PacedRefresh.h"
 
 #include <QCoroTask>
-#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QString>
-#include <QTimer>
 #include <QUrl>
 
 namespace cadorel {
@@ -56,7 +55,6 @@ private:
     QCoro::Task<void> choose(FilePicker::Kind kind);
     QCoro::Task<void> runImports();
     void refreshSongs();
-    void scheduleRefresh();
     void setImportNotice(const QString &notice);
 
     CadorelViewModel &m_viewModel;
@@ -64,8 +62,7 @@ private:
     SongListModel *m_songs;
     QList<QList<QUrl>> m_waitingImports;
     bool m_importsRun = false;
-    QTimer m_refreshTimer;
-    QElapsedTimer m_sinceRefresh;
+    PacedRefresh m_refresh;
     QString m_importNotice;
 };
 

@@ -49,6 +49,17 @@ public:
     WebDAVServerFormViewModel &form() { return *m_servers->form(); }
     WebDAVServerPageViewModel &page() { return *m_servers->page(); }
 
+    /// The form for a new server, with everything filled in.
+    WebDAVServerFormViewModel &openFilledForm()
+    {
+        startServers().addServer();
+        form().name()->edit(QStringLiteral("家里的 NAS"));
+        form().serverURL()->edit(QStringLiteral("https://dav.example.com"));
+        form().username()->edit(QStringLiteral("listener"));
+        form().password()->edit(QStringLiteral("secret"));
+        form().basePath()->edit(QStringLiteral("/music"));
+        return form();
+    }
     static WebDAVConfig config(const QString &name, const QString &basePath = QStringLiteral("/music"))
     {
         WebDAVConfig config;

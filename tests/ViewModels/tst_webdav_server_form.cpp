@@ -6,7 +6,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
-#include <QTimer>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -36,33 +35,6 @@ private Q_SLOTS:
     void testNeedsNoSavedPassword();
     void changeDuringATestDropsItsResult();
     void closingDuringATestDropsItsResult();
-    void savedServerIsListed();
-    void emptyPathIsTheRoot();
-    void editKeepsIdAndLastSync();
-    void storedPasswordIsLoadedBesideTheMainThread();
-    void editWithoutTouchingKeepsThePassword();
-    void typedPasswordWinsOverALateOne();
-    void unreadablePasswordIsSaid_data();
-    void unreadablePasswordIsSaid();
-    void passwordOfAnotherServerIsNeverMixedIn();
-    void savingWaitsForTheStoreAndCanBeLeft();
-    void passwordIsGoneAfterClosing();
-
-private:
-    static void fill(WebDAVServerFormViewModel &form)
-    {
-        form.name()->edit(u"家里的 NAS"_s);
-        form.serverURL()->edit(u"https://dav.example.com"_s);
-        form.username()->edit(u"listener"_s);
-        form.password()->edit(u"secret"_s);
-        form.basePath()->edit(u"/music"_s);
-    }
-    static WebDAVServerFormViewModel &openFilled(ServersBench &bench)
-    {
-        bench.startServers().addServer();
-        fill(bench.form());
-        return bench.form();
-    }
 };
 
 void WebDAVServerFormTest::newFormStartsWithTheDefaults()
@@ -103,7 +75,7 @@ void WebDAVServerFormTest::presetsAreListed()
 void WebDAVServerFormTest::presetReplacesTheFieldsButNotTheCredentials()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     for (int row = 0; row < WebDAVPreset::presets().size(); ++row) {
         const WebDAVPreset &preset = WebDAVPreset::presets().at(row);
         form.applyPreset(row);
@@ -123,7 +95,7 @@ void WebDAVServerFormTest::presetReplacesTheFieldsButNotTheCredentials()
 void WebDAVServerFormTest::presetGoesToTheFieldThatIsMissing()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     QSignalSpy address(form.serverURL(), &FormTextInput::focusRequested);
     QSignalSpy user(form.username(), &FormTextInput::focusRequested);
     form.applyPreset(0);
@@ -183,7 +155,7 @@ void WebDAVServerFormTest::savingNamesEveryMistakeAndStoresNothing()
 void WebDAVServerFormTest::testingNeedsNoName()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.name()->edit(QString());
     form.test();
     QVERIFY(form.name()->error().isEmpty());
@@ -213,7 +185,7 @@ void WebDAVServerFormTest::ports()
     QFETCH(const bool, valid);
     QFETCH(const int, port);
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.port()->edit(text);
     form.save();
     QCOMPARE(form.port()->error().isEmpty(), valid);
@@ -280,7 +252,7 @@ void WebDAVServerFormTest::pathInTheAddressStaysBesideARootOfItsOwn()
 void WebDAVServerFormTest::spacesAreTrimmedButNotInThePassword()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.name()->edit(u"  我的 NAS "_s);
     form.serverURL()->edit(u" https://dav.example.com\t"_s);
     form.username()->edit(u" me "_s);
@@ -312,7 +284,7 @@ void WebDAVServerFormTest::hints()
     QFETCH(const QString, address);
     QFETCH(const bool, warns);
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.serverURL()->edit(address);
     QCOMPARE(form.serverURL()->hint(), warns ? u"http 不加密，密码会以明文经过网络"_s : QString());
     QVERIFY(form.basePath()->hint().isEmpty());
@@ -342,7 +314,7 @@ void WebDAVServerFormTest::testTellsWhatCameBack()
 {
     QFETCH(const int, status);
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     bench.folders.add(u"/music"_s, {u"a.mp3"_s});
     bench.folders.refuse(status);
     form.test();
@@ -358,7 +330,7 @@ void WebDAVServerFormTest::testTellsWhatCameBack()
 void WebDAVServerFormTest::testTellsThatNoAnswerCame()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.test();
     QTRY_VERIFY(bench.folders.isAsked());
     bench.home.web().answer(std::unexpected(HttpError{HttpError::Kind::timeout, u"服务器没有回应"_s}));
@@ -369,7 +341,7 @@ void WebDAVServerFormTest::testTellsThatNoAnswerCame()
 void WebDAVServerFormTest::testNeedsNoSavedPassword()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     bench.home.secrets().refuseAll(SecretStatus::notAvailable);
     bench.folders.add(u"/music"_s, {});
     form.test();
@@ -381,7 +353,7 @@ void WebDAVServerFormTest::testNeedsNoSavedPassword()
 void WebDAVServerFormTest::changeDuringATestDropsItsResult()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     bench.folders.add(u"/music"_s, {});
     form.test();
     QTRY_VERIFY(bench.folders.isAsked());
@@ -401,7 +373,7 @@ void WebDAVServerFormTest::changeDuringATestDropsItsResult()
 void WebDAVServerFormTest::closingDuringATestDropsItsResult()
 {
     ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
+    WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.test();
     QTRY_VERIFY(bench.folders.isAsked());
     form.cancel();
@@ -411,200 +383,6 @@ void WebDAVServerFormTest::closingDuringATestDropsItsResult()
     settle();
     QVERIFY(form.testMessage().isEmpty());
     QVERIFY(!form.isTesting());
-}
-
-void WebDAVServerFormTest::savedServerIsListed()
-{
-    ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
-    form.setEnabled(false);
-    QSignalSpy saved(&form, &WebDAVServerFormViewModel::saved);
-    form.save();
-    QVERIFY(form.isSaving());
-    QVERIFY(!form.canSubmit());
-    QTRY_VERIFY(!form.isOpen());
-    QVERIFY(!form.isSaving());
-    QCOMPARE(saved.size(), 1);
-    QCOMPARE(bench.service().configs().size(), 1);
-    const WebDAVConfig config = bench.service().configs().constFirst();
-    QCOMPARE(config.name, u"家里的 NAS"_s);
-    QCOMPARE(config.basePath, u"/music"_s);
-    QVERIFY(!config.isEnabled);
-    QVERIFY(!config.lastSyncDate);
-    QCOMPARE(bench.home.secrets().secret(config.passwordKeychainKey()), "secret"_ba);
-    QCOMPARE(bench.list().count(), 1);
-}
-
-void WebDAVServerFormTest::emptyPathIsTheRoot()
-{
-    ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
-    form.basePath()->edit(u"  "_s);
-    form.save();
-    QTRY_COMPARE(bench.service().configs().size(), 1);
-    QCOMPARE(bench.service().configs().constFirst().basePath, u"/"_s);
-}
-
-void WebDAVServerFormTest::editKeepsIdAndLastSync()
-{
-    ServersBench bench;
-    bench.startServers();
-    const QString first = bench.addScanned(ServersBench::config(u"甲"_s), {u"a.mp3"_s});
-    bench.add(u"乙"_s);
-    bench.servers().editServer(first);
-    WebDAVServerFormViewModel &form = bench.form();
-    QVERIFY(form.isEditing());
-    QCOMPARE(form.name()->text(), u"甲"_s);
-    QTRY_VERIFY(form.canSubmit());
-    form.name()->edit(u"丙"_s);
-    const auto lastSync = bench.service().configs().constFirst().lastSyncDate;
-    QVERIFY(lastSync);
-    form.save();
-    QTRY_VERIFY(!form.isOpen());
-    QCOMPARE(bench.service().configs().size(), 2);
-    QCOMPARE(bench.service().configs().constFirst().uuidText(), first);
-    QCOMPARE(bench.service().configs().constFirst().name, u"丙"_s);
-    QCOMPARE(bench.service().configs().constFirst().lastSyncDate, lastSync);
-}
-
-void WebDAVServerFormTest::storedPasswordIsLoadedBesideTheMainThread()
-{
-    ServersBench bench;
-    bench.startServers();
-    const QString id = bench.add(u"甲"_s);
-    bench.home.secrets().hold();
-    bench.servers().editServer(id);
-    WebDAVServerFormViewModel &form = bench.form();
-    QVERIFY(form.isLoadingPassword());
-    QVERIFY(!form.canSubmit());
-    QTRY_COMPARE(bench.home.secrets().heldCalls(), 1);
-    form.save();
-    form.test();
-    QVERIFY(!form.isSaving());
-    QVERIFY(!form.isTesting());
-    QVERIFY(form.password()->error().isEmpty());
-
-    // The loop goes round while the store waits.
-    int turns = 0;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, &timer, [&turns] { ++turns; });
-    timer.start(0);
-    QTRY_VERIFY(turns > 10);
-    QVERIFY(form.isLoadingPassword());
-
-    bench.home.secrets().release();
-    QTRY_VERIFY(!form.isLoadingPassword());
-    QCOMPARE(form.password()->text(), u"secret"_s);
-    QVERIFY(form.canSubmit());
-}
-
-void WebDAVServerFormTest::editWithoutTouchingKeepsThePassword()
-{
-    ServersBench bench;
-    bench.startServers();
-    const WebDAVConfig config = ServersBench::config(u"甲"_s);
-    bench.add(config, u" 空格 与 @:/ "_s);
-    bench.servers().editServer(config.uuidText());
-    QTRY_VERIFY(bench.form().canSubmit());
-    bench.form().name()->edit(u"乙"_s);
-    bench.form().save();
-    QTRY_VERIFY(!bench.form().isOpen());
-    QCOMPARE(bench.home.secrets().secret(config.passwordKeychainKey()), u" 空格 与 @:/ "_s.toUtf8());
-}
-
-void WebDAVServerFormTest::typedPasswordWinsOverALateOne()
-{
-    ServersBench bench;
-    bench.startServers();
-    const QString id = bench.add(u"甲"_s);
-    bench.home.secrets().hold();
-    bench.servers().editServer(id);
-    WebDAVServerFormViewModel &form = bench.form();
-    form.password()->edit(u"new"_s);
-    QVERIFY(form.canSubmit());
-    bench.home.secrets().release();
-    QTRY_VERIFY(!form.isLoadingPassword());
-    QCOMPARE(form.password()->text(), u"new"_s);
-}
-
-void WebDAVServerFormTest::unreadablePasswordIsSaid_data()
-{
-    QTest::addColumn<SecretStatus>("status");
-    QTest::addColumn<QString>("hint");
-    QTest::newRow("none stored") << SecretStatus::itemNotFound << u"没有保存过密码，请重新填写"_s;
-    QTest::newRow("prompt dismissed") << SecretStatus::userCancelled << u"无法读取已保存的密码，请重新填写"_s;
-    QTest::newRow("no store") << SecretStatus::notAvailable << u"无法读取已保存的密码，请重新填写"_s;
-}
-
-void WebDAVServerFormTest::unreadablePasswordIsSaid()
-{
-    QFETCH(const SecretStatus, status);
-    ServersBench bench;
-    bench.startServers();
-    const QString id = bench.add(u"甲"_s);
-    bench.home.secrets().answer(FakeSecretStore::Operation::copy, status);
-    bench.servers().editServer(id);
-    WebDAVServerFormViewModel &form = bench.form();
-    QTRY_VERIFY(!form.isLoadingPassword());
-    QTEST(form.password()->hint(), "hint");
-    QVERIFY(form.canSubmit());
-    form.save();
-    QCOMPARE(form.password()->error(), u"请填写密码"_s);
-    QVERIFY(form.isOpen());
-}
-
-void WebDAVServerFormTest::passwordOfAnotherServerIsNeverMixedIn()
-{
-    ServersBench bench;
-    bench.startServers();
-    const WebDAVConfig first = ServersBench::config(u"甲"_s);
-    const WebDAVConfig second = ServersBench::config(u"乙"_s);
-    bench.add(first, u"first"_s);
-    bench.add(second, u"second"_s);
-    bench.home.secrets().hold();
-    WebDAVServerFormViewModel &form = bench.form();
-    bench.servers().editServer(first.uuidText());
-    QTRY_COMPARE(bench.home.secrets().heldCalls(), 1);
-    form.cancel();
-    QVERIFY(!form.isLoadingPassword());
-    bench.servers().editServer(second.uuidText());
-    QStringList seen;
-    connect(form.password(), &FormTextInput::textChanged, &form,
-            [&seen, &form] { seen.append(form.password()->text()); });
-    bench.home.secrets().release();
-    QTRY_COMPARE(form.password()->text(), u"second"_s);
-    QVERIFY(!seen.contains(u"first"_s));
-}
-
-void WebDAVServerFormTest::savingWaitsForTheStoreAndCanBeLeft()
-{
-    ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
-    bench.home.secrets().hold();
-    form.save();
-    QTRY_COMPARE(bench.home.secrets().heldCalls(), 1);
-    QVERIFY(form.isSaving());
-    form.save();
-    form.cancel();
-    QVERIFY(!form.isOpen());
-    QVERIFY(!form.isSaving());
-    bench.servers().addServer();
-    bench.home.secrets().release();
-    QTRY_COMPARE(bench.service().configs().size(), 1);
-    // The form that is open now is another one.
-    settle();
-    QVERIFY(form.isOpen());
-}
-
-void WebDAVServerFormTest::passwordIsGoneAfterClosing()
-{
-    ServersBench bench;
-    WebDAVServerFormViewModel &form = openFilled(bench);
-    form.cancel();
-    QCOMPARE(form.password()->text(), QString());
-    bench.servers().addServer();
-    QCOMPARE(form.password()->text(), QString());
-    QCOMPARE(form.username()->text(), QString());
 }
 
 QTEST_GUILESS_MAIN(WebDAVServerFormTest)

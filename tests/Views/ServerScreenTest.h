@@ -5,6 +5,7 @@
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
+#include "ViewModels/WebDAVServerListModel.h"
 #include "ViewModels/WebDAVServerPageViewModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/ScreenTest.h"
@@ -56,6 +57,38 @@ protected:
         QTest::keySequence(t->window, QKeySequence::SelectAll);
         QTest::keyClick(t->window, Qt::Key_Delete);
         type(text);
+    }
+
+    // For windows on the fake web.
+    bool answersOne() const
+    {
+        return QTest::qWaitFor([this] { return t->folders->answerOne(); });
+    }
+    /// Answers until no server is being scanned or waits for it.
+    bool answersAll() const
+    {
+        return QTest::qWaitFor([this] {
+            t->folders->answerAll();
+            const WebDAVServerListModel *list = t->servers->servers();
+            for (int row = 0; row < list->count(); ++row) {
+                const QString status = list->index(row).data(WebDAVServerListModel::StatusRole).toString();
+                if (status.startsWith(QStringLiteral("正在")) || status.startsWith(QStringLiteral("等待")))
+                    return false;
+            }
+            return true;
+        });
+    }
+    /// Two servers, the first with three songs.
+    QList<WebDAVConfig> twoServers()
+    {
+        t->folders->add(QStringLiteral("/music"),
+                        {QStringLiteral("a.mp3"), QStringLiteral("b.mp3"), QStringLiteral("c.mp3")});
+        t->folders->add(QStringLiteral("/b"), {QStringLiteral("d.mp3")});
+        const QList<WebDAVConfig> servers = {t->addServer(QStringLiteral("甲")),
+                                             t->addServer(QStringLiteral("乙"), QStringLiteral("/b"))};
+        if (!t->scanServer(servers.constFirst()))
+            qFatal("a scan does not end");
+        return servers;
     }
 };
 

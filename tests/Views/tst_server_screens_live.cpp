@@ -5,7 +5,6 @@
 #include "Servers/DavTree.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/WebDAVStreamingService.h"
-#include "ViewModels/WebDAVServerListModel.h"
 #include "Views/ServerScreenTest.h"
 
 #include <QHostAddress>

@@ -113,7 +113,7 @@ BottomSheet {
                 label: "密码"
                 isSecret: true
                 isWaiting: root.form.isLoadingPassword
-                footer: "密码保存在系统的密钥环里"
+                footer: "密码只保存在本机，不写进设置"
                 viewport: flickable
             }
             SwitchRow {
