@@ -35,6 +35,12 @@ RunningPlayer::~RunningPlayer()
     m_process.waitForFinished();
 }
 
+void RunningPlayer::setVariable(const QString &name, const QString &value)
+{
+    m_environment.insert(name, value);
+    m_process.setProcessEnvironment(m_environment);
+}
+
 bool RunningPlayer::start()
 {
     m_process.start(QStringLiteral(CADOREL_BUILD_DIR "/cadorel"), QStringList());
@@ -90,6 +96,11 @@ void RunningPlayer::click(int x, int y)
 void RunningPlayer::key(const QString &name)
 {
     QVERIFY(control({u"key"_s, name}));
+}
+
+void RunningPlayer::type(const QString &text)
+{
+    QVERIFY(control({u"type"_s, u"--delay"_s, u"20"_s, u"--"_s, text}));
 }
 
 QString RunningPlayer::windowTitle()
