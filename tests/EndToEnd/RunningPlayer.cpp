@@ -112,4 +112,28 @@ QString RunningPlayer::windowTitle()
     return title;
 }
 
+QByteArray RunningPlayer::picture() const
+{
+    QProcess tool;
+    tool.setProcessEnvironment(m_environment);
+    tool.start(u"import"_s, {u"-window"_s, u"root"_s, u"-depth"_s, u"8"_s, u"rgb:-"_s});
+    return tool.waitForFinished() && tool.exitCode() == 0 ? tool.readAllStandardOutput() : QByteArray();
+}
+
+bool RunningPlayer::standsStill()
+{
+    // A cursor that blinks is no movement that lasts: a few equal pictures in a row are enough.
+    constexpr int enough = 3;
+    int equal = 0;
+    QByteArray last;
+    return QTest::qWaitFor(
+        [&] {
+            const QByteArray now = picture();
+            equal = !now.isEmpty() && now == last ? equal + 1 : 0;
+            last = now;
+            return equal >= enough;
+        },
+        20000);
+}
+
 } // namespace cadorel

@@ -39,11 +39,16 @@ public:
 
     void click(int x, int y);
     void key(const QString &name);
-    /// Presses the keys of a text. A character that no key of the display has needs VirtualDisplay::addKeys().
+    /// Presses the keys of a text. A character that no key of the display has needs
+    /// VirtualDisplay::addKeys().
     void type(const QString &text);
     QString windowTitle();
+    /// Waits until nothing moves on the display.
+    bool standsStill();
 
 private:
+    /// What the display shows.
+    QByteArray picture() const;
     bool control(const QStringList &arguments, QString *answer = nullptr);
 
     QProcess m_process;

@@ -23,8 +23,7 @@ QByteArray utf16(const QString &text, QStringConverter::Encoding encoding)
 /// The characters that @p bytes alone decide when @p before bytes of something else stand in front of them.
 QByteArray base64Behind(qsizetype before, const QByteArray &bytes, QByteArray::Base64Option alphabet)
 {
-    QByteArray text =
-        (QByteArray(before, 'x') + bytes).toBase64(alphabet | QByteArray::OmitTrailingEquals);
+    QByteArray text = (QByteArray(before, 'x') + bytes).toBase64(alphabet | QByteArray::OmitTrailingEquals);
     if ((before + bytes.size()) % base64Group != 0)
         text.chop(1);
     return text.sliced(before == 0 ? 0 : before + 1);
@@ -54,8 +53,8 @@ SecretForms::SecretForms(const QString &secret)
                {u"hexadecimal, upper case"_s, utf8.toHex().toUpper()},
                {u"JSON escapes"_s, jsonEscaped(secret)}};
     for (qsizetype before = 0; before < base64Group; ++before) {
-        m_forms.append({u"base64 behind %1"_s.arg(before),
-                        base64Behind(before, utf8, QByteArray::Base64Encoding)});
+        m_forms.append(
+            {u"base64 behind %1"_s.arg(before), base64Behind(before, utf8, QByteArray::Base64Encoding)});
         m_forms.append({u"base64 of URLs behind %1"_s.arg(before),
                         base64Behind(before, utf8, QByteArray::Base64UrlEncoding)});
     }

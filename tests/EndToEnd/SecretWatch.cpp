@@ -71,7 +71,6 @@ bool SecretWatch::lookAtBus()
 
 void SecretWatch::lookAt(const QString &place, const QByteArray &bytes)
 {
-    m_bytesLookedAt += bytes.size();
     for (const SecretForms &secret : std::as_const(m_secrets)) {
         for (const QString &form : secret.in(bytes)) {
             const QString finding = place + u": "_s + form;

@@ -12,8 +12,8 @@
 
 namespace cadorel {
 
-/// Looks for secrets wherever a program could leave them for others to read, and notes the place and the form,
-/// never the secret.
+/// Looks for secrets wherever a program could leave them for others to read, and notes the place and the
+/// form, never the secret.
 class SecretWatch
 {
 public:
@@ -36,7 +36,6 @@ public:
 
     /// "place: form", each once.
     const QStringList &findings() const { return m_findings; }
-    qint64 bytesLookedAt() const { return m_bytesLookedAt; }
 
 private:
     /// Sends a name over the bus until the record holds it.
@@ -45,7 +44,6 @@ private:
 
     QList<SecretForms> m_secrets;
     QStringList m_findings;
-    qint64 m_bytesLookedAt = 0;
     PrivateBus *m_bus = nullptr;
     QTemporaryDir m_directory;
     QProcess m_monitor;

@@ -46,8 +46,9 @@ bool VirtualDisplay::addKeys(const QString &characters)
 {
     QStringList arguments{u"-display"_s, m_name};
     for (int i = 0; i < characters.size(); ++i)
-        arguments += {u"-e"_s, u"keycode %1 = U%2"_s.arg(firstFreeKey + i)
-                                   .arg(characters[i].unicode(), 4, 16, QChar(u'0'))};
+        arguments +=
+            {u"-e"_s,
+             u"keycode %1 = U%2"_s.arg(firstFreeKey + i).arg(characters[i].unicode(), 4, 16, QChar(u'0'))};
     QProcess tool;
     tool.start(u"xmodmap"_s, arguments);
     return tool.waitForFinished(limitMs) && tool.exitCode() == 0;
