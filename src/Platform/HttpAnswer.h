@@ -28,7 +28,8 @@ public:
 
     bool await_ready() const noexcept { return m_result.has_value(); }
     void await_suspend(std::coroutine_handle<> waiting) noexcept { m_waiting = waiting; }
-    Result await_resume() { return std::move(*m_result); }
+    /// After deliver() alone, which is what resumes.
+    Result await_resume() { return std::move(m_result).value(); }
 
 private:
     std::optional<Result> m_result;

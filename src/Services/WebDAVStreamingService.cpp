@@ -257,7 +257,7 @@ void WebDAVStreamingService::downloadEnded(const QString &urlKey, const Transfer
         const qint64 size = result->body.size();
         m_contentInfoCache.insert(
             urlKey, {.contentLength = size, .contentType = mimeType.isEmpty() ? u"audio/mpeg"_s : mimeType});
-        m_dataBuffers.insert(urlKey, std::move(result->body));
+        m_dataBuffers.insert(urlKey, result->body);
         m_completedDownloads.insert(urlKey);
         m_activeDataTasks.remove(urlKey);
         print(u"✅ WebDAV Streaming: 下载完成 - "_s + fileSizeText(size));

@@ -210,8 +210,7 @@ void ResourceProtocol::takeBack(const Request &request)
     });
     if (found == m_waiting.cend())
         return;
-    const Waiting waiting = *found;
-    m_waiting.erase(found);
+    const Waiting waiting = m_waiting.takeAt(found - m_waiting.cbegin());
     if (!waiting.lifetime.expired())
         waiting.loader->didCancel(request);
 }

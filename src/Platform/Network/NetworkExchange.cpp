@@ -188,17 +188,18 @@ void NetworkExchange::takeHead()
 
 std::expected<void, HttpError> NetworkExchange::openBody()
 {
-    if (isRedirecting()) {
-        m_body = ResponseBody::inMemory(sidePageLimit, ResponseBody::Overflow::truncate);
-    } else if (m_request.outputFile.isEmpty()) {
-        m_body = ResponseBody::inMemory(m_request.sizeLimit, ResponseBody::Overflow::fail);
-    } else if (!isSuccess(m_status)) {
-        m_body = ResponseBody::inMemory(sidePageLimit, ResponseBody::Overflow::truncate);
+    const bool wantsFile = !m_request.outputFile.isEmpty();
+    if (isRedirecting() || (wantsFile && !isSuccess(m_status))) {
+        m_body = std::make_unique<ResponseBody>(
+            ResponseBody::inMemory(sidePageLimit, ResponseBody::Overflow::truncate));
+    } else if (!wantsFile) {
+        m_body = std::make_unique<ResponseBody>(
+            ResponseBody::inMemory(m_request.sizeLimit, ResponseBody::Overflow::fail));
     } else {
         auto file = ResponseBody::inFile(m_request.outputFile, m_request.sizeLimit);
         if (!file)
             return std::unexpected(file.error());
-        m_body = std::move(*file);
+        m_body = std::make_unique<ResponseBody>(std::move(*file));
     }
     return m_body->expect(announcedLength());
 }

@@ -13,7 +13,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 namespace cadorel {
 
@@ -69,7 +68,7 @@ private:
     QNetworkAccessManager *m_manager;
     Done m_done;
     QNetworkReply *m_reply = nullptr;
-    std::optional<ResponseBody> m_body;
+    std::unique_ptr<ResponseBody> m_body;
     int m_status = 0;
     int m_redirects = 0;
     bool m_isPaused = false;

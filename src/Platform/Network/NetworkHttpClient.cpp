@@ -68,7 +68,7 @@ void NetworkHttpClient::start(HttpRequest request, std::shared_ptr<HttpAnswer> a
                              [worker = m_worker, id](bool paused) { worker->setPaused(id, paused); }),
         };
     }
-    m_waiting.insert(id, std::move(waiting));
+    m_waiting.insert(id, waiting);
     QMetaObject::invokeMethod(
         m_worker,
         [worker = m_worker, id, request = std::move(request), isPaused]() mutable {

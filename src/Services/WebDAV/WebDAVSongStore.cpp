@@ -183,7 +183,7 @@ QCoro::Task<std::shared_ptr<QList<Song>>> WebDAVSongStore::load() const
     std::optional<QByteArray> text = co_await m_preferences.loadData(songsKey);
     if (!text)
         co_return std::shared_ptr<QList<Song>>();
-    co_return co_await QtConcurrent::run([text = *std::exchange(text, std::nullopt)] {
+    co_return co_await QtConcurrent::run([text = std::move(text).value()] {
         std::optional<QList<Song>> songs = decode(text);
         return songs ? std::make_shared<QList<Song>>(*std::move(songs)) : nullptr;
     });
