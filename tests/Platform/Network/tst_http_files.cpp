@@ -53,6 +53,9 @@ private Q_SLOTS:
     void aChunkedBodyThatBreaksOffIsNoFile();
     void aWholeChunkedBodyIsAFile_data();
     void aWholeChunkedBodyIsAFile();
+    void aServerThatHangsUpOnHeadGivesItsFile();
+    void afterABrokenChunkedBodyTheLengthDecides_data();
+    void afterABrokenChunkedBodyTheLengthDecides();
 };
 
 void TestHttpFiles::theBodyGoesIntoANewFile_data()
@@ -329,6 +332,42 @@ void TestHttpFiles::aWholeChunkedBodyIsAFile()
         COMPARE_STATUS(result, 200);
         QCOMPARE(result->bodySize, size);
         QCOMPARE(fileContent(request.outputFile).size(), size);
+    }
+}
+
+void TestHttpFiles::aServerThatHangsUpOnHeadGivesItsFile()
+{
+    const QTemporaryDir folder;
+    MisbehavingServer server;
+    server.answer("/"_ba, {ServerAnswer::ok("music"_ba).chunked(), ServerAnswer::hangUp()});
+    NetworkHttpClient client;
+    HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+    request.mustBeWhole = true;
+    COMPARE_STATUS(fetch(client, request), 200);
+    QCOMPARE(fileContent(request.outputFile), "music"_ba);
+    QVERIFY(server.requestCount() > 1);
+}
+
+void TestHttpFiles::afterABrokenChunkedBodyTheLengthDecides_data()
+{
+    QTest::addColumn<ServerAnswer>("head");
+    QTest::newRow("longer") << ServerAnswer::ok("music that goes on"_ba);
+    QTest::newRow("none said") << ServerAnswer::ok(""_ba);
+    QTest::newRow("unknown") << ServerAnswer::status(404);
+}
+
+void TestHttpFiles::afterABrokenChunkedBodyTheLengthDecides()
+{
+    QFETCH(const ServerAnswer, head);
+    for (int i = 0; i < 5; ++i) {
+        const QTemporaryDir folder;
+        MisbehavingServer server;
+        server.answer("/"_ba, {ServerAnswer::ok("music that goes on"_ba).chunked().endingAfter(5), head});
+        NetworkHttpClient client;
+        HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+        request.mustBeWhole = true;
+        COMPARE_FAILURE(fetch(client, request), connection);
+        QVERIFY(QDir(folder.path()).isEmpty());
     }
 }
 
