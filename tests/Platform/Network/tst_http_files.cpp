@@ -4,8 +4,10 @@
 #include "Platform/Network/NetworkHttpClient.h"
 #include "Platform/Network/WebTest.h"
 #include "Servers/MisbehavingServer.h"
+#include "Servers/TestCertificate.h"
 
 #include <QScopeGuard>
+#include <QSslConfiguration>
 #include <QTest>
 
 #include <cerrno>
@@ -53,6 +55,7 @@ private Q_SLOTS:
     void aChunkedBodyThatBreaksOffIsNoFile();
     void aWholeChunkedBodyIsAFile_data();
     void aWholeChunkedBodyIsAFile();
+    void theEndIsCheckedBehindEncryptionToo();
     void aServerThatHangsUpOnHeadGivesItsFile();
     void afterABrokenChunkedBodyTheLengthDecides_data();
     void afterABrokenChunkedBodyTheLengthDecides();
@@ -338,6 +341,29 @@ void TestHttpFiles::aWholeChunkedBodyIsAFile()
         COMPARE_STATUS(result, 200);
         QCOMPARE(result->bodySize, size);
         QCOMPARE(fileContent(request.outputFile).size(), size);
+    }
+}
+
+void TestHttpFiles::theEndIsCheckedBehindEncryptionToo()
+{
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    const auto restore = qScopeGuard([&before] { QSslConfiguration::setDefaultConfiguration(before); });
+    QSslConfiguration trusting = before;
+    trusting.addCaCertificate(TestCertificate::shared().certificate);
+    QSslConfiguration::setDefaultConfiguration(trusting);
+    const ServerAnswer whole = ServerAnswer::ok(QByteArray(300'000, 'm')).chunked();
+    for (int i = 0; i < 10; ++i) {
+        const QTemporaryDir folder;
+        MisbehavingServer server({.isEncrypted = true});
+        server.answer("/whole"_ba, whole);
+        server.answer("/broken"_ba, whole.endingAfter(100'000));
+        NetworkHttpClient client;
+        HttpRequest request = download(server.url("/broken"_ba), folder.filePath(u"song"_s));
+        request.mustBeWhole = true;
+        COMPARE_FAILURE(fetch(client, request), connection);
+        request.url = server.url("/whole"_ba);
+        COMPARE_STATUS(fetch(client, request), 200);
+        QCOMPARE(QFileInfo(request.outputFile).size(), 300'000);
     }
 }
 
