@@ -5,6 +5,7 @@
 #include "Platform/ResourceLoadingRequest.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAV/AudioTypeIdentifier.h"
+#include "Services/WebDAV/LargestSong.h"
 #include "Utils/Console.h"
 #include "Utils/FileSizeText.h"
 #include "Utils/Tasks.h"
@@ -211,6 +212,7 @@ void WebDAVStreamingService::startDownload(const QUrl &url, const QString &user,
                        {"Cache-Control", "no-cache"}};
     request.ownConnection = true;
     request.mustBeWhole = true;
+    request.sizeLimit = webdav::largestSong;
     request.transfer = transfer;
     print(u"🌐 WebDAV Streaming: 开始下载 - "_s + lastPathComponent(url));
     m_activeDataTasks.insert(urlKey, transfer);

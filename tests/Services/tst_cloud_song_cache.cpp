@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fakes/TestPlatform.h"
 #include "Services/Cloud/CloudSongCache.h"
+#include "Services/WebDAV/LargestSong.h"
 
 #include <QDir>
 #include <QTest>
@@ -284,6 +285,8 @@ void CloudSongCacheTest::requestHasTheCredentialsInItsHeaderAlone()
     QVERIFY(request.headers.constFirst().second.startsWith("Basic "));
     QCOMPARE(QByteArray::fromBase64(request.headers.constFirst().second.sliced(6)),
              (user + u':' + password).toUtf8());
+    QVERIFY(request.mustBeWhole);
+    QCOMPARE(request.sizeLimit, webdav::largestSong);
 }
 
 void CloudSongCacheTest::addressWithoutCredentialsIsNotAsked_data()

@@ -2,6 +2,7 @@
 #include "Services/Cloud/CloudSongCache.h"
 
 #include "Platform/HttpTransfer.h"
+#include "Services/WebDAV/LargestSong.h"
 #include "Utils/StableHash.h"
 
 #include <QDir>
@@ -254,6 +255,7 @@ QCoro::Task<CloudSongCache::Result> CloudSongCache::fetch(QUrl url, std::shared_
                                                             .toBase64()});
     request.outputFile = download->temporary;
     request.mustBeWhole = true;
+    request.sizeLimit = webdav::largestSong;
     request.transfer = download->transfer;
 
     const QPointer<CloudSongCache> self(this);

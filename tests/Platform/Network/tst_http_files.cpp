@@ -4,8 +4,10 @@
 #include "Platform/Network/NetworkHttpClient.h"
 #include "Platform/Network/WebTest.h"
 #include "Servers/MisbehavingServer.h"
+#include "Servers/TestCertificate.h"
 
 #include <QScopeGuard>
+#include <QSslConfiguration>
 #include <QTest>
 
 #include <cerrno>
@@ -53,6 +55,10 @@ private Q_SLOTS:
     void aChunkedBodyThatBreaksOffIsNoFile();
     void aWholeChunkedBodyIsAFile_data();
     void aWholeChunkedBodyIsAFile();
+    void theEndIsCheckedBehindEncryptionToo();
+    void aServerThatHangsUpOnHeadGivesItsFile();
+    void afterABrokenChunkedBodyTheLengthDecides_data();
+    void afterABrokenChunkedBodyTheLengthDecides();
 };
 
 void TestHttpFiles::theBodyGoesIntoANewFile_data()
@@ -287,13 +293,18 @@ void TestHttpFiles::aFullDiskFailsTheRequest()
 void TestHttpFiles::aChunkedBodyThatBreaksOffIsNoFile_data()
 {
     QTest::addColumn<qint64>("end");
-    for (const qint64 end : {0, 1, 1000, 65'536, 300'000, 1'000'000})
-        QTest::addRow("%lld", static_cast<long long>(end)) << end;
+    QTest::addColumn<QString>("host");
+    // A name is looked up first, and may have addresses of two kinds.
+    for (const char *host : {"127.0.0.1", "localhost"}) {
+        for (const qint64 end : {0, 1, 1000, 65'536, 300'000, 1'000'000})
+            QTest::addRow("%lld, %s", static_cast<long long>(end), host) << end << QString::fromLatin1(host);
+    }
 }
 
 void TestHttpFiles::aChunkedBodyThatBreaksOffIsNoFile()
 {
     QFETCH(const qint64, end);
+    QFETCH(const QString, host);
     const ServerAnswer broken = ServerAnswer::ok(QByteArray(2'000'000, 'm')).chunked().endingAfter(end);
     // Whether Qt notices is a matter of chance.
     for (int i = 0; i < 5; ++i) {
@@ -302,6 +313,7 @@ void TestHttpFiles::aChunkedBodyThatBreaksOffIsNoFile()
         server.answer("/"_ba, broken);
         NetworkHttpClient client;
         HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+        request.url.setHost(host);
         request.mustBeWhole = true;
         COMPARE_FAILURE(fetch(client, request), connection);
         QVERIFY(QDir(folder.path()).isEmpty());
@@ -329,6 +341,65 @@ void TestHttpFiles::aWholeChunkedBodyIsAFile()
         COMPARE_STATUS(result, 200);
         QCOMPARE(result->bodySize, size);
         QCOMPARE(fileContent(request.outputFile).size(), size);
+    }
+}
+
+void TestHttpFiles::theEndIsCheckedBehindEncryptionToo()
+{
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    const auto restore = qScopeGuard([&before] { QSslConfiguration::setDefaultConfiguration(before); });
+    QSslConfiguration trusting = before;
+    trusting.addCaCertificate(TestCertificate::shared().certificate);
+    QSslConfiguration::setDefaultConfiguration(trusting);
+    const ServerAnswer whole = ServerAnswer::ok(QByteArray(300'000, 'm')).chunked();
+    for (int i = 0; i < 10; ++i) {
+        const QTemporaryDir folder;
+        MisbehavingServer server({.isEncrypted = true});
+        server.answer("/whole"_ba, whole);
+        server.answer("/broken"_ba, whole.endingAfter(100'000));
+        NetworkHttpClient client;
+        HttpRequest request = download(server.url("/broken"_ba), folder.filePath(u"song"_s));
+        request.mustBeWhole = true;
+        COMPARE_FAILURE(fetch(client, request), connection);
+        request.url = server.url("/whole"_ba);
+        COMPARE_STATUS(fetch(client, request), 200);
+        QCOMPARE(QFileInfo(request.outputFile).size(), 300'000);
+    }
+}
+
+void TestHttpFiles::aServerThatHangsUpOnHeadGivesItsFile()
+{
+    const QTemporaryDir folder;
+    MisbehavingServer server;
+    server.answer("/"_ba, {ServerAnswer::ok("music"_ba).chunked(), ServerAnswer::hangUp()});
+    NetworkHttpClient client;
+    HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+    request.mustBeWhole = true;
+    COMPARE_STATUS(fetch(client, request), 200);
+    QCOMPARE(fileContent(request.outputFile), "music"_ba);
+    QVERIFY(server.requestCount() > 1);
+}
+
+void TestHttpFiles::afterABrokenChunkedBodyTheLengthDecides_data()
+{
+    QTest::addColumn<ServerAnswer>("head");
+    QTest::newRow("longer") << ServerAnswer::ok("music that goes on"_ba);
+    QTest::newRow("none said") << ServerAnswer::ok(""_ba);
+    QTest::newRow("unknown") << ServerAnswer::status(404);
+}
+
+void TestHttpFiles::afterABrokenChunkedBodyTheLengthDecides()
+{
+    QFETCH(const ServerAnswer, head);
+    for (int i = 0; i < 5; ++i) {
+        const QTemporaryDir folder;
+        MisbehavingServer server;
+        server.answer("/"_ba, {ServerAnswer::ok("music that goes on"_ba).chunked().endingAfter(5), head});
+        NetworkHttpClient client;
+        HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+        request.mustBeWhole = true;
+        COMPARE_FAILURE(fetch(client, request), connection);
+        QVERIFY(QDir(folder.path()).isEmpty());
     }
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/WebDAV/LargestSong.h"
 #include "StreamingBench.h"
 
 #include <QTest>
@@ -169,7 +170,8 @@ void WebDAVStreamingTest::downloadIsOneWholeGetWithTheCredentials()
         QVERIFY(name.compare("Range", Qt::CaseInsensitive) != 0);
     QVERIFY(sent.ownConnection);
     QVERIFY(sent.outputFile.isEmpty());
-    QCOMPARE(sent.sizeLimit, 0);
+    QVERIFY(sent.mustBeWhole);
+    QCOMPARE(sent.sizeLimit, webdav::largestSong);
     QCOMPARE(bench.lines.take(), QStringList({u"📥 WebDAV Streaming: 收到加载请求 - a.flac"_s,
                                               u"🌐 WebDAV Streaming: 开始下载 - a.flac"_s}));
     QVERIFY(!request->isFinished());
