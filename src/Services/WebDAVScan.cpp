@@ -34,11 +34,13 @@ QString comparable(const QString &path)
     return path.split(u'/', Qt::SkipEmptyParts).join(u'/').normalized(QString::NormalizationForm_C);
 }
 
-/// The entries of a listing but the listed directory's own and those without a name.
+/// The entries of a listing but the listed directory's own, its parent's and those without a name. Some
+/// servers list the parent; walking up and down again multiplies the requests up to the depth limit.
 QList<WebDAVFile> childrenIn(QList<WebDAVFile> entries, const QString &ownPath)
 {
     entries.removeIf([own = comparable(ownPath)](const WebDAVFile &entry) {
-        return comparable(entry.path) == own || entry.name.isEmpty() || entry.name == u'.';
+        return comparable(entry.path) == own || entry.name.isEmpty() || entry.name == u'.' ||
+               entry.name == u"..";
     });
     return entries;
 }

@@ -5,7 +5,6 @@
 
 #include <QLoggingCategory>
 #include <QStringDecoder>
-#include <QStringEncoder>
 #include <QThreadPool>
 
 #include <atomic>
@@ -29,9 +28,7 @@ std::mutex operationMutex;
 /// Nothing for a text that is not valid UTF-16.
 std::optional<QByteArray> utf8(const QString &text)
 {
-    QStringEncoder encoder(QStringEncoder::Utf8);
-    QByteArray bytes = encoder.encode(text);
-    return encoder.hasError() ? std::nullopt : std::optional(std::move(bytes));
+    return text.isValidUtf16() ? std::optional(text.toUtf8()) : std::nullopt;
 }
 
 /// The new item in place of an earlier one, which is put back when there can be no new one.
@@ -120,7 +117,9 @@ std::expected<QString, SecretStatus> KeychainHelper::lookup(const QString &key)
     const std::expected<QByteArray, SecretStatus> secret = store->copy(service, key);
     if (!secret)
         return std::unexpected(secret.error());
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    // Whole texts: half a character at the end is an error, and a byte order mark is a character like others.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     QString password = decoder.decode(*secret);
     if (decoder.hasError())
         return std::unexpected(SecretStatus::itemNotFound);

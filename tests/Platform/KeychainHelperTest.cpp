@@ -25,6 +25,7 @@ private Q_SLOTS:
     void saveOverAnExistingKeyLeavesOneItemWithTheNewPassword();
     void saveReplacesAndNeverUpdatesInPlace();
     void saveOfAnEmptyPasswordStoresIt();
+    void saveOfABrokenTextTouchesNothing_data() { brokenTexts(); }
     void saveOfABrokenTextTouchesNothing();
     void saveIgnoresThatNothingCouldBeDeleted();
     void saveTellsTheStatusOfARefusedItem_data() { statuses(); }
@@ -36,7 +37,9 @@ private Q_SLOTS:
     void saveThatCanPutNothingBackTellsWithoutThePassword();
 
     void getOfAMissingKeyIsNothing();
+    void getOfBytesThatAreNoTextIsNothing_data();
     void getOfBytesThatAreNoTextIsNothing();
+    void everyCharacterOfThePasswordComesBack();
     void getLogsNothing();
     void lookupTellsMissingFromRefused_data() { statuses(); }
     void lookupTellsMissingFromRefused();
@@ -51,6 +54,7 @@ private Q_SLOTS:
     void updateThatCannotCreateTellsOfTheSave();
     void updateTellsTheStatus_data() { statuses(); }
     void updateTellsTheStatus();
+    void updateOfABrokenTextTouchesNothing_data() { brokenTexts(); }
     void updateOfABrokenTextTouchesNothing();
 
     void existsIsWhetherThereIsAPassword();
@@ -61,13 +65,20 @@ private Q_SLOTS:
 
 private:
     static void statuses();
+    static void brokenTexts();
 
     std::unique_ptr<FakeSecretStore> m_store;
     std::unique_ptr<ConsoleLines> m_lines;
     const QString m_key = u"webdav_password_1B4E28BA-2FA1-11D2-883F-0016D3CCA427"_s;
-    /// Half of a character.
-    const QString m_brokenText = u"pass"_s + QChar(0xD83D) + u"word"_s;
 };
+
+void KeychainHelperTest::brokenTexts()
+{
+    const QChar halfACharacter(0xD83D);
+    QTest::addColumn<QString>("text");
+    QTest::newRow("in the middle") << u"pass"_s + halfACharacter + u"word"_s;
+    QTest::newRow("at the end") << u"password"_s + halfACharacter;
+}
 
 void KeychainHelperTest::statuses()
 {
@@ -133,7 +144,8 @@ void KeychainHelperTest::saveOfAnEmptyPasswordStoresIt()
 
 void KeychainHelperTest::saveOfABrokenTextTouchesNothing()
 {
-    QVERIFY(!KeychainHelper::save(m_brokenText, m_key));
+    QFETCH(const QString, text);
+    QVERIFY(!KeychainHelper::save(text, m_key));
     QCOMPARE(m_store->calls(), QList<Call>());
     QCOMPARE(m_lines->take(), QStringList());
 }
@@ -208,11 +220,27 @@ void KeychainHelperTest::getOfAMissingKeyIsNothing()
     QCOMPARE(KeychainHelper::get(m_key), std::nullopt);
 }
 
+void KeychainHelperTest::getOfBytesThatAreNoTextIsNothing_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("no UTF-8") << "\xff\xfe\xfd"_ba;
+    QTest::newRow("half a character at the end") << "secret\xe4\xb8"_ba;
+}
+
 void KeychainHelperTest::getOfBytesThatAreNoTextIsNothing()
 {
-    m_store->put(m_key, "\xff\xfe\xfd");
+    QFETCH(const QByteArray, bytes);
+    m_store->put(m_key, bytes);
     QCOMPARE(KeychainHelper::get(m_key), std::nullopt);
     QVERIFY(!KeychainHelper::exists(m_key));
+}
+
+void KeychainHelperTest::everyCharacterOfThePasswordComesBack()
+{
+    // What looks like a byte order mark is a character of the password too.
+    const QString password = u"\ufeffp\u00e4ss 密码 🔑"_s;
+    QVERIFY(KeychainHelper::save(password, m_key));
+    QCOMPARE(KeychainHelper::get(m_key), password);
 }
 
 void KeychainHelperTest::getLogsNothing()
@@ -297,7 +325,8 @@ void KeychainHelperTest::updateTellsTheStatus()
 
 void KeychainHelperTest::updateOfABrokenTextTouchesNothing()
 {
-    QVERIFY(!KeychainHelper::update(m_brokenText, m_key));
+    QFETCH(const QString, text);
+    QVERIFY(!KeychainHelper::update(text, m_key));
     QCOMPARE(m_store->calls(), QList<Call>());
     QCOMPARE(m_lines->take(), QStringList());
 }

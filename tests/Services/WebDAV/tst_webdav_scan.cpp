@@ -285,14 +285,21 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->titles(), QStringList{u"a"_s});
     }
 
-    void anEntryNamedByADotIsSkipped()
+    void anEntryNamedByDotsIsSkipped_data()
     {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("itself") << u"."_s;
+        QTest::newRow("its parent") << u".."_s;
+    }
+    void anEntryNamedByDotsIsSkipped()
+    {
+        QFETCH(const QString, name);
         const WebDAVConfig config = m_fixture->makeConfig();
         m_fixture->startWith({config});
         m_fixture->addAnswer(
             u"/dav"_s,
             answerWith(207, multistatus({{.href = u"/dav/"_s, .isDirectory = true},
-                                         {.href = u"/dav/x/"_s, .isDirectory = true, .displayName = u"."_s},
+                                         {.href = u"/dav/x/"_s, .isDirectory = true, .displayName = name},
                                          {.href = u"/dav/a.mp3"_s}})));
         QVERIFY(scan(config));
         QCOMPARE(m_fixture->askedPaths().size(), 1);
