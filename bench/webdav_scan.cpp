@@ -8,7 +8,10 @@
 #include "Support/StallWatch.h"
 
 #include <QCoreApplication>
+#include <QCoroFuture>
 #include <QCoroTask>
+#include <QEventLoop>
+#include <QPromise>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -45,9 +48,13 @@ public:
         response.body = m_answers.value(request.url.path());
         response.status = response.body.isEmpty() ? 404 : 207;
         response.headers = {{"Content-Type", "application/xml"}};
-        // Later, as from a network.
-        co_return co_await QtConcurrent::run(
-            [response] { return std::expected<HttpResponse, HttpError>(response); });
+        // Not before the next turn of the event loop, as from a network.
+        const auto promise = std::make_shared<QPromise<void>>();
+        promise->start();
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [promise] { promise->finish(); }, Qt::QueuedConnection);
+        co_await promise->future();
+        co_return response;
     }
 
 private:
@@ -71,6 +78,12 @@ private:
     QHash<QString, QByteArray> m_answers;
 };
 
+QCoro::Task<void> walk(WebDAVService &service, QEventLoop &loop)
+{
+    co_await service.scanMusic(madeServer());
+    QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+}
+
 void measure(Report &report, int directories)
 {
     ServerBench bench;
@@ -82,9 +95,10 @@ void measure(Report &report, int directories)
         StallWatch stalls;
         QElapsedTimer timer;
         timer.start();
-        const QCoro::Task<void> scan = bench.service().scanMusic(madeServer());
-        if (!waitFor([&scan] { return scan.isReady(); }, 300s) ||
-            bench.service().webDAVSongs().size() != fileCount)
+        QEventLoop loop;
+        const QCoro::Task<void> scan = walk(bench.service(), loop);
+        loop.exec();
+        if (bench.service().webDAVSongs().size() != fileCount)
             qFatal("the server is not walked");
         constexpr double msPerSecond = 1000;
         const double seconds = static_cast<double>(timer.elapsed()) / msPerSecond;

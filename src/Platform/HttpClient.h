@@ -33,6 +33,9 @@ struct HttpRequest
     QString outputFile;
     /// The request has connections of its own: it never waits for others to the same server.
     bool ownConnection = false;
+    /// An answer to a GET whose end Qt alone cannot vouch for, a chunked one, is checked with a HEAD before
+    /// it counts as whole; the request then has connections of its own.
+    bool mustBeWhole = false;
     /// Steers the request while it is under way; null when nobody does.
     std::shared_ptr<HttpTransfer> transfer;
 };
@@ -80,7 +83,9 @@ class HttpClient
 public:
     virtual ~HttpClient() = default;
 
-    /// Any complete answer of the server is a response, whatever its status.
+    /// Any complete answer of the server is a response, whatever its status. After HttpTransfer::cancel() the
+    /// answer is always Kind::cancelled. Destroying the client ends what is under way with Kind::cancelled,
+    /// before the destructor returns: look whether your own object is still there.
     virtual QCoro::Task<std::expected<HttpResponse, HttpError>> send(HttpRequest request) = 0;
 };
 

@@ -15,6 +15,9 @@
 #include "Utils/ProcessHash.h"
 #include "Utils/StableHash.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace cadorel {

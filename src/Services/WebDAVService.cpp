@@ -74,25 +74,39 @@ HttpRequest propfindRequest(const QUrl &url, const QString &username, const QStr
     return request;
 }
 
+/// As much of a text as @p size bytes hold, without half a character.
+QString decodedStart(const QByteArray &utf8, qsizetype size)
+{
+    const auto continuesCharacter = [&utf8](qsizetype i) {
+        return (static_cast<unsigned char>(utf8[i]) & 0xC0U) == 0x80U;
+    };
+    qsizetype end = std::min(size, utf8.size());
+    while (end > 0 && end < utf8.size() && continuesCharacter(end))
+        --end;
+    return QString::fromUtf8(utf8.first(end));
+}
+
 /// The first characters of an answer, for the log; nothing when it is no UTF-8.
 std::optional<QString> preview(const QByteArray &body)
 {
     constexpr int shownCharacters = 500;
-    // No 500 characters of any language are longer, and only these need decoding.
-    constexpr qsizetype longest = qsizetype{32} * 1024;
+    // Plain letters take the first, the longest emoji less than the second.
+    constexpr qsizetype usualBytes = 2048;
+    constexpr qsizetype mostBytes = qsizetype{32} * 1024;
     if (!body.isValidUtf8())
         return std::nullopt;
-    const auto continuesCharacter = [&body](qsizetype i) {
-        return (static_cast<unsigned char>(body[i]) & 0xC0U) == 0x80U;
-    };
-    qsizetype size = std::min(body.size(), longest);
-    while (size < body.size() && continuesCharacter(size))
-        --size;
-    const QString text = QString::fromUtf8(body.first(size));
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    for (int i = 0; i < shownCharacters && finder.toNextBoundary() != -1; ++i) {
+    for (const qsizetype size : {usualBytes, mostBytes}) {
+        const QString text = decodedStart(body, size);
+        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+        int characters = 0;
+        while (characters < shownCharacters && finder.toNextBoundary() != -1)
+            ++characters;
+        // The last one may go on where the text was cut.
+        const bool isWhole = finder.position() >= 0 && finder.position() < text.size();
+        if (characters == shownCharacters && isWhole)
+            return text.first(finder.position());
     }
-    return finder.position() < 0 ? text : text.first(finder.position());
+    return decodedStart(body, mostBytes);
 }
 
 /// @throws WebDAVError for a status that is no success

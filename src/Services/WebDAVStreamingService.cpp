@@ -210,6 +210,7 @@ void WebDAVStreamingService::startDownload(const QUrl &url, const QString &user,
     request.headers = {{"Authorization", "Basic " + (user + u':' + password).toUtf8().toBase64()},
                        {"Cache-Control", "no-cache"}};
     request.ownConnection = true;
+    request.mustBeWhole = true;
     request.transfer = transfer;
     print(u"🌐 WebDAV Streaming: 开始下载 - "_s + lastPathComponent(url));
     m_activeDataTasks.insert(urlKey, transfer);

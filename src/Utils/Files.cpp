@@ -86,8 +86,7 @@ std::expected<void, QString> writePrivateFileAtomically(const QString &path, con
 
 QString freeDamagedName(const QString &path)
 {
-    const QString base =
-        path + u".damaged-"_s + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
+    const QString base = path + u".damaged-"_s + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
     QString name = base;
     for (int number = 2; QFileInfo::exists(name); ++number)
         name = u"%1-%2"_s.arg(base).arg(number);

@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QThreadPool>
 
 #include <cmath>
 
@@ -206,7 +207,8 @@ void SongListModel::showContents(const QList<Song> &songs)
         else
             changed.append({.first = row, .last = row});
     }
-    m_songs = songs;
+    // After a walk over a server every record is new, and freeing 100,000 takes longer than a frame may.
+    QThreadPool::globalInstance()->start([old = std::exchange(m_songs, songs)] { Q_UNUSED(old); });
     for (const Range &range : std::as_const(changed))
         Q_EMIT dataChanged(index(static_cast<int>(range.first)), index(static_cast<int>(range.last)));
 }

@@ -35,6 +35,12 @@ RunningPlayer::~RunningPlayer()
     m_process.waitForFinished();
 }
 
+void RunningPlayer::setVariable(const QString &name, const QString &value)
+{
+    m_environment.insert(name, value);
+    m_process.setProcessEnvironment(m_environment);
+}
+
 bool RunningPlayer::start()
 {
     m_process.start(QStringLiteral(CADOREL_BUILD_DIR "/cadorel"), QStringList());
@@ -92,6 +98,11 @@ void RunningPlayer::key(const QString &name)
     QVERIFY(control({u"key"_s, name}));
 }
 
+void RunningPlayer::type(const QString &text)
+{
+    QVERIFY(control({u"type"_s, u"--delay"_s, u"20"_s, u"--"_s, text}));
+}
+
 QString RunningPlayer::windowTitle()
 {
     QString title;
@@ -99,6 +110,30 @@ QString RunningPlayer::windowTitle()
              u"getwindowname"_s},
             &title);
     return title;
+}
+
+QByteArray RunningPlayer::picture() const
+{
+    QProcess tool;
+    tool.setProcessEnvironment(m_environment);
+    tool.start(u"import"_s, {u"-window"_s, u"root"_s, u"-depth"_s, u"8"_s, u"rgb:-"_s});
+    return tool.waitForFinished() && tool.exitCode() == 0 ? tool.readAllStandardOutput() : QByteArray();
+}
+
+bool RunningPlayer::standsStill()
+{
+    // A cursor that blinks is no movement that lasts: a few equal pictures in a row are enough.
+    constexpr int enough = 3;
+    int equal = 0;
+    QByteArray last;
+    return QTest::qWaitFor(
+        [&] {
+            const QByteArray now = picture();
+            equal = !now.isEmpty() && now == last ? equal + 1 : 0;
+            last = now;
+            return equal >= enough;
+        },
+        20000);
 }
 
 } // namespace cadorel

@@ -29,6 +29,8 @@ public:
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     qint64 processId() const { return m_process.processId(); }
     QProcessEnvironment environment() const { return m_environment; }
+    /// Changes the environment; before start().
+    void setVariable(const QString &name, const QString &value);
 
     /// Waits for a line of standard output that holds @p text, from the last match on.
     bool says(const QString &text, std::chrono::milliseconds limit = std::chrono::seconds(20));
@@ -37,9 +39,16 @@ public:
 
     void click(int x, int y);
     void key(const QString &name);
+    /// Presses the keys of a text. A character that no key of the display has needs
+    /// VirtualDisplay::addKeys().
+    void type(const QString &text);
     QString windowTitle();
+    /// Waits until nothing moves on the display.
+    bool standsStill();
 
 private:
+    /// What the display shows.
+    QByteArray picture() const;
     bool control(const QStringList &arguments, QString *answer = nullptr);
 
     QProcess m_process;

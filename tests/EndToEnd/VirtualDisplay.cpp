@@ -10,6 +10,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int limitMs = 20000;
+/// No key of the usual layout has this code or a higher one.
+constexpr int firstFreeKey = 240;
 
 } // namespace
 
@@ -38,6 +40,18 @@ bool VirtualDisplay::start()
     }
     m_name = u':' + QString::fromLatin1(number.trimmed());
     return number.contains('\n');
+}
+
+bool VirtualDisplay::addKeys(const QString &characters)
+{
+    QStringList arguments{u"-display"_s, m_name};
+    for (int i = 0; i < characters.size(); ++i)
+        arguments +=
+            {u"-e"_s,
+             u"keycode %1 = U%2"_s.arg(firstFreeKey + i).arg(characters[i].unicode(), 4, 16, QChar(u'0'))};
+    QProcess tool;
+    tool.start(u"xmodmap"_s, arguments);
+    return tool.waitForFinished(limitMs) && tool.exitCode() == 0;
 }
 
 } // namespace cadorel

@@ -16,6 +16,8 @@ public:
     Q_DISABLE_COPY_MOVE(VirtualDisplay)
 
     bool start();
+    /// Gives each of these characters a key of its own; before a program takes the keyboard's layout over.
+    bool addKeys(const QString &characters);
     /// Name for the environment variable DISPLAY.
     QString name() const { return m_name; }
 

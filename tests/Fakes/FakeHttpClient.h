@@ -42,8 +42,7 @@ public:
     QCoro::Task<Result> send(HttpRequest request) override
     {
         sent.append(request);
-        const QString scheme = request.url.scheme();
-        if (scheme != QLatin1String("http") && scheme != QLatin1String("https"))
+        if (!isWebAddress(request.url))
             co_return failure(HttpError::Kind::notHttp, QStringLiteral("not http"));
         if (m_isClosing || isCancelled(request))
             co_return cancelled();
@@ -74,6 +73,11 @@ private:
     static Result failure(HttpError::Kind kind, const QString &description)
     {
         return std::unexpected(HttpError{kind, description});
+    }
+    static bool isWebAddress(const QUrl &url)
+    {
+        const bool isHttp = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+        return isHttp && !url.host().isEmpty();
     }
     static bool isSuccess(int status) { return status >= 200 && status < 300; }
     static bool isCancelled(const HttpRequest &request)

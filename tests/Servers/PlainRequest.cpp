@@ -49,10 +49,9 @@ std::optional<PlainAnswer> plainRequest(const QUrl &server, const QByteArray &me
                        .body = received.sliced(end + headEnd.size())};
 }
 
-std::optional<PlainAnswer> plainPropfind(const QUrl &server, const QByteArray &target, const QString &user,
-                                         const QString &password)
+QByteArray propfindBody()
 {
-    const QByteArray body = R"(<?xml version="1.0" encoding="utf-8" ?>
+    return R"(<?xml version="1.0" encoding="utf-8" ?>
 <D:propfind xmlns:D="DAV:">
     <D:prop>
         <D:displayname/>
@@ -62,10 +61,16 @@ std::optional<PlainAnswer> plainPropfind(const QUrl &server, const QByteArray &t
         <D:resourcetype/>
     </D:prop>
 </D:propfind>)"_ba;
+}
+
+std::optional<PlainAnswer> plainPropfind(const QUrl &server, const QByteArray &target, const QString &user,
+                                         const QString &password)
+{
     const QByteArray credentials = QString(user + u':' + password).toUtf8().toBase64();
     return plainRequest(
         server, "PROPFIND"_ba, target,
-        {"Depth: 1"_ba, "Content-Type: application/xml"_ba, "Authorization: Basic " + credentials}, body);
+        {"Depth: 1"_ba, "Content-Type: application/xml"_ba, "Authorization: Basic " + credentials},
+        propfindBody());
 }
 
 } // namespace cadorel

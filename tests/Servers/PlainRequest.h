@@ -25,7 +25,10 @@ std::optional<PlainAnswer> plainRequest(const QUrl &server, const QByteArray &me
                                         const QByteArray &target, const QList<QByteArray> &headers,
                                         const QByteArray &body = {});
 
-/// Asks for what the player asks for of a directory and its entries.
+/// What the player asks for of a directory and its entries.
+QByteArray propfindBody();
+
+/// Asks for it.
 std::optional<PlainAnswer> plainPropfind(const QUrl &server, const QByteArray &target, const QString &user,
                                          const QString &password);
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/ServersBench.h"
 
-
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 

@@ -24,8 +24,8 @@ struct SecretServiceCall;
 class LibsecretStore : public SecretStore
 {
 public:
-    /// How long a call waits for the service while no prompt is open: ten times what the slowest answer of a
-    /// keyring took that was started for it on a busy machine.
+    /// How long a call waits for the service while no prompt is open. A keyring that the bus has to start for
+    /// it answers within 0.2 s on a machine with seven times more work than processors; slow disks need more.
     static constexpr std::chrono::milliseconds answerLimit{10'000};
 
     /// @p busAddress is that of the session bus when it is empty.

@@ -261,15 +261,60 @@ void NetworkExchange::complete()
         followRedirect();
         return;
     }
-    HttpResponse response{.url = m_request.url,
-                          .status = m_status,
-                          .headers = m_reply->rawHeaderPairs(),
-                          .body = {},
-                          .bodySize = 0};
-    if (const auto finished = m_body->finish(response); !finished)
+    m_response = {.url = m_request.url,
+                  .status = m_status,
+                  .headers = m_reply->rawHeaderPairs(),
+                  .body = {},
+                  .bodySize = 0};
+    if (isEndDoubtful())
+        checkEnd();
+    else
+        finishBody();
+}
+
+bool NetworkExchange::isEndDoubtful() const
+{
+    return m_request.mustBeWhole && m_request.method == "GET" && isSuccess(m_status) &&
+           !m_body->isTruncated() && m_reply->hasRawHeader("Transfer-Encoding"_ba);
+}
+
+void NetworkExchange::checkEnd()
+{
+    m_reply->disconnect(this);
+    m_reply->deleteLater();
+    m_isReplyFinished = false;
+    m_isPaused = false;
+    touch();
+    if (m_request.idleTimeout.count() > 0)
+        m_idleTimer.start(m_request.idleTimeout);
+    HttpRequest head = m_request;
+    head.method = "HEAD"_ba;
+    head.body.clear();
+    m_reply = sendWith(*m_manager, head);
+    connect(m_reply, &QNetworkReply::socketStartedConnecting, this, [this] { m_hasReconnected = true; });
+    connect(m_reply, &QNetworkReply::finished, this, &NetworkExchange::endChecked);
+}
+
+void NetworkExchange::endChecked()
+{
+    // A length of 0 is what some servers say that make the body only when it is asked for.
+    const bool isFound = m_reply->error() == QNetworkReply::NoError &&
+                         isSuccess(m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt());
+    const qint64 length = isFound ? m_reply->rawHeader("Content-Length"_ba).toLongLong() : 0;
+    const bool wasToClose = m_response.header("Connection"_ba).toLower() == "close";
+    const bool isWhole = !m_hasReconnected || (length > 0 ? length == m_body->size() : wasToClose);
+    if (isWhole)
+        finishBody();
+    else
+        fail(transportFailure(QNetworkReply::RemoteHostClosedError, false, true));
+}
+
+void NetworkExchange::finishBody()
+{
+    if (const auto finished = m_body->finish(m_response); !finished)
         fail(finished.error());
     else
-        end(std::move(response));
+        end(std::move(m_response));
 }
 
 void NetworkExchange::followRedirect()

@@ -51,6 +51,12 @@ private:
     /// The reply has ended, and what it brought is taken: was that all?
     void conclude();
     void complete();
+    /// Whether the end of the body may be that of the connection, which Qt 6.4 often takes for a good end.
+    bool isEndDoubtful() const;
+    /// Asks for the head once more: where that goes over the same connection, the server had ended the body.
+    void checkEnd();
+    void endChecked();
+    void finishBody();
     void followRedirect();
     void fail(HttpError error);
     void end(Result result);
@@ -69,6 +75,9 @@ private:
     bool m_isPaused = false;
     bool m_isReplyFinished = false;
     bool m_isUntrusted = false;
+    /// The answer but for its body, once that has been taken.
+    HttpResponse m_response;
+    bool m_hasReconnected = false;
     QElapsedTimer m_sinceLastByte;
     QTimer m_idleTimer;
     QTimer m_totalTimer;

@@ -21,8 +21,10 @@ class NetworkWorker;
 ///
 /// Asks for bodies as they are ("Accept-Encoding: identity") unless the caller sets that header, and never
 /// unpacks one: a Content-Length is the length of what arrives, and a shorter body is a failure. HTTP/1.1.
-/// Two limits of Qt 6.4: a chunked body that breaks off can pass as a whole one, and of a long page that
-/// comes with 401 or 407 only the beginning arrives. An address is sent as it is encoded, but for segments
+/// Two limits of Qt 6.4: a chunked body that breaks off often passes as a whole one unless
+/// HttpRequest::mustBeWhole asks for a check, and of a long page that comes with 401 or 407 only the
+/// beginning arrives. The check cannot tell where a server says "Connection: close" and no length with HEAD
+/// either. An address is sent as it is encoded, but for segments
 /// "." and "..", which are resolved before.
 ///
 /// Requests that are under way when the client is destroyed end with Kind::cancelled before the destructor

@@ -20,7 +20,8 @@ NetworkWorker::~NetworkWorker()
 
 void NetworkWorker::start(quint64 id, HttpRequest request, bool isPaused)
 {
-    QNetworkAccessManager *manager = request.ownConnection ? nullptr : sharedManager();
+    const bool isOwn = request.ownConnection || request.mustBeWhole;
+    QNetworkAccessManager *manager = isOwn ? nullptr : sharedManager();
     auto *exchange = new NetworkExchange(std::move(request), manager, [this, id](HttpAnswer::Result result) {
         finished(id, std::move(result));
     });

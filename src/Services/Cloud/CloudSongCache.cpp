@@ -253,6 +253,7 @@ QCoro::Task<CloudSongCache::Result> CloudSongCache::fetch(QUrl url, std::shared_
                                                             .toUtf8()
                                                             .toBase64()});
     request.outputFile = download->temporary;
+    request.mustBeWhole = true;
     request.transfer = download->transfer;
 
     const QPointer<CloudSongCache> self(this);

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/WebDAV/WebDAVSongs.h"
 
+#include "Models/WebDAVSongURLs.h"
 #include "Utils/Console.h"
 #include "Utils/PercentCoding.h"
 
 #include <QStringList>
 #include <QUrl>
+
+#include <utility>
 
 namespace cadorel {
 
@@ -15,20 +18,24 @@ namespace {
 
 constexpr QLatin1StringView idStart{"webdav_"};
 
-/// Builds addresses and keeps their lines, which are printed with one write.
-class AddressBuilder
+/// Prints the lines of many addresses a good number at a time: one by one is slow, and all at once keeps what
+/// the main thread has to say waiting until somebody has read them.
+class AddressLog
 {
 public:
-    explicit AddressBuilder(qsizetype count) { m_lines.reserve(count); }
-    ~AddressBuilder() { print(m_lines); }
-    Q_DISABLE_COPY_MOVE(AddressBuilder)
+    AddressLog() = default;
+    ~AddressLog() { print(m_lines); }
+    Q_DISABLE_COPY_MOVE(AddressLog)
 
-    std::optional<QUrl> build(const WebDAVConfig &config, const QString &path, const QString &password)
+    std::optional<QUrl> build(const WebDAVSongURLs &server, const QString &path)
     {
+        constexpr qsizetype linesAtOnce = 200;
         QString line;
-        std::optional<QUrl> url = config.buildAuthenticatedURL(path, password, line);
-        if (!line.isEmpty())
+        std::optional<QUrl> url = server.build(path, line);
+        if (url)
             m_lines.append(line);
+        if (m_lines.size() >= linesAtOnce)
+            print(std::exchange(m_lines, {}));
         return url;
     }
 
@@ -36,18 +43,11 @@ private:
     QStringList m_lines;
 };
 
-Song songOfFile(const WebDAVFile &file, const WebDAVConfig &config, const QString &prefix,
-                const QDateTime &dateAdded)
+/// Title of a file's song: its name without the extension.
+QString titleOf(const WebDAVFile &file)
 {
-    SongFields fields;
-    fields.id = webDAVSongId(config, file.path);
     const qsizetype extension = file.fileExtension().size();
-    fields.title = extension > 0 ? file.name.chopped(extension + 1) : file.name;
-    fields.artist = "WebDAV - "_L1 + config.name;
-    fields.album = config.name;
-    fields.albumId = prefix;
-    fields.dateAdded = dateAdded;
-    return Song(fields);
+    return extension > 0 ? file.name.chopped(extension + 1) : file.name;
 }
 
 } // namespace
@@ -83,29 +83,39 @@ QList<Song> songsOfFiles(const QList<WebDAVFile> &files, const WebDAVConfig &con
             audioFiles.append(&file);
     }
     print(u"🎵 WebDAV: 其中 "_s + QString::number(audioFiles.size()) + u" 个音频文件"_s);
-    const QString prefix = webDAVSongPrefix(config);
-    AddressBuilder addresses(audioFiles.size());
+    // What all songs have in common is held once.
+    SongFields fields;
+    fields.artist = "WebDAV - "_L1 + config.name;
+    fields.album = config.name;
+    fields.albumId = webDAVSongPrefix(config);
+    fields.dateAdded = dateAdded;
+    const WebDAVSongURLs server(config, password);
+    AddressLog addresses;
     QList<Song> songs;
     songs.reserve(audioFiles.size());
     for (const WebDAVFile *file : std::as_const(audioFiles)) {
-        Song song = songOfFile(*file, config, prefix, dateAdded);
-        song.setAssetURL(addresses.build(config, file->path, password));
-        songs.append(song);
+        fields.id = webDAVSongId(config, file->path);
+        fields.title = titleOf(*file);
+        fields.assetURL = addresses.build(server, file->path);
+        songs.append(Song(fields));
     }
     return songs;
 }
 
 QList<Song> songsWithAddresses(QList<Song> songs, const QHash<QString, WebDAVAccess> &accesses)
 {
-    AddressBuilder addresses(songs.size());
+    QHash<QString, WebDAVSongURLs> servers;
+    for (const auto &[id, access] : accesses.asKeyValueRange())
+        servers.insert(id, WebDAVSongURLs(access.config, access.password));
+    AddressLog addresses;
     QList<Song> kept;
     kept.reserve(songs.size());
     for (Song &song : songs) {
-        const auto access = accesses.constFind(extractConfigId(song.id()).value_or(QString()));
+        const auto server = servers.constFind(extractConfigId(song.id()).value_or(QString()));
         const std::optional<QString> path = extractFilePath(song.id());
-        if (!song.isWebDAV() || access == accesses.cend() || !path)
+        if (!song.isWebDAV() || server == servers.cend() || !path)
             continue;
-        song.setAssetURL(addresses.build(access->config, *path, access->password));
+        song.setAssetURL(addresses.build(*server, *path));
         kept.append(std::move(song));
     }
     return kept;
@@ -114,12 +124,13 @@ QList<Song> songsWithAddresses(QList<Song> songs, const QHash<QString, WebDAVAcc
 QList<Song> songsWithFreshAddresses(QList<Song> songs, const WebDAVAccess &access)
 {
     const QString prefix = webDAVSongPrefix(access.config);
-    AddressBuilder addresses(songs.size());
+    const WebDAVSongURLs server(access.config, access.password);
+    AddressLog addresses;
     for (Song &song : songs) {
         if (!song.id().startsWith(prefix))
             continue;
         if (const std::optional<QString> path = extractFilePath(song.id()))
-            song.setAssetURL(addresses.build(access.config, *path, access.password));
+            song.setAssetURL(addresses.build(server, *path));
     }
     return songs;
 }

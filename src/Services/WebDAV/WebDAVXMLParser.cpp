@@ -118,6 +118,7 @@ QList<WebDAVFile> WebDAVXMLParser::parse()
         xml = withoutDeclaration(trimmedUtf8(xml));
     if (parseElements(QByteArray::fromRawData(xml.data(), xml.size())))
         return m_items;
+    m_items.clear();
     print(u"❌ WebDAV XML 解析失败: "_s + m_parseError.value_or(QString()));
     return parseAlternative();
 }

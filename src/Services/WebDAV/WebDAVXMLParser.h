@@ -12,9 +12,11 @@
 
 namespace cadorel {
 
-/// Reads a server's multistatus answer into directory entries, whatever prefix it uses. Text that is no XML
-/// is searched by expressions instead. Entities are not expanded and nothing outside is read. Logs what goes
-/// wrong. Reentrant: one parser belongs to one thread.
+/// Reads a server's multistatus answer into directory entries, whatever prefix it uses. What is no XML is
+/// searched for responses instead. An answer that uses entities of its own counts as none, and nothing
+/// outside of it is read. Logs what goes wrong. Time grows with the length of the answer and nothing else, so
+/// that any answer may be read; a long one belongs on another thread. Reentrant: one parser belongs to one
+/// thread.
 class WebDAVXMLParser
 {
 public:

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace cadorel {
 
-/// As the specification of the service has it.
+/// The struct "Secret" of the Secret Service API.
 struct DBusSecret
 {
     QDBusObjectPath session;

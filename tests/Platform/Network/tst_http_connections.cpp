@@ -24,6 +24,17 @@ HttpRequest propfind(const QUrl &url)
     return request;
 }
 
+/// One after the other, without the polling of a test's wait.
+QCoro::Task<int> askInARow(HttpClient *client, HttpRequest request, int count)
+{
+    int answered = 0;
+    for (int i = 0; i < count; ++i) {
+        const auto result = co_await client->send(request);
+        answered += result && result->status == 207 ? 1 : 0;
+    }
+    co_return answered;
+}
+
 qint64 processorTimeOfThisThread()
 {
     std::timespec time = {};
@@ -90,7 +101,8 @@ void TestHttpConnections::anOwnConnectionNeverWaits()
         request.transfer->cancel();
     for (const SentRequest &request : waiting)
         QVERIFY(request.wait().has_value());
-    QTRY_COMPARE(server.openConnections(), 0);
+    // Of the shared ones some may be kept for later.
+    QTRY_VERIFY(server.openConnections() <= 6);
 }
 
 void TestHttpConnections::anOwnConnectionIsReleased()
@@ -167,11 +179,10 @@ void TestHttpConnections::smallRequestsDoNotWaitForEachOther()
         [](const ServedRequest &) { return ServerAnswer::status(207, QByteArray(2000, 'x')); });
     NetworkHttpClient client;
     COMPARE_STATUS(fetch(client, propfind(server.url())), 207);
-    constexpr int count = 300;
+    constexpr int count = 500;
     QElapsedTimer time;
     time.start();
-    for (int i = 0; i < count; ++i)
-        COMPARE_STATUS(fetch(client, propfind(server.url())), 207);
+    QCOMPARE(QCoro::waitFor(askInARow(&client, propfind(server.url()), count)), count);
     const double milliseconds = static_cast<double>(time.nsecsElapsed()) / 1e6 / count;
     qInfo("%.3f ms for a request and its answer", milliseconds);
     // A late acknowledgement costs 40 ms each.

@@ -49,6 +49,10 @@ private Q_SLOTS:
     void aFolderThatIsNotWritable();
     void aFullDiskFailsTheRequest();
     void theReasonIsTold();
+    void aChunkedBodyThatBreaksOffIsNoFile_data();
+    void aChunkedBodyThatBreaksOffIsNoFile();
+    void aWholeChunkedBodyIsAFile_data();
+    void aWholeChunkedBodyIsAFile();
 };
 
 void TestHttpFiles::theBodyGoesIntoANewFile_data()
@@ -278,6 +282,54 @@ void TestHttpFiles::aFullDiskFailsTheRequest()
     COMPARE_FAILURE(result, file);
     QCOMPARE(result.error().description, u"无法写入文件：文件过大"_s);
     QVERIFY(QDir(folder.path()).isEmpty());
+}
+
+void TestHttpFiles::aChunkedBodyThatBreaksOffIsNoFile_data()
+{
+    QTest::addColumn<qint64>("end");
+    for (const qint64 end : {0, 1, 1000, 65'536, 300'000, 1'000'000})
+        QTest::addRow("%lld", static_cast<long long>(end)) << end;
+}
+
+void TestHttpFiles::aChunkedBodyThatBreaksOffIsNoFile()
+{
+    QFETCH(const qint64, end);
+    const ServerAnswer broken = ServerAnswer::ok(QByteArray(2'000'000, 'm')).chunked().endingAfter(end);
+    // Whether Qt notices is a matter of chance.
+    for (int i = 0; i < 5; ++i) {
+        const QTemporaryDir folder;
+        MisbehavingServer server;
+        server.answer("/"_ba, broken);
+        NetworkHttpClient client;
+        HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+        request.mustBeWhole = true;
+        COMPARE_FAILURE(fetch(client, request), connection);
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+}
+
+void TestHttpFiles::aWholeChunkedBodyIsAFile_data()
+{
+    QTest::addColumn<qint64>("size");
+    for (const qint64 size : {0, 1, 65'536, 2'000'000})
+        QTest::addRow("%lld", static_cast<long long>(size)) << size;
+}
+
+void TestHttpFiles::aWholeChunkedBodyIsAFile()
+{
+    QFETCH(const qint64, size);
+    for (int i = 0; i < 5; ++i) {
+        const QTemporaryDir folder;
+        MisbehavingServer server;
+        server.answer("/"_ba, ServerAnswer::ok(QByteArray(size, 'm')).chunked());
+        NetworkHttpClient client;
+        HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+        request.mustBeWhole = true;
+        const HttpResult result = fetch(client, request);
+        COMPARE_STATUS(result, 200);
+        QCOMPARE(result->bodySize, size);
+        QCOMPARE(fileContent(request.outputFile).size(), size);
+    }
 }
 
 void TestHttpFiles::theReasonIsTold()

@@ -297,7 +297,9 @@ void TestHttpSteering::aPauseAcrossTheEndKeepsTheRest()
     request.transfer = std::make_shared<HttpTransfer>();
     request.transfer->setPaused(true);
     const SentRequest sent = sendRequest(client, request);
-    QTRY_COMPARE(server.connectionCount(), 1);
+    // Perhaps asked twice: an answer and the end of its connection that come at once look to Qt like a
+    // failure.
+    QTRY_VERIFY(server.requestCount() > 0);
     QTRY_COMPARE(server.openConnections(), 0); // the answer is over for the server
     // A second request behind it has passed the same threads.
     COMPARE_STATUS(fetch(client, server.url("/next"_ba)), 404);
@@ -313,7 +315,7 @@ void TestHttpSteering::cancelledWhilePaused()
 {
     const QTemporaryDir folder;
     MisbehavingServer server;
-    server.answer("/"_ba, ServerAnswer::ok(QByteArray(50'000'000, 'm')));
+    server.answer("/"_ba, ServerAnswer::ok(QByteArray(5'000'000, 'm')).holdingAt(4'000'000));
     NetworkHttpClient client;
     HttpRequest request = get(server.url());
     request.outputFile = folder.filePath(u"song"_s);

@@ -84,6 +84,15 @@ WebDAVService &WebDAVFixture::start(bool waits)
     return *m_service;
 }
 
+WebDAVService &WebDAVFixture::startWith(const QList<WebDAVConfig> &configs, const QList<Song> &songs)
+{
+    store(configs);
+    store(songs);
+    start();
+    m_console.take();
+    return *m_service;
+}
+
 void WebDAVFixture::stop()
 {
     m_service.reset();
@@ -109,6 +118,21 @@ void WebDAVFixture::answerPending()
         const QString path = m_machine.web().pending.front().request.url.path();
         m_machine.web().answer(m_answers.value(path, answerWith(404)));
     }
+}
+
+QStringList WebDAVFixture::askedPaths()
+{
+    QStringList paths;
+    for (const HttpRequest &request : m_machine.web().sent)
+        paths.append(request.url.path());
+    return paths;
+}
+
+QStringList WebDAVFixture::takeScanLines()
+{
+    QStringList lines = m_console.take();
+    lines.removeIf([](const QString &line) { return line.startsWith(u"📡"_s) || line.startsWith(u"🔗"_s); });
+    return lines;
 }
 
 QStringList WebDAVFixture::titles() const

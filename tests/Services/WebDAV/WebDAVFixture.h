@@ -49,6 +49,8 @@ public:
 
     /// Builds the service, in place of an earlier one, and waits for its songs unless told not to.
     WebDAVService &start(bool waits = true);
+    /// The same with these servers and songs, and no word about it.
+    WebDAVService &startWith(const QList<WebDAVConfig> &configs, const QList<Song> &songs = {});
     void stop();
     WebDAVService &service() { return *m_service; }
 
@@ -69,6 +71,10 @@ public:
             patienceMs);
     }
     void answerPending();
+    /// Paths of the requests so far.
+    QStringList askedPaths();
+    /// The lines since the last look, but those about requests and addresses.
+    QStringList takeScanLines();
 
     /// Titles in list order.
     QStringList titles() const;

@@ -12,21 +12,6 @@
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Lines but those about requests and addresses.
-QStringList scanLines(const QStringList &lines)
-{
-    QStringList kept;
-    for (const QString &line : lines) {
-        if (!line.startsWith(u"📡"_s) && !line.startsWith(u"🔗"_s))
-            kept.append(line);
-    }
-    return kept;
-}
-
-} // namespace
-
 class TestWebDAVScan : public QObject
 {
     Q_OBJECT
@@ -35,23 +20,7 @@ private:
     std::unique_ptr<WebDAVFixture> m_fixture;
 
     WebDAVService &service() { return m_fixture->service(); }
-    /// Starts with these servers and no word about it.
-    void start(const QList<WebDAVConfig> &configs, const QList<Song> &songs = {})
-    {
-        m_fixture->store(configs);
-        m_fixture->store(songs);
-        m_fixture->start();
-        m_fixture->console().take();
-    }
     bool scan(const WebDAVConfig &config) { return m_fixture->serve(service().scanMusic(config)); }
-    /// Paths of the requests so far.
-    QStringList asked()
-    {
-        QStringList paths;
-        for (const HttpRequest &request : m_fixture->machine().web().sent)
-            paths.append(request.url.path());
-        return paths;
-    }
 
 private Q_SLOTS:
     void init() { m_fixture = std::make_unique<WebDAVFixture>(); }
@@ -60,7 +29,7 @@ private Q_SLOTS:
     void aScanTellsWhatItFinds()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->addDirectory(u"/dav"_s, {u"b.MP3"_s, u"cover.jpg"_s, u"专辑/"_s, u"a.flac"_s});
         m_fixture->addDirectory(u"/dav/专辑"_s, {u"夜曲.m4a"_s});
         m_fixture->machine().clock().advance(std::chrono::seconds(5));
@@ -86,7 +55,7 @@ private Q_SLOTS:
     void songsAreMadeOfFiles()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->addDirectory(u"/dav"_s, {u"my_song.v2.mp3"_s, u"sub/"_s, u"z.flac"_s});
         m_fixture->addDirectory(u"/dav/sub"_s, {u"inner.ogg"_s});
         QVERIFY(scan(config));
@@ -110,7 +79,7 @@ private Q_SLOTS:
     void aFinishedScanIsPublishedAndStored()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->addDirectory(u"/dav"_s, {u"a.mp3"_s});
         QSignalSpy scanning(&service(), &WebDAVService::isScanningChanged);
         QSignalSpy changes(&service(), &WebDAVSource::changed);
@@ -133,7 +102,7 @@ private Q_SLOTS:
     void progressGrowsWithEveryDirectoryToNineTenths()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         QStringList names;
         for (int i = 0; i < 12; ++i) {
             names.append(u"d%1/"_s.arg(i));
@@ -154,8 +123,8 @@ private Q_SLOTS:
     {
         const WebDAVConfig scanned = m_fixture->makeConfig(u"一"_s);
         const WebDAVConfig other = m_fixture->makeConfig(u"二"_s);
-        start({scanned, other}, {WebDAVFixture::song(scanned, u"/dav/gone.mp3"_s, u"gone"_s),
-                                 WebDAVFixture::song(other, u"/dav/x.mp3"_s, u"x"_s)});
+        m_fixture->startWith({scanned, other}, {WebDAVFixture::song(scanned, u"/dav/gone.mp3"_s, u"gone"_s),
+                                                WebDAVFixture::song(other, u"/dav/x.mp3"_s, u"x"_s)});
         m_fixture->addDirectory(u"/dav"_s, {u"new.mp3"_s});
         QVERIFY(scan(scanned));
         QCOMPARE(m_fixture->titles(), (QStringList{u"x"_s, u"new"_s}));
@@ -164,7 +133,7 @@ private Q_SLOTS:
     void anEmptyServerLosesItsSongs()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config}, {WebDAVFixture::song(config, u"/dav/a.mp3"_s, u"a"_s)});
+        m_fixture->startWith({config}, {WebDAVFixture::song(config, u"/dav/a.mp3"_s, u"a"_s)});
         m_fixture->addDirectory(u"/dav"_s, {});
         QVERIFY(scan(config));
         QVERIFY(service().webDAVSongs().isEmpty());
@@ -190,7 +159,7 @@ private Q_SLOTS:
         QFETCH(const int, status);
         QFETCH(const QString, error);
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config}, {WebDAVFixture::song(config, u"/dav/old.mp3"_s, u"old"_s)});
+        m_fixture->startWith({config}, {WebDAVFixture::song(config, u"/dav/old.mp3"_s, u"old"_s)});
         m_fixture->addDirectory(u"/dav"_s, {u"new.mp3"_s, u"bad/"_s, u"never/"_s});
         if (status > 0)
             m_fixture->addAnswer(u"/dav/bad"_s, answerWith(status));
@@ -208,8 +177,8 @@ private Q_SLOTS:
         QVERIFY(!service().lastScanDate());
         QVERIFY(!service().configs().constFirst().lastSyncDate);
         QCOMPARE(m_fixture->machine().preferences().writes(), writes);
-        QCOMPARE(asked(), (QStringList{u"/dav/"_s, u"/dav/bad/"_s}));
-        QCOMPARE(scanLines(m_fixture->console().take()),
+        QCOMPARE(m_fixture->askedPaths(), (QStringList{u"/dav/"_s, u"/dav/bad/"_s}));
+        QCOMPARE(m_fixture->takeScanLines(),
                  (QStringList{u"🔍 WebDAV: 开始扫描 - 家"_s, u"❌ WebDAV: 扫描失败 - "_s + error}));
         // The next scan begins without the error.
         const QCoro::Task<void> next = service().scanMusic(config);
@@ -220,7 +189,7 @@ private Q_SLOTS:
     void aPageToSignInAtKeepsTheOldSongs()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config}, {WebDAVFixture::song(config, u"/dav/old.mp3"_s, u"old"_s)});
+        m_fixture->startWith({config}, {WebDAVFixture::song(config, u"/dav/old.mp3"_s, u"old"_s)});
         m_fixture->addAnswer(u"/dav"_s,
                              answerWith(200, "<html><body>Welcome<br></body></html>", "text/html"));
         QVERIFY(scan(config));
@@ -238,27 +207,27 @@ private Q_SLOTS:
     {
         QFETCH(const SecretStatus, status);
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->machine().secrets().refuseAll(status);
         QVERIFY(scan(config));
         QCOMPARE(service().error(), u"无法获取密码"_s);
         QVERIFY(!service().isScanning());
         QCOMPARE(service().scanProgress(), 1.0);
-        QVERIFY(asked().isEmpty());
+        QVERIFY(m_fixture->askedPaths().isEmpty());
         QCOMPARE(m_fixture->console().take(), QStringList());
     }
 
     void directoriesDownToDepthFourteenAreListed()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         QString path = u"/dav"_s;
         for (int depth = 0; depth < 16; ++depth) {
             m_fixture->addDirectory(path, {u"f%1.mp3"_s.arg(depth), u"d/"_s});
             path += u"/d"_s;
         }
         QVERIFY(scan(config));
-        QCOMPARE(asked().size(), 15);
+        QCOMPARE(m_fixture->askedPaths().size(), 15);
         QCOMPARE(service().webDAVSongs().size(), 15);
         QVERIFY(m_fixture->titles().contains(u"f14"_s));
         const QStringList lines = m_fixture->console().take();
@@ -270,7 +239,7 @@ private Q_SLOTS:
     void aDirectoryThatListsItselfEndsAtTheDepthLimit()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         // A server behind a prefix that its address does not show.
         const HttpResponse answer =
             answerWith(207, multistatus({{.href = u"/prefix/dav/"_s, .isDirectory = true}}));
@@ -280,7 +249,7 @@ private Q_SLOTS:
             path += u"/dav"_s;
         }
         QVERIFY(scan(config));
-        QCOMPARE(asked().size(), 15);
+        QCOMPARE(m_fixture->askedPaths().size(), 15);
         QVERIFY(!service().error());
     }
 
@@ -300,7 +269,7 @@ private Q_SLOTS:
         QFETCH(const QString, basePath);
         QFETCH(const QString, ownPath);
         const WebDAVConfig config = m_fixture->makeConfig(u"家"_s, basePath);
-        start({config});
+        m_fixture->startWith({config});
         const QString prefix = ownPath.endsWith(u'/') ? ownPath : ownPath + u'/';
         const auto answer = [](const QList<MadeEntry> &entries) {
             return answerWith(207, multistatus(entries));
@@ -312,28 +281,28 @@ private Q_SLOTS:
         m_fixture->addAnswer(sub.chopped(1), answer({{.href = prefix + u"sub"_s, .isDirectory = true},
                                                      {.href = prefix + u"sub/a.mp3"_s}}));
         QVERIFY(scan(config));
-        QCOMPARE(asked().size(), 2);
+        QCOMPARE(m_fixture->askedPaths().size(), 2);
         QCOMPARE(m_fixture->titles(), QStringList{u"a"_s});
     }
 
     void anEntryNamedByADotIsSkipped()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->addAnswer(
             u"/dav"_s,
             answerWith(207, multistatus({{.href = u"/dav/"_s, .isDirectory = true},
                                          {.href = u"/dav/x/"_s, .isDirectory = true, .displayName = u"."_s},
                                          {.href = u"/dav/a.mp3"_s}})));
         QVERIFY(scan(config));
-        QCOMPARE(asked().size(), 1);
+        QCOMPARE(m_fixture->askedPaths().size(), 1);
         QCOMPARE(m_fixture->titles(), QStringList{u"a"_s});
     }
 
     void theDisplayNameLeadsTheWayAndNamesTheSong()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->addAnswer(
             u"/dav"_s,
             answerWith(207, multistatus({{.href = u"/dav/"_s, .isDirectory = true},
@@ -341,7 +310,7 @@ private Q_SLOTS:
                                          {.href = u"/dav/2"_s, .displayName = u"二.mp3"_s}})));
         m_fixture->addDirectory(u"/dav/一"_s, {});
         QVERIFY(scan(config));
-        QCOMPARE(asked(), (QStringList{u"/dav/"_s, u"/dav/一/"_s}));
+        QCOMPARE(m_fixture->askedPaths(), (QStringList{u"/dav/"_s, u"/dav/一/"_s}));
         QCOMPARE(m_fixture->titles(), QStringList{u"二"_s});
         QCOMPARE(extractFilePath(service().webDAVSongs().constFirst().id()), u"/dav/2"_s);
     }
@@ -349,7 +318,7 @@ private Q_SLOTS:
     void credentialsFollowNoAddressOfTheAnswer()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         m_fixture->addAnswer(
             u"/dav"_s,
             answerWith(207, multistatus({{.href = u"/dav/"_s, .isDirectory = true},
@@ -367,107 +336,10 @@ private Q_SLOTS:
         }
     }
 
-    void allEnabledServersAreScannedInOrderAndAFailureStopsNone()
-    {
-        const WebDAVConfig failing = m_fixture->makeConfig(u"一"_s, u"/one"_s);
-        WebDAVConfig disabled = m_fixture->makeConfig(u"停"_s, u"/off"_s);
-        disabled.isEnabled = false;
-        const WebDAVConfig good = m_fixture->makeConfig(u"二"_s, u"/two"_s);
-        start({failing, disabled, good});
-        m_fixture->addAnswer(u"/one"_s, answerWith(500));
-        m_fixture->addDirectory(u"/two"_s, {u"a.mp3"_s});
-        QVERIFY(m_fixture->serve(service().scanAllConfigs()));
-        QCOMPARE(asked(), (QStringList{u"/one/"_s, u"/two/"_s}));
-        QCOMPARE(m_fixture->titles(), QStringList{u"a"_s});
-        QCOMPARE(scanLines(m_fixture->console().take()),
-                 (QStringList{u"🔍 WebDAV: 开始扫描 - 一"_s, u"❌ WebDAV: 扫描失败 - 服务器错误 (HTTP 500)"_s,
-                              u"🔍 WebDAV: 开始扫描 - 二"_s, u"📁 WebDAV: 找到 1 个文件"_s,
-                              u"🎵 WebDAV: 其中 1 个音频文件"_s, u"✅ WebDAV: 扫描完成，共 1 首歌曲"_s}));
-    }
-
-    void scansThatComeTogetherRunOneAfterTheOther()
-    {
-        const WebDAVConfig first = m_fixture->makeConfig(u"一"_s, u"/one"_s);
-        const WebDAVConfig second = m_fixture->makeConfig(u"二"_s, u"/two"_s);
-        start({first, second});
-        m_fixture->addDirectory(u"/one"_s, {u"a.mp3"_s});
-        m_fixture->addDirectory(u"/two"_s, {u"b.mp3"_s});
-        const QCoro::Task<void> one = service().scanMusic(first);
-        const QCoro::Task<void> two = service().scanMusic(second);
-        QTRY_COMPARE(m_fixture->machine().web().pending.size(), 1U);
-        settle();
-        QCOMPARE(asked(), QStringList{u"/one/"_s});
-        QVERIFY(m_fixture->serve(one));
-        QVERIFY(m_fixture->serve(two));
-        QCOMPARE(m_fixture->titles(), (QStringList{u"a"_s, u"b"_s}));
-        QVERIFY(!service().isScanning());
-    }
-
-    void aServerDeletedDuringItsScanStaysDeleted_data()
-    {
-        QTest::addColumn<int>("requests");
-        for (const int requests : {0, 1, 2})
-            QTest::addRow("%d answers", requests) << requests;
-    }
-    void aServerDeletedDuringItsScanStaysDeleted()
-    {
-        QFETCH(const int, requests);
-        const WebDAVConfig config = m_fixture->makeConfig();
-        start({config}, {WebDAVFixture::song(config, u"/dav/old.mp3"_s, u"old"_s)});
-        m_fixture->addDirectory(u"/dav"_s, {u"a.mp3"_s, u"sub/"_s});
-        m_fixture->addDirectory(u"/dav/sub"_s, {u"b.mp3"_s});
-        const QCoro::Task<void> task = service().scanMusic(config);
-        for (int i = 0; i < requests; ++i) {
-            QTRY_COMPARE(m_fixture->machine().web().pending.size(), 1U);
-            m_fixture->answerPending();
-        }
-        const QCoro::Task<void> deletion = service().deleteConfig(config);
-        QVERIFY(m_fixture->serve(task));
-        QVERIFY(m_fixture->serve(deletion));
-        QVERIFY(await(service().songsStored()));
-        QVERIFY(service().webDAVSongs().isEmpty());
-        QVERIFY(service().configs().isEmpty());
-        QVERIFY(m_fixture->storedConfigs().isEmpty());
-        QCOMPARE(m_fixture->storedTitles(), QStringList());
-        QVERIFY(!service().error());
-        QVERIFY(!service().isScanning());
-        QCOMPARE(service().scanProgress(), 1.0);
-        const QStringList lines = m_fixture->console().take();
-        QVERIFY(lines.filter(u"✅"_s).isEmpty() && lines.filter(u"❌"_s).isEmpty());
-    }
-
-    void aServerDeletedWhileItsScanWaitsIsNotScanned()
-    {
-        const WebDAVConfig first = m_fixture->makeConfig(u"一"_s, u"/one"_s);
-        const WebDAVConfig second = m_fixture->makeConfig(u"二"_s, u"/two"_s);
-        start({first, second});
-        m_fixture->addDirectory(u"/one"_s, {});
-        const QCoro::Task<void> all = service().scanAllConfigs();
-        const QCoro::Task<void> again = service().scanMusic(second);
-        QVERIFY(await(service().deleteConfig(second)));
-        QVERIFY(m_fixture->serve(all));
-        QVERIFY(m_fixture->serve(again));
-        QCOMPARE(asked(), QStringList{u"/one/"_s});
-        QVERIFY(!service().error());
-    }
-
-    void aServerChangedDuringItsScanKeepsTheChange()
-    {
-        WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
-        m_fixture->addDirectory(u"/dav"_s, {u"a.mp3"_s});
-        const QCoro::Task<void> task = service().scanMusic(config);
-        config.name = u"新"_s;
-        QVERIFY(await(service().saveConfig(config, u"secret"_s)));
-        QVERIFY(m_fixture->serve(task));
-        QCOMPARE(service().configs().constFirst().name, u"新"_s);
-        QVERIFY(service().configs().constFirst().lastSyncDate);
-    }
-
     void aScanOfAServerThatIsNotSavedListsItsSongs()
     {
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({});
+        m_fixture->startWith({});
         m_fixture->addDirectory(u"/dav"_s, {u"a.mp3"_s});
         QVERIFY(scan(config));
         QCOMPARE(m_fixture->titles(), QStringList{u"a"_s});
@@ -487,36 +359,11 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->titles(), (QStringList{u"slow"_s, u"new"_s}));
     }
 
-    void theServiceEndsDuringAScan_data()
-    {
-        QTest::addColumn<int>("requests");
-        for (const int requests : {0, 1, 2})
-            QTest::addRow("%d answers", requests) << requests;
-    }
-    void theServiceEndsDuringAScan()
-    {
-        QFETCH(const int, requests);
-        const WebDAVConfig config = m_fixture->makeConfig();
-        start({config}, {WebDAVFixture::song(config, u"/dav/old.mp3"_s, u"old"_s)});
-        m_fixture->addDirectory(u"/dav"_s, {u"a.mp3"_s, u"sub/"_s});
-        m_fixture->addDirectory(u"/dav/sub"_s, {u"b.mp3"_s});
-        const QCoro::Task<void> running = service().scanMusic(config);
-        const QCoro::Task<void> waiting = service().scanAllConfigs();
-        for (int i = 0; i < requests; ++i) {
-            QTRY_COMPARE(m_fixture->machine().web().pending.size(), 1U);
-            m_fixture->answerPending();
-        }
-        m_fixture->stop();
-        QTRY_VERIFY(running.isReady() && waiting.isReady());
-        QVERIFY(m_fixture->machine().web().pending.empty());
-        QCOMPARE(m_fixture->storedTitles(), QStringList{u"old"_s});
-    }
-
     void aLargeDirectoryIsWalkedInOrder()
     {
         constexpr int files = 10'000;
         const WebDAVConfig config = m_fixture->makeConfig();
-        start({config});
+        m_fixture->startWith({config});
         QStringList names;
         for (int i = 0; i < files; ++i)
             names.append(u"%1.mp3"_s.arg(i));

@@ -112,6 +112,7 @@ private Q_SLOTS:
     void piecesAreTrimmedAndJoined_data();
     void piecesAreTrimmedAndJoined();
     void textBehindAChildElementIsDropped();
+    void textBetweenElementsIsIgnored();
     void textOutsideOfResponsesIsIgnored();
     void repeatedElements();
     void responseInsideAResponseEndsBoth();
@@ -297,6 +298,15 @@ void TestWebDAVXMLParser::piecesAreTrimmedAndJoined()
 void TestWebDAVXMLParser::textBehindAChildElementIsDropped()
 {
     QCOMPARE(only(parse(answer("<D:displayname>a<D:b>c</D:b>d</D:displayname>"))).name, u"a"_s);
+}
+
+void TestWebDAVXMLParser::textBetweenElementsIsIgnored()
+{
+    const WebDAVFile file =
+        only(parse("<m><response>1<href>/a</href>2<prop>3<displayname>n</displayname>4</prop>5"
+                   "</response></m>"));
+    QCOMPARE(file.path, u"/a"_s);
+    QCOMPARE(file.name, u"n"_s);
 }
 
 void TestWebDAVXMLParser::textOutsideOfResponsesIsIgnored()

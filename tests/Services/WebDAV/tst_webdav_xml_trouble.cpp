@@ -85,6 +85,9 @@ void TestWebDAVXMLTrouble::whatStandsAroundTheXmlDoesNoHarm_data()
     QTest::newRow("wide blanks before") << "　\u00a0\u2028\u0085" + declaration + body;
     QTest::newRow("white space behind") << declaration + body + "\n\n \u2003\t";
     QTest::newRow("byte order mark") << "\ufeff" + declaration + body;
+    QTest::newRow("byte order mark, an encoding that it is not")
+        << "\ufeff<?xml version='1.0' encoding='UTF-16'?>" + body;
+    QTest::newRow("a long comment") << "<!--" + QByteArray(100'000, 'x') + "-->" + body;
     QTest::newRow("white space, byte order mark") << "\n \ufeff" + declaration + body;
     QTest::newRow("another version") << "<?xml version=\"1.1\"?>" + body;
     QTest::newRow("an encoding that is none") << "<?xml version=\"1.0\" encoding=\"utf8mb4\"?>" + body;
@@ -244,7 +247,9 @@ void TestWebDAVXMLTrouble::searchDecodesHrefs()
 void TestWebDAVXMLTrouble::errorTextCannotForgeLogLines()
 {
     for (const QByteArray &data : {"<a>&\n✓ forged;</a>"_ba, "<a>&" + QByteArray(1'000'000, 'x') + ";</a>",
-                                   "<a></b\n✓ forged></a>"_ba, "<a b='\x1b[2J' b=''>"_ba}) {
+                                   "<!DOCTYPE a PUBLIC '" + QByteArray(1'000'000, '{') + "' ''><a/>",
+                                   "<a></b\n✓ forged></a>"_ba, "<!DOCTYPE a PUBLIC '{\n✓ forged' ''><a/>"_ba,
+                                   "<!DOCTYPE a PUBLIC '{\x1b[2J' ''><a/>"_ba, "<a b='\x1b[2J' b=''>"_ba}) {
         parse(data);
         const QStringList lines = m_lines.take();
         QCOMPARE(lines.size(), 4);
@@ -332,16 +337,15 @@ void TestWebDAVXMLTrouble::hostileAnswerEnds_data()
         1);
     row("never closed", QByteArray("<a>").repeated(many), 0);
     row("never closed responses", QByteArray("<D:response>").repeated(many), 0);
-    row("a long tag", "<m><a " + QByteArray("a='' ").repeated(many) + "/>" + response + "</m>", 1);
-    row(
-        "many attributes in many tags",
-        [] {
-            QByteArray tag = "<a";
-            for (int i = 0; i < 1000; ++i)
-                tag += " a" + QByteArray::number(i) + "=''";
-            return "<m>" + (tag + "/>").repeated(200) + response + "</m>";
-        }(),
-        1);
+    const auto attributes = [](int number) {
+        QByteArray text;
+        for (int i = 0; i < number; ++i)
+            text += " a" + QByteArray::number(i) + "=''";
+        return text;
+    };
+    row("a long tag", "<m><a" + attributes(many) + "/>" + response + "</m>", 1);
+    row("many attributes in many tags",
+        "<m>" + ("<a" + attributes(500) + "/>").repeated(many / 1000) + response + "</m>", 1);
     row("a long name", "<m><" + QByteArray(many, 'a') + "/>" + response + "</m>", 1);
     row("a long href", "<m><response><href>/" + QByteArray("%41").repeated(many) + "</href></response></m>",
         1);
