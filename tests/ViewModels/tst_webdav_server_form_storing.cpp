@@ -30,9 +30,11 @@ void WebDAVServerFormStoringTest::savedServerIsListed()
     WebDAVServerFormViewModel &form = bench.openFilledForm();
     form.setEnabled(false);
     QSignalSpy saved(&form, &WebDAVServerFormViewModel::saved);
+    bench.home.secrets().hold();
     form.save();
     QVERIFY(form.isSaving());
     QVERIFY(!form.canSubmit());
+    bench.home.secrets().release();
     QTRY_VERIFY(!form.isOpen());
     QVERIFY(!form.isSaving());
     QCOMPARE(saved.size(), 1);
