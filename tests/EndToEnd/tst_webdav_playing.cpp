@@ -73,6 +73,9 @@ private Q_SLOTS:
     void aPasswordThatNoLongerHoldsFailsThePlay();
     void anotherHostGetsNoCredentials();
     void namesLeadNowhereElse();
+    void anUntrustedServerIsRefusedAndSaysSo();
+    void aListingOf200MegabytesIsRefused();
+    void aServerDeletedDuringItsScanLeavesNothing();
 
 private:
     bool hears(int hertz);
@@ -304,6 +307,43 @@ void WebDAVPlayingTest::namesLeadNowhereElse()
     }
     QVERIFY(!m_live->copies().isEmpty());
     QCOMPARE(m_live->everythingElse(), before);
+}
+
+void WebDAVPlayingTest::anUntrustedServerIsRefusedAndSaysSo()
+{
+    MisbehavingServer server({.isEncrypted = true, .address = QHostAddress::LocalHost, .port = 0});
+    server.answer("/", ServerAnswer::ok(listing({"song.mp3"}), "application/xml"));
+    WebDAVConfig config = configOf(server.port());
+    config.serverURL = u"https://127.0.0.1"_s;
+    QVERIFY(!m_live->scan(config, password));
+    QVERIFY2(m_live->servers().errorText().contains(u"证书"_s), qPrintable(m_live->servers().errorText()));
+    QCOMPARE(server.requestCount(), 0);
+}
+
+void WebDAVPlayingTest::aListingOf200MegabytesIsRefused()
+{
+    MisbehavingServer server;
+    server.answer("/", ServerAnswer::streamed("<D:multistatus xmlns:D=\"DAV:\">", QByteArray(1 << 20, ' '),
+                                              200, "</D:multistatus>"));
+    QVERIFY(!m_live->scan(configOf(server.port()), password));
+    QVERIFY(!m_live->servers().errorText().isEmpty());
+    QVERIFY(!m_live->servers().isScanning());
+}
+
+void WebDAVPlayingTest::aServerDeletedDuringItsScanLeavesNothing()
+{
+    MisbehavingServer server;
+    server.answer("/", ServerAnswer::ok(listing({"song.mp3"}), "application/xml").holdingAt(10));
+    const WebDAVConfig config = configOf(server.port());
+    QVERIFY(await(m_live->servers().saveConfig(config, password)));
+    QCoro::Task<void> scan = m_live->servers().scanMusic(config);
+    QTRY_COMPARE(server.requestCount(), 1);
+    QVERIFY(await(m_live->servers().deleteConfig(config)));
+    server.release();
+    QVERIFY(await(std::move(scan)));
+    m_live->restart();
+    QCOMPARE(m_live->servers().configs().size(), 0);
+    QCOMPARE(m_live->servers().webDAVSongs().size(), 0);
 }
 
 QTEST_GUILESS_MAIN(WebDAVPlayingTest)
