@@ -93,10 +93,15 @@ QCoro::Task<void> AudioPlayerService::downloadForCache(QUrl url)
 {
     const QPointer<AudioPlayerService> self(this);
     if (m_parts.streaming) {
-        // The stream fetches the whole file before its first sound. Copies that are fetched meanwhile, of
-        // this song or of an earlier one, would take their share of the line from it.
-        const auto hold = m_cloudSongs->holdDownloads();
-        co_await m_parts.streaming->downloadSettled(url);
+        {
+            // The stream fetches the whole file before its first sound. Copies that are fetched meanwhile, of
+            // this song or of an earlier one, would take their share of the line from it.
+            const auto hold = m_cloudSongs->holdDownloads();
+            co_await m_parts.streaming->listenerServed(url);
+        }
+        // A stream that was left goes on: the file is not fetched twice at once.
+        if (self)
+            co_await m_parts.streaming->downloadSettled(url);
     }
     if (!self || m_cloudSongs->isDownloading(url))
         co_return;

@@ -198,6 +198,7 @@ void WebDAVStreamingService::didCancel(std::shared_ptr<ResourceLoadingRequest> r
                 return;
             pending->removeOne(request);
             updatePausing();
+            tellSettled();
         },
         Qt::QueuedConnection);
 }
@@ -440,27 +441,46 @@ bool WebDAVStreamingService::isUnsettled(const QString &urlKey) const
     return m_activeDataTasks.contains(urlKey) || (m_expectedLoad && m_expectedLoad->urlKey == urlKey);
 }
 
+bool WebDAVStreamingService::isListenedFor(const QString &urlKey) const
+{
+    return !m_pendingRequests.value(urlKey).isEmpty() || (m_expectedLoad && m_expectedLoad->urlKey == urlKey);
+}
+
+QFuture<void> WebDAVStreamingService::wait(Waiters &waiters, const QString &urlKey)
+{
+    const auto promise = std::make_shared<QPromise<void>>();
+    promise->start();
+    waiters.insert(urlKey, promise);
+    return promise->future();
+}
+
 QCoro::Task<void> WebDAVStreamingService::downloadSettled(QUrl url)
 {
     const QString urlKey = absoluteText(url);
-    if (!isUnsettled(urlKey))
-        co_return;
-    const auto promise = std::make_shared<QPromise<void>>();
-    promise->start();
-    m_settling.insert(urlKey, promise);
-    const QFuture<void> settled = promise->future();
-    co_await settled;
+    if (isUnsettled(urlKey))
+        co_await wait(m_settling, urlKey);
+}
+
+QCoro::Task<void> WebDAVStreamingService::listenerServed(QUrl url)
+{
+    const QString urlKey = absoluteText(url);
+    if (isListenedFor(urlKey))
+        co_await wait(m_serving, urlKey);
 }
 
 void WebDAVStreamingService::tellSettled()
 {
     QList<std::shared_ptr<QPromise<void>>> settled;
-    m_settling.removeIf([&](const auto &waiting) {
-        if (isUnsettled(waiting.key()))
-            return false;
-        settled.append(waiting.value());
-        return true;
-    });
+    const auto take = [&settled](Waiters &waiters, const auto &isWaiting) {
+        waiters.removeIf([&](const auto &waiting) {
+            if (isWaiting(waiting.key()))
+                return false;
+            settled.append(waiting.value());
+            return true;
+        });
+    };
+    take(m_serving, [this](const QString &urlKey) { return isListenedFor(urlKey); });
+    take(m_settling, [this](const QString &urlKey) { return isUnsettled(urlKey); });
     for (const std::shared_ptr<QPromise<void>> &promise : settled)
         promise->finish();
 }

@@ -61,6 +61,9 @@ public:
     /// Ends when no download of the file is under way. An asset that has just been created counts as one
     /// until the player asks for it, another asset is created or `loadingGrace` is over.
     QCoro::Task<void> downloadSettled(QUrl url);
+    /// Ends when no player waits for the file: it is there, or failed, or the listener went on to another
+    /// song while the download continues. An asset that has just been created counts as waited for, as above.
+    QCoro::Task<void> listenerServed(QUrl url);
 
     bool shouldWaitForLoadingOfRequestedResource(std::shared_ptr<ResourceLoadingRequest> request) override;
     void didCancel(std::shared_ptr<ResourceLoadingRequest> request) override;
@@ -100,6 +103,7 @@ private:
     void updatePausing();
     void expectLoad(const QString &urlKey);
     bool isUnsettled(const QString &urlKey) const;
+    bool isListenedFor(const QString &urlKey) const;
     void tellSettled();
 
     Platform &m_platform;
@@ -115,8 +119,11 @@ private:
     /// Keys of `m_dataBuffers`, the longest unused first.
     QList<QString> m_leastRecentlyUsed;
     std::optional<ExpectedLoad> m_expectedLoad;
-    /// Who waits for a download to end.
-    QMultiHash<QString, std::shared_ptr<QPromise<void>>> m_settling;
+    using Waiters = QMultiHash<QString, std::shared_ptr<QPromise<void>>>;
+    static QFuture<void> wait(Waiters &waiters, const QString &urlKey);
+    /// Who waits for a download to end, and for the listener to need it no more.
+    Waiters m_settling;
+    Waiters m_serving;
 };
 
 } // namespace cadorel

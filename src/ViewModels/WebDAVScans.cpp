@@ -101,8 +101,8 @@ void WebDAVScans::finish(const QUuid &server, quint64 edition)
     const QList<WebDAVConfig> configs = m_service.configs();
     const bool isThere = std::any_of(configs.cbegin(), configs.cend(),
                                      [&server](const WebDAVConfig &config) { return config.id == server; });
-    if (isThere && m_service.error())
-        m_failures.insert(server, *m_service.error());
+    if (const std::optional<QString> failure = m_service.error(); isThere && failure)
+        m_failures.insert(server, *failure);
     // A change during the scan came too late for its songs.
     else if (m_stale.value(server) <= edition)
         m_stale.remove(server);

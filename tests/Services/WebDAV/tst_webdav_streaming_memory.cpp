@@ -56,6 +56,8 @@ private Q_SLOTS:
     void lineIsFreeWhenTheAssetIsNeverLoaded();
     void lineIsFreeWhenAnotherAssetFollows();
     void lineIsFreeWhenTheFileIsThere();
+    void listenerIsServedWhenTheyLeaveTheSong();
+    void listenerIsServedByTheWholeFile();
     void endOfTheServiceEndsEverything();
 };
 
@@ -228,6 +230,36 @@ void WebDAVStreamingMemoryTest::lineIsFreeWhenTheFileIsThere()
     download(bench, songA);
     bench.streaming(songA);
     QVERIFY(bench.service->downloadSettled(songA).isReady());
+}
+
+void WebDAVStreamingMemoryTest::listenerIsServedWhenTheyLeaveTheSong()
+{
+    StreamingBench bench;
+    const auto request = bench.ask(songA);
+    const auto served = bench.service->listenerServed(songA);
+    const auto settled = bench.service->downloadSettled(songA);
+    QVERIFY(!served.isReady());
+    bench.service->didCancel(request);
+    settle();
+    QVERIFY(served.isReady());
+    QVERIFY(!settled.isReady());
+    QVERIFY(bench.answer(u"a.flac"_s, StreamingBench::file("sound")));
+    QVERIFY(settled.isReady());
+}
+
+void WebDAVStreamingMemoryTest::listenerIsServedByTheWholeFile()
+{
+    StreamingBench bench;
+    bench.streaming(songA);
+    const auto expected = bench.service->listenerServed(songA);
+    QVERIFY(!expected.isReady());
+    const auto request = bench.ask(songA);
+    const auto served = bench.service->listenerServed(songA);
+    QVERIFY(!served.isReady());
+    QVERIFY(bench.answer(u"a.flac"_s, StreamingBench::file("sound")));
+    QVERIFY(expected.isReady());
+    QVERIFY(served.isReady());
+    QVERIFY(bench.service->listenerServed(songA).isReady());
 }
 
 void WebDAVStreamingMemoryTest::endOfTheServiceEndsEverything()
