@@ -302,7 +302,7 @@ void NetworkExchange::endChecked()
     const bool isFound = m_reply->error() == QNetworkReply::NoError &&
                          isSuccess(m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt());
     const qint64 length = isFound ? m_reply->rawHeader("Content-Length"_ba).toLongLong() : 0;
-    const bool wasToClose = m_response.header("Connection"_ba).toLower() == "close";
+    const bool wasToClose = m_response.header("Connection"_ba).toLower().contains("close");
     const bool isWhole = !m_hasReconnected || (length > 0 ? length == m_body->size() : wasToClose);
     if (isWhole)
         finishBody();

@@ -57,6 +57,8 @@ private Q_SLOTS:
     void aWholeChunkedBodyIsAFile();
     void theEndIsCheckedBehindEncryptionToo();
     void aServerThatHangsUpOnHeadGivesItsFile();
+    void aServerThatAnnouncesToCloseGivesItsFile_data();
+    void aServerThatAnnouncesToCloseGivesItsFile();
     void afterABrokenChunkedBodyTheLengthDecides_data();
     void afterABrokenChunkedBodyTheLengthDecides();
 };
@@ -378,6 +380,30 @@ void TestHttpFiles::aServerThatHangsUpOnHeadGivesItsFile()
     COMPARE_STATUS(fetch(client, request), 200);
     QCOMPARE(fileContent(request.outputFile), "music"_ba);
     QVERIFY(server.requestCount() > 1);
+}
+
+void TestHttpFiles::aServerThatAnnouncesToCloseGivesItsFile_data()
+{
+    QTest::addColumn<ServerAnswer>("head");
+    QTest::addColumn<bool>("isWhole");
+    QTest::newRow("no length") << ServerAnswer::ok("music"_ba).chunked() << true;
+    QTest::newRow("its length") << ServerAnswer::ok("music"_ba) << true;
+    QTest::newRow("another length") << ServerAnswer::ok("music that goes on"_ba) << false;
+}
+
+void TestHttpFiles::aServerThatAnnouncesToCloseGivesItsFile()
+{
+    QFETCH(const ServerAnswer, head);
+    QFETCH(const bool, isWhole);
+    const QTemporaryDir folder;
+    MisbehavingServer server;
+    server.answer("/"_ba, {ServerAnswer::ok("music"_ba).chunked().with("Connection"_ba, "Close"_ba), head});
+    NetworkHttpClient client;
+    HttpRequest request = download(server.url(), folder.filePath(u"song"_s));
+    request.mustBeWhole = true;
+    const HttpResult result = fetch(client, request);
+    QVERIFY2(result.has_value() == isWhole, qPrintable(described(result)));
+    QCOMPARE(QFile::exists(request.outputFile), isWhole);
 }
 
 void TestHttpFiles::afterABrokenChunkedBodyTheLengthDecides_data()
