@@ -5,7 +5,6 @@
 
 #include <coroutine>
 #include <expected>
-#include <optional>
 #include <utility>
 
 namespace cadorel {
@@ -22,17 +21,18 @@ public:
     void deliver(Result result)
     {
         m_result = std::move(result);
+        m_isThere = true;
         if (const std::coroutine_handle<> waiting = std::exchange(m_waiting, {}))
             waiting.resume();
     }
 
-    bool await_ready() const noexcept { return m_result.has_value(); }
+    bool await_ready() const noexcept { return m_isThere; }
     void await_suspend(std::coroutine_handle<> waiting) noexcept { m_waiting = waiting; }
-    /// After deliver() alone, which is what resumes.
-    Result await_resume() { return std::move(m_result).value(); }
+    Result await_resume() { return std::move(m_result); }
 
 private:
-    std::optional<Result> m_result;
+    Result m_result;
+    bool m_isThere = false;
     std::coroutine_handle<> m_waiting;
 };
 

@@ -213,7 +213,7 @@ void WebDAVService::loadConfigs()
     QList<WebDAVConfig> configs;
     const QJsonArray array = document.array();
     try {
-        for (const QJsonValue &value : array) {
+        for (const auto &value : array) {
             if (!value.isObject())
                 return;
             configs.append(WebDAVConfig::fromJson(value.toObject()));
