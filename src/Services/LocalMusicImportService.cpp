@@ -212,9 +212,10 @@ QCoro::Task<void> LocalMusicImportService::yieldWhenDue()
     QPromise<void> promise;
     promise.start();
     const QFuture<void> turn = promise.future();
+    // Not by way of the application object: it drops what is still queued while it holds the lock of the
+    // queue, which the end of the promise takes too.
     QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [promise = std::make_shared<QPromise<void>>(std::move(promise))] { promise->finish(); },
+        this, [promise = std::make_shared<QPromise<void>>(std::move(promise))] { promise->finish(); },
         Qt::QueuedConnection);
     const QPointer<LocalMusicImportService> self(this);
     co_await turn;
