@@ -6,6 +6,7 @@
 #include "Services/SharedServices.h"
 #include "Utils/Console.h"
 #include "Utils/StableHash.h"
+#include "Utils/SystemErrorText.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Network/HttpFailure.h"
 
+#include "Utils/SystemErrorText.h"
+
 #include <cerrno>
 
 namespace cadorel {
@@ -14,36 +16,18 @@ HttpError connectionFailure(const QString &description)
     return {.kind = HttpError::Kind::connection, .description = description};
 }
 
+/// Why a new file could not be made or written.
 QString fileReason(int code)
 {
     switch (code) {
-    case ENOSPC:
-        return u"磁盘空间不足"_s;
-    case EDQUOT:
-        return u"磁盘配额已用完"_s;
     case EACCES:
     case EPERM:
         return u"没有写入权限"_s;
-    case EROFS:
-        return u"磁盘是只读的"_s;
-    case EEXIST:
-        return u"文件已存在"_s;
-    case ELOOP:
-        return u"路径是符号链接"_s;
     case ENOENT:
     case ENOTDIR:
         return u"文件夹不存在"_s;
-    case ENAMETOOLONG:
-        return u"文件名过长"_s;
-    case EFBIG:
-        return u"文件过大"_s;
-    case EMFILE:
-    case ENFILE:
-        return u"打开的文件过多"_s;
-    case EIO:
-        return u"磁盘读写出错"_s;
     default:
-        return qt_error_string(code);
+        return systemErrorText(code);
     }
 }
 

@@ -53,7 +53,4 @@ std::expected<void, CopyError> copyAudioFile(const QByteArray &nativeSource, con
 /// files of copyAudioFile() that have not been touched since @p before. Any thread.
 void removeAbandonedCopies(const QByteArray &nativeDirectory, const QDateTime &before);
 
-/// Text of a system error for a listener to read. @param code errno
-QString systemErrorText(int code);
-
 } // namespace cadorel

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/Import/AudioFiles.h"
+#include "Utils/SystemErrorText.h"
 
 #include <QDateTime>
 #include <QDir>
