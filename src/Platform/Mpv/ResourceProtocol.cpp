@@ -200,7 +200,8 @@ void ResourceProtocol::cancelRequest(const Request &request)
 {
     if (!request->cancel())
         return;
-    QMetaObject::invokeMethod(this, [this, request] { takeBack(request); }, Qt::QueuedConnection);
+    const auto leave = [this, request] { takeBack(request); };
+    QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
 }
 
 void ResourceProtocol::takeBack(const Request &request)

@@ -54,7 +54,7 @@ void TestHttpUrls::sendsTheAddressAsItIsEncoded_data()
     QTest::newRow("query without path") << "?a=b"_ba << "/?a=b"_ba;
     QTest::newRow("fragment") << "/dav/a.mp3#part"_ba << "/dav/a.mp3"_ba;
     QTest::newRow("raw Chinese") << "/dav/音乐.mp3"_ba << "/dav/%E9%9F%B3%E4%B9%90.mp3"_ba;
-    // QUrl writes these two in one way, as their specification allows.
+    // QUrl writes these two in one way; both forms mean the same address.
     QTest::newRow("lower-case digits") << "/dav/a%2fb.mp3"_ba << "/dav/a%2Fb.mp3"_ba;
     QTest::newRow("encoded letter") << "/dav/%61.mp3"_ba << "/dav/a.mp3"_ba;
     QTest::newRow("segment of a dot") << "/dav/./a.mp3"_ba << "/dav/a.mp3"_ba;
