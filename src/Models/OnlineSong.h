@@ -4,6 +4,7 @@
 #include "Models/MusicPlatform.h"
 
 #include <QHashFunctions>
+#include <QJsonObject>
 #include <QString>
 
 namespace cadorel {
@@ -19,6 +20,10 @@ struct OnlineSong
     MusicPlatform platform = MusicPlatform::netease;
     QString picUrl;
     QString lrcUrl;
+
+    QJsonObject toJson() const;
+    /// @throws DecodingError on the first key that is missing or mistyped; all seven are required
+    static OnlineSong fromJson(const QJsonObject &object);
 
     friend bool operator==(const OnlineSong &a, const OnlineSong &b)
     {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/WebDAVConfig.h"
 
-#include "Models/DecodingError.h"
+#include "Models/JsonFields.h"
 #include "Models/WebDAVAddress.h"
 #include "Models/WebDAVEndpoints.h"
 #include "Models/WebDAVSongURLs.h"
@@ -22,44 +22,6 @@ constexpr QLatin1StringView usernameKey{"username"};
 constexpr QLatin1StringView basePathKey{"basePath"};
 constexpr QLatin1StringView isEnabledKey{"isEnabled"};
 constexpr QLatin1StringView lastSyncDateKey{"lastSyncDate"};
-
-QString requiredText(const QJsonObject &object, QLatin1StringView key)
-{
-    const QJsonValue value = object.value(key);
-    if (!value.isString())
-        throw DecodingError(key);
-    return value.toString();
-}
-
-bool requiredBool(const QJsonObject &object, QLatin1StringView key)
-{
-    const QJsonValue value = object.value(key);
-    if (!value.isBool())
-        throw DecodingError(key);
-    return value.toBool();
-}
-
-std::optional<int> optionalInt(const QJsonObject &object, QLatin1StringView key)
-{
-    const QJsonValue value = object.value(key);
-    if (value.isUndefined() || value.isNull())
-        return std::nullopt;
-    // A number that is no int gives each of the two defaults.
-    if (value.toInt(0) != value.toInt(1))
-        throw DecodingError(key);
-    return value.toInt();
-}
-
-std::optional<QDateTime> optionalDate(const QJsonObject &object, QLatin1StringView key)
-{
-    const QJsonValue value = object.value(key);
-    if (value.isUndefined() || value.isNull())
-        return std::nullopt;
-    std::optional<QDateTime> date = dateFromJson(value);
-    if (!date)
-        throw DecodingError(key);
-    return date;
-}
 
 } // namespace
 
@@ -116,17 +78,14 @@ QJsonObject WebDAVConfig::toJson() const
 
 WebDAVConfig WebDAVConfig::fromJson(const QJsonObject &object)
 {
-    const QUuid uuid = QUuid::fromString(requiredText(object, idKey));
-    if (uuid.isNull())
-        throw DecodingError(idKey);
-    return {.id = uuid,
-            .name = requiredText(object, nameKey),
-            .serverURL = requiredText(object, serverURLKey),
-            .port = optionalInt(object, portKey),
-            .username = requiredText(object, usernameKey),
-            .basePath = requiredText(object, basePathKey),
-            .isEnabled = requiredBool(object, isEnabledKey),
-            .lastSyncDate = optionalDate(object, lastSyncDateKey)};
+    return {.id = json::requiredUuid(object, idKey),
+            .name = json::requiredText(object, nameKey),
+            .serverURL = json::requiredText(object, serverURLKey),
+            .port = json::optionalInt(object, portKey),
+            .username = json::requiredText(object, usernameKey),
+            .basePath = json::requiredText(object, basePathKey),
+            .isEnabled = json::requiredBool(object, isEnabledKey),
+            .lastSyncDate = json::optionalDate(object, lastSyncDateKey)};
 }
 
 WebDAVConfig WebDAVConfig::jianguoyunPreset(const QString &username, const QString &basePath)

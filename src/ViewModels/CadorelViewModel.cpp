@@ -415,19 +415,19 @@ QCoro::Task<void> CadorelViewModel::scanAllWebDAV()
 void CadorelViewModel::createPlaylist(const QString &name, PlaylistType type)
 {
     if (m_sources.playlistService)
-        m_sources.playlistService->createPlaylist(name, type);
+        m_sources.playlistService->createPlaylist(name, {}, type);
 }
 
 void CadorelViewModel::addToPlaylist(const Song &song, const Playlist &playlist)
 {
     if (m_sources.playlistService)
-        m_sources.playlistService->addToPlaylist(song, playlist);
+        m_sources.playlistService->addSong(song, playlist);
 }
 
 void CadorelViewModel::addOnlineToPlaylist(const OnlineSong &song, const Playlist &playlist)
 {
     if (m_sources.playlistService)
-        m_sources.playlistService->addOnlineToPlaylist(song, playlist);
+        m_sources.playlistService->addOnlineSong(song, playlist);
 }
 
 QCoro::Task<void> CadorelViewModel::refreshAllData()

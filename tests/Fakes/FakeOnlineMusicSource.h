@@ -13,7 +13,8 @@ public:
     QList<QPair<QString, MusicPlatform>> searches;
 
     QList<OnlineSong> searchResults() const override { return results; }
-    QCoro::Task<void> search(QString keyword, MusicPlatform platform) override
+    using OnlineMusicSource::search;
+    QCoro::Task<void> search(QString keyword, MusicPlatform platform, int /*limit*/) override
     {
         searches.append({keyword, platform});
         co_return;

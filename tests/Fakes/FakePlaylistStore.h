@@ -11,16 +11,21 @@ class FakePlaylistStore : public PlaylistStore
 public:
     QStringList calls;
 
-    void createPlaylist(const QString &name, PlaylistType type) override
+    Playlist createPlaylist(const QString &name, const QString &description, PlaylistType type) override
     {
         calls.append(QStringLiteral("create ") + name +
                      (type == PlaylistType::local ? QStringLiteral(" local") : QStringLiteral(" online")));
+        Playlist playlist;
+        playlist.name = name;
+        playlist.description = description;
+        playlist.type = type;
+        return playlist;
     }
-    void addToPlaylist(const Song &song, const Playlist &playlist) override
+    void addSong(const Song &song, const Playlist &playlist) override
     {
         calls.append(QStringLiteral("add ") + song.id() + QStringLiteral(" to ") + playlist.name);
     }
-    void addOnlineToPlaylist(const OnlineSong &song, const Playlist &playlist) override
+    void addOnlineSong(const OnlineSong &song, const Playlist &playlist) override
     {
         calls.append(QStringLiteral("add online ") + song.id + QStringLiteral(" to ") + playlist.name);
     }

@@ -8,18 +8,19 @@
 
 namespace cadorel {
 
-/// The listener's playlists. Main thread.
+/// What the central view model needs of the listener's playlists. Main thread.
 class PlaylistStore : public QObject
 {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    virtual void createPlaylist(const QString &name, PlaylistType type) = 0;
-    virtual void addToPlaylist(const Song &song, const Playlist &playlist) = 0;
-    virtual void addOnlineToPlaylist(const OnlineSong &song, const Playlist &playlist) = 0;
+    virtual Playlist createPlaylist(const QString &name, const QString &description, PlaylistType type) = 0;
+    virtual void addSong(const Song &song, const Playlist &playlist) = 0;
+    virtual void addOnlineSong(const OnlineSong &song, const Playlist &playlist) = 0;
 
 Q_SIGNALS:
+    /// Some playlist has changed, come or gone.
     void changed();
 };
 

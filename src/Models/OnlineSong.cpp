@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/OnlineSong.h"
+
+#include "Models/DecodingError.h"
+#include "Models/JsonFields.h"
+
+namespace cadorel {
+
+namespace {
+
+constexpr QLatin1StringView idKey{"id"};
+constexpr QLatin1StringView nameKey{"name"};
+constexpr QLatin1StringView artistKey{"artist"};
+constexpr QLatin1StringView albumKey{"album"};
+constexpr QLatin1StringView platformKey{"platform"};
+constexpr QLatin1StringView picUrlKey{"picUrl"};
+constexpr QLatin1StringView lrcUrlKey{"lrcUrl"};
+
+MusicPlatform requiredPlatform(const QJsonObject &object)
+{
+    const std::optional<MusicPlatform> platform = musicPlatform(json::requiredText(object, platformKey));
+    if (!platform)
+        throw DecodingError(platformKey);
+    return *platform;
+}
+
+} // namespace
+
+QJsonObject OnlineSong::toJson() const
+{
+    return {{idKey, id},
+            {nameKey, name},
+            {artistKey, artist},
+            {albumKey, album},
+            {platformKey, rawValue(platform)},
+            {picUrlKey, picUrl},
+            {lrcUrlKey, lrcUrl}};
+}
+
+OnlineSong OnlineSong::fromJson(const QJsonObject &object)
+{
+    return {.id = json::requiredText(object, idKey),
+            .name = json::requiredText(object, nameKey),
+            .artist = json::requiredText(object, artistKey),
+            .album = json::requiredText(object, albumKey),
+            .platform = requiredPlatform(object),
+            .picUrl = json::requiredText(object, picUrlKey),
+            .lrcUrl = json::requiredText(object, lrcUrlKey)};
+}
+
+} // namespace cadorel

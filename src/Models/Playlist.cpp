@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/Playlist.h"
+
+#include "Models/DecodingError.h"
+#include "Models/JsonFields.h"
+#include "Utils/JsonForms.h"
+
+#include <QJsonArray>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QLatin1StringView idKey{"id"};
+constexpr QLatin1StringView nameKey{"name"};
+constexpr QLatin1StringView descriptionKey{"description"};
+constexpr QLatin1StringView typeKey{"type"};
+constexpr QLatin1StringView coverURLKey{"coverURL"};
+constexpr QLatin1StringView coverImageDataKey{"coverImageData"};
+constexpr QLatin1StringView createdAtKey{"createdAt"};
+constexpr QLatin1StringView updatedAtKey{"updatedAt"};
+constexpr QLatin1StringView songIdsKey{"songIds"};
+constexpr QLatin1StringView onlineSongsKey{"onlineSongs"};
+
+} // namespace
+
+QString rawValue(PlaylistType type)
+{
+    return type == PlaylistType::local ? u"local"_s : u"online"_s;
+}
+
+std::optional<PlaylistType> playlistType(const QString &rawValue)
+{
+    if (rawValue == "local"_L1)
+        return PlaylistType::local;
+    if (rawValue == "online"_L1)
+        return PlaylistType::online;
+    return std::nullopt;
+}
+
+QString displayName(PlaylistType type)
+{
+    return type == PlaylistType::local ? u"本地"_s : u"在线"_s;
+}
+
+std::optional<QImage> Playlist::coverImage() const
+{
+    if (!coverImageData)
+        return std::nullopt;
+    const QImage image = QImage::fromData(*coverImageData);
+    return image.isNull() ? std::nullopt : std::optional(image);
+}
+
+int Playlist::songCount() const
+{
+    return static_cast<int>(type == PlaylistType::local ? songIds.size() : onlineSongs.size());
+}
+
+QString Playlist::uiIdentity() const
+{
+    const size_t cover = coverImageData ? qHash(*coverImageData) : 0;
+    return id + "|cov:"_L1 + QString::number(cover) + "|upd:"_L1 +
+           QString::number(updatedAt.toSecsSinceEpoch());
+}
+
+QJsonObject Playlist::toJson() const
+{
+    QJsonArray songs;
+    for (const OnlineSong &song : onlineSongs)
+        songs.append(song.toJson());
+    QJsonObject object{{idKey, id},
+                       {nameKey, name},
+                       {descriptionKey, description},
+                       {typeKey, rawValue(type)},
+                       {createdAtKey, dateToJson(createdAt)},
+                       {updatedAtKey, dateToJson(updatedAt)},
+                       {songIdsKey, QJsonArray::fromStringList(songIds)},
+                       {onlineSongsKey, songs}};
+    if (coverURL)
+        object.insert(coverURLKey, QString::fromUtf8(coverURL->toEncoded()));
+    if (coverImageData)
+        object.insert(coverImageDataKey, bytesToJson(*coverImageData));
+    return object;
+}
+
+Playlist Playlist::fromJson(const QJsonObject &object)
+{
+    const std::optional<PlaylistType> type = playlistType(json::requiredText(object, typeKey));
+    if (!type)
+        throw DecodingError(typeKey);
+    Playlist playlist{.id = json::requiredText(object, idKey),
+                      .name = json::requiredText(object, nameKey),
+                      .description = json::requiredText(object, descriptionKey),
+                      .type = *type,
+                      .coverURL = {},
+                      .coverImageData = {},
+                      .createdAt = json::requiredDate(object, createdAtKey),
+                      .updatedAt = json::requiredDate(object, updatedAtKey),
+                      .songIds = json::requiredTexts(object, songIdsKey),
+                      .onlineSongs = {}};
+    if (const std::optional<QString> cover = json::optionalText(object, coverURLKey))
+        playlist.coverURL = QUrl(*cover);
+    if (const QJsonValue cover = object.value(coverImageDataKey); !cover.isUndefined() && !cover.isNull()) {
+        playlist.coverImageData = bytesFromJson(cover);
+        if (!playlist.coverImageData)
+            throw DecodingError(coverImageDataKey);
+    }
+    const std::optional<QList<QJsonObject>> songs = json::optionalObjects(object, onlineSongsKey);
+    if (!songs)
+        throw DecodingError(onlineSongsKey);
+    for (const QJsonObject &song : *songs)
+        playlist.onlineSongs.append(OnlineSong::fromJson(song));
+    return playlist;
+}
+
+} // namespace cadorel
