@@ -11,6 +11,7 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
@@ -59,8 +60,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                       {.playlistService = &playlistService, .webDAVService = &webDAVService});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
+    RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
-    installUserInterface(engine);
+    installUserInterface(engine, &remoteCovers);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
