@@ -7,6 +7,7 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
@@ -54,7 +55,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     AudioPlayerService &audioPlayer = AudioPlayerService::shared();
     LocalMusicImportService &importService = LocalMusicImportService::shared();
     WebDAVService &webDAVService = WebDAVService::shared();
-    CadorelApp player(platform, audioPlayer, importService, {.webDAVService = &webDAVService});
+    PlaylistService &playlistService = PlaylistService::shared();
+    CadorelApp player(platform, audioPlayer, importService,
+                      {.playlistService = &playlistService, .webDAVService = &webDAVService});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
