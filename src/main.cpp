@@ -13,6 +13,7 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/PlaylistPageViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
@@ -51,12 +52,6 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
-/// Where the cover of an online song lies; nothing when it has none.
-std::optional<QUrl> coverAddress(const OnlineSong &song)
-{
-    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
-}
-
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -73,7 +68,10 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
-    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform,
+                                 [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
+    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
+                     &OnlineSongListModel::moveCovers);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;

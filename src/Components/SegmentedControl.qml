@@ -50,6 +50,7 @@ FocusScope {
                 required property string modelData
                 readonly property bool isChosen: index === root.currentIndex
 
+                objectName: "segment" + index
                 width: root.width / root.choices.length
                 height: root.height
                 focusPolicy: isChosen ? Qt.TabFocus : Qt.NoFocus
