@@ -3,7 +3,7 @@
 
 #include "Platform/Platform.h"
 #include "Services/Playlists/ListMembers.h"
-#include "Services/Playlists/PlaylistText.h"
+#include "Services/Playlists/PlaylistStorage.h"
 #include "Services/Seams/PlaylistStore.h"
 
 #include <QCoroTask>
@@ -81,25 +81,22 @@ public:
     static QImage resizeImage(const QImage &image, const QSize &targetSize);
 
 private:
-    void load();
     void ensureFavoritesPlaylistExists();
-    Playlist *listed(const QString &id);
+    qsizetype indexOf(const QString &id) const;
     template <typename Change>
     void change(const QString &id, Change change);
     void publish();
-    void requestSave();
-    void save();
 
     Platform &m_platform;
     LocalMusicImportService &m_importService;
     QList<Playlist> m_playlists;
     mutable ListMembers<QString> m_favorites;
     mutable ListMembers<OnlineSong> m_onlineFavorites;
-    PlaylistText m_text;
-    bool m_isSaveRequested = false;
-    /// Number of the last wish about the cover of each playlist, for those that are being made.
+    /// Number of the wish by which a playlist came to its cover, or to none: an older one comes too late.
     QHash<QString, quint64> m_coverWishes;
     quint64 m_lastCoverWish = 0;
+    /// Reads the list when it goes: the last member.
+    PlaylistStorage m_storage;
 };
 
 } // namespace cadorel
