@@ -26,6 +26,9 @@ public:
     LocalMusicImportService importService{machine.platform};
     std::unique_ptr<PlaylistService> service;
 
+    /// Forgets what the library has printed.
+    PlaylistBench() { console.take(); }
+
     /// Starts the service anew on what is stored.
     PlaylistService &start()
     {
