@@ -5,12 +5,15 @@
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/SignalWatcher.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
@@ -55,12 +58,18 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     LocalMusicImportService &importService = LocalMusicImportService::shared();
     WebDAVService &webDAVService = WebDAVService::shared();
     PlaylistService &playlistService = PlaylistService::shared();
+    APIConfigService &apiConfig = APIConfigService::shared();
+    OnlineMusicService &onlineMusicService = OnlineMusicService::shared();
     CadorelApp player(platform, audioPlayer, importService,
-                      {.playlistService = &playlistService, .webDAVService = &webDAVService});
+                      {.playlistService = &playlistService,
+                       .onlineMusicService = &onlineMusicService,
+                       .webDAVService = &webDAVService,
+                       .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
+    RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
-    installUserInterface(engine);
+    installUserInterface(engine, &remoteCovers);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
