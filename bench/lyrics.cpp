@@ -27,9 +27,8 @@ QString words(int line)
 QString tagged(int line)
 {
     constexpr int linesPerMinute = 100;
-    return u"[%1:%2.%3]"_s.arg(line / linesPerMinute, 2, 10, u'0')
-        .arg(line % linesPerMinute * 60 / linesPerMinute, 2, 10, u'0')
-        .arg(line % 97, 2, 10, u'0');
+    return QString::asprintf("[%02d:%02d.%02d]", line / linesPerMinute,
+                             line % linesPerMinute * 60 / linesPerMinute, line % 97);
 }
 
 template <typename Line>
