@@ -13,6 +13,7 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -66,6 +67,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -73,7 +75,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
-                                 {u"servers"_s, QVariant::fromValue(&servers)}});
+                                 {u"servers"_s, QVariant::fromValue(&servers)},
+                                 {u"online"_s, QVariant::fromValue(&online)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

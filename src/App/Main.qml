@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
@@ -11,6 +13,7 @@ ApplicationWindow {
     required property LibraryViewModel library
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
+    required property OnlineViewModel online
 
     property int currentTab: RootTabBar.Library
 
@@ -109,6 +112,7 @@ ApplicationWindow {
                     objectName: "onlineView"
                     focus: true
                     viewModel: window.viewModel
+                    online: window.online
                 }
             }
             TabPage {

@@ -4,14 +4,20 @@
 
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "ViewModels/APISettingsViewModel.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/FilePickerModel.h"
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/OnlineSearchViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/RowModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/TopListListModel.h"
+#include "ViewModels/TopListPageViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
 #include "ViewModels/WebDAVPresetListModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
 #include "ViewModels/WebDAVServerListModel.h"
@@ -62,12 +68,36 @@ struct ForeignPlaybackViewModel
     QML_UNCREATABLE("given to the window")
 };
 
+struct ForeignAPISettingsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::APISettingsViewModel)
+    QML_NAMED_ELEMENT(APISettingsViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignOnlineSearchViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineSearchViewModel)
+    QML_NAMED_ELEMENT(OnlineSearchViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
 struct ForeignOnlineSongListModel
 {
     Q_GADGET
     QML_FOREIGN(cadorel::OnlineSongListModel)
     QML_NAMED_ELEMENT(OnlineSongListModel)
     QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignOnlineViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineViewModel)
+    QML_NAMED_ELEMENT(OnlineViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignRowModel
@@ -98,6 +128,30 @@ struct ForeignFormTextInput
     Q_GADGET
     QML_FOREIGN(cadorel::FormTextInput)
     QML_NAMED_ELEMENT(FormTextInput)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListListModel)
+    QML_NAMED_ELEMENT(TopListListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListPageViewModel)
+    QML_NAMED_ELEMENT(TopListPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListsViewModel)
+    QML_NAMED_ELEMENT(TopListsViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
