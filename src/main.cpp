@@ -14,6 +14,7 @@
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -51,6 +52,12 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
+/// Where the cover of an online song lies; nothing when it has none.
+std::optional<QUrl> coverAddress(const OnlineSong &song)
+{
+    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
+}
+
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -68,6 +75,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -77,6 +85,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"library"_s, QVariant::fromValue(&player.library())},
                                  {u"servers"_s, QVariant::fromValue(&servers)},
                                  {u"online"_s, QVariant::fromValue(&online)}});
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -49,6 +49,8 @@ public:
     bool isFavorite(const Song &song) const;
     bool isFavorite(const OnlineSong &song) const;
     /// Looks into the playlist given, whether it is listed or not.
+    bool isFavorite(const Song &song) const override;
+    bool isFavorite(const OnlineSong &song) const override;
     static bool isSongInPlaylist(const Song &song, const Playlist &playlist);
     static bool isOnlineSongInPlaylist(const OnlineSong &song, const Playlist &playlist);
     /// The songs of a local playlist in its order, each the first of @p allSongs with that id; ids that name

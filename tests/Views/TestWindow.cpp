@@ -7,6 +7,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/OnlineMusicService.h"
+#include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
@@ -16,6 +17,7 @@
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/RemoteCovers.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -110,6 +112,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    playlistService = std::make_unique<PlaylistService>(platform, *importService);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     apiConfig = std::make_unique<APIConfigService>(platform);
     onlineMusicService = std::make_unique<OnlineMusicService>(platform, *apiConfig);
@@ -129,6 +132,16 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     playback = std::make_unique<PlaybackViewModel>(*viewModel);
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
     online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
+    audioPlayer = std::make_unique<AudioPlayerService>(
+        platform, *importService,
+        AudioPlayerParts{.streaming = streaming.get(), .updateSongMetadata = [this](const Song &song) {
+                             webDAVService->updateSongMetadata(song);
+                         }});
+    viewModel = std::make_unique<CadorelViewModel>(
+        *audioPlayer, *importService,
+        LibrarySources{.playlistService = playlistService.get(), .webDAVService = webDAVService.get()});
+    playlists = std::make_unique<PlaylistsViewModel>(*viewModel, *playlistService, platform,
+                                                     [](const OnlineSong &) { return std::nullopt; });
 }
 
 TestWindow::~TestWindow()
@@ -210,6 +223,7 @@ bool TestWindow::show()
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
                                   {u"servers"_s, QVariant::fromValue(servers.get())},
                                   {u"online"_s, QVariant::fromValue(online.get())}});
+                                  {u"playlists"_s, QVariant::fromValue(playlists.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;
