@@ -8,67 +8,6 @@ namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QByteArray songsAnswer(const QByteArray &key, const QStringList &titles)
-{
-    QJsonArray songs;
-    for (const QString &title : titles) {
-        songs.append(QJsonObject{{u"id"_s, u"id-"_s + title},
-                                 {u"title"_s, title},
-                                 {u"artist"_s, u"歌手"_s},
-                                 {u"duration"_s, 180},
-                                 {u"coverArt"_s, u"cover-"_s + title}});
-    }
-    return subsonicAnswer(",\"" + key + "\":{\"song\":" + QJsonDocument(songs).toJson() + "}");
-}
-
-QString endpointOf(const HttpRequest &request)
-{
-    return request.url.fileName();
-}
-
-} // namespace
-
-QByteArray subsonicAnswer(const QByteArray &members)
-{
-    return R"({"subsonic-response":{"status":"ok","version":"1.16.1")" + members + "}}";
-}
-
-QByteArray subsonicRefusal(const QByteArray &message)
-{
-    return R"({"subsonic-response":{"status":"failed","error":{"code":40,"message":")" + message + "\"}}}";
-}
-
-QByteArray randomSongsAnswer(const QStringList &titles)
-{
-    return songsAnswer("randomSongs", titles);
-}
-
-QByteArray search3Answer(const QStringList &titles)
-{
-    return songsAnswer("searchResult3", titles);
-}
-
-QByteArray lyricsAnswer(const QByteArray &value)
-{
-    return subsonicAnswer(R"(,"lyrics":{"artist":"a","title":"t","value":")" + value + "\"}");
-}
-
-HttpResponse webAnswer(const QByteArray &body, int status)
-{
-    HttpResponse response;
-    response.status = status;
-    response.headers = {{"Content-Type", "application/json"}};
-    response.body = body;
-    return response;
-}
-
-std::unexpected<HttpError> noAnswer(const QString &description, HttpError::Kind kind)
-{
-    return std::unexpected(HttpError{kind, description});
-}
-
 NavidromeFixture::~NavidromeFixture()
 {
     stop();
@@ -129,30 +68,9 @@ void NavidromeFixture::stop()
     settle();
 }
 
-void NavidromeFixture::addAnswer(const QString &endpoint, const FakeHttpClient::Result &answer)
-{
-    m_answers.insert(endpoint, answer);
-}
-
-void NavidromeFixture::answerPending()
-{
-    while (!web().pending.empty()) {
-        const QString endpoint = endpointOf(web().pending.front().request);
-        web().answer(m_answers.value(endpoint, webAnswer("not found", 404)));
-    }
-}
-
 bool NavidromeFixture::waitForPending(std::size_t count)
 {
     return QTest::qWaitFor([this, count] { return web().pending.size() == count; }, patienceMs);
-}
-
-QStringList NavidromeFixture::askedEndpoints()
-{
-    QStringList endpoints;
-    for (const HttpRequest &request : web().sent)
-        endpoints.append(endpointOf(request));
-    return endpoints;
 }
 
 QUrlQuery NavidromeFixture::lastQuery()

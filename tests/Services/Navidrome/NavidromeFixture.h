@@ -3,11 +3,11 @@
 
 #include "Fakes/Await.h"
 #include "Fakes/ConsoleLines.h"
+#include "Fakes/FakeSubsonic.h"
 #include "Fakes/TestPlatform.h"
 #include "Services/NavidromeService.h"
 
 #include <QByteArray>
-#include <QHash>
 #include <QTest>
 #include <QUrlQuery>
 
@@ -15,19 +15,6 @@
 #include <optional>
 
 namespace cadorel {
-
-/// An answer of a Subsonic server; @p members come after its status, each with a comma before it.
-QByteArray subsonicAnswer(const QByteArray &members = {});
-/// One that says why it refuses.
-QByteArray subsonicRefusal(const QByteArray &message);
-/// Lists of songs with these titles; the id of a song is "id-" and its title.
-QByteArray randomSongsAnswer(const QStringList &titles);
-QByteArray search3Answer(const QStringList &titles);
-QByteArray lyricsAnswer(const QByteArray &value);
-
-HttpResponse webAnswer(const QByteArray &body, int status = 200);
-std::unexpected<HttpError> noAnswer(const QString &description,
-                                    HttpError::Kind kind = HttpError::Kind::connection);
 
 /// An answer in a table of test data, which cannot hold what lacks an equality.
 struct MadeAnswer
@@ -58,26 +45,28 @@ public:
     NavidromeService &service() { return *m_service; }
 
     /// The answer to every request for an endpoint from now on, such as "ping.view".
-    void addAnswer(const QString &endpoint, const FakeHttpClient::Result &answer);
+    void addAnswer(const QString &endpoint, const FakeHttpClient::Result &answer)
+    {
+        m_servers.setAnswer(endpoint, answer);
+    }
     /// Answers what is asked until the operation has ended. @return its result
     template <typename T>
     auto serve(QCoro::Task<T> task)
     {
         const auto ended = QTest::qWaitFor(
             [this, &task] {
-                answerPending();
+                m_servers.answerAll();
                 return task.isReady();
             },
             patienceMs);
         using Result = decltype(await(std::move(task)));
         return ended ? await(std::move(task)) : Result();
     }
-    void answerPending();
     /// Waits until so many requests wait for an answer. @return whether they do
     bool waitForPending(std::size_t count);
 
     /// Endpoints of the requests so far.
-    QStringList askedEndpoints();
+    QStringList askedEndpoints() const { return m_servers.askedEndpoints(); }
     /// Query of the last request.
     QUrlQuery lastQuery();
     /// Titles in list order.
@@ -90,7 +79,7 @@ public:
 private:
     ConsoleLines m_console;
     TestPlatform m_machine;
-    QHash<QString, FakeHttpClient::Result> m_answers;
+    FakeSubsonic m_servers{m_machine.web()};
     std::unique_ptr<NavidromeService> m_service;
 };
 
