@@ -7,10 +7,12 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -59,6 +61,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     CadorelApp player(platform, audioPlayer, importService,
                       {.playlistService = &playlistService, .webDAVService = &webDAVService});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -66,7 +69,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
-                                 {u"servers"_s, QVariant::fromValue(&servers)}});
+                                 {u"servers"_s, QVariant::fromValue(&servers)},
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

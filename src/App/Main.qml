@@ -11,6 +11,7 @@ ApplicationWindow {
     required property LibraryViewModel library
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
+    required property NavidromeServersViewModel navidrome
 
     property int currentTab: RootTabBar.Library
 
@@ -96,6 +97,7 @@ ApplicationWindow {
                     height: parent.height
                     viewModel: window.viewModel
                     servers: window.servers
+                    navidrome: window.navidrome
                     onCloseRequested: {
                         serversView.isShown = false;
                         libraryView.forceActiveFocus(Qt.OtherFocusReason);

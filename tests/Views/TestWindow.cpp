@@ -5,12 +5,14 @@
 #include "Fakes/FakeRandom.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
@@ -106,6 +108,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    navidromeService = std::make_unique<NavidromeService>(platform);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     audioPlayer = std::make_unique<AudioPlayerService>(
         platform, *importService,
@@ -117,6 +120,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
     playback = std::make_unique<PlaybackViewModel>(*viewModel);
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
+    navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
 }
 
 TestWindow::~TestWindow()
@@ -135,6 +139,7 @@ TestWindow::~TestWindow()
         }))
         qWarning("a scan does not end");
     servers.reset();
+    navidrome.reset();
     QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
 }
@@ -195,7 +200,8 @@ bool TestWindow::show()
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
-                                  {u"servers"_s, QVariant::fromValue(servers.get())}});
+                                  {u"servers"_s, QVariant::fromValue(servers.get())},
+                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;
