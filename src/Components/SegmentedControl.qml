@@ -13,12 +13,6 @@ FocusScope {
     property int current: 0
     property string name
 
-/// One of a few choices, side by side. The arrow keys walk from one to the next.
-    required property list<string> choices
-    property int currentIndex: 0
-    /// What is chosen here.
-    property string label
-    /// The listener wants another one.
     signal chosen(int index)
 
     implicitHeight: Metrics.touchTarget
@@ -37,14 +31,6 @@ FocusScope {
         anchors.bottomMargin: Metrics.grid
         radius: Metrics.controlRadius
         color: SystemColors.secondaryBackground
-    Accessible.name: label
-        if (index < 0 || index >= choices.length)
-            return;
-        chosen(index);
-        segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
-    Keys.onLeftPressed: walkTo(currentIndex - 1)
-    Keys.onRightPressed: walkTo(currentIndex + 1)
-        color: SystemColors.track
     }
     Row {
         anchors.fill: parent
@@ -54,9 +40,6 @@ FocusScope {
 
             model: root.options
             delegate: AbstractButton {
-            model: root.choices
-
-            AbstractButton {
                 id: segment
 
                 required property int index
@@ -68,10 +51,6 @@ FocusScope {
                 height: root.height
                 // The keyboard comes to the choice that holds, and walks on from there.
                 focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
-                readonly property bool isChosen: index === root.currentIndex
-                width: root.width / root.choices.length
-                focusPolicy: isChosen ? Qt.TabFocus : Qt.NoFocus
-                focus: isChosen
                 hoverEnabled: true
                 text: modelData
                 Accessible.role: Accessible.RadioButton
@@ -83,7 +62,6 @@ FocusScope {
                 Keys.onEnterPressed: segment.clicked()
                 Keys.onLeftPressed: root.walkTo(index - 1)
                 Keys.onRightPressed: root.walkTo(index + 1)
-                Accessible.checked: isChosen
                 onClicked: root.chosen(index)
 
                 background: Item {
@@ -94,8 +72,6 @@ FocusScope {
                         anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
                         color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
-                        anchors.margins: Metrics.focusRing
-                        color: segment.isChosen ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius
@@ -108,7 +84,6 @@ FocusScope {
                     style: TextStyles.subheadline
                     font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
                     color: segment.isSelected ? SystemColors.accent : SystemColors.label
-                    style: segment.isChosen ? TextStyles.headline : TextStyles.body
                     horizontalAlignment: Text.AlignHCenter
                 }
             }
