@@ -14,6 +14,7 @@
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -68,6 +69,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
+    PlaylistsViewModel playlists(
+        player.viewModel(), playlistService, platform,
+        [&onlineMusicService](const OnlineSong &song) { return onlineMusicService.getCoverUrl(song); });
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -76,7 +80,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
                                  {u"servers"_s, QVariant::fromValue(&servers)},
-                                 {u"online"_s, QVariant::fromValue(&online)}});
+                                 {u"online"_s, QVariant::fromValue(&online)},
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

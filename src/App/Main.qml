@@ -14,6 +14,7 @@ ApplicationWindow {
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
     required property OnlineViewModel online
+    required property PlaylistsViewModel playlists
 
     property int currentTab: RootTabBar.Library
 
@@ -89,6 +90,7 @@ ApplicationWindow {
                     enabled: !serversView.isShown
                     viewModel: window.viewModel
                     library: window.library
+                    playlists: window.playlists
                     onServersRequested: serversView.isShown = true
                 }
                 ServersView {
@@ -99,6 +101,7 @@ ApplicationWindow {
                     height: parent.height
                     viewModel: window.viewModel
                     servers: window.servers
+                    playlists: window.playlists
                     onCloseRequested: {
                         serversView.isShown = false;
                         libraryView.forceActiveFocus(Qt.OtherFocusReason);
@@ -113,6 +116,7 @@ ApplicationWindow {
                     focus: true
                     viewModel: window.viewModel
                     online: window.online
+                    playlists: window.playlists
                 }
             }
             TabPage {
@@ -122,6 +126,7 @@ ApplicationWindow {
                     objectName: "playlistsView"
                     focus: true
                     viewModel: window.viewModel
+                    playlists: window.playlists
                 }
             }
         }
@@ -188,6 +193,17 @@ ApplicationWindow {
 
         function onOwnPickerRequested(folder: bool): void {
             pickerSheet.show(folder);
+        }
+    }
+
+    Loader {
+        // The first frame does not pay for sheets that few starts come to.
+        readonly property bool isNeeded: window.playlists.picker.isOpen || window.playlists.editor.showCreateSheet
+
+        active: false
+        onIsNeededChanged: active = true
+        sourceComponent: PlaylistSheets {
+            playlists: window.playlists
         }
     }
 }

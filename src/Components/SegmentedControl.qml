@@ -4,33 +4,40 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 
-/// One choice of a few, which are all in sight. The arrow keys walk over them, Space and Return choose.
+/// One of a few choices, side by side. The arrow keys walk from one to the next.
 FocusScope {
     id: root
 
     /// Texts, a list of them.
-    required property var options
-    property int current: 0
-    property string name
+    required property var choices
+    property int currentIndex: 0
+    /// What is chosen here.
+    property string label
 
+    /// The listener wants another one.
     signal chosen(int index)
 
     implicitHeight: Metrics.touchTarget
     Accessible.role: Accessible.Grouping
-    Accessible.name: name
+    Accessible.name: label
 
     function walkTo(index: int): void {
         const segment = segments.itemAt(index);
-        if (segment)
-            segment.forceActiveFocus(Qt.TabFocusReason);
+        if (!segment)
+            return;
+        chosen(index);
+        segment.forceActiveFocus(Qt.TabFocusReason);
     }
+
+    Keys.onLeftPressed: walkTo(currentIndex - 1)
+    Keys.onRightPressed: walkTo(currentIndex + 1)
 
     Rectangle {
         anchors.fill: parent
         anchors.topMargin: Metrics.grid
         anchors.bottomMargin: Metrics.grid
         radius: Metrics.controlRadius
-        color: SystemColors.secondaryBackground
+        color: SystemColors.track
     }
     Row {
         anchors.fill: parent
@@ -38,40 +45,40 @@ FocusScope {
         Repeater {
             id: segments
 
-            model: root.options
-            delegate: AbstractButton {
+            model: root.choices
+
+            AbstractButton {
                 id: segment
 
                 required property int index
                 required property string modelData
-                readonly property bool isSelected: index === root.current
+                readonly property bool isChosen: index === root.currentIndex
 
                 objectName: root.objectName + index
                 width: root.width / segments.count
                 height: root.height
                 // The keyboard comes to the choice that holds, and walks on from there.
-                focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
+                focusPolicy: isChosen ? Qt.TabFocus : Qt.NoFocus
+                focus: isChosen
                 hoverEnabled: true
                 text: modelData
                 Accessible.role: Accessible.RadioButton
                 Accessible.name: text
                 Accessible.checkable: true
-                Accessible.checked: isSelected
+                Accessible.checked: isChosen
                 Accessible.onPressAction: segment.clicked()
                 Keys.onReturnPressed: segment.clicked()
                 Keys.onEnterPressed: segment.clicked()
-                Keys.onLeftPressed: root.walkTo(index - 1)
-                Keys.onRightPressed: root.walkTo(index + 1)
                 onClicked: root.chosen(index)
 
                 background: Item {
                     Rectangle {
                         anchors.fill: parent
-                        anchors.margins: Metrics.grid
+                        anchors.margins: Metrics.focusRing
                         anchors.topMargin: Metrics.grid + Metrics.focusRing
                         anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
-                        color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
+                        color: segment.isChosen ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius
@@ -82,8 +89,8 @@ FocusScope {
                 contentItem: StyledText {
                     text: segment.text
                     style: TextStyles.subheadline
-                    font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
-                    color: segment.isSelected ? SystemColors.accent : SystemColors.label
+                    font.weight: segment.isChosen ? Font.DemiBold : Font.Normal
+                    color: segment.isChosen ? SystemColors.accent : SystemColors.label
                     horizontalAlignment: Text.AlignHCenter
                 }
             }

@@ -7,6 +7,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/OnlineMusicService.h"
+#include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
@@ -15,6 +16,7 @@
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
@@ -110,6 +112,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    playlistService = std::make_unique<PlaylistService>(platform, *importService);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     apiConfig = std::make_unique<APIConfigService>(platform);
     onlineMusicService = std::make_unique<OnlineMusicService>(platform, *apiConfig);
@@ -122,13 +125,17 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
                                                               }});
     viewModel =
         std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
-                                           LibrarySources{.onlineMusicService = onlineMusicService.get(),
+                                           LibrarySources{.playlistService = playlistService.get(),
+                                                          .onlineMusicService = onlineMusicService.get(),
                                                           .webDAVService = webDAVService.get(),
                                                           .onlineAddresses = apiConfig.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
     playback = std::make_unique<PlaybackViewModel>(*viewModel);
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
     online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
+    playlists = std::make_unique<PlaylistsViewModel>(
+        *viewModel, *playlistService, platform,
+        [this](const OnlineSong &song) { return onlineMusicService->getCoverUrl(song); });
 }
 
 TestWindow::~TestWindow()
@@ -209,7 +216,8 @@ bool TestWindow::show()
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
                                   {u"servers"_s, QVariant::fromValue(servers.get())},
-                                  {u"online"_s, QVariant::fromValue(online.get())}});
+                                  {u"online"_s, QVariant::fromValue(online.get())},
+                                  {u"playlists"_s, QVariant::fromValue(playlists.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

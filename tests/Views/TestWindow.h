@@ -28,6 +28,8 @@ class OnlineMusicService;
 class OnlineViewModel;
 class PlaybackViewModel;
 class RemoteCovers;
+class PlaylistService;
+class PlaylistsViewModel;
 class WebDAVServersViewModel;
 class WebDAVService;
 class WebDAVStreamingService;
@@ -92,6 +94,7 @@ public:
     std::unique_ptr<FakeFolders> folders;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<WebDAVService> webDAVService;
+    std::unique_ptr<PlaylistService> playlistService;
     std::unique_ptr<WebDAVStreamingService> streaming;
     std::unique_ptr<APIConfigService> apiConfig;
     std::unique_ptr<OnlineMusicService> onlineMusicService;
@@ -103,6 +106,7 @@ public:
     std::unique_ptr<OnlineViewModel> online;
     /// Fetches covers from the web, if the test has made it before the window is shown.
     std::unique_ptr<RemoteCovers> remoteCovers;
+    std::unique_ptr<PlaylistsViewModel> playlists;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

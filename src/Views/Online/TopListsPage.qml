@@ -8,6 +8,7 @@ SlidingPage {
 
     required property CadorelViewModel viewModel
     required property TopListsViewModel charts
+    required property PlaylistsViewModel playlists
     property int sideMargin: Metrics.screenMargin
 
     isShown: charts.isOpen
@@ -39,9 +40,9 @@ SlidingPage {
             SegmentedControl {
                 objectName: "chartsPlatform"
                 width: parent.width
-                name: "平台"
-                options: root.charts.platforms
-                current: root.charts.platformIndex
+                label: "平台"
+                choices: root.charts.platforms
+                currentIndex: root.charts.platformIndex
                 onChosen: index => root.charts.selectPlatform(index)
             }
         }
@@ -94,6 +95,7 @@ SlidingPage {
         sideMargin: root.sideMargin
         viewModel: root.viewModel
         page: root.charts.page
+        playlists: root.playlists
         onIsShownChanged: {
             if (!isShown)
                 overview.forceActiveFocus(Qt.OtherFocusReason);
