@@ -8,6 +8,7 @@
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
@@ -15,6 +16,7 @@
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -52,6 +54,12 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
+/// Where the cover of an online song lies; nothing when it has none.
+std::optional<QUrl> coverAddress(const OnlineSong &song)
+{
+    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
+}
+
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -69,9 +77,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
-    PlaylistsViewModel playlists(
-        player.viewModel(), playlistService, platform,
-        [&onlineMusicService](const OnlineSong &song) { return onlineMusicService.getCoverUrl(song); });
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -81,7 +88,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"library"_s, QVariant::fromValue(&player.library())},
                                  {u"servers"_s, QVariant::fromValue(&servers)},
                                  {u"online"_s, QVariant::fromValue(&online)},
-                                 {u"playlists"_s, QVariant::fromValue(&playlists)}});
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)},
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -15,6 +15,7 @@ ApplicationWindow {
     required property WebDAVServersViewModel servers
     required property OnlineViewModel online
     required property PlaylistsViewModel playlists
+    required property NavidromeServersViewModel navidrome
 
     property int currentTab: RootTabBar.Library
 
@@ -102,6 +103,7 @@ ApplicationWindow {
                     viewModel: window.viewModel
                     servers: window.servers
                     playlists: window.playlists
+                    navidrome: window.navidrome
                     onCloseRequested: {
                         serversView.isShown = false;
                         libraryView.forceActiveFocus(Qt.OtherFocusReason);

@@ -8,6 +8,7 @@
 #include "Services/LocalMusicImportService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/NavidromeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
@@ -15,9 +16,10 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
-#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -113,6 +115,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
     playlistService = std::make_unique<PlaylistService>(platform, *importService);
+    navidromeService = std::make_unique<NavidromeService>(platform);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     apiConfig = std::make_unique<APIConfigService>(platform);
     onlineMusicService = std::make_unique<OnlineMusicService>(platform, *apiConfig);
@@ -130,12 +133,12 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
                                                           .webDAVService = webDAVService.get(),
                                                           .onlineAddresses = apiConfig.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
-    playback = std::make_unique<PlaybackViewModel>(*viewModel);
+    playback = std::make_unique<PlaybackViewModel>(*viewModel, apiConfig.get());
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
+    navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
     online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
-    playlists = std::make_unique<PlaylistsViewModel>(
-        *viewModel, *playlistService, platform,
-        [this](const OnlineSong &song) { return onlineMusicService->getCoverUrl(song); });
+    playlists = std::make_unique<PlaylistsViewModel>(*viewModel, *playlistService, platform,
+                                                     [](const OnlineSong &) { return std::nullopt; });
 }
 
 TestWindow::~TestWindow()
@@ -155,6 +158,8 @@ TestWindow::~TestWindow()
         qWarning("a scan does not end");
     servers.reset();
     online.reset();
+    navidrome.reset();
+    playlists.reset();
     QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
 }
@@ -217,7 +222,8 @@ bool TestWindow::show()
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
                                   {u"servers"_s, QVariant::fromValue(servers.get())},
                                   {u"online"_s, QVariant::fromValue(online.get())},
-                                  {u"playlists"_s, QVariant::fromValue(playlists.get())}});
+                                  {u"playlists"_s, QVariant::fromValue(playlists.get())},
+                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

@@ -26,6 +26,8 @@ class LibraryViewModel;
 class LocalMusicImportService;
 class OnlineMusicService;
 class OnlineViewModel;
+class NavidromeServersViewModel;
+class NavidromeService;
 class PlaybackViewModel;
 class RemoteCovers;
 class PlaylistService;
@@ -95,6 +97,7 @@ public:
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<WebDAVService> webDAVService;
     std::unique_ptr<PlaylistService> playlistService;
+    std::unique_ptr<NavidromeService> navidromeService;
     std::unique_ptr<WebDAVStreamingService> streaming;
     std::unique_ptr<APIConfigService> apiConfig;
     std::unique_ptr<OnlineMusicService> onlineMusicService;
@@ -107,6 +110,7 @@ public:
     /// Fetches covers from the web, if the test has made it before the window is shown.
     std::unique_ptr<RemoteCovers> remoteCovers;
     std::unique_ptr<PlaylistsViewModel> playlists;
+    std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

@@ -70,9 +70,9 @@ FocusScope {
             SegmentedControl {
                 objectName: "searchPlatform"
                 width: parent.width
-                label: "平台"
-                choices: root.search.platforms
-                currentIndex: root.search.platformIndex
+                name: "平台"
+                options: root.search.platforms
+                current: root.search.platformIndex
                 onChosen: index => root.search.selectPlatform(index)
             }
         }

@@ -40,9 +40,9 @@ SlidingPage {
             SegmentedControl {
                 objectName: "chartsPlatform"
                 width: parent.width
-                label: "平台"
-                choices: root.charts.platforms
-                currentIndex: root.charts.platformIndex
+                name: "平台"
+                options: root.charts.platforms
+                current: root.charts.platformIndex
                 onChosen: index => root.charts.selectPlatform(index)
             }
         }
