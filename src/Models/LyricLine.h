@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QList>
+#include <QRegularExpression>
 #include <QString>
 #include <QUuid>
 
@@ -20,13 +21,20 @@ struct LyricLine
     /// The text had no time tags; `timeMs` is made up.
     bool isPlainText = false;
 
-    /// The lines of an LRC text in the order of their times; of a text without a single time tag, the lines
-    /// as plain text. A line with several tags is not expanded: the others stay in its text.
+    /// The lines of an LRC text in the order of their times, those of one time as in the text; of a text
+    /// without a single time tag that has words behind it, the lines as plain text. A line with several tags
+    /// is not expanded: the others stay in its text. Takes time in proportion to the text, whatever it holds.
     static QList<LyricLine> parse(const QString &text);
     /// One line every five seconds, without tags of the song's title and the like.
     static QList<LyricLine> parsePlainText(const QString &text);
-    /// A time tag is found in the text.
+    /// timeRegex() finds a match in the text as a whole: a time tag in its last line.
     static bool isLrcFormat(const QString &text);
+
+    /// A time tag and what follows it to the end: minutes, seconds, fraction, words.
+    static const QRegularExpression &timeRegex();
+    /// A tag that tells of the song instead of being sung. On long texts use it only as parsePlainText()
+    /// does, which cuts them: alone it takes time in proportion to their square.
+    static const QRegularExpression &metadataRegex();
 
     friend bool operator==(const LyricLine &a, const LyricLine &b) = default;
     friend size_t qHash(const LyricLine &line, size_t seed = 0)
