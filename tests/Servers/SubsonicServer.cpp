@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/SubsonicServer.h"
 
-#include "Fixtures/ProcessEnd.h"
+#include "Fixtures/EndProcess.h"
+#include "Fixtures/EndWithParent.h"
 
 #include <QDeadlineTimer>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/WebDAVServer.h"
 
-#include "Fixtures/ProcessEnd.h"
+#include "Fixtures/EndProcess.h"
 #include "Fixtures/UnprivilegedScope.h"
 #include "Servers/ApacheServer.h"
 #include "Servers/LighttpdServer.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Keyring/PrivateBus.h"
 
-#include "Fixtures/ProcessEnd.h"
+#include "Fixtures/EndWithParent.h"
 
 #include <QDBusConnectionInterface>
 #include <QDir>

@@ -14,15 +14,4 @@ inline void endWithParent(QProcess &process)
     process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 }
 
-/// Asks @p process to end, and ends it when it does not. Waits without an event loop.
-inline void endProcess(QProcess &process)
-{
-    constexpr int limitMs = 5'000;
-    process.terminate();
-    if (process.waitForFinished(limitMs) || process.state() == QProcess::NotRunning)
-        return;
-    process.kill();
-    process.waitForFinished(limitMs);
-}
-
 } // namespace cadorel
