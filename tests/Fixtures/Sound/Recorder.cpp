@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Sound/Recorder.h"
 
+#include "Fixtures/Sound/Spectrum.h"
+
+#include <QDeadlineTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -83,6 +86,27 @@ bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
             return firstAbove(amplitude) >= 0;
         },
         static_cast<int>(limit.count()));
+}
+
+bool Recorder::hearTone(double hertz, std::chrono::milliseconds limit)
+{
+    constexpr auto heardAtOnce = 600ms;
+    // The end of it: what stood in a buffer may be of another tone.
+    constexpr auto lookedAt = 300ms;
+    constexpr double audible = 0.01;
+    constexpr double resolution = 6;
+    const QDeadlineTimer deadline(limit);
+    while (!deadline.hasExpired()) {
+        clear();
+        if (!hear(heardAtOnce))
+            return false;
+        const std::span heard(m_samples.end() - static_cast<std::ptrdiff_t>(samplesIn(lookedAt)),
+                              m_samples.end());
+        const Spectrum::Peak peak = Spectrum(heard, sampleRate).loudest();
+        if (peak.amplitude > audible && std::abs(peak.hertz - hertz) < resolution)
+            return true;
+    }
+    return false;
 }
 
 std::chrono::milliseconds Recorder::toneLength(double fromHertz, double toHertz) const

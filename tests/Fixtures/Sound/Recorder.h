@@ -29,6 +29,8 @@ public:
     bool hearSilence(std::chrono::milliseconds length, std::chrono::milliseconds limit);
     /// Waits for the first sample above @p amplitude.
     bool hearSound(float amplitude, std::chrono::milliseconds limit);
+    /// Waits until what it hears is this tone, at -40 dB or more.
+    bool hearTone(double hertz, std::chrono::milliseconds limit);
 
     /// What it has heard since the last clear().
     const std::vector<float> &samples() const { return m_samples; }
