@@ -59,11 +59,13 @@ void LivePlayer::start()
     m_servers = std::make_unique<WebDAVService>(m_platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(m_platform);
     m_importService = std::make_unique<LocalMusicImportService>(m_platform);
-    m_player = std::make_unique<AudioPlayerService>(
-        m_platform, *m_importService,
-        AudioPlayerParts{.streaming = m_streaming.get(), .updateSongMetadata = [this](const Song &song) {
-                             m_servers->updateSongMetadata(song);
-                         }});
+    m_player =
+        std::make_unique<AudioPlayerService>(m_platform, *m_importService,
+                                             AudioPlayerParts{.streaming = m_streaming.get(),
+                                                              .onlineAddresses = &m_addresses,
+                                                              .updateSongMetadata = [this](const Song &song) {
+                                                                  m_servers->updateSongMetadata(song);
+                                                              }});
     QVERIFY(await(m_servers->songsLoaded()));
 }
 

@@ -5,12 +5,10 @@
 #include "Fixtures/MadeSong.h"
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundServer.h"
-#include "Fixtures/Sound/Spectrum.h"
 #include "Servers/DavTree.h"
 #include "Servers/MisbehavingServer.h"
 #include "Servers/WebDAVServer.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 using namespace cadorel;
@@ -127,19 +125,7 @@ QByteArray WebDAVPlayingTest::made(const QString &title, int hertz)
 
 bool WebDAVPlayingTest::hears(int hertz)
 {
-    QElapsedTimer waited;
-    waited.start();
-    while (waited.elapsed() < 20'000) {
-        m_recorder->clear();
-        if (!m_recorder->hear(600ms))
-            return false;
-        const auto tail = static_cast<std::ptrdiff_t>(Recorder::samplesIn(300ms));
-        const Spectrum heard({m_recorder->samples().end() - tail, m_recorder->samples().end()},
-                             Recorder::sampleRate);
-        if (heard.loudest().amplitude > audible && std::abs(heard.loudest().hertz - hertz) < 6)
-            return true;
-    }
-    return false;
+    return m_recorder->hearTone(hertz, soundLimit);
 }
 
 void WebDAVPlayingTest::aSongIsHeardCachedAndKnownByItsTags_data()

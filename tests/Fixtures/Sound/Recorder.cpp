@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Sound/Recorder.h"
 
+#include "Fixtures/Sound/Spectrum.h"
+
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -83,6 +86,23 @@ bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
             return firstAbove(amplitude) >= 0;
         },
         static_cast<int>(limit.count()));
+}
+
+bool Recorder::hearTone(double hertz, std::chrono::milliseconds limit)
+{
+    constexpr double audible = 0.01;
+    constexpr double tolerance = 6;
+    QElapsedTimer waited;
+    waited.start();
+    while (waited.elapsed() < limit.count()) {
+        clear();
+        if (!hear(600ms))
+            return false;
+        const Spectrum heard(std::span(m_samples).last(samplesIn(300ms)), sampleRate);
+        if (heard.loudest().amplitude > audible && std::abs(heard.loudest().hertz - hertz) < tolerance)
+            return true;
+    }
+    return false;
 }
 
 std::chrono::milliseconds Recorder::toneLength(double fromHertz, double toHertz) const

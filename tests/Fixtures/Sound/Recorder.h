@@ -30,6 +30,8 @@ public:
     /// Waits for the first sample above @p amplitude.
     bool hearSound(float amplitude, std::chrono::milliseconds limit);
 
+    /// Waits until a sine wave of @p hertz is what sounds. Forgets what it has heard.
+    bool hearTone(double hertz, std::chrono::milliseconds limit);
     /// What it has heard since the last clear().
     const std::vector<float> &samples() const { return m_samples; }
     /// Index of the first sample above @p amplitude, of the last one, and -1 without one.
