@@ -5,12 +5,18 @@
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/SignalWatcher.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
+#include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -48,6 +54,12 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
+/// Where the cover of an online song lies; nothing when it has none.
+std::optional<QUrl> coverAddress(const OnlineSong &song)
+{
+    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
+}
+
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -56,9 +68,17 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     LocalMusicImportService &importService = LocalMusicImportService::shared();
     WebDAVService &webDAVService = WebDAVService::shared();
     PlaylistService &playlistService = PlaylistService::shared();
+    APIConfigService &apiConfig = APIConfigService::shared();
+    OnlineMusicService &onlineMusicService = OnlineMusicService::shared();
     CadorelApp player(platform, audioPlayer, importService,
-                      {.playlistService = &playlistService, .webDAVService = &webDAVService});
+                      {.playlistService = &playlistService,
+                       .onlineMusicService = &onlineMusicService,
+                       .webDAVService = &webDAVService,
+                       .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -66,7 +86,10 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
-                                 {u"servers"_s, QVariant::fromValue(&servers)}});
+                                 {u"servers"_s, QVariant::fromValue(&servers)},
+                                 {u"online"_s, QVariant::fromValue(&online)},
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)},
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr
