@@ -56,13 +56,14 @@ void LivePlayer::start()
         std::make_unique<FileSecretStore>(directories.applicationSupport + u"/secrets.json"_s);
     KeychainHelper::setStore(m_platform.secretStore.get());
 
+    m_api = std::make_unique<APIConfigService>(m_platform);
     m_servers = std::make_unique<WebDAVService>(m_platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(m_platform);
     m_importService = std::make_unique<LocalMusicImportService>(m_platform);
     m_player =
         std::make_unique<AudioPlayerService>(m_platform, *m_importService,
                                              AudioPlayerParts{.streaming = m_streaming.get(),
-                                                              .onlineAddresses = &m_addresses,
+                                                              .onlineAddresses = m_api.get(),
                                                               .updateSongMetadata = [this](const Song &song) {
                                                                   m_servers->updateSongMetadata(song);
                                                               }});
@@ -79,6 +80,7 @@ void LivePlayer::stop()
     m_importService.reset();
     m_streaming.reset();
     m_servers.reset();
+    m_api.reset();
     KeychainHelper::setStore(nullptr);
     m_platform = {};
 }

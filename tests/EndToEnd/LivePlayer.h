@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Fakes/ConsoleLines.h"
-#include "Fakes/FakeOnlineSongAddresses.h"
 #include "Platform/Platform.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/WebDAVService.h"
@@ -28,8 +28,9 @@ public:
 
     WebDAVService &servers() { return *m_servers; }
     AudioPlayerService &player() { return *m_player; }
+    Preferences &preferences() { return *m_platform.preferences; }
     /// Where the online songs lie.
-    FakeOnlineSongAddresses &addresses() { return m_addresses; }
+    APIConfigService &api() { return *m_api; }
     /// Saves a server and walks it. @return whether that succeeded
     bool scan(const WebDAVConfig &config, const QString &password);
     /// The song of that title; fails the test when there is none.
@@ -55,7 +56,7 @@ private:
     ConsoleLines m_console;
     QStringList m_lines;
     Platform m_platform;
-    FakeOnlineSongAddresses m_addresses;
+    std::unique_ptr<APIConfigService> m_api;
     std::unique_ptr<WebDAVService> m_servers;
     std::unique_ptr<WebDAVStreamingService> m_streaming;
     std::unique_ptr<LocalMusicImportService> m_importService;

@@ -5,9 +5,11 @@
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundServer.h"
 #include "Servers/MisbehavingServer.h"
+#include "Servers/OnlineApiServer.h"
 
 #include <QFile>
 #include <QTest>
+#include <QUrlQuery>
 
 #include <clocale>
 
@@ -23,6 +25,8 @@ constexpr int firstHertz = 500;
 constexpr int secondHertz = 1100;
 constexpr int thirdHertz = 2300;
 
+const QByteArray apiPath = "/secret/api/"_ba;
+
 OnlineSong songOf(const QString &id)
 {
     return {.id = id,
@@ -32,6 +36,12 @@ OnlineSong songOf(const QString &id)
             .platform = MusicPlatform::netease,
             .picUrl = {},
             .lrcUrl = {}};
+}
+
+/// Of what the API is asked for.
+QByteArray idOf(const ServedRequest &request)
+{
+    return QUrlQuery(QUrl::fromEncoded(request.target)).queryItemValue(u"id"_s).toUtf8();
 }
 
 ServerAnswer json(const QUrl &address)
@@ -51,6 +61,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void theOnlineApiPlaysInEveryFormAndQuality();
     void anAddressInEveryFormIsHeard_data();
     void anAddressInEveryFormIsHeard();
     void audioInPlaceOfAnAnswerIsNotTakenWhole();
@@ -89,7 +100,7 @@ void OnlinePlayingTest::init()
     m_recorder = std::make_unique<Recorder>(*m_sound);
     m_server = std::make_unique<MisbehavingServer>();
     m_live = std::make_unique<LivePlayer>();
-    m_live->addresses().playBase = m_server->url("/api/").toString() + u"?key=secret&id="_s;
+    m_live->api().setBaseURL(m_server->url("/secret").toString());
 }
 
 void OnlinePlayingTest::cleanup()
@@ -126,6 +137,41 @@ void OnlinePlayingTest::play(const QString &id, const QStringList &queue)
     m_live->player().playOnlineSong(songOf(id), songs);
 }
 
+void OnlinePlayingTest::theOnlineApiPlaysInEveryFormAndQuality()
+{
+    OnlineApiServer api;
+    QVERIFY(api.start({u"--seconds"_s, u"20"_s}));
+    m_live->api().setBaseURL(api.address().toString());
+    const auto playSong = [this](const OnlineApiServer::Song &song) {
+        const OnlineSong online{.id = song.id,
+                                .name = song.name,
+                                .artist = song.artist,
+                                .album = song.album,
+                                .platform = musicPlatform(song.platform).value_or(MusicPlatform::netease),
+                                .picUrl = {},
+                                .lrcUrl = {}};
+        m_live->player().playOnlineSong(online, {online});
+    };
+    for (const QString &form : {u"redirect"_s, u"json"_s, u"text"_s, u"audio"_s}) {
+        for (const QString &platform : {u"netease"_s, u"kuwo"_s, u"qq"_s}) {
+            const OnlineApiServer::Song song = OnlineApiServer::songWithAddress(platform, form);
+            playSong(song);
+            QVERIFY2(hears(song.frequency), qPrintable(platform + u' ' + form));
+            QVERIFY(!m_live->player().playError());
+        }
+    }
+    playSong(OnlineApiServer::songWithAddress(u"netease"_s, u"none"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(m_live->player().playError().has_value(), patienceMs);
+    QVERIFY(!m_live->player().isLoading());
+    for (const QString &quality : {u"128k"_s, u"320k"_s, u"flac"_s}) {
+        m_live->preferences().setString(u"audioQuality"_s, quality);
+        const OnlineApiServer::Song song = OnlineApiServer::songWithAddress(u"netease"_s, u"redirect"_s);
+        playSong(song);
+        QVERIFY2(hears(song.frequency), qPrintable(quality));
+        QVERIFY(!api.requests().filter(u"&type=url&br="_s + quality).isEmpty());
+    }
+}
+
 void OnlinePlayingTest::anAddressInEveryFormIsHeard_data()
 {
     QTest::addColumn<QString>("form");
@@ -149,7 +195,7 @@ void OnlinePlayingTest::anAddressInEveryFormIsHeard()
         {u"text"_s, ServerAnswer::ok(" " + audio.toEncoded() + "\r\n", "text/plain")},
         {u"audio at the API address"_s, sound(firstHertz)},
         {u"JSON without the server"_s, ServerAnswer::ok(R"({"url":"/%E6%AD%8C.mp3"})", "application/json")}};
-    m_server->answer("/api/", answers.value(form));
+    m_server->answer(apiPath, answers.value(form));
     play(u"1"_s);
     QVERIFY(m_live->player().isLoading());
     QVERIFY(hears(firstHertz));
@@ -160,16 +206,16 @@ void OnlinePlayingTest::anAddressInEveryFormIsHeard()
     const bool isAtApi = form.startsWith(u"audio"_s);
     QVERIFY(m_live->says(isAtApi ? u"▶️ 播放: api"_s : u"▶️ 播放: 歌.mp3"_s));
     if (!isAtApi)
-        QCOMPARE(m_server->requestCount("/api/"), 1);
+        QCOMPARE(m_server->requestCount(apiPath), 1);
     for (const ServedRequest &request : m_server->requests())
-        QVERIFY(request.path() == "/api/" || form.startsWith(u"JSON w"_s) ||
+        QVERIFY(request.path() == apiPath || form.startsWith(u"JSON w"_s) ||
                 request.target == "/%E6%AD%8C.mp3?sign=a%2Bb");
 }
 
 void OnlinePlayingTest::audioInPlaceOfAnAnswerIsNotTakenWhole()
 {
     const ServerAnswer huge = ServerAnswer::streamed("fLaC", QByteArray(1 << 20, 'x'), 200, {}, "audio/flac");
-    m_server->answer("/api/", {huge, sound(firstHertz)});
+    m_server->answer(apiPath, {huge, sound(firstHertz)});
     play(u"1"_s);
     QVERIFY(hears(firstHertz));
     QVERIFY2(m_server->bytesSent() < 20'000'000, qPrintable(QString::number(m_server->bytesSent())));
@@ -177,7 +223,7 @@ void OnlinePlayingTest::audioInPlaceOfAnAnswerIsNotTakenWhole()
 
 void OnlinePlayingTest::withoutAnyAddressThereIsAnError()
 {
-    m_live->addresses().silent = true;
+    m_live->api().setBaseURL(u"http://["_s);
     play(u"1"_s);
     QTRY_COMPARE(m_live->player().playError(), std::optional(u"无法获取播放链接"_s));
     QVERIFY(!m_live->player().isLoading());
@@ -201,7 +247,7 @@ void OnlinePlayingTest::whatIsNoSongEndsInAnError_data()
         << ServerAnswer::ok(R"({"url":"file:///etc/hostname"})", "application/json");
     QTest::newRow("invalid UTF-8") << ServerAnswer::ok("http://127.0.0.1/\xff\xfe");
     QTest::newRow("redirect to a file") << ServerAnswer::redirect(302, "file:///etc/hostname");
-    QTest::newRow("endless redirects") << ServerAnswer::redirect(302, "/api/");
+    QTest::newRow("endless redirects") << ServerAnswer::redirect(302, apiPath + "?again");
     QTest::newRow("hangs up") << ServerAnswer::hangUp();
     QTest::newRow("50 MB of nothing") << ServerAnswer::streamed({}, QByteArray(1 << 20, '\0'), 50, {});
     QTest::newRow("no HTTP") << ServerAnswer::raw("\x16\x03\x01\x02");
@@ -210,7 +256,7 @@ void OnlinePlayingTest::whatIsNoSongEndsInAnError_data()
 void OnlinePlayingTest::whatIsNoSongEndsInAnError()
 {
     QFETCH(ServerAnswer, answer);
-    m_server->answer("/api/", answer);
+    m_server->answer(apiPath, answer);
     play(u"1"_s);
     QTRY_VERIFY_WITH_TIMEOUT(m_live->player().playError().has_value(), patienceMs);
     QVERIFY(!m_live->player().playErrorText().isEmpty());
@@ -219,7 +265,7 @@ void OnlinePlayingTest::whatIsNoSongEndsInAnError()
     QTRY_VERIFY(!m_live->player().isPlaying());
     QCOMPARE(m_recorder->firstAbove(audible), -1);
     // The player is none the worse for it.
-    m_server->answer("/api/", sound(secondHertz));
+    m_server->answer(apiPath, sound(secondHertz));
     play(u"2"_s);
     QVERIFY(hears(secondHertz));
     QVERIFY(!m_live->player().playError());
@@ -230,8 +276,8 @@ void OnlinePlayingTest::nextAndPreviousFetchAnew()
     const QHash<QByteArray, ServerAnswer> songs{
         {"1", sound(firstHertz)}, {"2", sound(secondHertz)}, {"3", sound(thirdHertz)}};
     m_server->answerEverything([songs](const ServedRequest &request) {
-        const QByteArray id = request.target.right(1);
-        return request.path() == "/api/" ? ServerAnswer::redirect(302, "/audio/" + id) : songs.value(id);
+        return request.path() == apiPath ? ServerAnswer::redirect(302, "/audio/" + idOf(request))
+                                         : songs.value(request.target.right(1));
     });
     play(u"1"_s, {u"1"_s, u"2"_s, u"3"_s});
     QVERIFY(hears(firstHertz));
@@ -247,14 +293,13 @@ void OnlinePlayingTest::nextAndPreviousFetchAnew()
     m_live->player().previous();
     QVERIFY(hears(thirdHertz));
     QCOMPARE(m_live->player().currentOnlineSong(), std::optional(songOf(u"3"_s)));
-    QCOMPARE(m_server->requestCount("/api/"), 4);
+    QCOMPARE(m_server->requestCount(apiPath), 4);
 }
 
 void OnlinePlayingTest::theNextSongFollowsTheEnd()
 {
     const QHash<QByteArray, ServerAnswer> songs{{"1", sound(firstHertz, 2)}, {"2", sound(secondHertz)}};
-    m_server->answer("/api/",
-                     [songs](const ServedRequest &request) { return songs.value(request.target.right(1)); });
+    m_server->answer(apiPath, [songs](const ServedRequest &request) { return songs.value(idOf(request)); });
     play(u"1"_s, {u"1"_s, u"2"_s});
     QVERIFY(m_recorder->hearSound(audible, soundLimit));
     QVERIFY(hears(secondHertz));
@@ -266,12 +311,11 @@ void OnlinePlayingTest::aSongLeftWhileItsAddressIsFetchedNeverStarts()
 {
     m_server->answer("/audio/1", sound(firstHertz));
     m_server->answer("/audio/2", sound(secondHertz));
-    m_server->answer("/api/", [](const ServedRequest &request) {
-        return request.target.endsWith('1') ? ServerAnswer::silence()
-                                            : ServerAnswer::redirect(302, "/audio/2");
+    m_server->answer(apiPath, [](const ServedRequest &request) {
+        return idOf(request) == "1" ? ServerAnswer::silence() : ServerAnswer::redirect(302, "/audio/2");
     });
     play(u"1"_s);
-    QTRY_COMPARE(m_server->requestCount("/api/"), 1);
+    QTRY_COMPARE(m_server->requestCount(apiPath), 1);
     QVERIFY(m_live->player().isLoading());
     play(u"2"_s);
     QVERIFY(hears(secondHertz));
@@ -283,7 +327,7 @@ void OnlinePlayingTest::aSongLeftWhileItsAddressIsFetchedNeverStarts()
 
     // A song of another kind wins just so.
     play(u"1"_s);
-    QTRY_COMPARE(m_server->requestCount("/api/"), 3);
+    QTRY_COMPARE(m_server->requestCount(apiPath), 3);
     QVERIFY(m_live->player().isLoading());
     SongFields fields;
     fields.id = u"navidrome_1"_s;
@@ -301,8 +345,8 @@ void OnlinePlayingTest::aSongLeftWhileItsAddressIsFetchedNeverStarts()
 
 void OnlinePlayingTest::aServerThatGoesInMidSongLeavesThePlayerAlive()
 {
-    m_server->answer("/api/", [](const ServedRequest &request) {
-        return ServerAnswer::redirect(302, "/audio/" + request.target.right(1));
+    m_server->answer(apiPath, [](const ServedRequest &request) {
+        return ServerAnswer::redirect(302, "/audio/" + idOf(request));
     });
     m_server->answer("/audio/1", sound(firstHertz).holdingAt(made(firstHertz).size() / 10));
     play(u"1"_s);
@@ -332,7 +376,7 @@ void OnlinePlayingTest::anIdOfAnyCharactersDoesNoHarm()
                           QString(QChar(0xd800)),
                           u"a\0b"_s,
                           QString(5000, u'x')};
-    m_server->answer("/api/", json(m_server->url("/audio")));
+    m_server->answer(apiPath, json(m_server->url("/audio")));
     m_server->answer("/audio", sound(firstHertz, 5));
     for (const QString &id : ids) {
         const auto asked = [this] { return m_server->requestCount("/audio"); };
@@ -343,7 +387,7 @@ void OnlinePlayingTest::anIdOfAnyCharactersDoesNoHarm()
         QVERIFY2(!m_live->player().isLoading(), qPrintable(id));
     }
     for (const ServedRequest &request : m_server->requests()) {
-        QVERIFY2(request.path() == "/api/" || request.path() == "/audio", request.target);
+        QVERIFY2(request.path() == apiPath || request.path() == "/audio", request.target);
         QVERIFY(std::ranges::all_of(request.target, [](char c) { return c > ' ' && c < 127; }));
         QVERIFY(request.header("Host").startsWith("127.0.0.1"));
     }
