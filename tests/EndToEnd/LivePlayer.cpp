@@ -55,15 +55,18 @@ void LivePlayer::start()
     m_platform.secretStore = std::make_unique<FileSecretStore>(passwordFile());
     KeychainHelper::setStore(m_platform.secretStore.get());
 
+    m_api = std::make_unique<APIConfigService>(m_platform);
     m_servers = std::make_unique<WebDAVService>(m_platform);
     m_navidrome = std::make_unique<NavidromeService>(m_platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(m_platform);
     m_importService = std::make_unique<LocalMusicImportService>(m_platform);
-    m_player = std::make_unique<AudioPlayerService>(
-        m_platform, *m_importService,
-        AudioPlayerParts{.streaming = m_streaming.get(), .updateSongMetadata = [this](const Song &song) {
-                             m_servers->updateSongMetadata(song);
-                         }});
+    m_player =
+        std::make_unique<AudioPlayerService>(m_platform, *m_importService,
+                                             AudioPlayerParts{.streaming = m_streaming.get(),
+                                                              .onlineAddresses = m_api.get(),
+                                                              .updateSongMetadata = [this](const Song &song) {
+                                                                  m_servers->updateSongMetadata(song);
+                                                              }});
     QVERIFY(await(m_servers->songsLoaded()));
 }
 
@@ -78,6 +81,7 @@ void LivePlayer::stop()
     m_streaming.reset();
     m_navidrome.reset();
     m_servers.reset();
+    m_api.reset();
     KeychainHelper::setStore(nullptr);
     m_platform = {};
 }

@@ -3,6 +3,7 @@
 
 #include "Fakes/ConsoleLines.h"
 #include "Platform/Platform.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
@@ -29,6 +30,9 @@ public:
     WebDAVService &servers() { return *m_servers; }
     NavidromeService &navidrome() { return *m_navidrome; }
     AudioPlayerService &player() { return *m_player; }
+    Preferences &preferences() { return *m_platform.preferences; }
+    /// Where the online songs lie.
+    APIConfigService &api() { return *m_api; }
     /// Saves a server and walks it. @return whether that succeeded
     bool scan(const WebDAVConfig &config, const QString &password);
     /// The song of that title; fails the test when there is none.
@@ -61,6 +65,7 @@ private:
     ConsoleLines m_console;
     QStringList m_lines;
     Platform m_platform;
+    std::unique_ptr<APIConfigService> m_api;
     std::unique_ptr<WebDAVService> m_servers;
     std::unique_ptr<NavidromeService> m_navidrome;
     std::unique_ptr<WebDAVStreamingService> m_streaming;

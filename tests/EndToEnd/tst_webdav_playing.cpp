@@ -123,6 +123,11 @@ QByteArray WebDAVPlayingTest::made(const QString &title, int hertz)
     return isMade ? bytesOf(path) : QByteArray();
 }
 
+bool WebDAVPlayingTest::hears(int hertz)
+{
+    return m_recorder->hearTone(hertz, soundLimit);
+}
+
 void WebDAVPlayingTest::aSongIsHeardCachedAndKnownByItsTags_data()
 {
     QTest::addColumn<QString>("kind");

@@ -32,6 +32,8 @@ public:
     /// Waits until what it hears is this tone, at -40 dB or more.
     bool hearTone(double hertz, std::chrono::milliseconds limit);
 
+    /// Waits until a sine wave of @p hertz is what sounds. Forgets what it has heard.
+    bool hearTone(double hertz, std::chrono::milliseconds limit);
     /// What it has heard since the last clear().
     const std::vector<float> &samples() const { return m_samples; }
     /// Index of the first sample above @p amplitude, of the last one, and -1 without one.
