@@ -7,9 +7,11 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
@@ -53,11 +55,14 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     AudioPlayerService &audioPlayer = AudioPlayerService::shared();
     LocalMusicImportService &importService = LocalMusicImportService::shared();
     WebDAVService &webDAVService = WebDAVService::shared();
-    CadorelApp player(platform, audioPlayer, importService, {.webDAVService = &webDAVService});
+    PlaylistService &playlistService = PlaylistService::shared();
+    CadorelApp player(platform, audioPlayer, importService,
+                      {.playlistService = &playlistService, .webDAVService = &webDAVService});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
+    RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
-    installUserInterface(engine);
+    installUserInterface(engine, &remoteCovers);
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},

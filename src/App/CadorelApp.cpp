@@ -17,7 +17,7 @@ CadorelApp::CadorelApp(Platform &platform, AudioPlayerService &audioPlayer,
     , m_importService(importService)
     , m_channels(channels)
     , m_viewModel(audioPlayer, importService, sources)
-    , m_playback(m_viewModel)
+    , m_playback(m_viewModel, sources.onlineAddresses)
     , m_library(m_viewModel, platform)
 {
 }

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
 
-/// The window: the library, the player's bar beneath it, and what lies over both.
+/// The window: its places, the player's bar and the tabs beneath them, and what lies over all.
 ApplicationWindow {
     id: window
 
@@ -11,6 +11,15 @@ ApplicationWindow {
     required property LibraryViewModel library
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
+
+    property int currentTab: RootTabBar.Library
+
+    /// Shows a place. @param keepsKeyboard the keyboard stays where it is
+    function showTab(tab: int, keepsKeyboard: bool): void {
+        currentTab = tab;
+        if (!keepsKeyboard)
+            (places.children[tab] as Item).forceActiveFocus(Qt.OtherFocusReason);
+    }
 
     width: Metrics.phoneWidth
     height: Metrics.phoneHeight
@@ -31,6 +40,18 @@ ApplicationWindow {
         sequence: "Ctrl+Right"
         onActivated: window.viewModel.next()
     }
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: window.showTab(RootTabBar.Library, false)
+    }
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: window.showTab(RootTabBar.Online, false)
+    }
+    Shortcut {
+        sequence: "Ctrl+3"
+        onActivated: window.showTab(RootTabBar.Playlists, false)
+    }
 
     // A shortcut on Space would take it from the buttons; a key that none of them wants arrives here.
     FocusScope {
@@ -39,36 +60,64 @@ ApplicationWindow {
         Keys.onSpacePressed: window.viewModel.togglePlayPause()
 
         FocusScope {
+            id: places
+
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: parent.top
-            anchors.bottom: playErrorBanner.visible ? playErrorBanner.top : playerBar.visible ? playerBar.top : parent.bottom
+            anchors.bottom: playErrorBanner.visible ? playErrorBanner.top : playerBar.visible ? playerBar.top : tabBar.top
             anchors.bottomMargin: playErrorBanner.visible ? Metrics.rowSpacing : 0
             focus: true
 
-            LibraryView {
-                id: libraryView
-
-                objectName: "libraryView"
+            // In the order of the tabs.
+            FocusScope {
                 anchors.fill: parent
-                focus: true
-                visible: !serversView.covers
-                enabled: !serversView.isShown
-                viewModel: window.viewModel
-                library: window.library
-                onServersRequested: serversView.isShown = true
-            }
-            ServersView {
-                id: serversView
+                visible: window.currentTab === RootTabBar.Library
+                enabled: visible
+                focus: visible
 
-                objectName: "serversView"
-                width: parent.width
-                height: parent.height
-                viewModel: window.viewModel
-                servers: window.servers
-                onCloseRequested: {
-                    serversView.isShown = false;
-                    libraryView.forceActiveFocus(Qt.OtherFocusReason);
+                LibraryView {
+                    id: libraryView
+
+                    objectName: "libraryView"
+                    anchors.fill: parent
+                    focus: true
+                    visible: !serversView.covers
+                    enabled: !serversView.isShown
+                    viewModel: window.viewModel
+                    library: window.library
+                    onServersRequested: serversView.isShown = true
+                }
+                ServersView {
+                    id: serversView
+
+                    objectName: "serversView"
+                    width: parent.width
+                    height: parent.height
+                    viewModel: window.viewModel
+                    servers: window.servers
+                    onCloseRequested: {
+                        serversView.isShown = false;
+                        libraryView.forceActiveFocus(Qt.OtherFocusReason);
+                    }
+                }
+            }
+            TabPage {
+                anchors.fill: parent
+                isCurrent: window.currentTab === RootTabBar.Online
+                sourceComponent: OnlineView {
+                    objectName: "onlineView"
+                    focus: true
+                    viewModel: window.viewModel
+                }
+            }
+            TabPage {
+                anchors.fill: parent
+                isCurrent: window.currentTab === RootTabBar.Playlists
+                sourceComponent: PlaylistsView {
+                    objectName: "playlistsView"
+                    focus: true
+                    viewModel: window.viewModel
                 }
             }
         }
@@ -76,7 +125,7 @@ ApplicationWindow {
             id: playErrorBanner
 
             objectName: "playErrorBanner"
-            anchors.bottom: playerBar.visible ? playerBar.top : parent.bottom
+            anchors.bottom: playerBar.visible ? playerBar.top : tabBar.top
             anchors.bottomMargin: Metrics.rowSpacing
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
@@ -89,10 +138,20 @@ ApplicationWindow {
             objectName: "playerBar"
             anchors.left: parent.left
             anchors.right: parent.right
-            anchors.bottom: parent.bottom
+            anchors.bottom: tabBar.top
             visible: window.viewModel.hasCurrentSong
             viewModel: window.viewModel
             playback: window.playback
+        }
+        RootTabBar {
+            id: tabBar
+
+            objectName: "tabBar"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            currentTab: window.currentTab
+            onTabRequested: (tab, byKeyboard) => window.showTab(tab, byKeyboard)
         }
     }
 

@@ -3,13 +3,17 @@
 
 #include "Components/CoverPainter.h"
 #include "ViewModels/CoverRegistry.h"
+#include "ViewModels/RemoteCovers.h"
 
 #include <QCache>
 #include <QQuickTextureFactory>
 #include <QThreadPool>
 #include <QUrlQuery>
 
+#include <functional>
 #include <mutex>
+#include <optional>
+#include <utility>
 
 namespace cadorel {
 
@@ -24,64 +28,109 @@ constexpr int threadCount = 2;
 constexpr int defaultSide = 96;
 constexpr int largestSide = 2048;
 
-/// What is shared between a response, which QML may drop at any time, and the thread that draws for it.
-struct Order
+/// What is shared between a response, which QML may drop at any time, and the threads that work for it.
+class Order
 {
-    std::mutex mutex;
-    QQuickImageResponse *response = nullptr; // null once it is gone
-    QImage image;
-    bool cancelled = false;
+public:
+    explicit Order(QQuickImageResponse &response)
+        : m_response(&response)
+    {
+    }
 
     bool isCancelled()
     {
-        const std::scoped_lock lock(mutex);
-        return cancelled;
+        const std::scoped_lock lock(m_mutex);
+        return m_isCancelled;
     }
+
+    QImage image()
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_image;
+    }
+
+    /// What takes a wish back when the picture is not wanted any more.
+    void setWithdrawal(std::function<void()> withdrawal)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_withdrawal = std::move(withdrawal);
+    }
+
+    /// The first delivery counts.
     void deliver(const QImage &drawn)
     {
-        const std::scoped_lock lock(mutex);
-        image = drawn;
-        if (response)
-            QMetaObject::invokeMethod(response, &QQuickImageResponse::finished, Qt::QueuedConnection);
+        const std::scoped_lock lock(m_mutex);
+        if (std::exchange(m_isDelivered, true))
+            return;
+        m_image = drawn;
+        if (m_response)
+            QMetaObject::invokeMethod(m_response, &QQuickImageResponse::finished, Qt::QueuedConnection);
     }
+
+    void cancel()
+    {
+        std::function<void()> withdrawal;
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_isCancelled = true;
+            withdrawal = std::exchange(m_withdrawal, nullptr);
+        }
+        // Nobody else would, once the wish is taken back.
+        if (withdrawal) {
+            withdrawal();
+            deliver({});
+        }
+    }
+
+    /// The response is about to go.
+    void abandon()
+    {
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_response = nullptr;
+        }
+        cancel();
+    }
+
+private:
+    std::mutex m_mutex;
+    QQuickImageResponse *m_response; // null once it is gone
+    QImage m_image;
+    std::function<void()> m_withdrawal;
+    bool m_isDelivered = false;
+    bool m_isCancelled = false;
 };
 
 class CoverResponse : public QQuickImageResponse
 {
 public:
-    CoverResponse() { m_order->response = this; }
-    ~CoverResponse() override
+    CoverResponse()
+        : m_order(std::make_shared<Order>(*this))
     {
-        const std::scoped_lock lock(m_order->mutex);
-        m_order->response = nullptr;
-        m_order->cancelled = true;
     }
+    ~CoverResponse() override { m_order->abandon(); }
 
     std::shared_ptr<Order> order() const { return m_order; }
 
     QQuickTextureFactory *textureFactory() const override
     {
-        const std::scoped_lock lock(m_order->mutex);
-        return QQuickTextureFactory::textureFactoryForImage(m_order->image);
+        return QQuickTextureFactory::textureFactoryForImage(m_order->image());
     }
 
-    void cancel() override
-    {
-        const std::scoped_lock lock(m_order->mutex);
-        m_order->cancelled = true;
-    }
+    void cancel() override { m_order->cancel(); }
 
 private:
-    std::shared_ptr<Order> m_order = std::make_shared<Order>();
+    std::shared_ptr<Order> m_order;
 };
 
 } // namespace
 
-class CoverImageProvider::Workshop
+class CoverImageProvider::Workshop : public std::enable_shared_from_this<Workshop>
 {
 public:
-    explicit Workshop(CoverRegistry &registry)
+    Workshop(CoverRegistry &registry, RemoteCovers *remoteCovers)
         : m_registry(registry)
+        , m_remoteCovers(remoteCovers)
         , m_drawn(cacheKilobytes)
     {
         m_threads.setMaxThreadCount(threadCount);
@@ -95,32 +144,75 @@ public:
 
     void start(const std::shared_ptr<Order> &order, const QString &address, int side)
     {
-        const QString drawnKey = address + u'@' + QString::number(side);
-        if (const QImage known = find(drawnKey); !known.isNull()) {
+        const QUrlQuery query(address.section(u'?', 1));
+        const Picture picture{.key = address.section(u'?', 0, 0),
+                              .name = address + u'@' + QString::number(side),
+                              .side = side,
+                              .radius =
+                                  qBound(0.0, query.queryItemValue(u"radius"_s).toDouble(), 0.5) * side};
+        if (const QImage known = find(picture.name); !known.isNull())
             order->deliver(known);
-            return;
-        }
-        m_threads.start([this, order, address, side, drawnKey] {
+        else if (const auto url = m_registry.remoteAddress(picture.key); url && m_remoteCovers)
+            fetch(order, picture, *url);
+        else
+            draw(order, picture, [this, picture] {
+                return drawCover(m_registry.artwork(picture.key), picture.side, picture.radius);
+            });
+    }
+
+private:
+    struct Picture
+    {
+        QString key;
+        /// What tells it from every other drawing.
+        QString name;
+        int side;
+        qreal radius;
+    };
+
+    void fetch(const std::shared_ptr<Order> &order, const Picture &picture, const QUrl &url)
+    {
+        const auto arrived = [self = weak_from_this(), order, picture](const QByteArray &bytes) {
+            if (const std::shared_ptr<Workshop> workshop = self.lock())
+                workshop->drawFetched(order, picture, bytes);
+        };
+        const quint64 wish = m_remoteCovers->wish(picture.key, url, arrived);
+        order->setWithdrawal([covers = m_remoteCovers, wish] { covers->withdraw(wish); });
+    }
+
+    void drawFetched(const std::shared_ptr<Order> &order, const Picture &picture, const QByteArray &bytes)
+    {
+        order->setWithdrawal(nullptr);
+        draw(order, picture, [this, picture, bytes]() -> std::optional<QImage> {
+            if (bytes.isEmpty())
+                return std::nullopt;
+            std::optional<QImage> image = drawFetchedCover(bytes, picture.side, picture.radius);
+            if (!image)
+                m_remoteCovers->discard(picture.key);
+            return image;
+        });
+    }
+
+    /// Draws on one of the threads. Where nothing comes of it, the placeholder is delivered but not kept: the
+    /// cover may be had later.
+    void draw(const std::shared_ptr<Order> &order, const Picture &picture,
+              const std::function<std::optional<QImage>()> &drawing)
+    {
+        m_threads.start([this, order, picture, drawing] {
             // A row that was scrolled away before its turn costs nothing.
             if (order->isCancelled()) {
                 order->deliver({});
                 return;
             }
-            QImage image = find(drawnKey);
+            QImage image = find(picture.name);
             if (image.isNull()) {
-                image = draw(address, side);
-                keep(drawnKey, image);
+                const std::optional<QImage> drawn = drawing();
+                image = drawn ? *drawn : drawCover({}, picture.side, picture.radius);
+                if (drawn)
+                    keep(picture.name, image);
             }
             order->deliver(image);
         });
-    }
-
-private:
-    QImage draw(const QString &address, int side) const
-    {
-        const QString key = address.section(u'?', 0, 0);
-        const qreal share = QUrlQuery(address.section(u'?', 1)).queryItemValue(u"radius"_s).toDouble();
-        return drawCover(m_registry.artwork(key), side, qBound(0.0, share, 0.5) * side);
     }
 
     QImage find(const QString &key)
@@ -137,13 +229,14 @@ private:
     }
 
     CoverRegistry &m_registry;
+    RemoteCovers *m_remoteCovers;
     std::mutex m_mutex;
     QCache<QString, QImage> m_drawn;
     QThreadPool m_threads;
 };
 
-CoverImageProvider::CoverImageProvider(CoverRegistry &registry)
-    : m_workshop(std::make_unique<Workshop>(registry))
+CoverImageProvider::CoverImageProvider(CoverRegistry &registry, RemoteCovers *remoteCovers)
+    : m_workshop(std::make_shared<Workshop>(registry, remoteCovers))
 {
 }
 

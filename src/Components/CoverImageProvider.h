@@ -8,25 +8,27 @@
 namespace cadorel {
 
 class CoverRegistry;
+class RemoteCovers;
 
 /// Image provider "cover": draws the covers whose addresses CoverRegistry gives out. Covers are decoded on
 /// threads of its own at the size asked for, cut to a square about the centre and given rounded corners;
 /// `?radius=` in the address is the corner radius as a fraction of the side. A song without a cover, or with
-/// one that does not decode, gets the drawing of a note. Drawn covers are kept up to 24 MB.
+/// one that cannot be had or does not decode, gets the drawing of a note. Drawn covers are kept up to 24 MB.
 class CoverImageProvider : public QQuickAsyncImageProvider
 {
 public:
     static constexpr auto id = "cover";
 
-    /// @param registry outlives the provider.
-    explicit CoverImageProvider(CoverRegistry &registry);
+    /// @param registry and @param remoteCovers outlive the provider. Without the latter a cover that lies on
+    /// a server cannot be had.
+    explicit CoverImageProvider(CoverRegistry &registry, RemoteCovers *remoteCovers = nullptr);
     ~CoverImageProvider() override;
 
     QQuickImageResponse *requestImageResponse(const QString &address, const QSize &requestedSize) override;
 
 private:
     class Workshop;
-    std::unique_ptr<Workshop> m_workshop;
+    std::shared_ptr<Workshop> m_workshop;
 };
 
 } // namespace cadorel

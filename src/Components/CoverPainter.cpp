@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Components/CoverPainter.h"
 
+#include "Services/Cloud/CoverImage.h"
 #include "Utils/AppIcons.h"
 
 #include <QBuffer>
@@ -22,11 +23,16 @@ constexpr QColor placeholderFill(142, 142, 147, 46);
 constexpr QColor placeholderNote(142, 142, 147, 190);
 constexpr qreal placeholderNoteShare = 0.46;
 
-QImage decodeSquare(QIODevice &device, int side)
+/// Where a picture comes from: one from a server has passed through nobody's hands but its own.
+enum class Origin { library, server };
+
+QImage decodeSquare(QIODevice &device, int side, Origin origin)
 {
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
+    if (origin == Origin::server && !isSafeToDecode(reader))
+        return {};
     const QSize size = reader.size();
     if (size.isValid()) {
         const int shorter = qMin(size.width(), size.height());
@@ -43,6 +49,12 @@ QImage decodeSquare(QIODevice &device, int side)
     return image;
 }
 
+QImage decode(QByteArray bytes, int side, Origin origin)
+{
+    QBuffer buffer(&bytes);
+    return buffer.open(QIODevice::ReadOnly) ? decodeSquare(buffer, side, origin) : QImage();
+}
+
 QImage decode(const ArtworkData &artwork, int side)
 {
     if (!artwork.isPresent())
@@ -50,11 +62,9 @@ QImage decode(const ArtworkData &artwork, int side)
     const QByteArray path = artwork.filePath();
     if (!path.isEmpty()) {
         QFile file(QString::fromUtf8(path));
-        return file.open(QIODevice::ReadOnly) ? decodeSquare(file, side) : QImage();
+        return file.open(QIODevice::ReadOnly) ? decodeSquare(file, side, Origin::library) : QImage();
     }
-    QByteArray bytes = artwork.bytes();
-    QBuffer buffer(&bytes);
-    return buffer.open(QIODevice::ReadOnly) ? decodeSquare(buffer, side) : QImage();
+    return decode(artwork.bytes(), side, Origin::library);
 }
 
 void paintPlaceholder(QPainter &painter, const QRectF &square)
@@ -72,13 +82,9 @@ void paintPlaceholder(QPainter &painter, const QRectF &square)
     painter.drawImage(square.topLeft(), note);
 }
 
-} // namespace
-
-QImage drawCover(const ArtworkData &artwork, int side, qreal radius)
+/// The picture as a square with round corners, or the placeholder where it is null.
+QImage paintCover(const QImage &picture, int side, qreal radius)
 {
-    QImageReader::setAllocationLimit(allocationLimitMegabytes);
-    const QImage picture = decode(artwork, side);
-
     QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);
@@ -97,6 +103,21 @@ QImage drawCover(const ArtworkData &artwork, int side, qreal radius)
     painter.setBrush(brush);
     painter.drawRoundedRect(square, radius, radius);
     return result;
+}
+
+} // namespace
+
+QImage drawCover(const ArtworkData &artwork, int side, qreal radius)
+{
+    QImageReader::setAllocationLimit(allocationLimitMegabytes);
+    return paintCover(decode(artwork, side), side, radius);
+}
+
+std::optional<QImage> drawFetchedCover(const QByteArray &bytes, int side, qreal radius)
+{
+    QImageReader::setAllocationLimit(allocationLimitMegabytes);
+    const QImage picture = decode(bytes, side, Origin::server);
+    return picture.isNull() ? std::nullopt : std::optional(paintCover(picture, side, radius));
 }
 
 } // namespace cadorel

@@ -5,11 +5,17 @@
 
 #include <QImage>
 
+#include <optional>
+
 namespace cadorel {
 
 /// Draws a cover as a square of @p side pixels with round corners of @p radius pixels. The picture is decoded
 /// no larger than it is shown; one that would need more than 256 MB counts as undecodable. Without a
 /// decodable picture the placeholder is drawn. Any thread.
 QImage drawCover(const ArtworkData &artwork, int side, qreal radius);
+
+/// The same for encoded bytes that came from a server; nothing when they are no picture, or none that is safe
+/// to decode. Any thread.
+std::optional<QImage> drawFetchedCover(const QByteArray &bytes, int side, qreal radius);
 
 } // namespace cadorel

@@ -11,11 +11,14 @@ T.ItemDelegate {
     required property string title
     required property string subtitle
     required property string durationText
+    required property string platformText
     required property string coverSource
     required property bool isCurrent
     required property bool isDeletable
     /// The keyboard stands on this row and is in use.
     property bool showsFocus: false
+    /// An online song's length is not known: its platform stands there instead.
+    readonly property string trailingText: durationText !== "" ? durationText : platformText
     /// Room at each side, so that rows of a wide window stay readable.
     property int sideMargin: Metrics.screenMargin
 
@@ -25,7 +28,7 @@ T.ItemDelegate {
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
     text: title
-    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (durationText !== "" ? "，" + durationText : "")
+    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "")
     Accessible.selected: isCurrent
     Accessible.onPressAction: root.clicked()
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
@@ -88,8 +91,8 @@ T.ItemDelegate {
             id: mark
 
             objectName: "currentMark"
-            anchors.right: duration.left
-            anchors.rightMargin: visible && duration.text !== "" ? Metrics.rowSpacing : 0
+            anchors.right: trailing.left
+            anchors.rightMargin: visible && trailing.text !== "" ? Metrics.rowSpacing : 0
             anchors.verticalCenter: parent.verticalCenter
             width: visible ? size : 0
             name: "speaker.wave.2.fill"
@@ -98,12 +101,12 @@ T.ItemDelegate {
             visible: root.isCurrent
         }
         StyledText {
-            id: duration
+            id: trailing
 
             anchors.right: parent.right
             anchors.rightMargin: root.sideMargin
             anchors.verticalCenter: parent.verticalCenter
-            text: root.durationText
+            text: root.trailingText
             style: TextStyles.footnote
             color: SystemColors.secondaryLabel
             elide: Text.ElideNone

@@ -81,6 +81,16 @@ std::optional<int> optionalInt(const QJsonObject &object, QLatin1StringView key)
     return value.toInt();
 }
 
+std::optional<qint64> optionalInt64(const QJsonObject &object, QLatin1StringView key)
+{
+    const QJsonValue value = object.value(key);
+    if (isAbsent(value))
+        return std::nullopt;
+    if (value.toInteger(0) != value.toInteger(1))
+        throw DecodingError(key);
+    return value.toInteger();
+}
+
 std::optional<QDateTime> optionalDate(const QJsonObject &object, QLatin1StringView key)
 {
     const QJsonValue value = object.value(key);

@@ -26,6 +26,7 @@ QJsonObject requiredObject(const QJsonObject &object, QLatin1StringView key);
 std::optional<QString> optionalText(const QJsonObject &object, QLatin1StringView key);
 /// A whole number, also when it is written as 180.0.
 std::optional<int> optionalInt(const QJsonObject &object, QLatin1StringView key);
+std::optional<qint64> optionalInt64(const QJsonObject &object, QLatin1StringView key);
 std::optional<QDateTime> optionalDate(const QJsonObject &object, QLatin1StringView key);
 std::optional<QStringList> optionalTexts(const QJsonObject &object, QLatin1StringView key);
 std::optional<QJsonObject> optionalObject(const QJsonObject &object, QLatin1StringView key);

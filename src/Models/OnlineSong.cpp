@@ -3,6 +3,7 @@
 
 #include "Models/DecodingError.h"
 #include "Models/JsonFields.h"
+#include "Utils/JsonWriter.h"
 
 namespace cadorel {
 
@@ -26,15 +27,17 @@ MusicPlatform requiredPlatform(const QJsonObject &object)
 
 } // namespace
 
-QJsonObject OnlineSong::toJson() const
+void OnlineSong::writeJson(JsonWriter &writer) const
 {
-    return {{idKey, id},
-            {nameKey, name},
-            {artistKey, artist},
-            {albumKey, album},
-            {platformKey, rawValue(platform)},
-            {picUrlKey, picUrl},
-            {lrcUrlKey, lrcUrl}};
+    writer.beginObject();
+    writer.member(idKey.data(), id);
+    writer.member(nameKey.data(), name);
+    writer.member(artistKey.data(), artist);
+    writer.member(albumKey.data(), album);
+    writer.member(platformKey.data(), rawValue(platform));
+    writer.member(picUrlKey.data(), picUrl);
+    writer.member(lrcUrlKey.data(), lrcUrl);
+    writer.endObject();
 }
 
 OnlineSong OnlineSong::fromJson(const QJsonObject &object)

@@ -9,6 +9,8 @@
 
 namespace cadorel {
 
+class JsonWriter;
+
 /// A song of an online platform. It holds no address: each is rebuilt on demand from the API endpoint of the
 /// moment. Equality and hashing use `id` and `platform` together, since ids of different platforms collide.
 struct OnlineSong
@@ -21,7 +23,8 @@ struct OnlineSong
     QString picUrl;
     QString lrcUrl;
 
-    QJsonObject toJson() const;
+    /// Writes the record as one JSON object.
+    void writeJson(JsonWriter &writer) const;
     /// @throws DecodingError on the first key that is missing or mistyped; all seven are required
     static OnlineSong fromJson(const QJsonObject &object);
 

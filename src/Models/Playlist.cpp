@@ -2,10 +2,10 @@
 #include "Models/Playlist.h"
 
 #include "Models/DecodingError.h"
+#include "Models/EncodingError.h"
 #include "Models/JsonFields.h"
 #include "Utils/JsonForms.h"
-
-#include <QJsonArray>
+#include "Utils/JsonWriter.h"
 
 namespace cadorel {
 
@@ -23,6 +23,13 @@ constexpr QLatin1StringView createdAtKey{"createdAt"};
 constexpr QLatin1StringView updatedAtKey{"updatedAt"};
 constexpr QLatin1StringView songIdsKey{"songIds"};
 constexpr QLatin1StringView onlineSongsKey{"onlineSongs"};
+
+double encodable(const QDateTime &date, QLatin1StringView key)
+{
+    if (!date.isValid())
+        throw EncodingError(key);
+    return dateToJson(date).toDouble();
+}
 
 } // namespace
 
@@ -65,24 +72,28 @@ QString Playlist::uiIdentity() const
            QString::number(updatedAt.toSecsSinceEpoch());
 }
 
-QJsonObject Playlist::toJson() const
+void Playlist::writeJson(JsonWriter &writer) const
 {
-    QJsonArray songs;
-    for (const OnlineSong &song : onlineSongs)
-        songs.append(song.toJson());
-    QJsonObject object{{idKey, id},
-                       {nameKey, name},
-                       {descriptionKey, description},
-                       {typeKey, rawValue(type)},
-                       {createdAtKey, dateToJson(createdAt)},
-                       {updatedAtKey, dateToJson(updatedAt)},
-                       {songIdsKey, QJsonArray::fromStringList(songIds)},
-                       {onlineSongsKey, songs}};
-    if (coverURL)
-        object.insert(coverURLKey, QString::fromUtf8(coverURL->toEncoded()));
+    writer.beginObject();
+    writer.member(idKey.data(), id);
+    writer.member(nameKey.data(), name);
+    writer.member(descriptionKey.data(), description);
+    writer.member(typeKey.data(), rawValue(type));
+    if (coverURL && coverURL->isValid())
+        writer.memberUtf8(coverURLKey.data(), coverURL->toEncoded());
     if (coverImageData)
-        object.insert(coverImageDataKey, bytesToJson(*coverImageData));
-    return object;
+        writer.memberUtf8(coverImageDataKey.data(), coverImageData->toBase64());
+    writer.member(createdAtKey.data(), encodable(createdAt, createdAtKey));
+    writer.member(updatedAtKey.data(), encodable(updatedAt, updatedAtKey));
+    writer.beginArray(songIdsKey.data());
+    for (const QString &songId : songIds)
+        writer.element(songId);
+    writer.endArray();
+    writer.beginArray(onlineSongsKey.data());
+    for (const OnlineSong &song : onlineSongs)
+        song.writeJson(writer);
+    writer.endArray();
+    writer.endObject();
 }
 
 Playlist Playlist::fromJson(const QJsonObject &object)

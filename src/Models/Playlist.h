@@ -17,6 +17,8 @@
 
 namespace cadorel {
 
+class JsonWriter;
+
 /// Which form of song a playlist holds: ids of the listener's own songs, or whole online records.
 enum class PlaylistType { local, online };
 
@@ -49,7 +51,8 @@ struct Playlist
     /// Changes whenever a row that shows the playlist has to be drawn anew.
     QString uiIdentity() const;
 
-    QJsonObject toJson() const;
+    /// Writes the record as one JSON object. @throws EncodingError when a date is none
+    void writeJson(JsonWriter &writer) const;
     /// @throws DecodingError on the first required key that is missing or mistyped
     static Playlist fromJson(const QJsonObject &object);
 

@@ -28,6 +28,8 @@ struct HttpRequest
     std::chrono::milliseconds totalTimeout{0};
     /// A longer body fails the request; 0 is none.
     qint64 sizeLimit = 0;
+    /// Only the beginning of a body in memory is wanted: a longer one is cut at the limit instead.
+    bool cutsAtLimit = false;
     /// The body of an answer of 200 to 299 is written into this file, a new one, instead of into memory. When
     /// the request fails, the file is gone again.
     QString outputFile;

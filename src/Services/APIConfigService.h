@@ -50,7 +50,7 @@ public:
     std::optional<QUrl> buildTopListSongsURL(const QString &source, const QString &id) const;
 
     std::optional<QUrl> getPlayUrl(const OnlineSong &song, const QString &quality) const override;
-    std::optional<QUrl> getCoverUrl(const OnlineSong &song) const;
+    std::optional<QUrl> getCoverUrl(const OnlineSong &song) const override;
     std::optional<QUrl> getLyricUrl(const OnlineSong &song) const;
 
 Q_SIGNALS:

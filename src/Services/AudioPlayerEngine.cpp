@@ -64,7 +64,7 @@ void AudioPlayerService::startEqualizerTimeUpdates()
         setCurrentTime(seconds);
         updateNowPlayingInfo();
         if (m_duration > 0 && m_currentTime >= m_duration - engineEndMargin)
-            playerDidFinishPlaying();
+            songRanOut();
     });
 }
 

@@ -2,6 +2,7 @@
 // Online songs: their address is fetched before they play.
 #include "Services/AudioPlayerService.h"
 
+#include "Platform/HttpTransfer.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Seams/OnlineSongAddresses.h"
 #include "Utils/Console.h"
@@ -14,16 +15,54 @@
 
 #include <QCoroTask>
 
+#include <utility>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-std::optional<QUrl> parsedUrl(const QString &text)
+/// What is read of an answer, in bytes: more than any that tells an address. The others are often the audio
+/// itself, which the stream player fetches again.
+constexpr qint64 longestAnswer = qint64{16} * 1024;
+
+/// The two addresses lead to the same place. The client asks without user and fragment, and with the steps
+/// of the path resolved.
+bool isSameAddress(const QUrl &a, const QUrl &b)
 {
-    const QUrl url(text, QUrl::StrictMode);
-    return url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
+    const auto absolute = [](const QUrl &url) {
+        return url.adjusted(QUrl::RemoveUserInfo | QUrl::RemoveFragment | QUrl::NormalizePathSegments)
+            .toEncoded();
+    };
+    return absolute(a) == absolute(b);
+}
+
+/// An address that an answer tells. A server has no say in what else the player could open: files and devices
+/// of this machine count as none.
+std::optional<QUrl> toldAddress(const QUrl &url)
+{
+    const bool isWeb = url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
+    return url.isValid() && isWeb && !url.host().isEmpty() ? std::optional(url) : std::nullopt;
+}
+
+/// The address in the body of an answer.
+std::optional<QUrl> addressIn(const HttpResponse &response)
+{
+    if (response.bodySize >= longestAnswer)
+        return std::nullopt;
+    const QJsonDocument document = QJsonDocument::fromJson(response.body);
+    const QUrl member(document.object().value("url"_L1).toString(), QUrl::TolerantMode);
+    if (member.isValid() && !member.isEmpty()) {
+        // One that leaves out the server is meant as it would be on a page of that server.
+        if (const auto url = toldAddress(response.url.resolved(member)))
+            return url;
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = QString(decoder(response.body)).trimmed();
+    if (!decoder.hasError() && text.startsWith("http"_L1) && !text.contains(u'\n'))
+        return toldAddress(QUrl(text, QUrl::TolerantMode));
+    return std::nullopt;
 }
 
 } // namespace
@@ -41,14 +80,26 @@ void AudioPlayerService::playOnlineSong(const OnlineSong &song, const QList<Onli
     detach(resolveAndPlay(song));
 }
 
+/// An address that is still being fetched is wanted no more.
+void AudioPlayerService::leaveAddress()
+{
+    ++m_onlineRequest;
+    if (const auto transfer = std::exchange(m_addressTransfer, nullptr))
+        transfer->cancel();
+}
+
 QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
 {
     const QPointer<AudioPlayerService> self(this);
-    const quint64 request = ++m_onlineRequest;
-    std::optional<QUrl> url = co_await fetchRealPlayUrl(song);
+    leaveAddress();
+    const quint64 request = m_onlineRequest;
+    const auto transfer = std::make_shared<HttpTransfer>();
+    m_addressTransfer = transfer;
+    std::optional<QUrl> url = co_await fetchRealPlayUrl(song, transfer);
     // Another song may have been asked for while the address was fetched.
     if (!self || request != m_onlineRequest)
         co_return;
+    m_addressTransfer.reset();
     if (!url && m_parts.onlineAddresses)
         url = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
     setIsLoading(false);
@@ -58,7 +109,8 @@ QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
         setPlayError(u"无法获取播放链接"_s);
 }
 
-QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong song)
+QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong song,
+                                                                      std::shared_ptr<HttpTransfer> transfer)
 {
     if (!m_parts.onlineAddresses || !m_platform.httpClient)
         co_return std::nullopt;
@@ -67,23 +119,17 @@ QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong
         co_return std::nullopt;
     HttpRequest request;
     request.url = *address;
+    request.sizeLimit = longestAnswer;
+    request.cutsAtLimit = true;
+    request.transfer = transfer;
     const std::expected<HttpResponse, HttpError> response = co_await m_platform.httpClient->send(request);
+    if (transfer->isCancelled())
+        co_return std::nullopt;
     if (!response) {
         print(u"Failed to fetch real play URL: "_s + response.error().description);
         co_return std::nullopt;
     }
-    if (response->url.toString() != address->toString())
-        co_return response->url;
-    const QJsonDocument document = QJsonDocument::fromJson(response->body);
-    if (const QJsonValue member = document.object().value("url"_L1); member.isString()) {
-        if (std::optional<QUrl> url = parsedUrl(member.toString()))
-            co_return url;
-    }
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = QString(decoder(response->body)).trimmed();
-    if (!decoder.hasError() && text.startsWith("http"_L1))
-        co_return parsedUrl(text);
-    co_return std::nullopt;
+    co_return isSameAddress(response->url, *address) ? addressIn(*response) : response->url;
 }
 
 } // namespace cadorel

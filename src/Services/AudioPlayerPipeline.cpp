@@ -6,6 +6,7 @@
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Utils/Console.h"
+#include "Utils/LogText.h"
 #include "Utils/Tasks.h"
 
 #include <QPointer>
@@ -49,8 +50,7 @@ MediaAsset fileOrAddress(const QUrl &url)
 void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
 {
     setCurrent(song, std::nullopt);
-    // An address that is still being fetched for an online song is wanted no more.
-    ++m_onlineRequest;
+    leaveAddress();
     setIsLoading(false);
     m_nowPlayingArtwork.reset();
     m_nowPlayingArtworkURL.reset();
@@ -94,7 +94,7 @@ void AudioPlayerService::playAsset(const MediaAsset &asset, const QUrl &url, Dur
     removeItemObserver();
     removeTimeObserver();
     removeEndObserver();
-    print(u"▶️ 播放: "_s + url.fileName());
+    print(u"▶️ 播放: "_s + logText(url.adjusted(QUrl::StripTrailingSlash).fileName()));
 
     const std::shared_ptr<PlayerItem> item = prepareItem(asset);
     if (!url.isLocalFile() && m_currentSong && m_currentSong->duration() > 0)
@@ -239,8 +239,8 @@ void AudioPlayerService::observeTimeAndEnd()
 {
     observeTime();
     removeEndObserver();
-    m_endConnection = connect(m_playerItem.get(), &PlayerItem::didPlayToEnd, this,
-                              &AudioPlayerService::playerDidFinishPlaying);
+    m_endConnection =
+        connect(m_playerItem.get(), &PlayerItem::didPlayToEnd, this, &AudioPlayerService::songRanOut);
 }
 
 void AudioPlayerService::removeTimeObserver()

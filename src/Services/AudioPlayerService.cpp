@@ -3,6 +3,7 @@
 // AudioPlayerPipeline.cpp.
 #include "Services/AudioPlayerService.h"
 
+#include "Platform/HttpTransfer.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Cloud/CloudSongCache.h"
 #include "Services/LocalMusicImportService.h"
@@ -54,6 +55,7 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
 
 AudioPlayerService::~AudioPlayerService()
 {
+    leaveAddress();
     // Who waits for its downloads is told while the player still stands.
     m_cloudSongs.reset();
     removeItemObserver();
@@ -172,10 +174,7 @@ void AudioPlayerService::playerDidFinishPlaying()
     switch (m_playMode) {
     case PlayMode::sequential:
         if (m_currentIndex >= queueCount() - 1) {
-            standAtStart();
-            setIsPlaying(false);
-            stopAudioLevelSimulation();
-            updateNowPlayingInfo();
+            stopAtEnd();
         } else {
             next();
         }
@@ -189,6 +188,24 @@ void AudioPlayerService::playerDidFinishPlaying()
         next();
         break;
     }
+}
+
+/// The sound of a song has ended by itself.
+void AudioPlayerService::songRanOut()
+{
+    // The listener left it for an online song whose address is on its way: no other is to follow.
+    if (m_addressTransfer)
+        stopAtEnd();
+    else
+        playerDidFinishPlaying();
+}
+
+void AudioPlayerService::stopAtEnd()
+{
+    standAtStart();
+    setIsPlaying(false);
+    stopAudioLevelSimulation();
+    updateNowPlayingInfo();
 }
 
 /// The engine in use follows the published position, so that the song starts anew when it is played again.

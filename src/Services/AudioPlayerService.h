@@ -130,7 +130,9 @@ private:
     int getPreviousIndex();
     void playAt(int index);
     void leaveSong();
+    void songRanOut();
     void playerDidFinishPlaying();
+    void stopAtEnd();
     void standAtStart();
     void persistPlaybackState(bool force);
     void persistPlaybackStateIfNeeded();
@@ -148,8 +150,10 @@ private:
     QCoro::Task<void> downloadAndPlay(QUrl url);
     QCoro::Task<void> parseAudioMetadata(QUrl url);
     void apply(const CloudMetadata &found);
+    void leaveAddress();
     QCoro::Task<void> resolveAndPlay(OnlineSong song);
-    QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song);
+    QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song,
+                                                      std::shared_ptr<HttpTransfer> transfer);
     void playAsset(const MediaAsset &asset, const QUrl &url, DurationLog log);
     std::shared_ptr<PlayerItem> prepareItem(const MediaAsset &asset);
     void installItem(const std::shared_ptr<PlayerItem> &item);
@@ -206,8 +210,9 @@ private:
     std::optional<int> m_timeObserver;
     bool m_isSeeking = false;
     bool m_resumesAfterSeek = false;
-    quint64 m_seekSerial = 0;    ///< which seek is the latest
-    quint64 m_onlineRequest = 0; ///< which fetch of an address is the latest
+    quint64 m_seekSerial = 0;                        ///< which seek is the latest
+    quint64 m_onlineRequest = 0;                     ///< which fetch of an address is the latest
+    std::shared_ptr<HttpTransfer> m_addressTransfer; ///< of the fetch under way
     bool m_isObservingPlayerItem = false;
     bool m_usingEqualizerEngine = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;

@@ -4,16 +4,24 @@
 #include "Models/NavidromeConfig.h"
 #include "Models/Song.h"
 #include "Platform/Platform.h"
+#include "Services/Subsonic/SubsonicAddresses.h"
 
 #include <QCoroTask>
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QUrl>
 
 #include <expected>
+#include <memory>
 #include <optional>
 
 namespace cadorel {
+
+class HttpTransfer;
+class NavidromeRequestError;
+struct SubsonicError;
+struct SubsonicSong;
 
 /// Why a Subsonic server could not be reached or would not answer, for a listener to read.
 struct NavidromeServiceError
@@ -25,7 +33,10 @@ struct NavidromeServiceError
 
 /// Talks to servers of the Subsonic API. It keeps no library: `songs` is the last listing, and each song
 /// carries ready-made addresses with a signed query, which are bearer credentials. Main thread; passwords are
-/// asked of the credential store on a thread of its own.
+/// asked of the credential store on a thread of its own, and long answers are read by workers.
+///
+/// Only what was asked for last counts: an older connect, listing or search that is still under way is given
+/// up, and so is a listing whose server is the current one no more.
 class NavidromeService : public QObject
 {
     Q_OBJECT
@@ -67,7 +78,8 @@ public:
     QCoro::Task<void> deleteConfig(NavidromeConfig config);
     /// Tries a server that need not be saved, with the password given.
     QCoro::Task<Result> testConnection(NavidromeConfig config, QString password);
-    /// Makes it the current server. After a failure there is none.
+    /// Makes it the current server. After a failure there is none, but for a missing password, which leaves
+    /// the current one.
     QCoro::Task<Result> connectTo(NavidromeConfig config);
     void disconnectFromServer();
     /// Lists random songs of the current server.
@@ -87,6 +99,55 @@ Q_SIGNALS:
     void songsChanged();
 
 private:
+    using Transfer = std::shared_ptr<HttpTransfer>;
+    using QueryItems = SubsonicAddresses::QueryItems;
+    /// What to ask for a list of songs, and the failure that a bad status of the answer is.
+    struct Listing;
+
+    template <typename T>
+    void publish(T &member, const T &value, void (NavidromeService::*signal)());
+    void setCurrentConfig(const std::optional<NavidromeConfig> &config);
+    void setIsSearching(bool value);
+    void setError(const std::optional<QString> &value);
+    void setSongs(const QList<Song> &songs);
+    void changeTests(int by);
+
+    void loadConfigs();
+    void saveConfigs();
+    static QCoro::Task<std::optional<QString>> storedPassword(NavidromeConfig config);
+    QUrl signedAPIURL(const SubsonicAccess &access, const QString &endpoint,
+                      const QueryItems &queryItems) const;
+    /// Gives up what @p newest stands for, and lets a new request stand there.
+    static Transfer begin(Transfer &newest);
+    static void giveUp(Transfer &newest);
+
+    QCoro::Task<QByteArray> fetch(QUrl url, NavidromeRequestError badStatus, Transfer transfer);
+    template <typename Response>
+    QCoro::Task<Response> ask(QUrl url, NavidromeRequestError badStatus, Transfer transfer);
+    QCoro::Task<void> ping(SubsonicAccess access, Transfer transfer);
+    static void ensureOK(const QString &status, const std::optional<SubsonicError> &error);
+
+    /// The current server with its password; nothing, with the error told, when there is none of both, or
+    /// when another listing was asked for meanwhile.
+    QCoro::Task<std::optional<SubsonicAccess>> listingAccess(Transfer transfer);
+    template <typename Response>
+    QCoro::Task<void> list(SubsonicAccess access, Listing listing, Transfer transfer);
+    void endListing(const Transfer &transfer);
+    void dropListing();
+    QCoro::Task<QList<Song>> listedSongs(QList<SubsonicSong> records, SubsonicAccess access) const;
+
+    struct SubsonicContext
+    {
+        SubsonicAccess access;
+        QString songId;
+    };
+    QCoro::Task<std::optional<SubsonicContext>> resolveSubsonicContext(QString songId) const;
+    QCoro::Task<std::optional<QString>> lyricsBySongId(SubsonicAccess access, QString subsonicSongId);
+    QCoro::Task<std::optional<QString>> lyricsByArtistTitle(SubsonicAccess access, QString artist,
+                                                            QString title);
+    QCoro::Task<std::optional<QString>> askedLyrics(SubsonicAccess access, QString endpoint,
+                                                    QueryItems queryItems);
+
     Platform &m_platform;
     QList<NavidromeConfig> m_configs;
     std::optional<NavidromeConfig> m_currentConfig;
@@ -95,6 +156,14 @@ private:
     bool m_isSearching = false;
     std::optional<QString> m_error;
     QList<Song> m_songs;
+
+    int m_runningTests = 0;
+    /// The connect and the listing that were asked for last; null when none is under way.
+    Transfer m_connecting;
+    Transfer m_listing;
+    QUuid m_connectingConfig;
+    /// Every request under way.
+    QList<Transfer> m_transfers;
 };
 
 } // namespace cadorel

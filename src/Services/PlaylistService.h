@@ -2,9 +2,12 @@
 #pragma once
 
 #include "Platform/Platform.h"
+#include "Services/Playlists/ListMembers.h"
+#include "Services/Playlists/PlaylistText.h"
 #include "Services/Seams/PlaylistStore.h"
 
 #include <QCoroTask>
+#include <QHash>
 #include <QImage>
 #include <QList>
 #include <QString>
@@ -78,9 +81,25 @@ public:
     static QImage resizeImage(const QImage &image, const QSize &targetSize);
 
 private:
+    void load();
+    void ensureFavoritesPlaylistExists();
+    Playlist *listed(const QString &id);
+    template <typename Change>
+    void change(const QString &id, Change change);
+    void publish();
+    void requestSave();
+    void save();
+
     Platform &m_platform;
     LocalMusicImportService &m_importService;
     QList<Playlist> m_playlists;
+    mutable ListMembers<QString> m_favorites;
+    mutable ListMembers<OnlineSong> m_onlineFavorites;
+    PlaylistText m_text;
+    bool m_isSaveRequested = false;
+    /// Number of the last wish about the cover of each playlist, for those that are being made.
+    QHash<QString, quint64> m_coverWishes;
+    quint64 m_lastCoverWish = 0;
 };
 
 } // namespace cadorel

@@ -18,6 +18,8 @@ QtObject {
     readonly property int rowCover: 48
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
+    readonly property int tabBarHeight: 56
+    readonly property int tabWidth: 160
     readonly property int buttonHeight: 44
     readonly property int controlRadius: 10
     readonly property int cardRadius: 12

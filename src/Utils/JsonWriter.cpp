@@ -26,6 +26,13 @@ void JsonWriter::beginArray()
     m_needsComma = false;
 }
 
+void JsonWriter::beginArray(const char *name)
+{
+    key(name);
+    m_text += '[';
+    m_needsComma = false;
+}
+
 void JsonWriter::endArray()
 {
     m_text += ']';
@@ -64,6 +71,13 @@ void JsonWriter::memberUtf8(const char *name, const QByteArray &value)
 {
     key(name);
     string(value);
+}
+
+void JsonWriter::element(const QString &value)
+{
+    separator();
+    string(value.toUtf8());
+    m_needsComma = true;
 }
 
 void JsonWriter::member(const char *name, double value)

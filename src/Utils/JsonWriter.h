@@ -17,6 +17,8 @@ public:
     QByteArray take();
 
     void beginArray();
+    /// Begins an array as a member of the object.
+    void beginArray(const char *key);
     void endArray();
     void beginObject();
     void endObject();
@@ -28,6 +30,8 @@ public:
     void member(const char *key, const char *value) = delete;
     /// A text that is already valid UTF-8, as QString::toUtf8() gives it.
     void memberUtf8(const char *key, const QByteArray &value);
+    /// A text of the array.
+    void element(const QString &value);
 
 private:
     void separator();

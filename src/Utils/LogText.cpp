@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Utils/LogText.h"
 
+#include "Utils/OneLine.h"
+
 #include <algorithm>
 
 namespace cadorel {
 
 QString logText(const QString &text)
 {
-    const auto endsLine = [](QChar c) {
-        return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-               c == QChar::ParagraphSeparator;
-    };
     if (std::none_of(text.cbegin(), text.cend(), endsLine))
         return text;
     QString result = text;

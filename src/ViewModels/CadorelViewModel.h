@@ -19,6 +19,7 @@ class AudioPlayerService;
 class LocalMusicImportService;
 class MediaLibrarySource;
 class OnlineMusicSource;
+class OnlineSongAddresses;
 class PlaylistStore;
 class WebDAVSource;
 
@@ -29,6 +30,8 @@ struct LibrarySources
     PlaylistStore *playlistService = nullptr;
     OnlineMusicSource *onlineMusicService = nullptr;
     WebDAVSource *webDAVService = nullptr;
+    /// Where the covers of online songs lie.
+    const OnlineSongAddresses *onlineAddresses = nullptr;
 };
 
 /// The one object that every screen receives. It owns no music: it merges the services' lists, forwards

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/CoverRegistry.h"
 
+#include "Models/OnlineSong.h"
 #include "Models/Song.h"
+#include "Utils/Redaction.h"
 
 #include <QCryptographicHash>
+#include <QUrlQuery>
 
 namespace cadorel {
 
@@ -13,6 +16,11 @@ namespace {
 
 constexpr auto addressPrefix = "image://cover/"_L1;
 constexpr auto noCoverKey = "none"_L1;
+
+bool isWebAddress(const QUrl &url)
+{
+    return url.isValid() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1);
+}
 
 /// The embedded cover, or the picture file that the song names.
 ArtworkData artworkOf(const Song &song)
@@ -40,24 +48,58 @@ CoverRegistry &CoverRegistry::shared()
 
 QString CoverRegistry::source(const Song &song)
 {
-    const ArtworkData artwork = artworkOf(song);
-    if (!artwork.isPresent())
+    if (const ArtworkData artwork = artworkOf(song); artwork.isPresent())
+        return keep(song.uiIdentity(), {.artwork = artwork, .remoteAddress = {}});
+    const std::optional<QUrl> url = song.artworkURL();
+    // Without the song: the songs of an album often share one cover, which is then fetched once.
+    return url && isWebAddress(*url) ? keepRemote(u"song"_s, *url) : addressPrefix + noCoverKey;
+}
+
+QString CoverRegistry::source(const OnlineSong &song, const std::optional<QUrl> &coverUrl)
+{
+    if (!coverUrl || !isWebAddress(*coverUrl))
         return addressPrefix + noCoverKey;
+    // Ids stand in the address as they are, and may hold what looks like a signature.
+    return keepRemote(rawValue(song.platform) + u'/' + song.id, *coverUrl);
+}
+
+/// Remembers a web address. Its key leaves out what differs each time that it is signed, but not the account:
+/// another one may see other covers.
+QString CoverRegistry::keepRemote(const QString &owner, const QUrl &url)
+{
+    const QString account = url.userName() + u'\n' + QUrlQuery(url).queryItemValue(u"u"_s);
+    return keep(u"web\n"_s + owner + u'\n' + account + u'\n' + redacted(url),
+                {.artwork = {}, .remoteAddress = url});
+}
+
+QString CoverRegistry::keep(const QString &identity, Cover cover)
+{
     // A digest instead of the identity itself: ids may hold characters that an address changes.
-    const QString key = QString::fromLatin1(
-        QCryptographicHash::hash(song.uiIdentity().toUtf8(), QCryptographicHash::Sha1).toHex());
+    const QString key =
+        QString::fromLatin1(QCryptographicHash::hash(identity.toUtf8(), QCryptographicHash::Sha1).toHex());
     {
         const std::scoped_lock lock(m_mutex);
-        m_covers.insert(key, new ArtworkData(artwork));
+        m_covers.insert(key, new Cover(std::move(cover)));
     }
     return addressPrefix + key;
 }
 
-ArtworkData CoverRegistry::artwork(const QString &key) const
+CoverRegistry::Cover CoverRegistry::find(const QString &key) const
 {
     const std::scoped_lock lock(m_mutex);
-    const ArtworkData *artwork = m_covers.object(key);
-    return artwork ? *artwork : ArtworkData();
+    const Cover *cover = m_covers.object(key);
+    return cover ? *cover : Cover();
+}
+
+ArtworkData CoverRegistry::artwork(const QString &key) const
+{
+    return find(key).artwork;
+}
+
+std::optional<QUrl> CoverRegistry::remoteAddress(const QString &key) const
+{
+    const QUrl url = find(key).remoteAddress;
+    return url.isEmpty() ? std::nullopt : std::optional(url);
 }
 
 } // namespace cadorel

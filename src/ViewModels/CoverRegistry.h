@@ -5,15 +5,20 @@
 
 #include <QCache>
 #include <QString>
+#include <QUrl>
 
 #include <mutex>
+#include <optional>
 
 namespace cadorel {
 
 class Song;
+struct OnlineSong;
 
-/// Where the image provider of covers finds the bytes behind a picture address. Views name a cover by a key
-/// in the address; whoever hands out such an address leaves the cover here first. Any thread.
+/// Where the image provider of covers finds what lies behind a picture address: the bytes of a cover, or the
+/// web address that it is fetched from. Views name a cover by a key in the address; whoever hands out such an
+/// address leaves the cover here first. The key is a digest that holds no address: web addresses of covers
+/// are credentials. Any thread.
 class CoverRegistry
 {
 public:
@@ -25,16 +30,34 @@ public:
     /// The registry of the process.
     static CoverRegistry &shared();
 
-    /// Address for the `source` of an Image, and the cover is remembered under it. The address changes with
-    /// Song::uiIdentity(), so a replaced cover is drawn anew. All songs without a cover share one address.
+    /// Address for the `source` of an Image, and the cover is remembered under it: the embedded one, else the
+    /// one at Song::artworkURL(). The address changes with Song::uiIdentity(), so a replaced cover is drawn
+    /// anew; that of a cover on a server stays the same however often its web address is signed. All songs
+    /// without a cover share one address.
     QString source(const Song &song);
+    /// The same for an online song, whose cover lies at @p coverUrl; absent when none could be built.
+    QString source(const OnlineSong &song, const std::optional<QUrl> &coverUrl);
 
-    /// The cover of a key that source() gave; absent when the song has none or the key was forgotten.
+    /// The cover of a key that source() gave; absent when the song has none, when it has to be fetched, or
+    /// when the key was forgotten.
     ArtworkData artwork(const QString &key) const;
+    /// Where the cover of a key has to be fetched from, as it was signed last; a credential. Absent for every
+    /// other key.
+    std::optional<QUrl> remoteAddress(const QString &key) const;
 
 private:
+    struct Cover
+    {
+        ArtworkData artwork;
+        QUrl remoteAddress;
+    };
+
+    QString keep(const QString &identity, Cover cover);
+    QString keepRemote(const QString &owner, const QUrl &url);
+    Cover find(const QString &key) const;
+
     mutable std::mutex m_mutex;
-    mutable QCache<QString, ArtworkData> m_covers;
+    mutable QCache<QString, Cover> m_covers;
 };
 
 } // namespace cadorel

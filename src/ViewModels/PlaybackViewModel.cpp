@@ -2,6 +2,7 @@
 #include "ViewModels/PlaybackViewModel.h"
 
 #include "Services/AudioPlayerService.h"
+#include "Services/Seams/OnlineSongAddresses.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/CoverRegistry.h"
 
@@ -31,8 +32,9 @@ QString timeText(double seconds)
 
 } // namespace
 
-PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel)
+PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel, const OnlineSongAddresses *onlineAddresses)
     : m_viewModel(viewModel)
+    , m_onlineAddresses(onlineAddresses)
 {
     connect(&player(), &AudioPlayerService::currentTimeChanged, this, &PlaybackViewModel::timeChanged);
     connect(&player(), &AudioPlayerService::durationChanged, this, &PlaybackViewModel::durationChanged);
@@ -76,10 +78,17 @@ void PlaybackViewModel::durationChanged()
     timeChanged();
 }
 
+QString PlaybackViewModel::currentCover() const
+{
+    CoverRegistry &covers = CoverRegistry::shared();
+    if (const std::optional<OnlineSong> &song = player().currentOnlineSong())
+        return covers.source(*song, m_onlineAddresses ? m_onlineAddresses->getCoverUrl(*song) : std::nullopt);
+    return covers.source(player().currentSong().value_or(Song()));
+}
+
 void PlaybackViewModel::coverChanged()
 {
-    const std::optional<Song> &song = player().currentSong();
-    const QString source = CoverRegistry::shared().source(song.value_or(Song()));
+    const QString source = currentCover();
     if (source == m_coverSource)
         return;
     m_coverSource = source;

@@ -8,6 +8,7 @@ namespace cadorel {
 
 class AudioPlayerService;
 class CadorelViewModel;
+class OnlineSongAddresses;
 
 /// What the player's bar shows of the running song: times as texts, the slider, the cover. It watches the
 /// fast state of the player and passes on only what a listener can see change, so that a playing window draws
@@ -22,8 +23,10 @@ class PlaybackViewModel : public QObject
     Q_PROPERTY(QString coverSource READ coverSource NOTIFY coverSourceChanged)
 
 public:
-    /// @param viewModel outlives this object
-    explicit PlaybackViewModel(CadorelViewModel &viewModel);
+    /// @param viewModel and @param onlineAddresses outlive this object; without the latter online songs have
+    /// no cover
+    explicit PlaybackViewModel(CadorelViewModel &viewModel,
+                               const OnlineSongAddresses *onlineAddresses = nullptr);
 
     /// "1:05"; "0:00" at the start.
     QString currentTimeText() const { return m_currentTimeText; }
@@ -50,9 +53,11 @@ private:
     void timeChanged();
     void durationChanged();
     void coverChanged();
+    QString currentCover() const;
     AudioPlayerService &player() const;
 
     CadorelViewModel &m_viewModel;
+    const OnlineSongAddresses *m_onlineAddresses;
     QString m_currentTimeText;
     QString m_durationText;
     double m_sliderPosition = 0;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/SongListModel.h"
 
+#include "Utils/OneLine.h"
 #include "ViewModels/CoverRegistry.h"
-#include "ViewModels/RowDifference.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QThreadPool>
 
 #include <cmath>
 
@@ -16,44 +15,29 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Above this many groups of rows, showing the list afresh is cheaper for the model and for its views.
-constexpr qsizetype maximumSteps = 256;
-
-/// Every change that a row shows.
-bool looksEqual(const Song &a, const Song &b)
+struct SongRows
 {
-    return a.isSameRecord(b) ||
-           (a.title() == b.title() && a.artist() == b.artist() && a.album() == b.album() &&
-            a.duration() == b.duration() && a.artworkData() == b.artworkData() &&
-            a.artworkURL() == b.artworkURL() && a.assetPathUtf8() == b.assetPathUtf8());
-}
-
-bool isSameRow(const Song &a, const Song &b)
-{
-    return a.isSameRecord(b) || a.id() == b.id();
-}
-
-/// One line of text: tags may hold line breaks.
-QString oneLine(QString text)
-{
-    for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator)
-            c = u' ';
+    static const QString &id(const Song &song) { return song.id(); }
+    static bool isSameRow(const Song &a, const Song &b) { return a.isSameRecord(b) || a.id() == b.id(); }
+    static bool looksEqual(const Song &a, const Song &b)
+    {
+        return a.isSameRecord(b) ||
+               (a.title() == b.title() && a.artist() == b.artist() && a.album() == b.album() &&
+                a.duration() == b.duration() && a.artworkData() == b.artworkData() &&
+                a.artworkURL() == b.artworkURL() && a.assetPathUtf8() == b.assetPathUtf8());
     }
-    return text.trimmed();
-}
+};
 
 } // namespace
 
 SongListModel::SongListModel(QObject *parent)
-    : QAbstractListModel(parent)
+    : RowModel(parent)
 {
 }
 
 int SongListModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : count();
+    return parent.isValid() ? 0 : static_cast<int>(m_songs.size());
 }
 
 QVariant SongListModel::data(const QModelIndex &index, int role) const
@@ -74,6 +58,8 @@ QVariant SongListModel::data(const QModelIndex &index, int role) const
     }
     case DurationTextRole:
         return std::isfinite(song.duration()) && song.duration() > 0 ? song.formattedDuration() : QString();
+    case PlatformTextRole:
+        return QString();
     case CoverSourceRole:
         return CoverRegistry::shared().source(song);
     case IsCurrentRole:
@@ -87,9 +73,13 @@ QVariant SongListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> SongListModel::roleNames() const
 {
-    return {{SongIdRole, "songId"},           {TitleRole, "title"},
-            {SubtitleRole, "subtitle"},       {DurationTextRole, "durationText"},
-            {CoverSourceRole, "coverSource"}, {IsCurrentRole, "isCurrent"},
+    return {{SongIdRole, "songId"},
+            {TitleRole, "title"},
+            {SubtitleRole, "subtitle"},
+            {DurationTextRole, "durationText"},
+            {PlatformTextRole, "platformText"},
+            {CoverSourceRole, "coverSource"},
+            {IsCurrentRole, "isCurrent"},
             {IsDeletableRole, "isDeletable"}};
 }
 
@@ -127,90 +117,7 @@ int SongListModel::rowOf(const QString &songId) const
 
 void SongListModel::setSongs(const QList<Song> &songs)
 {
-    const int countBefore = count();
-    if (m_songs.isEmpty() && !songs.isEmpty()) {
-        // The start of a large library: nothing to compare.
-        beginInsertRows({}, 0, static_cast<int>(songs.size()) - 1);
-        m_songs = songs;
-        endInsertRows();
-        Q_EMIT countChanged();
-        return;
-    }
-    // Most updates touch one place: what stands before and after it needs no search.
-    const qsizetype shorter = qMin(m_songs.size(), songs.size());
-    qsizetype prefix = 0;
-    while (prefix < shorter && isSameRow(m_songs.at(prefix), songs.at(prefix)))
-        ++prefix;
-    qsizetype suffix = 0;
-    while (suffix < shorter - prefix &&
-           isSameRow(m_songs.at(m_songs.size() - 1 - suffix), songs.at(songs.size() - 1 - suffix)))
-        ++suffix;
-
-    const auto idsBetween = [suffix, prefix](const QList<Song> &list) {
-        QList<QString> ids;
-        ids.reserve(list.size() - suffix - prefix);
-        for (qsizetype row = prefix; row < list.size() - suffix; ++row)
-            ids.append(list.at(row).id());
-        return ids;
-    };
-    if (const auto steps = rowDifference(idsBetween(m_songs), idsBetween(songs), maximumSteps)) {
-        for (const RowStep &step : *steps)
-            apply(step, prefix, songs);
-        showContents(songs);
-    } else {
-        beginResetModel();
-        m_songs = songs;
-        endResetModel();
-    }
-    if (count() != countBefore)
-        Q_EMIT countChanged();
-}
-
-void SongListModel::apply(const RowStep &step, qsizetype offset, const QList<Song> &songs)
-{
-    const qsizetype first = offset + step.first;
-    const qsizetype last = first + step.count - 1;
-    const qsizetype to = offset + step.to;
-    switch (step.kind) {
-    case RowStep::Kind::remove:
-        beginRemoveRows({}, static_cast<int>(first), static_cast<int>(last));
-        m_songs.remove(first, step.count);
-        endRemoveRows();
-        break;
-    case RowStep::Kind::move:
-        beginMoveRows({}, static_cast<int>(first), static_cast<int>(last), {}, static_cast<int>(to));
-        std::rotate(m_songs.begin() + to, m_songs.begin() + first, m_songs.begin() + last + 1);
-        endMoveRows();
-        break;
-    case RowStep::Kind::insert:
-        beginInsertRows({}, static_cast<int>(first), static_cast<int>(last));
-        m_songs.insert(first, step.count, Song());
-        std::copy_n(songs.cbegin() + first, step.count, m_songs.begin() + first);
-        endInsertRows();
-        break;
-    }
-}
-
-void SongListModel::showContents(const QList<Song> &songs)
-{
-    struct Range
-    {
-        qsizetype first;
-        qsizetype last;
-    };
-    QList<Range> changed;
-    for (qsizetype row = 0; row < songs.size(); ++row) {
-        if (looksEqual(m_songs.at(row), songs.at(row)))
-            continue;
-        if (!changed.isEmpty() && changed.constLast().last == row - 1)
-            changed.last().last = row;
-        else
-            changed.append({.first = row, .last = row});
-    }
-    // After a walk over a server every record is new, and freeing 100,000 takes longer than a frame may.
-    QThreadPool::globalInstance()->start([old = std::exchange(m_songs, songs)] { Q_UNUSED(old); });
-    for (const Range &range : std::as_const(changed))
-        Q_EMIT dataChanged(index(static_cast<int>(range.first)), index(static_cast<int>(range.last)));
+    showRows<SongRows>(m_songs, songs);
 }
 
 } // namespace cadorel

@@ -8,7 +8,9 @@
 #include "ViewModels/FilePickerModel.h"
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/RowModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVPresetListModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
@@ -58,6 +60,22 @@ struct ForeignPlaybackViewModel
     QML_FOREIGN(cadorel::PlaybackViewModel)
     QML_NAMED_ELEMENT(PlaybackViewModel)
     QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignOnlineSongListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineSongListModel)
+    QML_NAMED_ELEMENT(OnlineSongListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignRowModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::RowModel)
+    QML_NAMED_ELEMENT(RowModel)
+    QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignSongListModel

@@ -16,7 +16,7 @@ namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
-void installUserInterface(QQmlEngine &engine)
+void installUserInterface(QQmlEngine &engine, RemoteCovers *remoteCovers)
 {
     static const bool registered = [] {
         qml_register_types_Cadorel();
@@ -26,7 +26,7 @@ void installUserInterface(QQmlEngine &engine)
     engine.addImportPath(u"qrc:/qt/qml"_s);
     // The engine owns its providers.
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
-                            new CoverImageProvider(CoverRegistry::shared()));
+                            new CoverImageProvider(CoverRegistry::shared(), remoteCovers));
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndToEnd/SecretWatch.h"
 
+#include "Fixtures/EndWithParent.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>

@@ -20,7 +20,7 @@ constexpr float audible = 0.01F;
 
 /// Where the window shows its first row and the play button, in pixels, at its first size.
 constexpr QPoint firstRow(150, 132);
-constexpr QPoint playButton(195, 810);
+constexpr QPoint playButton(195, 754);
 
 } // namespace
 

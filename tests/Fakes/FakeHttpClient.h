@@ -98,6 +98,8 @@ private:
     /// What the real client makes of an answer.
     static Result received(const HttpRequest &request, HttpResponse response)
     {
+        if (request.sizeLimit > 0 && request.cutsAtLimit)
+            response.body.truncate(request.sizeLimit);
         if (request.sizeLimit > 0 && response.body.size() > request.sizeLimit)
             return failure(HttpError::Kind::tooLarge, QStringLiteral("too large"));
         if (response.url.isEmpty())

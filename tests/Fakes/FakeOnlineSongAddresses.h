@@ -13,6 +13,8 @@ class FakeOnlineSongAddresses : public OnlineSongAddresses
 public:
     /// No address can be built.
     bool silent = false;
+    /// What the id is put behind to get the address of the audio.
+    QString playBase = QStringLiteral("https://api.example/url?id=");
     /// Qualities that were asked for, in order.
     mutable QStringList qualities;
 
@@ -21,7 +23,14 @@ public:
         qualities.append(quality);
         if (silent)
             return std::nullopt;
-        return QUrl(QStringLiteral("https://api.example/url?id=") + song.id);
+        return QUrl(playBase + song.id);
+    }
+
+    std::optional<QUrl> getCoverUrl(const OnlineSong &song) const override
+    {
+        if (silent)
+            return std::nullopt;
+        return QUrl(QStringLiteral("https://api.example/pic?id=") + song.id);
     }
 };
 

@@ -211,7 +211,9 @@ void PlayerBarTest::nothingOverlaps()
     t->window->resize(size);
     QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);
     const QQuickItem *bar = t->item(u"playerBar"_s);
-    QTRY_VERIFY(qAbs(bar->mapToScene(QPointF(0, bar->height())).y() - size.height()) < 1);
+    const QQuickItem *tabs = t->item(u"tabBar"_s);
+    QTRY_VERIFY(qAbs(tabs->mapToScene(QPointF(0, tabs->height())).y() - size.height()) < 1);
+    QTRY_VERIFY(qAbs(bar->mapToScene(QPointF(0, bar->height())).y() - tabs->mapToScene(QPointF()).y()) < 1);
 
     QList<QPair<QString, QRectF>> seen;
     for (const auto &name : {u"nowPlayingLabel"_s, u"previousButton"_s, u"playPauseButton"_s, u"nextButton"_s,

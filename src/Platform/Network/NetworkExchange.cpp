@@ -193,8 +193,9 @@ std::expected<void, HttpError> NetworkExchange::openBody()
         m_body = std::make_unique<ResponseBody>(
             ResponseBody::inMemory(sidePageLimit, ResponseBody::Overflow::truncate));
     } else if (!wantsFile) {
-        m_body = std::make_unique<ResponseBody>(
-            ResponseBody::inMemory(m_request.sizeLimit, ResponseBody::Overflow::fail));
+        const auto overflow =
+            m_request.cutsAtLimit ? ResponseBody::Overflow::truncate : ResponseBody::Overflow::fail;
+        m_body = std::make_unique<ResponseBody>(ResponseBody::inMemory(m_request.sizeLimit, overflow));
     } else {
         auto file = ResponseBody::inFile(m_request.outputFile, m_request.sizeLimit);
         if (!file)

@@ -13,6 +13,15 @@ constexpr qint64 mostPixels = qint64{32} * 1024 * 1024;
 
 } // namespace
 
+bool isSafeToDecode(QImageReader &reader)
+{
+    const QByteArray format = reader.format();
+    if (format.startsWith("svg") || format == "pdf")
+        return false;
+    const QSize size = reader.size();
+    return qint64{size.width()} * size.height() <= mostPixels;
+}
+
 QImage decodedCover(const QByteArray &bytes)
 {
     QBuffer buffer;
@@ -21,14 +30,7 @@ QImage decodedCover(const QByteArray &bytes)
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    // A vector drawing is a program to be run rather than a picture.
-    const QByteArray format = reader.format();
-    if (format.startsWith("svg") || format == "pdf")
-        return {};
-    const QSize size = reader.size();
-    if (qint64{size.width()} * size.height() > mostPixels)
-        return {};
-    return reader.read();
+    return isSafeToDecode(reader) ? reader.read() : QImage();
 }
 
 } // namespace cadorel

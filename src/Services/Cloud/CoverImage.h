@@ -4,11 +4,17 @@
 #include <QByteArray>
 #include <QImage>
 
+class QImageReader;
+
 namespace cadorel {
 
-/// The picture that encoded bytes from outside hold; a null image when they are none. A picture of more than
-/// 32 million pixels counts as none: a few bytes could ask for any amount of memory. Takes as long as
-/// decoding takes: not for the main thread.
+/// Whether a picture from outside may be decoded: a picture of more than 32 million pixels may not, a few
+/// bytes could ask for any amount of memory, and a vector drawing is a program to be run rather than a
+/// picture. Reads the beginning of the picture.
+bool isSafeToDecode(QImageReader &reader);
+
+/// The picture that encoded bytes from outside hold; a null image when they are none that is safe to decode.
+/// Takes as long as decoding takes: not for the main thread.
 QImage decodedCover(const QByteArray &bytes);
 
 } // namespace cadorel

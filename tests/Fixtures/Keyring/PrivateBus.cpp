@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Keyring/PrivateBus.h"
 
+#include "Fixtures/EndWithParent.h"
+
 #include <QDBusConnectionInterface>
 #include <QDir>
 #include <QFile>
-
-#include <csignal>
-
-#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -23,11 +21,6 @@ bool writeFile(const QString &path, const QString &text)
 }
 
 } // namespace
-
-void endWithParent(QProcess &process)
-{
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-}
 
 PrivateBus::~PrivateBus()
 {

@@ -39,7 +39,4 @@ private:
     QStringList m_connections;
 };
 
-/// Lets the kernel end @p process together with the one that starts it, however that ends.
-void endWithParent(QProcess &process);
-
 } // namespace cadorel

@@ -38,6 +38,8 @@ private Q_SLOTS:
     void aBodyBeyondTheLimitIsRefused_data();
     void aBodyBeyondTheLimitIsRefused();
     void aBodyOfJustTheLimitIsTaken();
+    void ofALongBodyOnlyTheBeginningIsTaken_data();
+    void ofALongBodyOnlyTheBeginningIsTaken();
 
     void asksPlainly();
     void theCallersHeadersGoFirst();
@@ -310,6 +312,30 @@ void TestHttpAnswers::aBodyOfJustTheLimitIsTaken()
     COMPARE_STATUS(fetch(client, request), 200);
     request.sizeLimit = 4;
     COMPARE_FAILURE(fetch(client, request), tooLarge);
+}
+
+void TestHttpAnswers::ofALongBodyOnlyTheBeginningIsTaken_data()
+{
+    aBodyBeyondTheLimitIsRefused_data();
+}
+
+void TestHttpAnswers::ofALongBodyOnlyTheBeginningIsTaken()
+{
+    QFETCH(const bool, isAnnounced);
+    const ServerAnswer answer =
+        ServerAnswer::streamed("<a>"_ba, QByteArray(1000, 'b'), 100'000, "</a>"_ba).holdingAt(200'000);
+    MisbehavingServer server;
+    server.answer("/"_ba, isAnnounced ? answer : answer.chunked());
+    NetworkHttpClient client;
+    HttpRequest request;
+    request.url = server.url();
+    request.sizeLimit = 100'000;
+    request.cutsAtLimit = true;
+    const auto response = fetch(client, request);
+    COMPARE_STATUS(response, 200);
+    QCOMPARE(response->body, "<a>" + QByteArray(99'997, 'b'));
+    QCOMPARE(response->bodySize, 100'000);
+    QTRY_COMPARE(server.openConnections(), 0);
 }
 
 void TestHttpAnswers::asksPlainly()

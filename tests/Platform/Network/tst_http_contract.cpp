@@ -92,6 +92,7 @@ private Q_SLOTS:
     void theFileIsANewOne();
     void otherAnswersLeaveNoFile();
     void theLimitHolds();
+    void theLimitCutsWhereOnlyTheBeginningIsWanted();
     void cancelEndsIt();
     void cancelHoldsWhenTheAnswerIsOnItsWay();
     void cancelledBeforeItIsSent();
@@ -211,6 +212,20 @@ void TestHttpContract::theLimitHolds()
     const auto result = sent.wait();
     QVERIFY(result.has_value());
     COMPARE_FAILURE(*result, tooLarge);
+}
+
+void TestHttpContract::theLimitCutsWhereOnlyTheBeginningIsWanted()
+{
+    HttpRequest limited = request();
+    limited.sizeLimit = 4;
+    limited.cutsAtLimit = true;
+    const SentRequest sent = send(limited);
+    m_web->answer(200, "music"_ba);
+    const auto result = sent.wait();
+    QVERIFY(result.has_value());
+    COMPARE_STATUS(*result, 200);
+    QCOMPARE(result.value()->body, "musi"_ba);
+    QCOMPARE(result.value()->bodySize, 4);
 }
 
 void TestHttpContract::cancelEndsIt()

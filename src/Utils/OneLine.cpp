@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Utils/OneLine.h"
+
+#include <algorithm>
+
+namespace cadorel {
+
+bool endsLine(QChar c)
+{
+    return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+}
+
+QString oneLine(QString text)
+{
+    std::replace_if(text.begin(), text.end(), endsLine, QChar(u' '));
+    return text.trimmed();
+}
+
+} // namespace cadorel

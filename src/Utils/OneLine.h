@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+namespace cadorel {
+
+/// The character ends a line or steers one.
+bool endsLine(QChar c);
+
+/// Text from outside as one line of a list: line breaks and control characters, which tags may hold, become
+/// blanks, and those at both ends go. Any thread.
+QString oneLine(QString text);
+
+} // namespace cadorel
