@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/OnlineApiServer.h"
 
+#include "Fixtures/EndWithParent.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QJsonArray>
@@ -8,9 +10,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
-#include <sys/prctl.h>
 
 namespace cadorel {
 
@@ -61,8 +61,7 @@ bool OnlineApiServer::start(const QStringList &arguments)
     m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process->setStandardOutputFile(m_directory->filePath(u"output"_s));
     m_process->setStandardInputFile(QProcess::nullDevice());
-    const auto endWithTheTest = [] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); };
-    m_process->setChildProcessModifier(endWithTheTest);
+    endWithParent(*m_process);
     m_process->start(program(), QStringList{u"--port"_s, u"0"_s} + arguments);
 
     const QDeadlineTimer limit(startMs);
