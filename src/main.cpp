@@ -5,8 +5,10 @@
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/SignalWatcher.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
@@ -56,8 +58,13 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     LocalMusicImportService &importService = LocalMusicImportService::shared();
     WebDAVService &webDAVService = WebDAVService::shared();
     PlaylistService &playlistService = PlaylistService::shared();
+    APIConfigService &apiConfig = APIConfigService::shared();
+    OnlineMusicService &onlineMusicService = OnlineMusicService::shared();
     CadorelApp player(platform, audioPlayer, importService,
-                      {.playlistService = &playlistService, .webDAVService = &webDAVService});
+                      {.playlistService = &playlistService,
+                       .onlineMusicService = &onlineMusicService,
+                       .webDAVService = &webDAVService,
+                       .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);

@@ -5,9 +5,22 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace cadorel {
 
-/// A chart of an online platform. Its `id` is the identity.
+/// A chart as the API names it.
+struct TopListItem
+{
+    QString id;
+    QString name;
+    std::optional<QString> updateFrequency;
+
+    /// How often it changes, for a listener to read.
+    QString displayFrequency() const;
+};
+
+/// A chart of an online platform. Its `id` is the identity. A value type; any thread.
 struct TopList
 {
     QString id;
@@ -15,6 +28,8 @@ struct TopList
     /// How often it changes, for a listener to read.
     QString updateFrequency;
     MusicPlatform platform = MusicPlatform::netease;
+
+    static TopList from(const TopListItem &item, MusicPlatform platform);
 
     friend bool operator==(const TopList &a, const TopList &b) = default;
 };

@@ -4,6 +4,7 @@
 #include "Services/AudioPlayerService.h"
 
 #include "Platform/HttpTransfer.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Cloud/CloudSongCache.h"
 #include "Services/LocalMusicImportService.h"
@@ -72,6 +73,7 @@ AudioPlayerService &AudioPlayerService::shared()
         return std::make_unique<AudioPlayerService>(
             processPlatform(), importService,
             AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
+                             .onlineAddresses = &APIConfigService::shared(),
                              // Asked for when it is needed: the player comes up before it.
                              .updateSongMetadata = [](const Song &song) {
                                  WebDAVService::shared().updateSongMetadata(song);

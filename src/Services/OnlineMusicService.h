@@ -13,11 +13,13 @@
 #include <QString>
 #include <QUrl>
 
+#include <memory>
 #include <optional>
 
 namespace cadorel {
 
 class APIConfigService;
+class HttpTransfer;
 
 /// Searches, charts and lookups of the online music API. Outcomes are published, failures too; changed()
 /// comes with every one of the signals below. Main thread.
@@ -84,6 +86,26 @@ Q_SIGNALS:
     void currentTopListChanged();
 
 private:
+    /// What sets the two kinds of search apart.
+    struct Search;
+
+    template <typename T, typename Signal>
+    void publish(T &member, const T &value, Signal signal);
+    void setIsSearching(bool value);
+    void setSearchError(const std::optional<QString> &value);
+    void setSearchResults(const QList<OnlineSong> &songs);
+    void setIsLoadingTopLists(bool value);
+    void setTopListSongs(const QList<OnlineSong> &songs);
+    void setIsLoadingTopListSongs(bool value);
+
+    template <typename Response>
+    QCoro::Task<void> runSearch(std::optional<QUrl> url, Search search);
+    /// @throws TransportError when no answer came
+    QCoro::Task<HttpResponse> fetch(QUrl url);
+    /// @throws TransportError when the body is not what is asked for
+    template <typename Response>
+    static QCoro::Task<Response> decoded(QByteArray body);
+
     Platform &m_platform;
     APIConfigService &m_apiConfig;
     QList<OnlineSong> m_searchResults;
@@ -94,6 +116,8 @@ private:
     QList<OnlineSong> m_topListSongs;
     bool m_isLoadingTopListSongs = false;
     std::optional<TopList> m_currentTopList;
+    /// Requests under way.
+    QList<std::shared_ptr<HttpTransfer>> m_transfers;
 };
 
 } // namespace cadorel

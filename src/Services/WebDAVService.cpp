@@ -12,17 +12,16 @@
 #include "Utils/Console.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
+#include "Utils/TextPreview.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QPointer>
-#include <QTextBoundaryFinder>
 #include <QtConcurrent>
 
 #include <QCoroFuture>
 #include <QCoroTask>
 
-#include <algorithm>
 #include <chrono>
 
 namespace cadorel {
@@ -40,6 +39,8 @@ constexpr auto longestAnswer = 300s;
 constexpr qint64 largestListing = qint64{128} * 1024 * 1024;
 /// Reading a longer answer would be noticed on the screen.
 constexpr qsizetype largestParsedAtOnce = qsizetype{256} * 1024;
+/// Of an answer, in the log.
+constexpr int shownCharacters = 500;
 
 constexpr int statusUnauthorized = 401;
 constexpr int statusForbidden = 403;
@@ -72,41 +73,6 @@ HttpRequest propfindRequest(const QUrl &url, const QString &username, const QStr
     request.totalTimeout = longestAnswer;
     request.sizeLimit = largestListing;
     return request;
-}
-
-/// As much of a text as @p size bytes hold, without half a character.
-QString decodedStart(const QByteArray &utf8, qsizetype size)
-{
-    const auto continuesCharacter = [&utf8](qsizetype i) {
-        return (static_cast<unsigned char>(utf8[i]) & 0xC0U) == 0x80U;
-    };
-    qsizetype end = std::min(size, utf8.size());
-    while (end > 0 && end < utf8.size() && continuesCharacter(end))
-        --end;
-    return QString::fromUtf8(utf8.first(end));
-}
-
-/// The first characters of an answer, for the log; nothing when it is no UTF-8.
-std::optional<QString> preview(const QByteArray &body)
-{
-    constexpr int shownCharacters = 500;
-    // Plain letters take the first, the longest emoji less than the second.
-    constexpr qsizetype usualBytes = 2048;
-    constexpr qsizetype mostBytes = qsizetype{32} * 1024;
-    if (!body.isValidUtf8())
-        return std::nullopt;
-    for (const qsizetype size : {usualBytes, mostBytes}) {
-        const QString text = decodedStart(body, size);
-        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-        int characters = 0;
-        while (characters < shownCharacters && finder.toNextBoundary() != -1)
-            ++characters;
-        // The last one may go on where the text was cut.
-        const bool isWhole = finder.position() >= 0 && finder.position() < text.size();
-        if (characters == shownCharacters && isWhole)
-            return text.first(finder.position());
-    }
-    return decodedStart(body, mostBytes);
 }
 
 /// @throws WebDAVError for a status that is no success
@@ -356,7 +322,7 @@ QCoro::Task<QList<WebDAVFile>> WebDAVService::performPROPFIND(WebDAVConfig confi
         print(u"⚠️ WebDAV: 响应为空"_s);
         co_return QList<WebDAVFile>();
     }
-    if (const std::optional<QString> text = preview(body))
+    if (const std::optional<QString> text = textPreview(body, shownCharacters))
         print(u"📡 Response preview: "_s + *text);
     const QList<WebDAVFile> items = body.size() > largestParsedAtOnce
                                         ? co_await QtConcurrent::run(parsed, body, *url)
