@@ -13,6 +13,7 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -50,6 +51,12 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
+/// Where the cover of an online song lies; nothing when it has none.
+std::optional<QUrl> coverAddress(const OnlineSong &song)
+{
+    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
+}
+
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -66,6 +73,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -73,7 +81,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
-                                 {u"servers"_s, QVariant::fromValue(&servers)}});
+                                 {u"servers"_s, QVariant::fromValue(&servers)},
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

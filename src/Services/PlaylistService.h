@@ -44,8 +44,8 @@ public:
     std::optional<Playlist> favoritesPlaylist() const { return playlist(favoritesPlaylistId); }
     std::optional<Playlist> favoritesOnlinePlaylist() const { return playlist(favoritesOnlinePlaylistId); }
     /// Cheap enough for every row that is drawn.
-    bool isFavorite(const Song &song) const;
-    bool isFavorite(const OnlineSong &song) const;
+    bool isFavorite(const Song &song) const override;
+    bool isFavorite(const OnlineSong &song) const override;
     static bool isSongInPlaylist(const Song &song, const Playlist &playlist);
     static bool isOnlineSongInPlaylist(const OnlineSong &song, const Playlist &playlist);
     /// The songs of a local playlist in its order, each the first of @p allSongs with that id; ids that name

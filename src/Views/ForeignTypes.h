@@ -10,6 +10,11 @@
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistEditorViewModel.h"
+#include "ViewModels/PlaylistListModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistPickerViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RowModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVPresetListModel.h"
@@ -68,6 +73,46 @@ struct ForeignOnlineSongListModel
     QML_FOREIGN(cadorel::OnlineSongListModel)
     QML_NAMED_ELEMENT(OnlineSongListModel)
     QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistEditorViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistEditorViewModel)
+    QML_NAMED_ELEMENT(PlaylistEditorViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistListModel)
+    QML_NAMED_ELEMENT(PlaylistListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistPageViewModel)
+    QML_NAMED_ELEMENT(PlaylistPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistPickerViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistPickerViewModel)
+    QML_NAMED_ELEMENT(PlaylistPickerViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistsViewModel)
+    QML_NAMED_ELEMENT(PlaylistsViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignRowModel

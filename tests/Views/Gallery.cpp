@@ -186,7 +186,7 @@ void pickerStates(const Gallery &gallery)
         test.addForeignFile(u"Music/%1 - 一首歌的文件名可以很长很长很长很长很长.flac"_s.arg(i), {});
     gallery.show(test);
     qputenv("HOME", test.home.path().toUtf8());
-    auto *files = test.window->findChild<FilePickerModel *>();
+    auto *files = test.window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
     Q_EMIT test.library->ownPickerRequested(false);
     files->open(test.home.filePath(u"Music"_s));
     await([files] { return files->count() > 0 && !files->isLoading(); });

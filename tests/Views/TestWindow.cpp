@@ -5,6 +5,7 @@
 #include "Fakes/FakeRandom.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
@@ -12,6 +13,7 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -106,17 +108,21 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    playlistService = std::make_unique<PlaylistService>(platform, *importService);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     audioPlayer = std::make_unique<AudioPlayerService>(
         platform, *importService,
         AudioPlayerParts{.streaming = streaming.get(), .updateSongMetadata = [this](const Song &song) {
                              webDAVService->updateSongMetadata(song);
                          }});
-    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
-                                                   LibrarySources{.webDAVService = webDAVService.get()});
+    viewModel = std::make_unique<CadorelViewModel>(
+        *audioPlayer, *importService,
+        LibrarySources{.playlistService = playlistService.get(), .webDAVService = webDAVService.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
     playback = std::make_unique<PlaybackViewModel>(*viewModel);
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
+    playlists = std::make_unique<PlaylistsViewModel>(*viewModel, *playlistService, platform,
+                                                     [](const OnlineSong &) { return std::nullopt; });
 }
 
 TestWindow::~TestWindow()
@@ -195,7 +201,8 @@ bool TestWindow::show()
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
-                                  {u"servers"_s, QVariant::fromValue(servers.get())}});
+                                  {u"servers"_s, QVariant::fromValue(servers.get())},
+                                  {u"playlists"_s, QVariant::fromValue(playlists.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;
