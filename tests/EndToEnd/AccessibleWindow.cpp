@@ -152,13 +152,19 @@ QList<AccessibleWindow::Item> AccessibleWindow::items()
 std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matches, int limitMs)
 {
     std::optional<Item> found;
+    QRect before;
     const auto isThere = [&] {
-        QList<Item> all = items();
-        const auto last = std::find_if(all.crbegin(), all.crend(), [&matches](const Item &item) {
+        const QList<Item> all = items();
+        const auto isMeant = [&matches](const Item &item) {
             return item.isShown && item.isEnabled && !item.place.isEmpty() && matches(item);
-        });
-        if (last != all.crend())
+        };
+        const auto last = std::find_if(all.crbegin(), all.crend(), isMeant);
+        if (last == all.crend())
+            return false;
+        // A page that slides in is not where it will be.
+        if (last->place == before)
             found = *last;
+        before = last->place;
         return found.has_value();
     };
     if (!QTest::qWaitFor(isThere, limitMs)) {

@@ -38,7 +38,8 @@ public:
 
     /// Everything there is now, from behind to the front.
     QList<Item> items();
-    /// Waits for an item that is shown and enabled. @return the one in front; nothing after @p limitMs
+    /// Waits for an item that is shown, enabled and at rest. @return the one in front; nothing after @p
+    /// limitMs
     std::optional<Item> find(const Matches &matches, int limitMs = 20'000);
     /// With this name. @param role empty for any
     std::optional<Item> find(const QString &name, const QString &role = {});
