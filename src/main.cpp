@@ -8,12 +8,15 @@
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -73,7 +76,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
     PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -82,7 +87,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
                                  {u"servers"_s, QVariant::fromValue(&servers)},
-                                 {u"playlists"_s, QVariant::fromValue(&playlists)}});
+                                 {u"online"_s, QVariant::fromValue(&online)},
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)},
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -13,7 +13,9 @@ ApplicationWindow {
     required property LibraryViewModel library
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
+    required property OnlineViewModel online
     required property PlaylistsViewModel playlists
+    required property NavidromeServersViewModel navidrome
 
     property int currentTab: RootTabBar.Library
 
@@ -101,6 +103,7 @@ ApplicationWindow {
                     viewModel: window.viewModel
                     servers: window.servers
                     playlists: window.playlists
+                    navidrome: window.navidrome
                     onCloseRequested: {
                         serversView.isShown = false;
                         libraryView.forceActiveFocus(Qt.OtherFocusReason);
@@ -114,6 +117,7 @@ ApplicationWindow {
                     objectName: "onlineView"
                     focus: true
                     viewModel: window.viewModel
+                    online: window.online
                 }
             }
             TabPage {

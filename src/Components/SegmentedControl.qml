@@ -4,36 +4,33 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 
-/// One of a few choices, side by side. The arrow keys walk from one to the next.
+/// One choice of a few, which are all in sight. The arrow keys walk over them, Space and Return choose.
 FocusScope {
     id: root
 
-    required property list<string> choices
-    property int currentIndex: 0
-    /// What is chosen here.
-    property string label
+    /// Texts, a list of them.
+    required property var options
+    property int current: 0
+    property string name
 
-    /// The listener wants another one.
     signal chosen(int index)
 
     implicitHeight: Metrics.touchTarget
     Accessible.role: Accessible.Grouping
-    Accessible.name: label
+    Accessible.name: name
 
     function walkTo(index: int): void {
-        if (index < 0 || index >= choices.length)
-            return;
-        chosen(index);
-        segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
+        const segment = segments.itemAt(index);
+        if (segment)
+            segment.forceActiveFocus(Qt.TabFocusReason);
     }
-
-    Keys.onLeftPressed: walkTo(currentIndex - 1)
-    Keys.onRightPressed: walkTo(currentIndex + 1)
 
     Rectangle {
         anchors.fill: parent
+        anchors.topMargin: Metrics.grid
+        anchors.bottomMargin: Metrics.grid
         radius: Metrics.controlRadius
-        color: SystemColors.track
+        color: SystemColors.secondaryBackground
     }
     Row {
         anchors.fill: parent
@@ -41,34 +38,40 @@ FocusScope {
         Repeater {
             id: segments
 
-            model: root.choices
-
-            AbstractButton {
+            model: root.options
+            delegate: AbstractButton {
                 id: segment
 
                 required property int index
                 required property string modelData
-                readonly property bool isChosen: index === root.currentIndex
+                readonly property bool isSelected: index === root.current
 
-                width: root.width / root.choices.length
+                objectName: root.objectName + index
+                width: root.width / segments.count
                 height: root.height
-                focusPolicy: isChosen ? Qt.TabFocus : Qt.NoFocus
-                focus: isChosen
+                // The keyboard comes to the choice that holds, and walks on from there.
+                focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
                 hoverEnabled: true
                 text: modelData
                 Accessible.role: Accessible.RadioButton
                 Accessible.name: text
                 Accessible.checkable: true
-                Accessible.checked: isChosen
+                Accessible.checked: isSelected
                 Accessible.onPressAction: segment.clicked()
+                Keys.onReturnPressed: segment.clicked()
+                Keys.onEnterPressed: segment.clicked()
+                Keys.onLeftPressed: root.walkTo(index - 1)
+                Keys.onRightPressed: root.walkTo(index + 1)
                 onClicked: root.chosen(index)
 
                 background: Item {
                     Rectangle {
                         anchors.fill: parent
-                        anchors.margins: Metrics.focusRing
+                        anchors.margins: Metrics.grid
+                        anchors.topMargin: Metrics.grid + Metrics.focusRing
+                        anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
-                        color: segment.isChosen ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
+                        color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius
@@ -78,7 +81,9 @@ FocusScope {
                 }
                 contentItem: StyledText {
                     text: segment.text
-                    style: segment.isChosen ? TextStyles.headline : TextStyles.body
+                    style: TextStyles.subheadline
+                    font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
+                    color: segment.isSelected ? SystemColors.accent : SystemColors.label
                     horizontalAlignment: Text.AlignHCenter
                 }
             }

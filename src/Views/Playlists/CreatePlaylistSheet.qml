@@ -53,9 +53,9 @@ BottomSheet {
         SegmentedControl {
             objectName: "playlistTypePicker"
             width: parent.width
-            label: "类型"
-            choices: ["本地", "在线"]
-            currentIndex: root.editor.selectedType
+            name: "类型"
+            options: ["本地", "在线"]
+            current: root.editor.selectedType
             onChosen: index => root.editor.selectedType = index
         }
         StyledText {
