@@ -14,9 +14,10 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
-#include "ViewModels/OnlineViewModel.h"
-#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -54,12 +55,6 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
-/// Where the cover of an online song lies; nothing when it has none.
-std::optional<QUrl> coverAddress(const OnlineSong &song)
-{
-    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
-}
-
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -77,7 +72,10 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
-    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform,
+                                 [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
+    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
+                     &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
