@@ -16,6 +16,7 @@
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
@@ -74,6 +75,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     PlaylistsViewModel playlists(
         player.viewModel(), playlistService, platform,
         [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
+    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
+                     &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
