@@ -171,14 +171,14 @@ void measureFavorite(Report &report, int covers)
         store.service().toggleFavorite(songs.at(next++ % runs));
         store.settle();
     };
+    const auto toggleNextOnline = [&] {
+        store.service().toggleFavorite(online.at(next++ % runs));
+        store.settle();
+    };
+    const auto nothing = [] {};
     toggleNext();
-    measure(u"  a later one"_s, [] {}, toggleNext);
-    measure(
-        u"  a later one, online"_s, [] {},
-        [&] {
-            store.service().toggleFavorite(online.at(next++ % runs));
-            store.settle();
-        });
+    measure(u"  a later one"_s, nothing, toggleNext);
+    measure(u"  a later one, online"_s, nothing, toggleNextOnline);
     report.add({.what = u"  until it is in the file and that is closed"_s,
                 .value = medianMs(reopen,
                                   [&] {
