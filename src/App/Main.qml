@@ -118,6 +118,7 @@ ApplicationWindow {
                     focus: true
                     viewModel: window.viewModel
                     online: window.online
+                    playlists: window.playlists
                 }
             }
             TabPage {
