@@ -15,6 +15,7 @@
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -69,6 +70,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -77,7 +79,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
                                  {u"servers"_s, QVariant::fromValue(&servers)},
-                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
+                                 {u"online"_s, QVariant::fromValue(&online)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
@@ -12,6 +14,7 @@ ApplicationWindow {
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
     required property NavidromeServersViewModel navidrome
+    required property OnlineViewModel online
 
     property int currentTab: RootTabBar.Library
 
@@ -111,6 +114,7 @@ ApplicationWindow {
                     objectName: "onlineView"
                     focus: true
                     viewModel: window.viewModel
+                    online: window.online
                 }
             }
             TabPage {

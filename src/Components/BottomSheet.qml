@@ -11,6 +11,7 @@ Popup {
 
     property string title
     property string cancelName: "sheetCancel"
+    property string cancelText: "取消"
     property string acceptName: "sheetAccept"
     /// Text of the button that accepts; empty when the sheet has none in its title bar.
     property string acceptText
@@ -71,7 +72,7 @@ Popup {
                 anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
                 role: TextButton.Plain
-                text: "取消"
+                text: root.cancelText
                 onClicked: root.close()
             }
             StyledText {

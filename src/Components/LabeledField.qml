@@ -24,11 +24,16 @@ Column {
 
     spacing: Metrics.grid
 
+    /// The keyboard belongs here now.
+    function takeFocus(): void {
+        field.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     Connections {
         target: root.input
 
         function onFocusRequested(): void {
-            field.forceActiveFocus(Qt.OtherFocusReason);
+            root.takeFocus();
         }
     }
 

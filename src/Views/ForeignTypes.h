@@ -4,6 +4,7 @@
 
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "ViewModels/APISettingsViewModel.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/FilePickerModel.h"
 #include "ViewModels/FormTextInput.h"
@@ -12,12 +13,17 @@
 #include "ViewModels/NavidromeServerListModel.h"
 #include "ViewModels/NavidromeServerPageViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineSearchViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/RowModel.h"
 #include "ViewModels/ServerFormViewModel.h"
 #include "ViewModels/ServerListModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/TopListListModel.h"
+#include "ViewModels/TopListPageViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
 #include "ViewModels/WebDAVPresetListModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
 #include "ViewModels/WebDAVServerListModel.h"
@@ -68,12 +74,36 @@ struct ForeignPlaybackViewModel
     QML_UNCREATABLE("given to the window")
 };
 
+struct ForeignAPISettingsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::APISettingsViewModel)
+    QML_NAMED_ELEMENT(APISettingsViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignOnlineSearchViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineSearchViewModel)
+    QML_NAMED_ELEMENT(OnlineSearchViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
 struct ForeignOnlineSongListModel
 {
     Q_GADGET
     QML_FOREIGN(cadorel::OnlineSongListModel)
     QML_NAMED_ELEMENT(OnlineSongListModel)
     QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignOnlineViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineViewModel)
+    QML_NAMED_ELEMENT(OnlineViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignRowModel
@@ -152,6 +182,30 @@ struct ForeignNavidromeServersViewModel
     QML_FOREIGN(cadorel::NavidromeServersViewModel)
     QML_NAMED_ELEMENT(NavidromeServersViewModel)
     QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignTopListListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListListModel)
+    QML_NAMED_ELEMENT(TopListListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListPageViewModel)
+    QML_NAMED_ELEMENT(TopListPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListsViewModel)
+    QML_NAMED_ELEMENT(TopListsViewModel)
+    QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignWebDAVPresetListModel
