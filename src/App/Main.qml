@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
@@ -16,6 +14,8 @@ ApplicationWindow {
     required property OnlineViewModel online
     required property PlaylistsViewModel playlists
     required property NavidromeServersViewModel navidrome
+    required property NavidromeServersViewModel navidrome
+    required property OnlineViewModel online
 
     property int currentTab: RootTabBar.Library
 
@@ -74,7 +74,8 @@ ApplicationWindow {
             anchors.bottomMargin: playErrorBanner.visible ? Metrics.rowSpacing : 0
             focus: true
 
-            // In the order of the tabs.
+            // In the order of the tabs. A bound component could not be made by a loader that is of another file.
+            // qmllint disable unqualified
             FocusScope {
                 anchors.fill: parent
                 visible: window.currentTab === RootTabBar.Library
@@ -131,6 +132,7 @@ ApplicationWindow {
                     playlists: window.playlists
                 }
             }
+            // qmllint enable unqualified
         }
         MessageBanner {
             id: playErrorBanner
@@ -204,8 +206,10 @@ ApplicationWindow {
 
         active: false
         onIsNeededChanged: active = true
+        // qmllint disable unqualified
         sourceComponent: PlaylistSheets {
             playlists: window.playlists
         }
+        // qmllint enable unqualified
     }
 }
