@@ -14,9 +14,10 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
-#include "ViewModels/OnlineViewModel.h"
-#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -54,12 +55,6 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
-/// Where the cover of an online song lies; nothing when it has none.
-std::optional<QUrl> coverAddress(const OnlineSong &song)
-{
-    return song.picUrl.isEmpty() ? std::nullopt : std::optional(QUrl(song.picUrl));
-}
-
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
@@ -77,8 +72,14 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
-    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    PlaylistsViewModel playlists(
+        player.viewModel(), playlistService, platform,
+        [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
+    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
+                     &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -90,6 +91,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"online"_s, QVariant::fromValue(&online)},
                                  {u"playlists"_s, QVariant::fromValue(&playlists)},
                                  {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
+                                 {u"online"_s, QVariant::fromValue(&online)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

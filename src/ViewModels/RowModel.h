@@ -25,8 +25,8 @@ public:
     explicit RowModel(QObject *parent = nullptr);
 
     int count() const { return rowCount({}); }
-    /// First row of this id, see showRows(); -1 when there is none.
-    Q_INVOKABLE virtual int rowOf(const QString &id) const = 0;
+    /// First row of this id, see showRows(); -1 when there is none, or when the model has no use for it.
+    Q_INVOKABLE virtual int rowOf(const QString & /*id*/) const { return -1; }
 
 Q_SIGNALS:
     void countChanged();

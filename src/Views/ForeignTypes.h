@@ -14,6 +14,7 @@
 #include "ViewModels/NavidromeServerListModel.h"
 #include "ViewModels/NavidromeServerPageViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineSearchViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -108,31 +109,44 @@ struct ForeignOnlineViewModel
     Q_GADGET
     QML_FOREIGN(cadorel::OnlineViewModel)
     QML_NAMED_ELEMENT(OnlineViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
 struct ForeignPlaylistEditorViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistEditorViewModel)
     QML_NAMED_ELEMENT(PlaylistEditorViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistListModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistListModel)
     QML_NAMED_ELEMENT(PlaylistListModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistPageViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistPageViewModel)
     QML_NAMED_ELEMENT(PlaylistPageViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistPickerViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistPickerViewModel)
     QML_NAMED_ELEMENT(PlaylistPickerViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistsViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistsViewModel)
     QML_NAMED_ELEMENT(PlaylistsViewModel)
     QML_UNCREATABLE("given to the window")
@@ -238,6 +252,30 @@ struct ForeignNavidromeServersViewModel
     QML_FOREIGN(cadorel::NavidromeServersViewModel)
     QML_NAMED_ELEMENT(NavidromeServersViewModel)
     QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignTopListListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListListModel)
+    QML_NAMED_ELEMENT(TopListListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListPageViewModel)
+    QML_NAMED_ELEMENT(TopListPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListsViewModel)
+    QML_NAMED_ELEMENT(TopListsViewModel)
+    QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignWebDAVPresetListModel

@@ -52,12 +52,12 @@ void LivePlayer::start()
         return std::make_unique<MpvStreamPlayer>(*m_platform.assetReader);
     };
     m_platform.httpClient = std::make_unique<NetworkHttpClient>();
-    m_platform.secretStore =
-        std::make_unique<FileSecretStore>(directories.applicationSupport + u"/secrets.json"_s);
+    m_platform.secretStore = std::make_unique<FileSecretStore>(passwordFile());
     KeychainHelper::setStore(m_platform.secretStore.get());
 
     m_api = std::make_unique<APIConfigService>(m_platform);
     m_servers = std::make_unique<WebDAVService>(m_platform);
+    m_navidrome = std::make_unique<NavidromeService>(m_platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(m_platform);
     m_importService = std::make_unique<LocalMusicImportService>(m_platform);
     m_player =
@@ -79,6 +79,7 @@ void LivePlayer::stop()
     m_player.reset();
     m_importService.reset();
     m_streaming.reset();
+    m_navidrome.reset();
     m_servers.reset();
     m_api.reset();
     KeychainHelper::setStore(nullptr);

@@ -3,7 +3,7 @@
 
 #include "Fixtures/Sound/Spectrum.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -88,20 +88,30 @@ bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
         static_cast<int>(limit.count()));
 }
 
+double Recorder::hertzNow()
+{
+    // Its end tells: what it begins with can be of before.
+    constexpr auto length = 900ms;
+    constexpr auto judged = 400ms;
+    constexpr double audible = 0.01;
+    clear();
+    if (!hear(length))
+        return -1;
+    const Spectrum::Peak peak = Spectrum(std::span(m_samples).last(samplesIn(judged)), sampleRate).loudest();
+    return peak.amplitude > audible ? peak.hertz : 0;
+}
+
 bool Recorder::hearTone(double hertz, std::chrono::milliseconds limit)
 {
-    constexpr double audible = 0.01;
-    constexpr double tolerance = 6;
-    QElapsedTimer waited;
-    waited.start();
-    while (waited.elapsed() < limit.count()) {
-        clear();
-        if (!hear(600ms))
-            return false;
-        const Spectrum heard(std::span(m_samples).last(samplesIn(300ms)), sampleRate);
-        if (heard.loudest().amplitude > audible && std::abs(heard.loudest().hertz - hertz) < tolerance)
+    constexpr double tolerance = 5;
+    const QDeadlineTimer deadline(limit);
+    double heard = -1;
+    while (!deadline.hasExpired()) {
+        heard = hertzNow();
+        if (std::abs(heard - hertz) < tolerance)
             return true;
     }
+    qWarning() << "heard" << heard << "Hz instead of" << hertz;
     return false;
 }
 
