@@ -75,6 +75,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     PlaylistsViewModel playlists(
         player.viewModel(), playlistService, platform,
         [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
+    const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
     QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
                      &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
