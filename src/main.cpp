@@ -77,8 +77,6 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
                      &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
-    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
-    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -90,8 +88,6 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"online"_s, QVariant::fromValue(&online)},
                                  {u"playlists"_s, QVariant::fromValue(&playlists)},
                                  {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
-                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
-                                 {u"online"_s, QVariant::fromValue(&online)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr
