@@ -47,10 +47,6 @@ QHash<int, QByteArray> TopListListModel::roleNames() const
     return {{NameRole, "name"}, {UpdateFrequencyRole, "updateFrequency"}};
 }
 
-int TopListListModel::rowOf(const QString &id) const
-{
-    const auto found = std::ranges::find(m_charts, id, &ChartRows::id);
-    return found == m_charts.end() ? -1 : static_cast<int>(found - m_charts.begin());
 int TopListListModel::rowOf(const QString &chartKey) const
 {
     const auto found = std::find_if(m_charts.cbegin(), m_charts.cend(),
