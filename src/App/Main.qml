@@ -16,8 +16,6 @@ ApplicationWindow {
     required property OnlineViewModel online
     required property PlaylistsViewModel playlists
     required property NavidromeServersViewModel navidrome
-    required property NavidromeServersViewModel navidrome
-    required property OnlineViewModel online
 
     property int currentTab: RootTabBar.Library
 
