@@ -27,9 +27,7 @@ using namespace cadorel;
 using namespace cadorel::gallery;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void addSongs(TestWindow &test)
+void gallery::addSongs(TestWindow &test)
 {
     const QList<TestWindow::MadeSong> songs = {
         {u"清晨的第一班船"_s, u"林间小队"_s, u"远岸"_s, 215, TestWindow::picture(0x1f6f8b, 0x99a8b2)},
@@ -57,6 +55,8 @@ void addSongs(TestWindow &test)
     for (const TestWindow::MadeSong &song : songs)
         test.addFile(QString::asprintf("%02d.mp3", ++number), song);
 }
+
+namespace {
 
 void libraryStates(const Gallery &gallery)
 {
@@ -297,9 +297,9 @@ int main(int argc, char **argv)
     }
     using States = void (*)(const Gallery &gallery);
     const QList<QPair<QString, States>> groups = {
-        {u"library"_s, &libraryStates}, {u"import"_s, &importStates}, {u"picker"_s, &pickerStates},
-        {u"form"_s, &formStates},       {u"server"_s, &serverStates}, {u"online"_s, &searchStates},
-        {u"charts"_s, &chartStates},
+        {u"library"_s, &libraryStates}, {u"import"_s, &importStates},      {u"picker"_s, &pickerStates},
+        {u"form"_s, &formStates},       {u"server"_s, &serverStates},      {u"online"_s, &searchStates},
+        {u"charts"_s, &chartStates},    {u"playlists"_s, &playlistStates},
     };
     const QStringList wanted = QCoreApplication::arguments().mid(2);
     setConsoleSink([](const QString &) {});
