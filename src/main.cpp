@@ -8,11 +8,16 @@
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -66,6 +71,12 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
+    const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
+                     &OnlineSongListModel::moveCovers);
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -73,7 +84,10 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
-                                 {u"servers"_s, QVariant::fromValue(&servers)}});
+                                 {u"servers"_s, QVariant::fromValue(&servers)},
+                                 {u"online"_s, QVariant::fromValue(&online)},
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)},
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

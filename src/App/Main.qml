@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
@@ -11,6 +13,9 @@ ApplicationWindow {
     required property LibraryViewModel library
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
+    required property OnlineViewModel online
+    required property PlaylistsViewModel playlists
+    required property NavidromeServersViewModel navidrome
 
     property int currentTab: RootTabBar.Library
 
@@ -86,6 +91,7 @@ ApplicationWindow {
                     enabled: !serversView.isShown
                     viewModel: window.viewModel
                     library: window.library
+                    playlists: window.playlists
                     onServersRequested: serversView.isShown = true
                 }
                 ServersView {
@@ -96,6 +102,8 @@ ApplicationWindow {
                     height: parent.height
                     viewModel: window.viewModel
                     servers: window.servers
+                    playlists: window.playlists
+                    navidrome: window.navidrome
                     onCloseRequested: {
                         serversView.isShown = false;
                         libraryView.forceActiveFocus(Qt.OtherFocusReason);
@@ -109,6 +117,8 @@ ApplicationWindow {
                     objectName: "onlineView"
                     focus: true
                     viewModel: window.viewModel
+                    online: window.online
+                    playlists: window.playlists
                 }
             }
             TabPage {
@@ -118,6 +128,7 @@ ApplicationWindow {
                     objectName: "playlistsView"
                     focus: true
                     viewModel: window.viewModel
+                    playlists: window.playlists
                 }
             }
         }
@@ -184,6 +195,17 @@ ApplicationWindow {
 
         function onOwnPickerRequested(folder: bool): void {
             pickerSheet.show(folder);
+        }
+    }
+
+    Loader {
+        // The first frame does not pay for sheets that few starts come to.
+        readonly property bool isNeeded: window.playlists.picker.isOpen || window.playlists.editor.showCreateSheet
+
+        active: false
+        onIsNeededChanged: active = true
+        sourceComponent: PlaylistSheets {
+            playlists: window.playlists
         }
     }
 }

@@ -11,17 +11,21 @@ Popup {
 
     property string title
     property string cancelName: "sheetCancel"
+    property string cancelText: "取消"
     property string acceptName: "sheetAccept"
     /// Text of the button that accepts; empty when the sheet has none in its title bar.
     property string acceptText
     property bool canAccept: true
+    /// The sheet is as high as what it holds, not as the window.
+    property bool hugsContent: false
+    readonly property int room: parent ? Math.min(parent.height - Metrics.touchTarget, Metrics.phoneHeight) : Metrics.phoneHeight
     default property alias body: column.data
 
     signal accepted
 
     parent: T.Overlay.overlay
     width: parent ? Math.min(parent.width, Metrics.sheetWidth) : Metrics.sheetWidth
-    height: parent ? Math.min(parent.height - Metrics.touchTarget, Metrics.phoneHeight) : Metrics.phoneHeight
+    height: hugsContent ? Math.min(room, column.implicitHeight) : room
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? parent.height - height : 0
     padding: 0
@@ -71,7 +75,7 @@ Popup {
                 anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
                 role: TextButton.Plain
-                text: "取消"
+                text: root.cancelText
                 onClicked: root.close()
             }
             StyledText {

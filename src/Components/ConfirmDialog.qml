@@ -4,12 +4,15 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-/// Asks before something that cannot be undone. Escape and a click beside it cancel.
+/// Asks before something that cannot be undone, or says what has to be known. Escape and a click beside it cancel.
 Dialog {
     id: root
 
     property string message
     property string acceptText
+    property int acceptRole: TextButton.Destructive
+    /// Without it, there is nothing to choose.
+    property bool hasCancel: true
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
@@ -17,7 +20,7 @@ Dialog {
     modal: true
     focus: true
     padding: Metrics.screenMargin
-    onOpened: cancelButton.forceActiveFocus(Qt.PopupFocusReason)
+    onOpened: (hasCancel ? cancelButton : acceptButton).forceActiveFocus(Qt.PopupFocusReason)
 
     T.Overlay.modal: Rectangle {
         color: SystemColors.scrim
@@ -61,14 +64,17 @@ Dialog {
                 objectName: "cancelButton"
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
+                visible: root.hasCancel
                 text: "取消"
                 onClicked: root.reject()
             }
             TextButton {
+                id: acceptButton
+
                 objectName: "acceptButton"
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
-                role: TextButton.Destructive
+                role: root.acceptRole
                 text: root.acceptText
                 onClicked: root.accept()
             }

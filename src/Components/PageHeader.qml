@@ -2,13 +2,14 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// The way back, what the page shows, and buttons for it.
+/// The way back, if there is one, what the page shows, and buttons for it.
 Item {
     id: root
 
     property string title
     property string subtitle
     property TextStyle titleStyle: TextStyles.largeTitle
+    property bool hasBack: true
     property string backText: "返回"
     default property alias actions: buttons.data
 
@@ -21,7 +22,9 @@ Item {
 
         objectName: "backButton"
         anchors.left: parent.left
-        anchors.leftMargin: -(width - Metrics.symbol) / 2
+        anchors.leftMargin: visible ? -(width - Metrics.symbol) / 2 : 0
+        width: visible ? implicitWidth : 0
+        visible: root.hasBack
         y: titles.y + Math.round((titleText.height - height) / 2)
         symbol: "chevron.left"
         color: SystemColors.accent

@@ -2,6 +2,7 @@
 #include "ViewModels/CoverRegistry.h"
 
 #include "Models/OnlineSong.h"
+#include "Models/Playlist.h"
 #include "Models/Song.h"
 #include "Utils/Redaction.h"
 
@@ -61,6 +62,24 @@ QString CoverRegistry::source(const OnlineSong &song, const std::optional<QUrl> 
         return addressPrefix + noCoverKey;
     // Ids stand in the address as they are, and may hold what looks like a signature.
     return keepRemote(rawValue(song.platform) + u'/' + song.id, *coverUrl);
+}
+
+QString CoverRegistry::source(const Playlist &playlist, const std::optional<Song> &firstSong)
+{
+    if (playlist.coverImageData) {
+        const QString digest = QString::number(qHash(*playlist.coverImageData), 16);
+        return keep(u"playlist\n"_s + playlist.id + u'\n' + digest,
+                    {.artwork = ArtworkData(*playlist.coverImageData), .remoteAddress = {}});
+    }
+    QString cover = addressPrefix + noCoverKey;
+    if (playlist.type == PlaylistType::local && firstSong)
+        cover = source(*firstSong);
+    if (playlist.type == PlaylistType::online && !playlist.onlineSongs.isEmpty()) {
+        const OnlineSong &first = playlist.onlineSongs.constFirst();
+        if (!first.picUrl.isEmpty())
+            cover = source(first, QUrl(first.picUrl));
+    }
+    return cover == addressPrefix + noCoverKey ? QString() : cover;
 }
 
 /// Remembers a web address. Its key leaves out what differs each time that it is signed, but not the account:

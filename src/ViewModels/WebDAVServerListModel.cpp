@@ -68,18 +68,28 @@ QVariant WebDAVServerListModel::data(const QModelIndex &index, int role) const
         return m_scans.state(config.id) == WebDAVScans::State::running;
     case ProgressRole:
         return m_scans.state(config.id) == WebDAVScans::State::running ? m_scans.progress() : 0.0;
+    case KindTextRole:
+        return u"网盘"_s;
+    case IsNavidromeRole:
+        return false;
     default:
         return {};
     }
 }
 
-QHash<int, QByteArray> WebDAVServerListModel::roleNames() const
+QHash<int, QByteArray> WebDAVServerListModel::names()
 {
-    return {{ServerIdRole, "serverId"},   {NameRole, "name"},
-            {HostRole, "host"},           {SymbolRole, "symbol"},
-            {StatusRole, "status"},       {HasFailedRole, "hasFailed"},
-            {IsEnabledRole, "isEnabled"}, {IsScanningRole, "isScanning"},
-            {ProgressRole, "progress"}};
+    return {{ServerIdRole, "serverId"},
+            {NameRole, "name"},
+            {HostRole, "host"},
+            {SymbolRole, "symbol"},
+            {StatusRole, "status"},
+            {HasFailedRole, "hasFailed"},
+            {IsEnabledRole, "isEnabled"},
+            {IsScanningRole, "isScanning"},
+            {ProgressRole, "progress"},
+            {KindTextRole, "kindText"},
+            {IsNavidromeRole, "isNavidrome"}};
 }
 
 QString WebDAVServerListModel::status(const WebDAVConfig &config) const

@@ -27,15 +27,20 @@ public:
         HasFailedRole,                   // hasFailed: bool, the status tells why a scan failed
         IsEnabledRole,                   // isEnabled: bool
         IsScanningRole,                  // isScanning: bool
-        ProgressRole                     // progress: double, of the scan, 0...1
+        ProgressRole,                    // progress: double, of the scan, 0...1
+        KindTextRole,                    // kindText: QString, header of the servers of a kind
+        IsNavidromeRole                  // isNavidrome: bool
     };
+
+    /// The names of the roles, which lists of other kinds of servers share.
+    static QHash<int, QByteArray> names();
 
     /// @param scans and @param clock outlive the model
     WebDAVServerListModel(const WebDAVScans &scans, const Clock &clock, QObject *parent);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
+    QHash<int, QByteArray> roleNames() const override { return names(); }
 
     int count() const { return static_cast<int>(m_rows.size()); }
 

@@ -18,6 +18,12 @@ QString host(const WebDAVConfig &config)
     return url->port() < 0 ? name : name + u':' + QString::number(url->port());
 }
 
+QString host(const NavidromeConfig &config)
+{
+    const ServerAddress address = ServerAddress::parse(config.serverURL);
+    return address.problem == ServerAddress::Problem::none ? address.authority : u"地址无效"_s;
+}
+
 QString symbol(const WebDAVConfig &config)
 {
     const QString address = config.serverURL.toLower();

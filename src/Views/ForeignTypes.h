@@ -4,14 +4,31 @@
 
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "ViewModels/APISettingsViewModel.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/FilePickerModel.h"
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/OnlineSearchViewModel.h"
+#include "ViewModels/NavidromeServerFormViewModel.h"
+#include "ViewModels/NavidromeServerListModel.h"
+#include "ViewModels/NavidromeServerPageViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistEditorViewModel.h"
+#include "ViewModels/PlaylistListModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistPickerViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RowModel.h"
+#include "ViewModels/ServerFormViewModel.h"
+#include "ViewModels/ServerListModel.h"
 #include "ViewModels/SongListModel.h"
+#include "ViewModels/TopListListModel.h"
+#include "ViewModels/TopListPageViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
 #include "ViewModels/WebDAVPresetListModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
 #include "ViewModels/WebDAVServerListModel.h"
@@ -62,12 +79,76 @@ struct ForeignPlaybackViewModel
     QML_UNCREATABLE("given to the window")
 };
 
+struct ForeignAPISettingsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::APISettingsViewModel)
+    QML_NAMED_ELEMENT(APISettingsViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignOnlineSearchViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineSearchViewModel)
+    QML_NAMED_ELEMENT(OnlineSearchViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
 struct ForeignOnlineSongListModel
 {
     Q_GADGET
     QML_FOREIGN(cadorel::OnlineSongListModel)
     QML_NAMED_ELEMENT(OnlineSongListModel)
     QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignOnlineViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::OnlineViewModel)
+    QML_NAMED_ELEMENT(OnlineViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignPlaylistEditorViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistEditorViewModel)
+    QML_NAMED_ELEMENT(PlaylistEditorViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistListModel)
+    QML_NAMED_ELEMENT(PlaylistListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistPageViewModel)
+    QML_NAMED_ELEMENT(PlaylistPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistPickerViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistPickerViewModel)
+    QML_NAMED_ELEMENT(PlaylistPickerViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistsViewModel)
+    QML_NAMED_ELEMENT(PlaylistsViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignRowModel
@@ -99,6 +180,77 @@ struct ForeignFormTextInput
     QML_FOREIGN(cadorel::FormTextInput)
     QML_NAMED_ELEMENT(FormTextInput)
     QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListListModel)
+    QML_NAMED_ELEMENT(TopListListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListPageViewModel)
+    QML_NAMED_ELEMENT(TopListPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListsViewModel)
+    QML_NAMED_ELEMENT(TopListsViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignServerFormViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ServerFormViewModel)
+    QML_NAMED_ELEMENT(ServerFormViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignServerListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ServerListModel)
+    QML_NAMED_ELEMENT(ServerListModel)
+};
+
+struct ForeignNavidromeServerFormViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServerFormViewModel)
+    QML_NAMED_ELEMENT(NavidromeServerFormViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignNavidromeServerListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServerListModel)
+    QML_NAMED_ELEMENT(NavidromeServerListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignNavidromeServerPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServerPageViewModel)
+    QML_NAMED_ELEMENT(NavidromeServerPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignNavidromeServersViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServersViewModel)
+    QML_NAMED_ELEMENT(NavidromeServersViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignWebDAVPresetListModel

@@ -25,6 +25,8 @@ protected:
     void openForm()
     {
         t->click(QStringLiteral("addServerButton"));
+        QTRY_VERIFY(isOpen(QStringLiteral("addServerMenu")));
+        t->click(QStringLiteral("addWebDAVItem"));
         QTRY_VERIFY(isOpen(QStringLiteral("serverForm")));
     }
     void openPage(const WebDAVConfig &config)

@@ -3,15 +3,23 @@
 
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
+#include "Services/OnlineMusicService.h"
+#include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/RemoteCovers.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -106,17 +114,32 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    playlistService = std::make_unique<PlaylistService>(platform, *importService);
+    navidromeService = std::make_unique<NavidromeService>(platform);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
-    audioPlayer = std::make_unique<AudioPlayerService>(
-        platform, *importService,
-        AudioPlayerParts{.streaming = streaming.get(), .updateSongMetadata = [this](const Song &song) {
-                             webDAVService->updateSongMetadata(song);
-                         }});
-    viewModel = std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
-                                                   LibrarySources{.webDAVService = webDAVService.get()});
+    apiConfig = std::make_unique<APIConfigService>(platform);
+    onlineMusicService = std::make_unique<OnlineMusicService>(platform, *apiConfig);
+    audioPlayer =
+        std::make_unique<AudioPlayerService>(platform, *importService,
+                                             AudioPlayerParts{.streaming = streaming.get(),
+                                                              .onlineAddresses = apiConfig.get(),
+                                                              .updateSongMetadata = [this](const Song &song) {
+                                                                  webDAVService->updateSongMetadata(song);
+                                                              }});
+    viewModel =
+        std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
+                                           LibrarySources{.playlistService = playlistService.get(),
+                                                          .onlineMusicService = onlineMusicService.get(),
+                                                          .webDAVService = webDAVService.get(),
+                                                          .onlineAddresses = apiConfig.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
-    playback = std::make_unique<PlaybackViewModel>(*viewModel);
+    playback = std::make_unique<PlaybackViewModel>(*viewModel, apiConfig.get());
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
+    navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
+    online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
+    playlists = std::make_unique<PlaylistsViewModel>(
+        *viewModel, *playlistService, platform,
+        [this](const OnlineSong &song) { return apiConfig->getCoverUrl(song); });
 }
 
 TestWindow::~TestWindow()
@@ -135,6 +158,9 @@ TestWindow::~TestWindow()
         }))
         qWarning("a scan does not end");
     servers.reset();
+    online.reset();
+    navidrome.reset();
+    playlists.reset();
     QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
 }
@@ -191,11 +217,14 @@ bool TestWindow::scan()
 bool TestWindow::show()
 {
     engine = std::make_unique<QQmlApplicationEngine>();
-    installUserInterface(*engine);
+    installUserInterface(*engine, remoteCovers.get());
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
-                                  {u"servers"_s, QVariant::fromValue(servers.get())}});
+                                  {u"servers"_s, QVariant::fromValue(servers.get())},
+                                  {u"online"_s, QVariant::fromValue(online.get())},
+                                  {u"playlists"_s, QVariant::fromValue(playlists.get())},
+                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

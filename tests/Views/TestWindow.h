@@ -19,11 +19,19 @@
 
 namespace cadorel {
 
+class APIConfigService;
 class AudioPlayerService;
 class CadorelViewModel;
 class LibraryViewModel;
 class LocalMusicImportService;
+class OnlineMusicService;
+class OnlineViewModel;
+class NavidromeServersViewModel;
+class NavidromeService;
 class PlaybackViewModel;
+class RemoteCovers;
+class PlaylistService;
+class PlaylistsViewModel;
 class WebDAVServersViewModel;
 class WebDAVService;
 class WebDAVStreamingService;
@@ -88,12 +96,21 @@ public:
     std::unique_ptr<FakeFolders> folders;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<WebDAVService> webDAVService;
+    std::unique_ptr<PlaylistService> playlistService;
+    std::unique_ptr<NavidromeService> navidromeService;
     std::unique_ptr<WebDAVStreamingService> streaming;
+    std::unique_ptr<APIConfigService> apiConfig;
+    std::unique_ptr<OnlineMusicService> onlineMusicService;
     std::unique_ptr<AudioPlayerService> audioPlayer;
     std::unique_ptr<CadorelViewModel> viewModel;
     std::unique_ptr<LibraryViewModel> library;
     std::unique_ptr<PlaybackViewModel> playback;
     std::unique_ptr<WebDAVServersViewModel> servers;
+    std::unique_ptr<OnlineViewModel> online;
+    /// Fetches covers from the web, if the test has made it before the window is shown.
+    std::unique_ptr<RemoteCovers> remoteCovers;
+    std::unique_ptr<PlaylistsViewModel> playlists;
+    std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

@@ -24,9 +24,9 @@ const QByteArray queryMarks = "-._~"_ba;
 std::optional<QUrl> rootOf(const NavidromeConfig &config)
 {
     std::optional<QUrl> url = config.apiBaseURL();
-    const bool isOfAServer =
-        url && !url->host().isEmpty() && (url->scheme() == "http"_L1 || url->scheme() == "https"_L1);
-    if (!isOfAServer)
+    // Of a mere "http://" the path of the API would become the host.
+    const bool hasHost = !QUrl(config.serverURL.trimmed()).host().isEmpty();
+    if (!url || !hasHost || (url->scheme() != "http"_L1 && url->scheme() != "https"_L1))
         return std::nullopt;
     // A user in the address would make a song look like one of a WebDAV server.
     url->setUserInfo(QString());

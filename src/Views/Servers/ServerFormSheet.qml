@@ -4,13 +4,20 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Cadorel
 
-/// The form for a new server, or for one that is there.
+/// What the forms for servers of every kind have in common.
 BottomSheet {
     id: root
 
-    required property WebDAVServerFormViewModel form
+    required property ServerFormViewModel form
+    /// What stands above the fields.
+    property alias opening: openingColumn.data
+    /// The fields between the address and the account.
+    property alias details: detailColumn.data
+    /// For those fields: what they scroll in.
+    readonly property Flickable viewport: flickable
+    property string namePlaceholder
+    property string addressPlaceholder
 
-    title: form.isEditing ? "编辑服务器" : "添加服务器"
     cancelName: "formCancel"
     acceptName: "formSave"
     acceptText: form.isSaving ? "正在保存…" : "保存"
@@ -22,7 +29,6 @@ BottomSheet {
         passwordField.isRevealed = false;
         flickable.contentY = 0;
     }
-    onOpened: presetButton.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: form.cancel()
     onAccepted: form.save()
 
@@ -51,21 +57,18 @@ BottomSheet {
             width: flickable.width - 2 * Metrics.screenMargin
             spacing: Metrics.cardPadding
 
-            TextButton {
-                id: presetButton
+            Column {
+                id: openingColumn
 
-                objectName: "choosePreset"
                 width: parent.width
-                symbol: "cloud"
-                text: "选择预设配置"
-                onClicked: presetSheet.open()
+                visible: children.length > 0
             }
             LabeledField {
                 objectName: "nameField"
                 width: parent.width
                 input: root.form.name
                 label: "名称"
-                placeholder: "例如 家里的 NAS"
+                placeholder: root.namePlaceholder
                 viewport: flickable
             }
             LabeledField {
@@ -73,28 +76,15 @@ BottomSheet {
                 width: parent.width
                 input: root.form.serverURL
                 label: "服务器地址"
-                placeholder: "https://"
+                placeholder: root.addressPlaceholder
                 inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
                 viewport: flickable
             }
-            LabeledField {
-                objectName: "portField"
+            Column {
+                id: detailColumn
+
                 width: parent.width
-                input: root.form.port
-                label: "端口（可选）"
-                placeholder: "默认端口"
-                inputMethodHints: Qt.ImhDigitsOnly
-                viewport: flickable
-            }
-            LabeledField {
-                objectName: "pathField"
-                width: parent.width
-                input: root.form.basePath
-                label: "根路径"
-                placeholder: "/"
-                footer: "根路径是音乐文件所在的目录，如 /dav/Music"
-                inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
-                viewport: flickable
+                spacing: fields.spacing
             }
             LabeledField {
                 objectName: "usernameField"
@@ -138,13 +128,5 @@ BottomSheet {
                 succeeded: root.form.testSucceeded
             }
         }
-    }
-
-    PresetSheet {
-        id: presetSheet
-
-        objectName: "presetSheet"
-        presets: root.form.presets
-        onChosen: row => root.form.applyPreset(row)
     }
 }

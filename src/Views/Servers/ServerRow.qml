@@ -16,6 +16,7 @@ T.ItemDelegate {
     required property bool isEnabled
     required property bool isScanning
     required property real progress
+    required property bool isNavidrome
     property bool showsFocus: false
     property int sideMargin: Metrics.screenMargin
 

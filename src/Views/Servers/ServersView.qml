@@ -2,26 +2,34 @@
 import QtQuick
 import Cadorel
 
-/// The servers of the listener, the page of one of them, and the form in which they are set up.
+/// The servers of the listener, the page of one of them, and the forms in which they are set up.
 SlidingPage {
     id: root
 
     required property CadorelViewModel viewModel
     required property WebDAVServersViewModel servers
+    required property PlaylistsViewModel playlists
+    required property NavidromeServersViewModel navidrome
 
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
 
-    /// Asks whether a server shall go with its songs.
+    /// Asks whether a WebDAV server shall go with its songs.
     function askToDelete(serverId: string, serverName: string): void {
         deleteDialog.serverId = serverId;
         deleteDialog.serverName = serverName;
         deleteDialog.open();
     }
+    /// Asks whether a Subsonic server shall go.
+    function askToDeleteNavidrome(serverId: string, serverName: string): void {
+        deleteNavidromeDialog.serverId = serverId;
+        deleteNavidromeDialog.serverName = serverName;
+        deleteNavidromeDialog.open();
+    }
 
     Item {
         anchors.fill: parent
-        visible: !serverPage.covers
-        enabled: !serverPage.isShown
+        visible: !serverPage.covers && !navidromePage.covers
+        enabled: !serverPage.isShown && !navidromePage.isShown
 
         PageHeader {
             id: header
@@ -40,14 +48,30 @@ SlidingPage {
                 symbol: "arrow.clockwise"
                 color: SystemColors.accent
                 text: "扫描所有服务器"
-                onClicked: root.servers.scanAll()
+                onClicked: {
+                    root.servers.scanAll();
+                    root.navidrome.refresh();
+                }
             }
             IconButton {
+                id: addButton
+
                 objectName: "addServerButton"
                 symbol: "plus"
                 color: SystemColors.accent
                 text: "添加服务器"
-                onClicked: root.servers.addServer()
+                isOpen: addMenu.visible
+                onClicked: addMenu.open()
+
+                AddServerMenu {
+                    id: addMenu
+
+                    objectName: "addServerMenu"
+                    x: addButton.width - width
+                    y: addButton.height
+                    onWebDAVRequested: root.servers.addServer()
+                    onNavidromeRequested: root.navidrome.addServer()
+                }
             }
         }
         ServerList {
@@ -59,14 +83,23 @@ SlidingPage {
             anchors.top: header.bottom
             anchors.bottom: parent.bottom
             sideMargin: root.sideMargin
-            model: root.servers.servers
+            model: ServerListModel {
+                webDAV: root.servers.servers
+                navidrome: root.navidrome.servers
+            }
             focus: true
-            onOpenRequested: server => root.servers.openServer(server.serverId)
-            onDeleteRequested: server => root.askToDelete(server.serverId, server.name)
+            onOpenRequested: server => (server.isNavidrome ? root.navidrome : root.servers).openServer(server.serverId)
+            onDeleteRequested: server => {
+                if (server.isNavidrome)
+                    root.askToDeleteNavidrome(server.serverId, server.name);
+                else
+                    root.askToDelete(server.serverId, server.name);
+            }
             onMenuRequested: (server, position) => {
-                serverMenu.serverId = server.serverId;
-                serverMenu.serverName = server.name;
-                serverMenu.popup(serverList, position);
+                const menu = server.isNavidrome ? navidromeMenu : serverMenu;
+                menu.serverId = server.serverId;
+                menu.serverName = server.name;
+                menu.popup(serverList, position);
             }
         }
         EmptyStateView {
@@ -74,16 +107,23 @@ SlidingPage {
             anchors.fill: serverList
             visible: serverList.count === 0
             systemImage: "cloud"
-            title: "未配置服务器"
-            description: "添加 WebDAV 服务器，直接播放网盘或 NAS 里的音乐"
+            title: "未配置连接"
+            description: "添加 WebDAV 或 Navidrome 服务器以访问云端音乐"
 
             TextButton {
                 objectName: "emptyAddServer"
                 implicitWidth: Metrics.menuWidth
                 role: TextButton.Prominent
                 symbol: "plus"
-                text: "添加服务器"
+                text: "添加 WebDAV"
                 onClicked: root.servers.addServer()
+            }
+            TextButton {
+                objectName: "emptyAddNavidrome"
+                implicitWidth: Metrics.menuWidth
+                symbol: "plus"
+                text: "添加 Navidrome"
+                onClicked: root.navidrome.addServer()
             }
         }
     }
@@ -97,8 +137,25 @@ SlidingPage {
         sideMargin: root.sideMargin
         viewModel: root.viewModel
         page: root.servers.page
+        playlists: root.playlists
         onEditRequested: root.servers.editServer(root.servers.page.serverId)
         onDeleteRequested: root.askToDelete(root.servers.page.serverId, root.servers.page.name)
+        onIsShownChanged: {
+            if (!isShown)
+                serverList.forceActiveFocus(Qt.OtherFocusReason);
+        }
+    }
+    NavidromePage {
+        id: navidromePage
+
+        objectName: "navidromePage"
+        width: parent.width
+        height: parent.height
+        sideMargin: root.sideMargin
+        viewModel: root.viewModel
+        page: root.navidrome.page
+        onEditRequested: root.navidrome.editServer(root.navidrome.page.serverId)
+        onDeleteRequested: root.askToDeleteNavidrome(root.navidrome.page.serverId, root.navidrome.page.name)
         onIsShownChanged: {
             if (!isShown)
                 serverList.forceActiveFocus(Qt.OtherFocusReason);
@@ -117,6 +174,19 @@ SlidingPage {
         onEditRequested: root.servers.editServer(serverMenu.serverId)
         onDeleteRequested: root.askToDelete(serverMenu.serverId, serverMenu.serverName)
     }
+    NavidromeMenu {
+        id: navidromeMenu
+
+        property string serverId
+        property string serverName
+
+        objectName: "navidromeMenu"
+        canDisconnect: root.navidrome.connectedServerId === serverId
+        onReloadRequested: root.navidrome.openServer(navidromeMenu.serverId)
+        onEditRequested: root.navidrome.editServer(navidromeMenu.serverId)
+        onDisconnectRequested: root.navidrome.page.disconnectFromServer()
+        onDeleteRequested: root.askToDeleteNavidrome(navidromeMenu.serverId, navidromeMenu.serverName)
+    }
     ConfirmDialog {
         id: deleteDialog
 
@@ -129,8 +199,24 @@ SlidingPage {
         acceptText: "删除"
         onAccepted: root.servers.deleteServer(serverId)
     }
-    ServerFormSheet {
+    ConfirmDialog {
+        id: deleteNavidromeDialog
+
+        property string serverId
+        property string serverName
+
+        objectName: "deleteNavidromeDialog"
+        title: "删除服务器"
+        message: "确定要删除「" + serverName + "」吗？"
+        acceptText: "删除"
+        onAccepted: root.navidrome.deleteServer(serverId)
+    }
+    WebDAVFormSheet {
         objectName: "serverForm"
         form: root.servers.form
+    }
+    NavidromeFormSheet {
+        objectName: "navidromeForm"
+        form: root.navidrome.form
     }
 }

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// The kinds of servers that can be added.
+StyledMenu {
+    id: root
+
+    signal webDAVRequested
+    signal navidromeRequested
+
+    StyledMenuItem {
+        objectName: "addWebDAVItem"
+        symbol: "externaldrive.fill.badge.wifi"
+        text: "添加 WebDAV"
+        onTriggered: root.webDAVRequested()
+    }
+    StyledMenuItem {
+        objectName: "addNavidromeItem"
+        symbol: "music.note.list"
+        text: "添加 Navidrome"
+        onTriggered: root.navidromeRequested()
+    }
+}

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// One Subsonic server: songs that it picked, and a search in it.
+SlidingPage {
+    id: root
+
+    required property CadorelViewModel viewModel
+    required property NavidromeServerPageViewModel page
+    property int sideMargin: Metrics.screenMargin
+    readonly property int content: page.content
+
+    signal editRequested
+    signal deleteRequested
+
+    isShown: page.isOpen
+    onCloseRequested: page.close()
+
+    Connections {
+        target: root.page
+
+        function onListed(): void {
+            songList.currentIndex = -1;
+            songList.positionViewAtBeginning();
+        }
+    }
+
+    Column {
+        id: top
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: root.sideMargin
+        anchors.rightMargin: root.sideMargin
+        bottomPadding: Metrics.rowSpacing
+        spacing: Metrics.rowSpacing
+
+        PageHeader {
+            width: parent.width
+            title: root.page.name
+            subtitle: root.page.summary
+            titleStyle: TextStyles.title2
+            backText: "返回服务器列表"
+            onBackRequested: root.closeRequested()
+
+            IconButton {
+                objectName: "reloadButton"
+                symbol: root.page.isBusy ? "" : "arrow.clockwise"
+                color: SystemColors.accent
+                text: "刷新歌曲列表"
+                enabled: !root.page.isBusy
+                onClicked: root.page.refresh()
+
+                Spinner {
+                    objectName: "navidromeBusy"
+                    anchors.centerIn: parent
+                    visible: root.page.isBusy
+                }
+            }
+            IconButton {
+                id: moreButton
+
+                objectName: "navidromePageMore"
+                symbol: "ellipsis"
+                color: SystemColors.accent
+                text: "更多操作"
+                isOpen: pageMenu.visible
+                onClicked: pageMenu.open()
+
+                NavidromeMenu {
+                    id: pageMenu
+
+                    objectName: "navidromePageMenu"
+                    x: moreButton.width - width
+                    y: moreButton.height
+                    canDisconnect: root.page.isConnected
+                    onReloadRequested: root.page.refresh()
+                    onEditRequested: root.editRequested()
+                    onDisconnectRequested: root.page.disconnectFromServer()
+                    onDeleteRequested: root.deleteRequested()
+                }
+            }
+        }
+        Row {
+            width: parent.width
+            spacing: Metrics.rowSpacing
+
+            SearchField {
+                id: searchField
+
+                objectName: "navidromeSearch"
+                width: parent.width - searchButton.width - parent.spacing
+                text: root.page.searchText
+                placeholder: "搜索歌曲 / 艺术家 / 专辑"
+                onEdited: text => root.page.searchText = text
+                onSubmitted: root.page.search()
+                onLeftDownwards: songList.takeKeyboard()
+            }
+            TextButton {
+                id: searchButton
+
+                objectName: "navidromeSearchButton"
+                height: searchField.height
+                text: "搜索"
+                onClicked: root.page.search()
+            }
+        }
+        MessageBanner {
+            objectName: "navidromeBanner"
+            width: parent.width
+            visible: text !== "" && root.content === NavidromeServerPageViewModel.Songs
+            text: root.page.failure
+            onDismissed: root.page.dismissFailure()
+        }
+    }
+
+    SongList {
+        id: songList
+
+        function takeKeyboard(): void {
+            if (count === 0)
+                return;
+            keyboardInUse = true;
+            currentIndex = Math.max(0, currentIndex);
+            forceActiveFocus(Qt.TabFocusReason);
+        }
+
+        objectName: "navidromeSongList"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: top.bottom
+        anchors.bottom: parent.bottom
+        sideMargin: root.sideMargin
+        visible: root.content === NavidromeServerPageViewModel.Songs
+        model: root.page.songs
+        focus: true
+        onPlayPauseRequested: root.viewModel.togglePlayPause()
+        onPlayRequested: row => root.page.playSongAt(row)
+    }
+    NavidromePageStates {
+        anchors.left: songList.left
+        anchors.right: songList.right
+        anchors.top: songList.top
+        anchors.bottom: songList.bottom
+        page: root.page
+        onEditRequested: root.editRequested()
+        onAllSongsRequested: {
+            root.page.searchText = "";
+            root.page.search();
+        }
+    }
+}
