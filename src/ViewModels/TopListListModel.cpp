@@ -3,6 +3,8 @@
 
 #include "Utils/OneLine.h"
 
+#include <algorithm>
+
 namespace cadorel {
 
 namespace {
@@ -43,6 +45,12 @@ QVariant TopListListModel::data(const QModelIndex &index, int role) const
 QHash<int, QByteArray> TopListListModel::roleNames() const
 {
     return {{NameRole, "name"}, {UpdateFrequencyRole, "updateFrequency"}};
+}
+
+int TopListListModel::rowOf(const QString &id) const
+{
+    const auto found = std::ranges::find(m_charts, id, &ChartRows::id);
+    return found == m_charts.end() ? -1 : static_cast<int>(found - m_charts.begin());
 }
 
 void TopListListModel::setCharts(const QList<TopList> &charts)

@@ -21,6 +21,8 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+    /// @param id platform and id of a chart, with a colon between them
+    int rowOf(const QString &id) const override;
 
     /// The charts in the order of the rows.
     const QList<TopList> &charts() const { return m_charts; }

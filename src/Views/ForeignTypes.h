@@ -108,31 +108,44 @@ struct ForeignOnlineViewModel
     Q_GADGET
     QML_FOREIGN(cadorel::OnlineViewModel)
     QML_NAMED_ELEMENT(OnlineViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
 struct ForeignPlaylistEditorViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistEditorViewModel)
     QML_NAMED_ELEMENT(PlaylistEditorViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistListModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistListModel)
     QML_NAMED_ELEMENT(PlaylistListModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistPageViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistPageViewModel)
     QML_NAMED_ELEMENT(PlaylistPageViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistPickerViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistPickerViewModel)
     QML_NAMED_ELEMENT(PlaylistPickerViewModel)
     QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignPlaylistsViewModel
+{
+    Q_GADGET
     QML_FOREIGN(cadorel::PlaylistsViewModel)
     QML_NAMED_ELEMENT(PlaylistsViewModel)
     QML_UNCREATABLE("given to the window")

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/OnlineApiServer.h"
 
+#include "Fixtures/EndProcess.h"
 #include "Fixtures/EndWithParent.h"
 
 #include <QDeadlineTimer>
@@ -19,7 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int startMs = 20'000;
-constexpr int stopMs = 5'000;
 constexpr int betweenLooksMs = 20;
 
 QString program()
@@ -85,11 +85,7 @@ void OnlineApiServer::stop()
 {
     if (!m_process)
         return;
-    m_process->terminate();
-    if (!m_process->waitForFinished(stopMs)) {
-        m_process->kill();
-        m_process->waitForFinished(stopMs);
-    }
+    endProcess(*m_process);
     m_process.reset();
 }
 

@@ -6,20 +6,20 @@
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
-#include "Services/NavidromeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
-#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
-#include "ViewModels/RemoteCovers.h"
 #include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/RemoteCovers.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -137,8 +137,9 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
     navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
     online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
-    playlists = std::make_unique<PlaylistsViewModel>(*viewModel, *playlistService, platform,
-                                                     [](const OnlineSong &) { return std::nullopt; });
+    playlists = std::make_unique<PlaylistsViewModel>(
+        *viewModel, *playlistService, platform,
+        [this](const OnlineSong &song) { return apiConfig->getCoverUrl(song); });
 }
 
 TestWindow::~TestWindow()
