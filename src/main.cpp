@@ -72,11 +72,14 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
-    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform,
-                                 [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
+    PlaylistsViewModel playlists(
+        player.viewModel(), playlistService, platform,
+        [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
     QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
                      &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
+    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -88,6 +91,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"online"_s, QVariant::fromValue(&online)},
                                  {u"playlists"_s, QVariant::fromValue(&playlists)},
                                  {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
+                                 {u"online"_s, QVariant::fromValue(&online)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -16,6 +16,8 @@ ApplicationWindow {
     required property OnlineViewModel online
     required property PlaylistsViewModel playlists
     required property NavidromeServersViewModel navidrome
+    required property NavidromeServersViewModel navidrome
+    required property OnlineViewModel online
 
     property int currentTab: RootTabBar.Library
 
@@ -118,6 +120,7 @@ ApplicationWindow {
                     focus: true
                     viewModel: window.viewModel
                     online: window.online
+                    playlists: window.playlists
                 }
             }
             TabPage {

@@ -11,7 +11,7 @@ namespace {
 
 struct ChartRows
 {
-    static QString id(const TopList &chart) { return rawValue(chart.platform) + u':' + chart.id; }
+    static QString id(const TopList &chart) { return TopListListModel::key(chart); }
     static bool isSameRow(const TopList &a, const TopList &b)
     {
         return a.platform == b.platform && a.id == b.id;
@@ -51,6 +51,16 @@ int TopListListModel::rowOf(const QString &id) const
 {
     const auto found = std::ranges::find(m_charts, id, &ChartRows::id);
     return found == m_charts.end() ? -1 : static_cast<int>(found - m_charts.begin());
+int TopListListModel::rowOf(const QString &chartKey) const
+{
+    const auto found = std::find_if(m_charts.cbegin(), m_charts.cend(),
+                                    [&chartKey](const TopList &chart) { return key(chart) == chartKey; });
+    return found == m_charts.cend() ? -1 : static_cast<int>(found - m_charts.cbegin());
+}
+
+QString TopListListModel::key(const TopList &chart)
+{
+    return rawValue(chart.platform) + u':' + chart.id;
 }
 
 void TopListListModel::setCharts(const QList<TopList> &charts)

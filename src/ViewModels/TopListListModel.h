@@ -23,9 +23,13 @@ public:
     QHash<int, QByteArray> roleNames() const override;
     /// @param id platform and id of a chart, with a colon between them
     int rowOf(const QString &id) const override;
+    int rowOf(const QString &chartKey) const override;
 
     /// The charts in the order of the rows.
     const QList<TopList> &charts() const { return m_charts; }
+    /// Names a chart among those of all platforms.
+    static QString key(const TopList &chart);
+
     void setCharts(const QList<TopList> &charts);
 
 private:

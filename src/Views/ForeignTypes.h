@@ -14,6 +14,7 @@
 #include "ViewModels/NavidromeServerListModel.h"
 #include "ViewModels/NavidromeServerPageViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/OnlineSearchViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -251,6 +252,30 @@ struct ForeignNavidromeServersViewModel
     QML_FOREIGN(cadorel::NavidromeServersViewModel)
     QML_NAMED_ELEMENT(NavidromeServersViewModel)
     QML_UNCREATABLE("given to the window")
+};
+
+struct ForeignTopListListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListListModel)
+    QML_NAMED_ELEMENT(TopListListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListPageViewModel)
+    QML_NAMED_ELEMENT(TopListPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignTopListsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::TopListsViewModel)
+    QML_NAMED_ELEMENT(TopListsViewModel)
+    QML_UNCREATABLE("given by the view model")
 };
 
 struct ForeignWebDAVPresetListModel

@@ -55,7 +55,7 @@ private Q_SLOTS:
         writer.beginArray("texts");
         writer.element(u"a"_s);
         writer.element(u""_s);
-        writer.element(u"\"文"_s);
+        writer.element(u"文"_s);
         writer.endArray();
         writer.beginArray("objects");
         writer.beginObject();
@@ -65,7 +65,8 @@ private Q_SLOTS:
         writer.endArray();
         writer.member("last", 1);
         writer.endObject();
-        QCOMPARE(writer.text(), R"({"none":[],"texts":["a","","\"文"],"objects":[{},{}],"last":1})"_ba);
+        QCOMPARE(writer.text(),
+                 "{\"none\":[],\"texts\":[\"a\",\"\",\"文\"],\"objects\":[{},{}],\"last\":1}"_ba);
     }
 
     void takeStartsAnew()

@@ -161,6 +161,8 @@ TestWindow::~TestWindow()
     online.reset();
     navidrome.reset();
     playlists.reset();
+    navidrome.reset();
+    online.reset();
     QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
 }
@@ -225,6 +227,8 @@ bool TestWindow::show()
                                   {u"online"_s, QVariant::fromValue(online.get())},
                                   {u"playlists"_s, QVariant::fromValue(playlists.get())},
                                   {u"navidrome"_s, QVariant::fromValue(navidrome.get())}});
+                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())},
+                                  {u"online"_s, QVariant::fromValue(online.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

@@ -28,6 +28,10 @@ class OnlineMusicService;
 class OnlineViewModel;
 class NavidromeServersViewModel;
 class NavidromeService;
+class NavidromeServersViewModel;
+class NavidromeService;
+class OnlineMusicService;
+class OnlineViewModel;
 class PlaybackViewModel;
 class RemoteCovers;
 class PlaylistService;
@@ -111,6 +115,10 @@ public:
     std::unique_ptr<RemoteCovers> remoteCovers;
     std::unique_ptr<PlaylistsViewModel> playlists;
     std::unique_ptr<NavidromeServersViewModel> navidrome;
+    std::unique_ptr<NavidromeServersViewModel> navidrome;
+    std::unique_ptr<OnlineViewModel> online;
+    /// Fetches covers from the web, if the test has made it before the window is shown.
+    std::unique_ptr<RemoteCovers> remoteCovers;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };
