@@ -72,9 +72,6 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
-    PlaylistsViewModel playlists(
-        player.viewModel(), playlistService, platform,
-        [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); });
     const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
     PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
     QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),

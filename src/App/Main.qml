@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
@@ -74,7 +72,8 @@ ApplicationWindow {
             anchors.bottomMargin: playErrorBanner.visible ? Metrics.rowSpacing : 0
             focus: true
 
-            // In the order of the tabs.
+            // In the order of the tabs. A bound component could not be made by a loader that is of another file.
+            // qmllint disable unqualified
             FocusScope {
                 anchors.fill: parent
                 visible: window.currentTab === RootTabBar.Library
@@ -131,6 +130,7 @@ ApplicationWindow {
                     playlists: window.playlists
                 }
             }
+            // qmllint enable unqualified
         }
         MessageBanner {
             id: playErrorBanner
@@ -204,8 +204,10 @@ ApplicationWindow {
 
         active: false
         onIsNeededChanged: active = true
+        // qmllint disable unqualified
         sourceComponent: PlaylistSheets {
             playlists: window.playlists
         }
+        // qmllint enable unqualified
     }
 }
