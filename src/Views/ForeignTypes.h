@@ -23,8 +23,6 @@
 #include "ViewModels/PlaylistPickerViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RowModel.h"
-#include "ViewModels/ServerFormViewModel.h"
-#include "ViewModels/ServerListModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/TopListListModel.h"
 #include "ViewModels/TopListPageViewModel.h"
