@@ -16,6 +16,8 @@
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
@@ -69,8 +71,12 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
-    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
+    const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
+    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
+    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
+                     &OnlineSongListModel::moveCovers);
+    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -79,8 +85,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},
                                  {u"servers"_s, QVariant::fromValue(&servers)},
-                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
-                                 {u"online"_s, QVariant::fromValue(&online)}});
+                                 {u"online"_s, QVariant::fromValue(&online)},
+                                 {u"playlists"_s, QVariant::fromValue(&playlists)},
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
@@ -13,8 +11,9 @@ ApplicationWindow {
     required property LibraryViewModel library
     required property PlaybackViewModel playback
     required property WebDAVServersViewModel servers
-    required property NavidromeServersViewModel navidrome
     required property OnlineViewModel online
+    required property PlaylistsViewModel playlists
+    required property NavidromeServersViewModel navidrome
 
     property int currentTab: RootTabBar.Library
 
@@ -73,7 +72,8 @@ ApplicationWindow {
             anchors.bottomMargin: playErrorBanner.visible ? Metrics.rowSpacing : 0
             focus: true
 
-            // In the order of the tabs.
+            // In the order of the tabs. A bound component could not be made by a loader that is of another file.
+            // qmllint disable unqualified
             FocusScope {
                 anchors.fill: parent
                 visible: window.currentTab === RootTabBar.Library
@@ -90,6 +90,7 @@ ApplicationWindow {
                     enabled: !serversView.isShown
                     viewModel: window.viewModel
                     library: window.library
+                    playlists: window.playlists
                     onServersRequested: serversView.isShown = true
                 }
                 ServersView {
@@ -100,6 +101,7 @@ ApplicationWindow {
                     height: parent.height
                     viewModel: window.viewModel
                     servers: window.servers
+                    playlists: window.playlists
                     navidrome: window.navidrome
                     onCloseRequested: {
                         serversView.isShown = false;
@@ -115,6 +117,7 @@ ApplicationWindow {
                     focus: true
                     viewModel: window.viewModel
                     online: window.online
+                    playlists: window.playlists
                 }
             }
             TabPage {
@@ -124,8 +127,10 @@ ApplicationWindow {
                     objectName: "playlistsView"
                     focus: true
                     viewModel: window.viewModel
+                    playlists: window.playlists
                 }
             }
+            // qmllint enable unqualified
         }
         MessageBanner {
             id: playErrorBanner
@@ -191,5 +196,18 @@ ApplicationWindow {
         function onOwnPickerRequested(folder: bool): void {
             pickerSheet.show(folder);
         }
+    }
+
+    Loader {
+        // The first frame does not pay for sheets that few starts come to.
+        readonly property bool isNeeded: window.playlists.picker.isOpen || window.playlists.editor.showCreateSheet
+
+        active: false
+        onIsNeededChanged: active = true
+        // qmllint disable unqualified
+        sourceComponent: PlaylistSheets {
+            playlists: window.playlists
+        }
+        // qmllint enable unqualified
     }
 }

@@ -16,13 +16,16 @@ Popup {
     /// Text of the button that accepts; empty when the sheet has none in its title bar.
     property string acceptText
     property bool canAccept: true
+    /// The sheet is as high as what it holds, not as the window.
+    property bool hugsContent: false
+    readonly property int room: parent ? Math.min(parent.height - Metrics.touchTarget, Metrics.phoneHeight) : Metrics.phoneHeight
     default property alias body: column.data
 
     signal accepted
 
     parent: T.Overlay.overlay
     width: parent ? Math.min(parent.width, Metrics.sheetWidth) : Metrics.sheetWidth
-    height: parent ? Math.min(parent.height - Metrics.touchTarget, Metrics.phoneHeight) : Metrics.phoneHeight
+    height: hugsContent ? Math.min(room, column.implicitHeight) : room
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? parent.height - height : 0
     padding: 0

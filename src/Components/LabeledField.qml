@@ -20,6 +20,9 @@ Column {
     property Flickable viewport: null
 
     property bool isRevealed: false
+    /// The listener is done with the field: the key for it was pressed.
+    signal accepted
+
     readonly property string note: input.error !== "" ? input.error : input.hint !== "" ? input.hint : footer
 
     spacing: Metrics.grid
@@ -82,6 +85,7 @@ Column {
             Accessible.description: root.note
             onTextEdited: root.input.edit(text)
             onEditingFinished: root.input.finish()
+            onAccepted: root.accepted()
             onActiveFocusChanged: {
                 if (activeFocus && root.viewport)
                     root.scrollTo();
@@ -120,6 +124,11 @@ Column {
         wrapMode: Text.Wrap
     }
 
+    /// Gives the field the keyboard, its text ready to be replaced.
+    function takeKeyboard(): void {
+        field.forceActiveFocus(Qt.PopupFocusReason);
+        field.selectAll();
+    }
     function scrollTo(): void {
         const top = root.mapToItem(viewport.contentItem, 0, 0).y;
         const bottom = top + height + Metrics.rowSpacing;

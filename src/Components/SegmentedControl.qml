@@ -30,7 +30,7 @@ FocusScope {
         anchors.topMargin: Metrics.grid
         anchors.bottomMargin: Metrics.grid
         radius: Metrics.controlRadius
-        color: SystemColors.secondaryBackground
+        color: SystemColors.track
     }
     Row {
         anchors.fill: parent
@@ -71,7 +71,7 @@ FocusScope {
                         anchors.topMargin: Metrics.grid + Metrics.focusRing
                         anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
-                        color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
+                        color: segment.isSelected ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius

@@ -15,6 +15,7 @@ T.ItemDelegate {
     required property string coverSource
     required property bool isCurrent
     required property bool isDeletable
+    required property bool isFavorite
     /// The keyboard stands on this row and is in use.
     property bool showsFocus: false
     /// An online song's length is not known: its platform stands there instead.
@@ -28,7 +29,7 @@ T.ItemDelegate {
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
     text: title
-    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "")
+    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isFavorite ? "，已喜欢" : "")
     Accessible.selected: isCurrent
     Accessible.onPressAction: root.clicked()
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
@@ -70,7 +71,7 @@ T.ItemDelegate {
         Column {
             anchors.left: cover.right
             anchors.leftMargin: Metrics.cardPadding
-            anchors.right: mark.left
+            anchors.right: marks.left
             anchors.rightMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
 
@@ -89,18 +90,28 @@ T.ItemDelegate {
                 visible: text !== ""
             }
         }
-        SymbolIcon {
-            id: mark
+        Row {
+            id: marks
 
-            objectName: "currentMark"
             anchors.right: trailing.left
-            anchors.rightMargin: visible && trailing.text !== "" ? Metrics.rowSpacing : 0
+            anchors.rightMargin: width > 0 && trailing.text !== "" ? Metrics.rowSpacing : 0
             anchors.verticalCenter: parent.verticalCenter
-            width: visible ? size : 0
-            name: "speaker.wave.2.fill"
-            size: Metrics.symbolTiny
-            color: SystemColors.accent
-            visible: root.isCurrent
+            spacing: Metrics.rowSpacing
+
+            SymbolIcon {
+                objectName: "favoriteMark"
+                name: root.isFavorite ? "heart.fill" : ""
+                size: Metrics.symbolTiny
+                color: SystemColors.red
+                visible: root.isFavorite
+            }
+            SymbolIcon {
+                objectName: "currentMark"
+                name: root.isCurrent ? "speaker.wave.2.fill" : ""
+                size: Metrics.symbolTiny
+                color: SystemColors.accent
+                visible: root.isCurrent
+            }
         }
         StyledText {
             id: trailing

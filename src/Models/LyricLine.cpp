@@ -110,7 +110,8 @@ int fractionMs(QStringView digits)
 
 bool isMetadata(QStringView line)
 {
-    // Every match ends in a "]": without what follows the last one, a tag that is left open is told at once.
+    // Every match ends in a "]". Without what follows the last one a tag that is left open is told at once,
+    // where the library's own short cut for that is not to be relied on.
     const qsizetype end = line.lastIndexOf(u']') + 1;
     return firstMatch(LyricLine::metadataRegex(), line.first(end)).hasMatch();
 }

@@ -30,7 +30,8 @@ struct LyricLine
     /// timeRegex() finds a match in the text as a whole: a time tag in its last line.
     static bool isLrcFormat(const QString &text);
 
-    /// A time tag and what follows it to the end: minutes, seconds, fraction, words.
+    /// A time tag and what follows it to the end: minutes, seconds, fraction, words. Give it single lines: on
+    /// long texts of many it can take time in proportion to the square.
     static const QRegularExpression &timeRegex();
     /// A tag that tells of the song instead of being sung. On long texts use it only as parsePlainText()
     /// does, which cuts them: alone it takes time in proportion to their square.

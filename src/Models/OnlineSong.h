@@ -4,7 +4,6 @@
 #include "Models/MusicPlatform.h"
 
 #include <QHashFunctions>
-#include <QJsonObject>
 #include <QString>
 
 namespace cadorel {
@@ -25,8 +24,6 @@ struct OnlineSong
 
     /// Writes the record as one JSON object.
     void writeJson(JsonWriter &writer) const;
-    /// @throws DecodingError on the first key that is missing or mistyped; all seven are required
-    static OnlineSong fromJson(const QJsonObject &object);
 
     friend bool operator==(const OnlineSong &a, const OnlineSong &b)
     {

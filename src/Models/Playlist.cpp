@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/Playlist.h"
 
-#include "Models/DecodingError.h"
 #include "Models/EncodingError.h"
-#include "Models/JsonFields.h"
 #include "Utils/JsonForms.h"
 #include "Utils/JsonWriter.h"
 
@@ -12,17 +10,6 @@ namespace cadorel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr QLatin1StringView idKey{"id"};
-constexpr QLatin1StringView nameKey{"name"};
-constexpr QLatin1StringView descriptionKey{"description"};
-constexpr QLatin1StringView typeKey{"type"};
-constexpr QLatin1StringView coverURLKey{"coverURL"};
-constexpr QLatin1StringView coverImageDataKey{"coverImageData"};
-constexpr QLatin1StringView createdAtKey{"createdAt"};
-constexpr QLatin1StringView updatedAtKey{"updatedAt"};
-constexpr QLatin1StringView songIdsKey{"songIds"};
-constexpr QLatin1StringView onlineSongsKey{"onlineSongs"};
 
 double encodable(const QDateTime &date, QLatin1StringView key)
 {
@@ -75,55 +62,25 @@ QString Playlist::uiIdentity() const
 void Playlist::writeJson(JsonWriter &writer) const
 {
     writer.beginObject();
-    writer.member(idKey.data(), id);
-    writer.member(nameKey.data(), name);
-    writer.member(descriptionKey.data(), description);
-    writer.member(typeKey.data(), rawValue(type));
+    writer.member("id", id);
+    writer.member("name", name);
+    writer.member("description", description);
+    writer.member("type", rawValue(type));
     if (coverURL && coverURL->isValid())
-        writer.memberUtf8(coverURLKey.data(), coverURL->toEncoded());
+        writer.memberUtf8("coverURL", coverURL->toEncoded());
     if (coverImageData)
-        writer.memberUtf8(coverImageDataKey.data(), coverImageData->toBase64());
-    writer.member(createdAtKey.data(), encodable(createdAt, createdAtKey));
-    writer.member(updatedAtKey.data(), encodable(updatedAt, updatedAtKey));
-    writer.beginArray(songIdsKey.data());
+        writer.memberUtf8("coverImageData", coverImageData->toBase64());
+    writer.member("createdAt", encodable(createdAt, "createdAt"_L1));
+    writer.member("updatedAt", encodable(updatedAt, "updatedAt"_L1));
+    writer.beginArray("songIds");
     for (const QString &songId : songIds)
         writer.element(songId);
     writer.endArray();
-    writer.beginArray(onlineSongsKey.data());
+    writer.beginArray("onlineSongs");
     for (const OnlineSong &song : onlineSongs)
         song.writeJson(writer);
     writer.endArray();
     writer.endObject();
-}
-
-Playlist Playlist::fromJson(const QJsonObject &object)
-{
-    const std::optional<PlaylistType> type = playlistType(json::requiredText(object, typeKey));
-    if (!type)
-        throw DecodingError(typeKey);
-    Playlist playlist{.id = json::requiredText(object, idKey),
-                      .name = json::requiredText(object, nameKey),
-                      .description = json::requiredText(object, descriptionKey),
-                      .type = *type,
-                      .coverURL = {},
-                      .coverImageData = {},
-                      .createdAt = json::requiredDate(object, createdAtKey),
-                      .updatedAt = json::requiredDate(object, updatedAtKey),
-                      .songIds = json::requiredTexts(object, songIdsKey),
-                      .onlineSongs = {}};
-    if (const std::optional<QString> cover = json::optionalText(object, coverURLKey))
-        playlist.coverURL = QUrl(*cover);
-    if (const QJsonValue cover = object.value(coverImageDataKey); !cover.isUndefined() && !cover.isNull()) {
-        playlist.coverImageData = bytesFromJson(cover);
-        if (!playlist.coverImageData)
-            throw DecodingError(coverImageDataKey);
-    }
-    const std::optional<QList<QJsonObject>> songs = json::optionalObjects(object, onlineSongsKey);
-    if (!songs)
-        throw DecodingError(onlineSongsKey);
-    for (const QJsonObject &song : *songs)
-        playlist.onlineSongs.append(OnlineSong::fromJson(song));
-    return playlist;
 }
 
 } // namespace cadorel

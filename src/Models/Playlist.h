@@ -6,7 +6,6 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QImage>
-#include <QJsonObject>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -53,8 +52,6 @@ struct Playlist
 
     /// Writes the record as one JSON object. @throws EncodingError when a date is none
     void writeJson(JsonWriter &writer) const;
-    /// @throws DecodingError on the first required key that is missing or mistyped
-    static Playlist fromJson(const QJsonObject &object);
 
     friend bool operator==(const Playlist &a, const Playlist &b) { return a.id == b.id; }
     friend size_t qHash(const Playlist &playlist, size_t seed = 0) { return qHash(playlist.id, seed); }

@@ -15,7 +15,8 @@ namespace cadorel {
 class FilePicker
 {
 public:
-    enum class Kind { files, folder };
+    /// What may be chosen: any number of files, one folder, one picture.
+    enum class Kind { files, folder, picture };
 
     struct Request
     {

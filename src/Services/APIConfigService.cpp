@@ -68,8 +68,8 @@ QString APIConfigService::apiEndpoint() const
 bool APIConfigService::isValidURL(const QString &text)
 {
     // A parsed address has its scheme in lower case, whatever it was.
-    const QString scheme = text.section(u':', 0, 0);
-    return (scheme == "http"_L1 || scheme == "https"_L1) && QUrl(text, QUrl::StrictMode).isValid();
+    const bool isWeb = text.startsWith("http:"_L1) || text.startsWith("https:"_L1);
+    return isWeb && QUrl(text, QUrl::StrictMode).isValid();
 }
 
 std::optional<QUrl> APIConfigService::buildURL(const QString &source, const QString &id, const QString &type,

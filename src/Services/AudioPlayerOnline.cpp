@@ -4,6 +4,7 @@
 
 #include "Platform/HttpTransfer.h"
 #include "Services/AudioPlayerSupport.h"
+#include "Services/Online/ToldAddress.h"
 #include "Services/Seams/OnlineSongAddresses.h"
 #include "Utils/Console.h"
 #include "Utils/Tasks.h"
@@ -36,14 +37,6 @@ bool isSameAddress(const QUrl &a, const QUrl &b)
             .toEncoded();
     };
     return absolute(a) == absolute(b);
-}
-
-/// An address that an answer tells. A server has no say in what else the player could open: files and devices
-/// of this machine count as none.
-std::optional<QUrl> toldAddress(const QUrl &url)
-{
-    const bool isWeb = url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
-    return url.isValid() && isWeb && !url.host().isEmpty() ? std::optional(url) : std::nullopt;
 }
 
 /// The address in the body of an answer.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Charts of the online platforms.
-#include "Services/APIConfigService.h"
 #include "Services/Online/OnlineAnswers.h"
 #include "Services/OnlineMusicService.h"
 
@@ -12,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int shownOfCharts = 500;
 constexpr int shownOfSongs = 800;
 
 OnlineSong songOf(const TopListSongItem &item, MusicPlatform platform)
@@ -53,36 +51,36 @@ QCoro::Task<void> OnlineMusicService::getTopLists(MusicPlatform platform)
     if (m_topLists.contains(platform))
         co_return;
     const QPointer<OnlineMusicService> self(this);
+    const AnswerOrder::Moment begun = m_topListLoads.begin();
     setIsLoadingTopLists(true);
     const std::optional<QUrl> url = m_apiConfig.buildTopListsURL(rawValue(platform));
     if (!url) {
         setIsLoadingTopLists(false);
         co_return;
     }
-    print(u"📊 获取排行榜列表: "_s + shownAddress(*url));
-    try {
-        const HttpResponse response = co_await fetch(*url);
-        if (!self)
-            co_return;
-        printAnswer(u"📥 排行榜列表响应: "_s, response.body, shownOfCharts);
-        const auto answer = co_await decoded<TopListsResponse>(response.body);
-        if (!self)
-            co_return;
-        if (const std::optional<QList<TopListItem>> items = listIn(answer, &TopListsData::list)) {
-            QList<TopList> lists;
-            for (const TopListItem &item : *items)
-                lists.append(TopList::from(item, platform));
+    const auto answer = co_await ask<TopListsResponse>(
+        *url, {.request = u"📊 获取排行榜列表: "_s, .status = {}, .answer = u"📥 排行榜列表响应: "_s},
+        &OnlineMusicService::m_topListLoads);
+    if (!self)
+        co_return;
+    if (!answer.content) {
+        print(u"❌ 获取排行榜列表错误: "_s + answer.content.error());
+    } else if (const auto items = listIn(*answer.content, &TopListsData::list)) {
+        QList<TopList> lists;
+        for (const TopListItem &item : *items)
+            lists.append(TopList::from(item, platform));
+        // What was asked for before the charts were cleared may be of another server.
+        if (begun > m_topListsCleared && answer.arrived > m_topListsArrived.value(platform)) {
+            m_topListsArrived.insert(platform, answer.arrived);
             m_topLists.insert(platform, lists);
             Q_EMIT topListsChanged();
             Q_EMIT changed();
-            print(u"✅ 获取到 "_s + QString::number(lists.size()) + u" 个排行榜"_s);
-        } else {
-            print(u"⚠️ 解析排行榜列表失败"_s);
         }
-    } catch (const TransportError &error) {
-        print(u"❌ 获取排行榜列表错误: "_s + error.description());
+        print(u"✅ 获取到 "_s + QString::number(lists.size()) + u" 个排行榜"_s);
+    } else {
+        print(u"⚠️ 解析排行榜列表失败"_s);
     }
-    if (self)
+    if (m_topListLoads.endsWait(answer.arrived))
         setIsLoadingTopLists(false);
 }
 
@@ -100,6 +98,7 @@ QCoro::Task<void> OnlineMusicService::getTopListSongs(TopList topList)
 {
     const QPointer<OnlineMusicService> self(this);
     publish(m_currentTopList, std::optional(topList), &OnlineMusicService::currentTopListChanged);
+    m_topListSongLoads.show(m_topListSongLoads.begin());
     setIsLoadingTopListSongs(true);
     setTopListSongs({});
     const std::optional<QUrl> url = m_apiConfig.buildTopListSongsURL(rawValue(topList.platform), topList.id);
@@ -107,33 +106,33 @@ QCoro::Task<void> OnlineMusicService::getTopListSongs(TopList topList)
         setIsLoadingTopListSongs(false);
         co_return;
     }
-    print(u"🎵 获取排行榜歌曲: "_s + shownAddress(*url));
-    try {
-        const HttpResponse response = co_await fetch(*url);
-        if (!self)
-            co_return;
-        printAnswer(u"📥 排行榜歌曲响应: "_s, response.body, shownOfSongs);
-        const auto answer = co_await decoded<TopListSongsResponse>(response.body);
-        if (!self)
-            co_return;
-        if (const std::optional<QList<TopListSongItem>> items = listIn(answer, &TopListSongsData::list)) {
-            QList<OnlineSong> songs;
-            for (const TopListSongItem &item : *items)
-                songs.append(songOf(item, topList.platform));
+    const auto answer = co_await ask<TopListSongsResponse>(*url,
+                                                           {.request = u"🎵 获取排行榜歌曲: "_s,
+                                                            .status = {},
+                                                            .answer = u"📥 排行榜歌曲响应: "_s,
+                                                            .shownCharacters = shownOfSongs},
+                                                           &OnlineMusicService::m_topListSongLoads);
+    if (!self)
+        co_return;
+    if (!answer.content) {
+        print(u"❌ 获取排行榜歌曲错误: "_s + answer.content.error());
+    } else if (const auto items = listIn(*answer.content, &TopListSongsData::list)) {
+        QList<OnlineSong> songs;
+        for (const TopListSongItem &item : *items)
+            songs.append(songOf(item, topList.platform));
+        if (m_topListSongLoads.show(answer.arrived))
             setTopListSongs(songs);
-            print(u"✅ 获取到 "_s + QString::number(songs.size()) + u" 首歌曲"_s);
-        } else {
-            print(u"⚠️ 解析排行榜歌曲失败"_s);
-        }
-    } catch (const TransportError &error) {
-        print(u"❌ 获取排行榜歌曲错误: "_s + error.description());
+        print(u"✅ 获取到 "_s + QString::number(songs.size()) + u" 首歌曲"_s);
+    } else {
+        print(u"⚠️ 解析排行榜歌曲失败"_s);
     }
-    if (self)
+    if (m_topListSongLoads.endsWait(answer.arrived))
         setIsLoadingTopListSongs(false);
 }
 
 void OnlineMusicService::clearTopListsCache()
 {
+    m_topListsCleared = m_topListLoads.arrive();
     if (m_topLists.isEmpty())
         return;
     m_topLists.clear();

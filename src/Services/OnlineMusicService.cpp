@@ -3,8 +3,8 @@
 #include "Services/OnlineMusicService.h"
 
 #include "Platform/HttpTransfer.h"
-#include "Services/APIConfigService.h"
 #include "Services/Online/OnlineAnswers.h"
+#include "Services/Online/ToldAddress.h"
 #include "Services/SharedServices.h"
 
 #include <QJsonDocument>
@@ -23,9 +23,7 @@ using namespace std::chrono_literals;
 
 struct OnlineMusicService::Search
 {
-    QString requestMark;
-    QString statusMark; ///< empty where the status is not printed
-    QString answerMark;
+    LogMarks marks;
     QString foundMark;
     QString foundUnit;
     QString unreadableLine;
@@ -38,9 +36,8 @@ namespace {
 
 constexpr auto longestSilence = 30s;
 constexpr auto longestAnswer = 60s;
-/// Thousands of times what a search gives.
-constexpr qint64 largestAnswer = qint64{32} * 1024 * 1024;
-constexpr int shownCharacters = 500;
+/// What is read of an answer to the question for an address, in bytes: others are often the audio itself.
+constexpr qint64 longestAddress = qint64{16} * 1024;
 
 OnlineSong songOf(const OnlineMusicItem &item, MusicPlatform searched)
 {
@@ -58,12 +55,6 @@ std::optional<QString> textOf(const QByteArray &utf8)
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(utf8);
     return decoder.hasError() ? std::nullopt : std::optional(text);
-}
-
-std::optional<QUrl> addressOf(const QString &text)
-{
-    const QUrl url(text, QUrl::StrictMode);
-    return url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
 }
 
 /// The member "url" of an object that holds nothing but texts.
@@ -127,24 +118,25 @@ void OnlineMusicService::setSearchResults(const QList<OnlineSong> &songs)
 
 // MARK: requests
 
-QCoro::Task<HttpResponse> OnlineMusicService::fetch(QUrl url)
+QCoro::Task<std::expected<HttpResponse, HttpError>> OnlineMusicService::fetch(QUrl url, qint64 atMost,
+                                                                              bool isCut)
 {
     const QPointer<OnlineMusicService> self(this);
     if (!m_platform.httpClient)
-        throw TransportError(u"没有网络"_s);
+        co_return std::unexpected(
+            HttpError{.kind = HttpError::Kind::connection, .description = u"没有网络"_s});
     HttpRequest request;
     request.url = url;
     request.idleTimeout = longestSilence;
     request.totalTimeout = longestAnswer;
-    request.sizeLimit = largestAnswer;
+    request.sizeLimit = atMost;
+    request.cutsAtLimit = isCut;
     request.transfer = std::make_shared<HttpTransfer>();
     m_transfers.append(request.transfer);
-    const std::expected<HttpResponse, HttpError> response = co_await m_platform.httpClient->send(request);
+    std::expected<HttpResponse, HttpError> response = co_await m_platform.httpClient->send(request);
     if (self)
         m_transfers.removeOne(request.transfer);
-    if (!response)
-        throw TransportError(response.error().description);
-    co_return *response;
+    co_return response;
 }
 
 // MARK: searches
@@ -152,14 +144,14 @@ QCoro::Task<HttpResponse> OnlineMusicService::fetch(QUrl url)
 QCoro::Task<void> OnlineMusicService::search(QString keyword, MusicPlatform platform, int limit)
 {
     if (keyword.isEmpty()) {
-        setSearchResults({});
+        dropSearchResults();
         co_return;
     }
     co_await runSearch<OnlineMusicSearchResponse>(
         m_apiConfig.buildSearchURL(rawValue(platform), keyword, limit),
-        Search{.requestMark = u"Search URL: "_s,
-               .statusMark = u"Response status: "_s,
-               .answerMark = u"Raw response: "_s,
+        Search{.marks = {.request = u"Search URL: "_s,
+                         .status = u"Response status: "_s,
+                         .answer = u"Raw response: "_s},
                .foundMark = u"Found "_s,
                .foundUnit = u" results"_s,
                .unreadableLine = u"Failed to parse response"_s,
@@ -170,18 +162,24 @@ QCoro::Task<void> OnlineMusicService::search(QString keyword, MusicPlatform plat
 QCoro::Task<void> OnlineMusicService::aggregateSearch(QString keyword, int limit)
 {
     if (keyword.isEmpty()) {
-        setSearchResults({});
+        dropSearchResults();
         co_return;
     }
-    co_await runSearch<AggregateSearchResponse>(m_apiConfig.buildAggregateSearchURL(keyword, limit),
-                                                Search{.requestMark = u"📤 聚合搜索: "_s,
-                                                       .statusMark = {},
-                                                       .answerMark = u"📥 聚合搜索响应: "_s,
-                                                       .foundMark = u"✅ 找到 "_s,
-                                                       .foundUnit = u" 首歌曲"_s,
-                                                       .unreadableLine = u"⚠️ 解析响应失败"_s,
-                                                       .failureMark = u"❌ 聚合搜索错误: "_s,
-                                                       .platform = MusicPlatform::netease});
+    co_await runSearch<AggregateSearchResponse>(
+        m_apiConfig.buildAggregateSearchURL(keyword, limit),
+        Search{.marks = {.request = u"📤 聚合搜索: "_s, .status = {}, .answer = u"📥 聚合搜索响应: "_s},
+               .foundMark = u"✅ 找到 "_s,
+               .foundUnit = u" 首歌曲"_s,
+               .unreadableLine = u"⚠️ 解析响应失败"_s,
+               .failureMark = u"❌ 聚合搜索错误: "_s,
+               .platform = MusicPlatform::netease});
+}
+
+/// For an empty keyword, which nobody is asked about.
+void OnlineMusicService::dropSearchResults()
+{
+    if (m_searches.show(m_searches.arrive()))
+        setSearchResults({});
 }
 
 template <typename Response>
@@ -189,6 +187,7 @@ QCoro::Task<void> OnlineMusicService::runSearch(std::optional<QUrl> url, Search 
 {
     using Data = typename decltype(Response::data)::value_type;
     const QPointer<OnlineMusicService> self(this);
+    m_searches.begin();
     setIsSearching(true);
     setSearchError(std::nullopt);
     if (!url) {
@@ -196,73 +195,69 @@ QCoro::Task<void> OnlineMusicService::runSearch(std::optional<QUrl> url, Search 
         setSearchError(u"无效的 URL"_s);
         co_return;
     }
-    print(search.requestMark + shownAddress(*url));
-    try {
-        const HttpResponse response = co_await fetch(*url);
-        if (!self)
-            co_return;
-        if (!search.statusMark.isEmpty())
-            print(search.statusMark + QString::number(response.status));
-        printAnswer(search.answerMark, response.body, shownCharacters);
-        const auto answer = co_await decoded<Response>(response.body);
-        if (!self)
-            co_return;
-        QList<OnlineSong> songs;
-        if (const std::optional<QList<OnlineMusicItem>> items = listIn(answer, &Data::results)) {
-            for (const OnlineMusicItem &item : *items)
-                songs.append(songOf(item, search.platform));
-            setSearchResults(songs);
-            print(search.foundMark + QString::number(songs.size()) + search.foundUnit);
-        } else {
-            setSearchResults({});
-            print(search.unreadableLine);
+    const auto answer = co_await ask<Response>(*url, search.marks, &OnlineMusicService::m_searches);
+    if (!self)
+        co_return;
+    if (!answer.content) {
+        if (m_searches.endsWait(answer.arrived)) {
+            setIsSearching(false);
+            setSearchError(u"搜索失败: "_s + answer.content.error());
         }
-        setIsSearching(false);
-    } catch (const TransportError &error) {
-        if (!self)
-            co_return;
-        setIsSearching(false);
-        setSearchError(u"搜索失败: "_s + error.description());
-        print(search.failureMark + error.description());
+        print(search.failureMark + answer.content.error());
+        co_return;
     }
+    const std::optional<QList<OnlineMusicItem>> items = listIn(*answer.content, &Data::results);
+    QList<OnlineSong> songs;
+    for (const OnlineMusicItem &item : items.value_or(QList<OnlineMusicItem>()))
+        songs.append(songOf(item, search.platform));
+    if (m_searches.show(answer.arrived))
+        setSearchResults(songs);
+    print(items ? search.foundMark + QString::number(songs.size()) + search.foundUnit
+                : search.unreadableLine);
+    if (m_searches.endsWait(answer.arrived))
+        setIsSearching(false);
 }
 
 // MARK: lookups
 
 QCoro::Task<std::optional<QUrl>> OnlineMusicService::getPlayUrl(OnlineSong song, QString quality)
 {
+    const QPointer<OnlineMusicService> self(this);
     const std::optional<QUrl> address = m_apiConfig.getPlayUrl(song, quality);
     if (!address)
         co_return std::nullopt;
-    const QPointer<OnlineMusicService> self(this);
-    try {
-        const HttpResponse response = co_await fetch(*address);
-        if (const std::optional<QString> member = urlMember(response.body))
-            co_return addressOf(*member);
-        if (const std::optional<QString> text = textOf(response.body)) {
-            if (const std::optional<QUrl> url = addressOf(text->trimmed()))
-                co_return url;
-        }
-    } catch (const TransportError &error) {
-        print(u"Failed to get play URL: "_s + error.description());
+    const std::expected<HttpResponse, HttpError> response = co_await fetch(*address, longestAddress, true);
+    if (!self)
+        co_return address;
+    if (response) {
+        if (const std::optional<QString> member = urlMember(response->body))
+            co_return toldAddress(QUrl(*member, QUrl::TolerantMode));
+        // Strictly, or pages and messages would become addresses.
+        const QString text = textOf(response->body).value_or(QString()).trimmed();
+        if (const std::optional<QUrl> url = toldAddress(QUrl(text, QUrl::StrictMode)))
+            co_return url;
+    } else {
+        print(u"Failed to get play URL: "_s + response.error().description);
     }
-    // The endpoint of the moment, which may have changed meanwhile.
-    co_return self ? m_apiConfig.getPlayUrl(song, quality) : address;
+    // At the endpoint of the moment, which may have changed meanwhile.
+    co_return m_apiConfig.getPlayUrl(song, quality);
 }
 
 QCoro::Task<QList<LyricLine>> OnlineMusicService::getLyrics(OnlineSong song)
 {
+    const QPointer<OnlineMusicService> self(this);
     const std::optional<QUrl> address = m_apiConfig.getLyricUrl(song);
     if (!address)
         co_return QList<LyricLine>();
-    try {
-        const HttpResponse response = co_await fetch(*address);
-        if (const std::optional<QString> text = textOf(response.body))
-            co_return co_await QtConcurrent::run(LyricLine::parse, *text);
-    } catch (const TransportError &error) {
-        print(u"Failed to get lyrics: "_s + error.description());
+    const std::expected<HttpResponse, HttpError> response = co_await fetch(*address, largestAnswer);
+    if (!self)
+        co_return QList<LyricLine>();
+    if (!response) {
+        print(u"Failed to get lyrics: "_s + response.error().description);
+        co_return QList<LyricLine>();
     }
-    co_return QList<LyricLine>();
+    const std::optional<QString> text = textOf(response->body);
+    co_return text ? co_await QtConcurrent::run(LyricLine::parse, *text) : QList<LyricLine>();
 }
 
 std::optional<QUrl> OnlineMusicService::getCoverUrl(const OnlineSong &song) const

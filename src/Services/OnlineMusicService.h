@@ -5,6 +5,8 @@
 #include "Models/OnlineSong.h"
 #include "Models/TopList.h"
 #include "Platform/Platform.h"
+#include "Services/APIConfigService.h"
+#include "Services/Online/AnswerOrder.h"
 #include "Services/Seams/OnlineMusicSource.h"
 
 #include <QCoroTask>
@@ -13,12 +15,12 @@
 #include <QString>
 #include <QUrl>
 
+#include <expected>
 #include <memory>
 #include <optional>
 
 namespace cadorel {
 
-class APIConfigService;
 class HttpTransfer;
 
 /// Searches, charts and lookups of the online music API. Outcomes are published, failures too; changed()
@@ -62,7 +64,8 @@ public:
     QCoro::Task<void> aggregateSearch(QString keyword, int limit = defaultAggregateLimit);
 
     /// Asks the API for the real address of the audio; its own address when it does not tell.
-    QCoro::Task<std::optional<QUrl>> getPlayUrl(OnlineSong song, QString quality);
+    QCoro::Task<std::optional<QUrl>> getPlayUrl(OnlineSong song,
+                                                QString quality = APIConfigService::defaultQuality);
     /// Empty for every failure.
     QCoro::Task<QList<LyricLine>> getLyrics(OnlineSong song);
     std::optional<QUrl> getCoverUrl(const OnlineSong &song) const;
@@ -88,23 +91,30 @@ Q_SIGNALS:
 private:
     /// What sets the two kinds of search apart.
     struct Search;
+    struct LogMarks;
+    template <typename Response>
+    struct Answer;
+
+    /// In bytes: thousands of times what a search gives.
+    static constexpr qint64 largestAnswer = qint64{32} * 1024 * 1024;
 
     template <typename T, typename Signal>
     void publish(T &member, const T &value, Signal signal);
     void setIsSearching(bool value);
     void setSearchError(const std::optional<QString> &value);
     void setSearchResults(const QList<OnlineSong> &songs);
+    void dropSearchResults();
     void setIsLoadingTopLists(bool value);
     void setTopListSongs(const QList<OnlineSong> &songs);
     void setIsLoadingTopListSongs(bool value);
 
     template <typename Response>
     QCoro::Task<void> runSearch(std::optional<QUrl> url, Search search);
-    /// @throws TransportError when no answer came
-    QCoro::Task<HttpResponse> fetch(QUrl url);
-    /// @throws TransportError when the body is not what is asked for
+    /// @param atMost bytes of the answer are taken; a longer one fails, or is cut where @p isCut
+    QCoro::Task<std::expected<HttpResponse, HttpError>> fetch(QUrl url, qint64 atMost, bool isCut = false);
+    /// Asks, reads the answer, and tells both in the log. Gives nothing of use when the service is gone.
     template <typename Response>
-    static QCoro::Task<Response> decoded(QByteArray body);
+    QCoro::Task<Answer<Response>> ask(QUrl url, LogMarks marks, AnswerOrder OnlineMusicService::*order);
 
     Platform &m_platform;
     APIConfigService &m_apiConfig;
@@ -116,6 +126,13 @@ private:
     QList<OnlineSong> m_topListSongs;
     bool m_isLoadingTopListSongs = false;
     std::optional<TopList> m_currentTopList;
+    AnswerOrder m_searches;
+    AnswerOrder m_topListLoads;
+    AnswerOrder m_topListSongLoads;
+    /// When the answers arrived that the charts come from.
+    QHash<MusicPlatform, AnswerOrder::Moment> m_topListsArrived;
+    /// When a request must have begun for its charts to be kept.
+    AnswerOrder::Moment m_topListsCleared = 0;
     /// Requests under way.
     QList<std::shared_ptr<HttpTransfer>> m_transfers;
 };

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/PlaylistService.h"
 
-#include "Models/DecodingError.h"
-#include "Models/EncodingError.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Playlists/PlaylistCover.h"
+#include "Services/Playlists/PlaylistSongs.h"
 #include "Services/Seams/MediaLibrarySource.h"
 #include "Services/SharedServices.h"
 #include "Utils/Console.h"
@@ -16,7 +15,6 @@
 #include <QCoroFuture>
 
 #include <algorithm>
-#include <initializer_list>
 #include <memory>
 #include <utility>
 
@@ -24,56 +22,19 @@ namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString userDefaultsKey = u"playlists"_s;
-
-/// The songs of @p ids in their order, each the first of @p sources with its id.
-QList<Song> resolved(const QStringList &ids, std::initializer_list<QList<Song>> sources)
-{
-    QHash<QString, const Song *> found;
-    found.reserve(ids.size());
-    for (const QString &id : ids)
-        found.insert(id, nullptr);
-    qsizetype missing = found.size();
-    for (const QList<Song> &songs : sources) {
-        for (const Song &song : songs) {
-            if (missing == 0)
-                break;
-            const auto wanted = found.find(song.id());
-            if (wanted != found.end() && !*wanted) {
-                *wanted = &song;
-                --missing;
-            }
-        }
-    }
-    QList<Song> result;
-    result.reserve(ids.size());
-    for (const QString &id : ids) {
-        if (const Song *song = found.value(id))
-            result.append(*song);
-    }
-    return result;
-}
-
-} // namespace
-
 const QString PlaylistService::favoritesPlaylistId = u"favorites_playlist"_s;
 const QString PlaylistService::favoritesOnlinePlaylistId = u"favorites_online_playlist"_s;
 
 PlaylistService::PlaylistService(Platform &platform, LocalMusicImportService &importService)
     : m_platform(platform)
     , m_importService(importService)
+    , m_storage(*platform.preferences, [this] { return m_playlists; })
 {
-    load();
+    m_playlists = m_storage.load();
     ensureFavoritesPlaylistExists();
 }
 
-PlaylistService::~PlaylistService()
-{
-    if (m_isSaveRequested)
-        save();
-}
+PlaylistService::~PlaylistService() = default;
 
 PlaylistService &PlaylistService::shared()
 {
@@ -81,20 +42,6 @@ PlaylistService &PlaylistService::shared()
         LocalMusicImportService &importService = LocalMusicImportService::shared();
         return std::make_unique<PlaylistService>(processPlatform(), importService);
     });
-}
-
-// MARK: storage
-
-void PlaylistService::load()
-{
-    const std::optional<QByteArray> text = m_platform.preferences->dataValue(userDefaultsKey);
-    if (!text)
-        return;
-    try {
-        m_playlists = PlaylistText::decode(*text);
-    } catch (const DecodingError &error) {
-        print(u"Failed to load playlists: "_s + QString::fromUtf8(error.what()));
-    }
 }
 
 void PlaylistService::ensureFavoritesPlaylistExists()
@@ -110,54 +57,43 @@ void PlaylistService::ensureFavoritesPlaylistExists()
         favorites.type = type;
         favorites.createdAt = favorites.updatedAt = m_platform.clock->now();
         m_playlists.prepend(favorites);
-        requestSave();
+        m_storage.request();
     };
     ensure(favoritesPlaylistId, u"我喜欢的音乐"_s, u"收藏喜欢的歌曲"_s, PlaylistType::local);
     ensure(favoritesOnlinePlaylistId, u"我喜欢的音乐(在线)"_s, u"收藏喜欢的在线歌曲"_s, PlaylistType::online);
 }
 
-void PlaylistService::requestSave()
-{
-    // Later in this turn of the event loop, so that all changes of the turn share one write.
-    if (!std::exchange(m_isSaveRequested, true))
-        QMetaObject::invokeMethod(this, &PlaylistService::save, Qt::QueuedConnection);
-}
-
-void PlaylistService::save()
-{
-    m_isSaveRequested = false;
-    try {
-        m_platform.preferences->setData(userDefaultsKey, m_text.encode(m_playlists));
-    } catch (const EncodingError &error) {
-        print(u"Failed to save playlists: "_s + QString::fromUtf8(error.what()));
-    }
-}
-
 void PlaylistService::publish()
 {
-    requestSave();
+    m_storage.request();
     Q_EMIT changed();
 }
 
 // MARK: reading
 
+qsizetype PlaylistService::indexOf(const QString &id) const
+{
+    const auto found =
+        std::ranges::find_if(m_playlists, [&id](const Playlist &playlist) { return playlist.id == id; });
+    return found == m_playlists.cend() ? -1 : found - m_playlists.cbegin();
+}
+
 std::optional<Playlist> PlaylistService::playlist(const QString &id) const
 {
-    const auto found = std::find_if(m_playlists.cbegin(), m_playlists.cend(),
-                                    [&id](const Playlist &playlist) { return playlist.id == id; });
-    return found == m_playlists.cend() ? std::nullopt : std::optional(*found);
+    const qsizetype index = indexOf(id);
+    return index < 0 ? std::nullopt : std::optional(m_playlists.at(index));
 }
 
 bool PlaylistService::isFavorite(const Song &song) const
 {
-    const std::optional<Playlist> favorites = favoritesPlaylist();
-    return favorites && m_favorites.contains(favorites->songIds, song.id());
+    const qsizetype index = indexOf(favoritesPlaylistId);
+    return index >= 0 && m_favorites.contains(m_playlists.at(index).songIds, song.id());
 }
 
 bool PlaylistService::isFavorite(const OnlineSong &song) const
 {
-    const std::optional<Playlist> favorites = favoritesOnlinePlaylist();
-    return favorites && m_onlineFavorites.contains(favorites->onlineSongs, song);
+    const qsizetype index = indexOf(favoritesOnlinePlaylistId);
+    return index >= 0 && m_onlineFavorites.contains(m_playlists.at(index).onlineSongs, song);
 }
 
 bool PlaylistService::isSongInPlaylist(const Song &song, const Playlist &playlist)
@@ -174,34 +110,28 @@ QList<Song> PlaylistService::getSongs(const Playlist &playlist, const QList<Song
 {
     if (playlist.type == PlaylistType::online)
         return {};
-    return resolved(playlist.songIds, {allSongs});
+    return songsWithIds(playlist.songIds, {allSongs});
 }
 
 QList<Song> PlaylistService::getSongs(const Playlist &playlist, const MediaLibrarySource *mediaLibrary) const
 {
     if (playlist.type == PlaylistType::online)
         return {};
-    return resolved(playlist.songIds,
-                    {mediaLibrary ? mediaLibrary->songs() : QList<Song>(), m_importService.importedSongs()});
+    return songsWithIds(playlist.songIds, {mediaLibrary ? mediaLibrary->songs() : QList<Song>(),
+                                           m_importService.importedSongs()});
 }
 
 // MARK: changes of playlists
 
-Playlist *PlaylistService::listed(const QString &id)
-{
-    const auto found = std::find_if(m_playlists.cbegin(), m_playlists.cend(),
-                                    [&id](const Playlist &playlist) { return playlist.id == id; });
-    return found == m_playlists.cend() ? nullptr : &m_playlists[found - m_playlists.cbegin()];
-}
-
 template <typename Change>
 void PlaylistService::change(const QString &id, Change change)
 {
-    Playlist *playlist = listed(id);
-    if (!playlist)
+    const qsizetype index = indexOf(id);
+    if (index < 0)
         return;
-    change(*playlist);
-    playlist->updatedAt = m_platform.clock->now();
+    Playlist &playlist = m_playlists[index];
+    change(playlist);
+    playlist.updatedAt = m_platform.clock->now();
     publish();
 }
 
@@ -224,7 +154,6 @@ void PlaylistService::updatePlaylist(const Playlist &playlist)
 
 void PlaylistService::deletePlaylist(const Playlist &playlist)
 {
-    m_coverWishes.remove(playlist.id);
     if (m_playlists.removeAll(playlist) > 0)
         publish();
 }
@@ -238,20 +167,18 @@ QCoro::Task<void> PlaylistService::setCoverImage(QImage image, Playlist playlist
 {
     const QPointer<PlaylistService> self(this);
     const quint64 wish = ++m_lastCoverWish;
-    m_coverWishes.insert(playlist.id, wish);
     const std::optional<QByteArray> cover =
         co_await QtConcurrent::run([image = std::move(image)] { return playlistCover(image); });
     // Who chose another cover meanwhile, or none, shall have that.
-    if (!self || m_coverWishes.value(playlist.id) != wish)
+    if (!self || !cover || m_coverWishes.value(playlist.id) > wish)
         co_return;
-    m_coverWishes.remove(playlist.id);
-    if (cover)
-        change(playlist.id, [&cover](Playlist &stored) { stored.coverImageData = cover; });
+    m_coverWishes.insert(playlist.id, wish);
+    change(playlist.id, [&cover](Playlist &stored) { stored.coverImageData = cover; });
 }
 
 void PlaylistService::removeCoverImage(const Playlist &playlist)
 {
-    m_coverWishes.remove(playlist.id);
+    m_coverWishes.insert(playlist.id, ++m_lastCoverWish);
     change(playlist.id, [](Playlist &stored) { stored.coverImageData.reset(); });
 }
 
@@ -264,8 +191,8 @@ QImage PlaylistService::resizeImage(const QImage &image, const QSize &targetSize
 
 void PlaylistService::addSong(const Song &song, const Playlist &playlist)
 {
-    const Playlist *stored = listed(playlist.id);
-    if (!stored || stored->type != PlaylistType::local || stored->songIds.contains(song.id()))
+    const std::optional<Playlist> stored = this->playlist(playlist.id);
+    if (!stored || stored->type != PlaylistType::local || isSongInPlaylist(song, *stored))
         return;
     const QStringList lines{u"✅ 添加歌曲到歌单:"_s, u"  - 歌曲: "_s + logText(song.title()),
                             u"  - 歌曲ID: "_s + logText(song.id()), u"  - 歌单: "_s + logText(stored->name),
@@ -276,7 +203,7 @@ void PlaylistService::addSong(const Song &song, const Playlist &playlist)
 
 void PlaylistService::addSongs(const QList<Song> &songs, const Playlist &playlist)
 {
-    const Playlist *stored = listed(playlist.id);
+    const std::optional<Playlist> stored = this->playlist(playlist.id);
     if (!stored || stored->type != PlaylistType::local)
         return;
     change(playlist.id, [&songs](Playlist &changed) {
@@ -315,7 +242,7 @@ void PlaylistService::addOnlineSong(const OnlineSong &song, const Playlist &play
 
 void PlaylistService::addOnlineSongs(const QList<OnlineSong> &songs, const Playlist &playlist)
 {
-    const Playlist *stored = listed(playlist.id);
+    const std::optional<Playlist> stored = this->playlist(playlist.id);
     if (!stored || stored->type != PlaylistType::online)
         return;
     QSet<OnlineSong> present(stored->onlineSongs.cbegin(), stored->onlineSongs.cend());

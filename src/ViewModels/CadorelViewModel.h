@@ -69,6 +69,8 @@ public:
 
     AudioPlayerService *audioPlayer() const { return &m_audioPlayer; }
     LocalMusicImportService *importService() const { return &m_importService; }
+    /// Null where there are no playlists.
+    PlaylistStore *playlistStore() const { return m_sources.playlistService; }
 
     Tab selectedTab() const { return m_selectedTab; }
     void setSelectedTab(Tab tab);

@@ -2,7 +2,9 @@
 #include "ViewModels/CoverRegistry.h"
 
 #include "Models/OnlineSong.h"
+#include "Models/Playlist.h"
 #include "Models/Song.h"
+#include "Services/Online/ToldAddress.h"
 #include "Utils/Redaction.h"
 
 #include <QCryptographicHash>
@@ -16,11 +18,6 @@ namespace {
 
 constexpr auto addressPrefix = "image://cover/"_L1;
 constexpr auto noCoverKey = "none"_L1;
-
-bool isWebAddress(const QUrl &url)
-{
-    return url.isValid() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1);
-}
 
 /// The embedded cover, or the picture file that the song names.
 ArtworkData artworkOf(const Song &song)
@@ -50,17 +47,36 @@ QString CoverRegistry::source(const Song &song)
 {
     if (const ArtworkData artwork = artworkOf(song); artwork.isPresent())
         return keep(song.uiIdentity(), {.artwork = artwork, .remoteAddress = {}});
-    const std::optional<QUrl> url = song.artworkURL();
+    const std::optional<QUrl> url = toldAddress(song.artworkURL().value_or(QUrl()));
     // Without the song: the songs of an album often share one cover, which is then fetched once.
-    return url && isWebAddress(*url) ? keepRemote(u"song"_s, *url) : addressPrefix + noCoverKey;
+    return url ? keepRemote(u"song"_s, *url) : addressPrefix + noCoverKey;
 }
 
 QString CoverRegistry::source(const OnlineSong &song, const std::optional<QUrl> &coverUrl)
 {
-    if (!coverUrl || !isWebAddress(*coverUrl))
+    const std::optional<QUrl> url = toldAddress(coverUrl.value_or(QUrl()));
+    if (!url)
         return addressPrefix + noCoverKey;
     // Ids stand in the address as they are, and may hold what looks like a signature.
-    return keepRemote(rawValue(song.platform) + u'/' + song.id, *coverUrl);
+    return keepRemote(rawValue(song.platform) + u'/' + song.id, *url);
+}
+
+QString CoverRegistry::source(const Playlist &playlist, const std::optional<Song> &firstSong)
+{
+    if (playlist.coverImageData) {
+        const QString digest = QString::number(qHash(*playlist.coverImageData), 16);
+        return keep(u"playlist\n"_s + playlist.id + u'\n' + digest,
+                    {.artwork = ArtworkData(*playlist.coverImageData), .remoteAddress = {}});
+    }
+    QString cover = addressPrefix + noCoverKey;
+    if (playlist.type == PlaylistType::local && firstSong)
+        cover = source(*firstSong);
+    if (playlist.type == PlaylistType::online && !playlist.onlineSongs.isEmpty()) {
+        const OnlineSong &first = playlist.onlineSongs.constFirst();
+        if (!first.picUrl.isEmpty())
+            cover = source(first, QUrl(first.picUrl));
+    }
+    return cover == addressPrefix + noCoverKey ? QString() : cover;
 }
 
 /// Remembers a web address. Its key leaves out what differs each time that it is signed, but not the account:

@@ -14,6 +14,8 @@ namespace cadorel {
 
 class Song;
 struct OnlineSong;
+struct Playlist;
+struct Playlist;
 
 /// Where the image provider of covers finds what lies behind a picture address: the bytes of a cover, or the
 /// web address that it is fetched from. Views name a cover by a key in the address; whoever hands out such an
@@ -37,6 +39,10 @@ public:
     QString source(const Song &song);
     /// The same for an online song, whose cover lies at @p coverUrl; absent when none could be built.
     QString source(const OnlineSong &song, const std::optional<QUrl> &coverUrl);
+    /// The cover of a playlist: its own, else that of a local playlist's first song, else that of an online
+    /// playlist's first record. Empty when there is none: a playlist has a symbol of its own then.
+    /// @param firstSong the first song of a local playlist that is still there
+    QString source(const Playlist &playlist, const std::optional<Song> &firstSong);
 
     /// The cover of a key that source() gave; absent when the song has none, when it has to be fetched, or
     /// when the key was forgotten.

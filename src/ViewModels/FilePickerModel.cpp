@@ -79,31 +79,44 @@ bool FilePickerModel::canGoUp() const
     return !m_folder.isEmpty() && !QDir(m_folder).isRoot();
 }
 
-void FilePickerModel::openPlace(Place place)
+void FilePickerModel::setSingleFile(bool singleFile)
 {
-    const auto location = [place] {
+    if (singleFile == m_singleFile)
+        return;
+    m_singleFile = singleFile;
+    Q_EMIT singleFileChanged();
+    clearSelection();
+}
+
+QString FilePickerModel::location(Place place)
+{
+    const auto standard = [place] {
         switch (place) {
         case Place::Home:
             return QStandardPaths::HomeLocation;
         case Place::Music:
             return QStandardPaths::MusicLocation;
+        case Place::Pictures:
+            return QStandardPaths::PicturesLocation;
         case Place::Downloads:
             return QStandardPaths::DownloadLocation;
         }
         Q_UNREACHABLE();
     }();
-    open(QStandardPaths::writableLocation(location));
+    return QStandardPaths::writableLocation(standard);
 }
 
-void FilePickerModel::restart()
+void FilePickerModel::openPlace(Place place)
 {
-    if (!m_folder.isEmpty()) {
+    open(location(place));
+}
+
+void FilePickerModel::restart(Place place)
+{
+    if (!m_folder.isEmpty())
         open(m_folder);
-        return;
-    }
-    const bool hasMusicFolder =
-        QDir(QStandardPaths::writableLocation(QStandardPaths::MusicLocation)).exists();
-    openPlace(hasMusicFolder ? Place::Music : Place::Home);
+    else
+        openPlace(QDir(location(place)).exists() ? place : Place::Home);
 }
 
 void FilePickerModel::up()
@@ -181,7 +194,12 @@ void FilePickerModel::activate(int row)
     }
     if (m_folderMode)
         return;
-    if (!m_selected.remove(row))
+    const bool wasSelected = m_selected.contains(row);
+    if (m_singleFile)
+        clearSelection();
+    if (wasSelected)
+        m_selected.remove(row);
+    else
         m_selected.insert(row);
     Q_EMIT dataChanged(index(row), index(row), {IsSelectedRole});
     Q_EMIT selectedCountChanged();

@@ -10,12 +10,14 @@
 
 namespace cadorel {
 
-/// One folder of the player's own file picker: its folders first, then its audio files, hidden ones left out.
-/// Folders are read on the thread pool; the rows of the last one stay until the next is there. Main thread.
+/// One folder of the player's own file picker: its folders first, then the files that may be chosen, hidden
+/// ones left out. Folders are read on the thread pool; the rows of the last one stay until the next is there.
+/// Main thread.
 class FilePickerModel : public QAbstractListModel
 {
     Q_OBJECT
     Q_PROPERTY(bool folderMode READ folderMode WRITE setFolderMode NOTIFY folderModeChanged)
+    Q_PROPERTY(bool singleFile READ singleFile WRITE setSingleFile NOTIFY singleFileChanged)
     Q_PROPERTY(QStringList extensions READ extensions WRITE setExtensions NOTIFY extensionsChanged)
     Q_PROPERTY(QString folder READ folder NOTIFY folderChanged)
     Q_PROPERTY(QString folderName READ folderName NOTIFY folderChanged)
@@ -32,7 +34,7 @@ public:
     };
 
     /// Capitalised, because QML reads no other enumerators.
-    enum class Place { Home, Music, Downloads };
+    enum class Place { Home, Music, Pictures, Downloads };
     Q_ENUM(Place)
 
     explicit FilePickerModel(QObject *parent = nullptr);
@@ -44,6 +46,10 @@ public:
     /// A folder is to be chosen: files are shown for orientation and cannot be selected.
     bool folderMode() const { return m_folderMode; }
     void setFolderMode(bool folderMode);
+
+    /// One file is to be chosen: another one takes its place.
+    bool singleFile() const { return m_singleFile; }
+    void setSingleFile(bool singleFile);
 
     /// Endings of the files that are shown, lower case, without the dot; at first those of the import.
     QStringList extensions() const { return m_extensions; }
@@ -62,9 +68,9 @@ public:
     /// Shows a folder. The selection belongs to one folder and is dropped.
     Q_INVOKABLE void open(const QString &path);
     Q_INVOKABLE void openPlace(cadorel::FilePickerModel::Place place);
-    /// Reads the folder shown anew, or opens the music folder when there is none yet; nothing is selected
-    /// then.
-    Q_INVOKABLE void restart();
+    /// Reads the folder shown anew, or opens the folder of @p place, else the home folder, when there is none
+    /// yet; nothing is selected then.
+    Q_INVOKABLE void restart(cadorel::FilePickerModel::Place place = cadorel::FilePickerModel::Place::Music);
     Q_INVOKABLE void up();
     /// Opens the folder of a row, or selects its file, or takes it out of the selection again.
     Q_INVOKABLE void activate(int row);
@@ -74,6 +80,7 @@ public:
 
 Q_SIGNALS:
     void folderModeChanged();
+    void singleFileChanged();
     void extensionsChanged();
     void folderChanged();
     void isLoadingChanged();
@@ -89,6 +96,7 @@ private:
     };
     using Listing = std::expected<QList<Entry>, QString>;
 
+    static QString location(Place place);
     static Listing list(const QString &path, const QStringList &extensions);
     void show(const QString &path, const Listing &listing);
     void clearSelection();
@@ -102,6 +110,7 @@ private:
     QSet<int> m_selected;
     quint64 m_latestRequest = 0;
     bool m_folderMode = false;
+    bool m_singleFile = false;
     bool m_isLoading = false;
 };
 

@@ -21,6 +21,7 @@ LibraryViewModel::LibraryViewModel(CadorelViewModel &viewModel, Platform &platfo
     , m_songs(new SongListModel(this))
     , m_refresh([this] { refreshSongs(); })
 {
+    m_songs->setFavorites(m_viewModel.playlistStore());
     // Comparing 100,000 rows for every song of an import would cost more than the import.
     connect(&m_viewModel, &CadorelViewModel::songsChanged, this, [this] { m_refresh.request(); });
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, [this] {

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+#include <algorithm>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
@@ -77,6 +79,12 @@ QString NavidromeServerListModel::status(const NavidromeConfig &config) const
                                : config.id == m_connected ? u"已连接"_s
                                                           : u"未连接"_s;
     return config.isEnabled ? connection : u"已禁用 · "_s + connection;
+}
+
+int NavidromeServerListModel::rowOf(const QString &id) const
+{
+    const auto found = std::ranges::find(m_rows, id, &NavidromeConfig::uuidText);
+    return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
 }
 
 void NavidromeServerListModel::setServers(const QList<NavidromeConfig> &servers)

@@ -17,6 +17,7 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+    int rowOf(const QString &id) const override;
 
     void setServers(const QList<NavidromeConfig> &servers);
     /// Which server is connected, and which one is being connected to; null ids for none.

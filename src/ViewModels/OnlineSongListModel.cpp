@@ -71,6 +71,8 @@ QVariant OnlineSongListModel::data(const QModelIndex &index, int role) const
         return !m_currentKey.isEmpty() && key(song) == m_currentKey;
     case IsDeletableRole:
         return false;
+    case IsFavoriteRole:
+        return favorites() && favorites()->isFavorite(song);
     default:
         return {};
     }
@@ -85,7 +87,8 @@ QHash<int, QByteArray> OnlineSongListModel::roleNames() const
             {PlatformTextRole, "platformText"},
             {CoverSourceRole, "coverSource"},
             {IsCurrentRole, "isCurrent"},
-            {IsDeletableRole, "isDeletable"}};
+            {IsDeletableRole, "isDeletable"},
+            {IsFavoriteRole, "isFavorite"}};
 }
 
 void OnlineSongListModel::setSongs(const QList<OnlineSong> &songs)
@@ -120,6 +123,11 @@ void OnlineSongListModel::moveCovers()
 {
     if (!m_songs.isEmpty())
         Q_EMIT dataChanged(index(0), index(count() - 1), {CoverSourceRole});
+}
+
+void OnlineSongListModel::setFavorites(const PlaylistStore *playlists)
+{
+    followFavorites(playlists, IsFavoriteRole);
 }
 
 int OnlineSongListModel::rowOf(const QString &songKey) const

@@ -25,7 +25,8 @@ public:
         PlatformTextRole,              // platformText: QString, empty where all songs are of one platform
         CoverSourceRole,               // coverSource: QString, address for an Image
         IsCurrentRole,                 // isCurrent: bool, this song is the player's
-        IsDeletableRole                // isDeletable: bool, false: there is no file
+        IsDeletableRole,               // isDeletable: bool, false: there is no file
+        IsFavoriteRole                 // isFavorite: bool
     };
 
     /// Where the cover of a song lies, with the API endpoint of the moment.
@@ -49,8 +50,10 @@ public:
     /// The covers of all rows lie elsewhere now.
     void moveCovers();
 
-    /// First row of the song with this key; -1 when it is not in the list.
-    Q_INVOKABLE int rowOf(const QString &songKey) const;
+    /// Marks the songs that are favourites in @p playlists, now and whenever those change; null marks none.
+    void setFavorites(const PlaylistStore *playlists);
+
+    int rowOf(const QString &songKey) const override;
 
     /// Names a song among those of all platforms.
     static QString key(const OnlineSong &song);

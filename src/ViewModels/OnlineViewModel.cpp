@@ -4,6 +4,7 @@
 #include "Services/APIConfigService.h"
 #include "Services/OnlineMusicService.h"
 #include "ViewModels/APISettingsViewModel.h"
+#include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/OnlineSearchViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/TopListPageViewModel.h"
@@ -15,9 +16,10 @@ OnlineViewModel::OnlineViewModel(CadorelViewModel &viewModel, OnlineMusicService
                                  APIConfigService &apiConfig)
     : m_settings(new APISettingsViewModel(apiConfig, service, this))
 {
-    const auto makeSongs = [&service, &apiConfig] {
+    const auto makeSongs = [&viewModel, &service, &apiConfig] {
         auto *songs = new OnlineSongListModel(
             [&service](const OnlineSong &song) { return service.getCoverUrl(song); }, nullptr);
+        songs->setFavorites(viewModel.playlistStore());
         connect(&apiConfig, &APIConfigService::baseURLChanged, songs, &OnlineSongListModel::moveCovers);
         return songs;
     };

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Services/Seams/PlaylistStore.h"
 #include "ViewModels/RowDifference.h"
 
 #include <QAbstractListModel>
 #include <QList>
+#include <QPointer>
 #include <QThreadPool>
 
 #include <algorithm>
@@ -23,11 +25,19 @@ public:
     explicit RowModel(QObject *parent = nullptr);
 
     int count() const { return rowCount({}); }
+    /// First row of this id, see showRows(); -1 when there is none, or when the model has no use for it.
+    Q_INVOKABLE virtual int rowOf(const QString & /*id*/) const { return -1; }
 
 Q_SIGNALS:
     void countChanged();
 
 protected:
+    /// Tells a change of @p role for every row now and whenever a playlist changes: a view asks again for the
+    /// rows that it shows, and nobody looks for the few that differ. Null tells no more.
+    void followFavorites(const PlaylistStore *playlists, int role);
+    /// What followFavorites() was given, while it lives.
+    const PlaylistStore *favorites() const { return m_favorites; }
+
     /// Above this many groups of rows, showing the list afresh is cheaper for the model and for its views.
     static constexpr qsizetype maximumSteps = 256;
 
@@ -45,6 +55,8 @@ private:
     void apply(const RowStep &step, qsizetype offset, QList<Record> &shown, const QList<Record> &wanted);
     template <typename Rows, typename Record>
     void showContents(QList<Record> &shown, const QList<Record> &wanted);
+
+    QPointer<const PlaylistStore> m_favorites;
 };
 
 template <typename Rows, typename Record>

@@ -66,6 +66,8 @@ QVariant SongListModel::data(const QModelIndex &index, int role) const
         return !m_currentSongId.isEmpty() && song.id() == m_currentSongId;
     case IsDeletableRole:
         return song.isImported();
+    case IsFavoriteRole:
+        return favorites() && favorites()->isFavorite(song);
     default:
         return {};
     }
@@ -80,7 +82,8 @@ QHash<int, QByteArray> SongListModel::roleNames() const
             {PlatformTextRole, "platformText"},
             {CoverSourceRole, "coverSource"},
             {IsCurrentRole, "isCurrent"},
-            {IsDeletableRole, "isDeletable"}};
+            {IsDeletableRole, "isDeletable"},
+            {IsFavoriteRole, "isFavorite"}};
 }
 
 QString SongListModel::displayTitle(const Song &song)
@@ -106,6 +109,11 @@ void SongListModel::setCurrentSongId(const QString &id)
             Q_EMIT dataChanged(changed, changed, {IsCurrentRole});
         }
     }
+}
+
+void SongListModel::setFavorites(const PlaylistStore *playlists)
+{
+    followFavorites(playlists, IsFavoriteRole);
 }
 
 int SongListModel::rowOf(const QString &songId) const

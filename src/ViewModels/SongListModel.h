@@ -19,7 +19,8 @@ public:
         PlatformTextRole,              // platformText: QString, empty: the song is of no online platform
         CoverSourceRole,               // coverSource: QString, address for an Image
         IsCurrentRole,                 // isCurrent: bool, this song is the player's
-        IsDeletableRole                // isDeletable: bool, its file lies in the music folder
+        IsDeletableRole,               // isDeletable: bool, its file lies in the music folder
+        IsFavoriteRole                 // isFavorite: bool
     };
 
     explicit SongListModel(QObject *parent = nullptr);
@@ -37,8 +38,10 @@ public:
     /// Marks every row of this song as the player's; an empty id marks none.
     void setCurrentSongId(const QString &id);
 
-    /// First row of the song; -1 when it is not in the list.
-    Q_INVOKABLE int rowOf(const QString &songId) const;
+    /// Marks the songs that are favourites in @p playlists, now and whenever those change; null marks none.
+    void setFavorites(const PlaylistStore *playlists);
+
+    int rowOf(const QString &songId) const override;
 
     /// What a row shows as title: the song's title, else the name of its file, else "未知歌曲".
     static QString displayTitle(const Song &song);

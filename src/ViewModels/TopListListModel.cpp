@@ -3,13 +3,15 @@
 
 #include "Utils/OneLine.h"
 
+#include <algorithm>
+
 namespace cadorel {
 
 namespace {
 
 struct ChartRows
 {
-    static QString id(const TopList &chart) { return rawValue(chart.platform) + u':' + chart.id; }
+    static QString id(const TopList &chart) { return TopListListModel::key(chart); }
     static bool isSameRow(const TopList &a, const TopList &b)
     {
         return a.platform == b.platform && a.id == b.id;
@@ -43,6 +45,18 @@ QVariant TopListListModel::data(const QModelIndex &index, int role) const
 QHash<int, QByteArray> TopListListModel::roleNames() const
 {
     return {{NameRole, "name"}, {UpdateFrequencyRole, "updateFrequency"}};
+}
+
+int TopListListModel::rowOf(const QString &chartKey) const
+{
+    const auto found = std::find_if(m_charts.cbegin(), m_charts.cend(),
+                                    [&chartKey](const TopList &chart) { return key(chart) == chartKey; });
+    return found == m_charts.cend() ? -1 : static_cast<int>(found - m_charts.cbegin());
+}
+
+QString TopListListModel::key(const TopList &chart)
+{
+    return rawValue(chart.platform) + u':' + chart.id;
 }
 
 void TopListListModel::setCharts(const QList<TopList> &charts)

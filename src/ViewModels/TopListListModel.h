@@ -21,9 +21,13 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+    int rowOf(const QString &chartKey) const override;
 
     /// The charts in the order of the rows.
     const QList<TopList> &charts() const { return m_charts; }
+    /// Names a chart among those of all platforms.
+    static QString key(const TopList &chart);
+
     void setCharts(const QList<TopList> &charts);
 
 private:

@@ -28,6 +28,7 @@ WebDAVServerPageViewModel::WebDAVServerPageViewModel(CadorelViewModel &viewModel
     , m_songs(new SongListModel(this))
     , m_refresh([this] { refreshSongs(); })
 {
+    m_songs->setFavorites(m_viewModel.playlistStore());
     connect(&m_service, &WebDAVService::configsChanged, this, &WebDAVServerPageViewModel::refreshConfig);
     connect(&m_service, &WebDAVSource::changed, this, [this] { m_refresh.request(); });
     connect(&m_scans, &WebDAVScans::changed, this, [this](const QUuid &server) {

@@ -10,9 +10,18 @@
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/OnlineSearchViewModel.h"
+#include "ViewModels/NavidromeServerFormViewModel.h"
+#include "ViewModels/NavidromeServerListModel.h"
+#include "ViewModels/NavidromeServerPageViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistEditorViewModel.h"
+#include "ViewModels/PlaylistListModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistPickerViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RowModel.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/TopListListModel.h"
@@ -100,6 +109,46 @@ struct ForeignOnlineViewModel
     QML_UNCREATABLE("given to the window")
 };
 
+struct ForeignPlaylistEditorViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistEditorViewModel)
+    QML_NAMED_ELEMENT(PlaylistEditorViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistListModel)
+    QML_NAMED_ELEMENT(PlaylistListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistPageViewModel)
+    QML_NAMED_ELEMENT(PlaylistPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistPickerViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistPickerViewModel)
+    QML_NAMED_ELEMENT(PlaylistPickerViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignPlaylistsViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::PlaylistsViewModel)
+    QML_NAMED_ELEMENT(PlaylistsViewModel)
+    QML_UNCREATABLE("given to the window")
+};
+
 struct ForeignRowModel
 {
     Q_GADGET
@@ -153,6 +202,53 @@ struct ForeignTopListsViewModel
     QML_FOREIGN(cadorel::TopListsViewModel)
     QML_NAMED_ELEMENT(TopListsViewModel)
     QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignServerFormViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ServerFormViewModel)
+    QML_NAMED_ELEMENT(ServerFormViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignServerListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ServerListModel)
+    QML_NAMED_ELEMENT(ServerListModel)
+};
+
+struct ForeignNavidromeServerFormViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServerFormViewModel)
+    QML_NAMED_ELEMENT(NavidromeServerFormViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignNavidromeServerListModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServerListModel)
+    QML_NAMED_ELEMENT(NavidromeServerListModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignNavidromeServerPageViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServerPageViewModel)
+    QML_NAMED_ELEMENT(NavidromeServerPageViewModel)
+    QML_UNCREATABLE("given by the view model")
+};
+
+struct ForeignNavidromeServersViewModel
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NavidromeServersViewModel)
+    QML_NAMED_ELEMENT(NavidromeServersViewModel)
+    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignWebDAVPresetListModel

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Components/CoverImageProvider.h"
 #include "Components/CoverPainter.h"
+#include "Components/CoverRequest.h"
 #include "Components/SymbolImageProvider.h"
+#include "Fixtures/MadePicture.h"
 #include "Models/Song.h"
 #include "Utils/AppIcons.h"
 #include "ViewModels/CoverRegistry.h"
@@ -56,27 +58,10 @@ Song songWith(const QString &id, const QByteArray &cover)
     return song;
 }
 
-bool isNear(const QColor &a, const QColor &b)
-{
-    constexpr int tolerance = 12;
-    return qAbs(a.red() - b.red()) < tolerance && qAbs(a.green() - b.green()) < tolerance &&
-           qAbs(a.blue() - b.blue()) < tolerance && qAbs(a.alpha() - b.alpha()) < tolerance;
-}
-
 /// Waits for what the provider answers.
 QImage ask(CoverImageProvider &provider, const QString &address, const QSize &size)
 {
-    const std::unique_ptr<QQuickImageResponse> response(provider.requestImageResponse(address, size));
-    QSignalSpy finished(response.get(), &QQuickImageResponse::finished);
-    if (!finished.wait())
-        return {};
-    const std::unique_ptr<QQuickTextureFactory> factory(response->textureFactory());
-    return factory->image();
-}
-
-QString addressOf(const QString &source)
-{
-    return source.mid(QStringLiteral("image://cover/").size());
+    return CoverRequest(provider, address, size).wait();
 }
 
 } // namespace
@@ -114,7 +99,7 @@ void ImageProvidersTest::coverHasTheSizeAskedForAndRoundCorners()
     CoverRegistry registry;
     CoverImageProvider provider(registry);
     const QString address =
-        addressOf(registry.source(songWith(u"a"_s, stripes({900, 900}, format.constData()))));
+        coverAddress(registry.source(songWith(u"a"_s, stripes({900, 900}, format.constData()))));
     const QImage image = ask(provider, address + u"?radius=0.1667"_s, {96, 96});
     QCOMPARE(image.size(), QSize(96, 96));
     for (const QPoint corner : {QPoint(0, 0), QPoint(95, 0), QPoint(0, 95), QPoint(95, 95)})
@@ -179,38 +164,14 @@ void ImageProvidersTest::undecodableCoverIsThePlaceholder()
     for (int x = 0; x < 80; ++x)
         strongest = qMax(strongest, expected.pixelColor(x, 48).alpha());
     QVERIFY(strongest > 100);
-    QCOMPARE(ask(provider, addressOf(registry.source(songWith(u"a"_s, cover))) + u"?radius=0"_s, {80, 80}),
+    QCOMPARE(ask(provider, coverAddress(registry.source(songWith(u"a"_s, cover))) + u"?radius=0"_s, {80, 80}),
              expected);
 }
 
 void ImageProvidersTest::bombIsThePlaceholder()
 {
-    // 30,000 by 30,000 pixels of one colour: a few kilobytes of PNG, 3.6 GB decoded.
-    QByteArray header;
-    QDataStream stream(&header, QIODevice::WriteOnly);
-    stream << quint32(30'000) << quint32(30'000) << quint8(8) << quint8(6) << quint8(0) << quint8(0)
-           << quint8(0);
-    const auto chunk = [](const QByteArray &type, const QByteArray &data) {
-        const auto crc = [](const QByteArray &bytes) {
-            quint32 value = 0xffffffff;
-            for (const char byte : bytes) {
-                value ^= static_cast<quint8>(byte);
-                for (int bit = 0; bit < 8; ++bit)
-                    value = (value >> 1) ^ (value & 1 ? 0xedb88320 : 0);
-            }
-            return ~value;
-        };
-        QByteArray bytes;
-        QDataStream out(&bytes, QIODevice::WriteOnly);
-        out << quint32(data.size());
-        out.writeRawData(type.constData(), static_cast<int>(type.size()));
-        out.writeRawData(data.constData(), static_cast<int>(data.size()));
-        out << crc(type + data);
-        return bytes;
-    };
-    const QByteArray pixels = qCompress(QByteArray(1'000'000, '\0')).mid(4);
-    const QByteArray bomb =
-        QByteArray("\x89PNG\r\n\x1a\n") + chunk("IHDR", header) + chunk("IDAT", pixels) + chunk("IEND", {});
+    // A few kilobytes of PNG, 3.6 GB decoded.
+    const QByteArray bomb = madePictureBomb(30'000);
     QCOMPARE(drawCover(ArtworkData(bomb), 64, 8), drawCover({}, 64, 8));
 }
 
@@ -240,7 +201,7 @@ void ImageProvidersTest::drawnCoversAreKept()
     CoverImageProvider provider(registry);
     Song song = songWith(u"a"_s, {});
     song.setArtworkData(ArtworkData::inFile(path.toUtf8(), file.size()));
-    const QString address = addressOf(registry.source(song)) + u"?radius=0"_s;
+    const QString address = coverAddress(registry.source(song)) + u"?radius=0"_s;
     const QImage first = ask(provider, address, {40, 40});
     QVERIFY(QFile::remove(path));
     QCOMPARE(ask(provider, address, {40, 40}), first);
@@ -254,7 +215,7 @@ void ImageProvidersTest::cancelledAndForgottenResponsesEnd()
     const QByteArray large = stripes({3000, 3000}, "JPEG");
     QList<QQuickImageResponse *> responses;
     for (int i = 0; i < 30; ++i) {
-        const QString address = addressOf(registry.source(songWith(QString::number(i), large)));
+        const QString address = coverAddress(registry.source(songWith(QString::number(i), large)));
         responses.append(provider->requestImageResponse(address, {96, 96}));
     }
     std::vector<std::unique_ptr<QSignalSpy>> finished;
@@ -267,7 +228,7 @@ void ImageProvidersTest::cancelledAndForgottenResponsesEnd()
     qDeleteAll(responses);
 
     // One that is dropped, and a provider that goes, while a cover is being drawn.
-    const QString address = addressOf(registry.source(songWith(u"last"_s, large)));
+    const QString address = coverAddress(registry.source(songWith(u"last"_s, large)));
     const std::unique_ptr<QQuickImageResponse> kept(provider->requestImageResponse(address, {97, 97}));
     delete provider->requestImageResponse(address, {98, 98});
     provider.reset();

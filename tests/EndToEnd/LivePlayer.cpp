@@ -52,18 +52,21 @@ void LivePlayer::start()
         return std::make_unique<MpvStreamPlayer>(*m_platform.assetReader);
     };
     m_platform.httpClient = std::make_unique<NetworkHttpClient>();
-    m_platform.secretStore =
-        std::make_unique<FileSecretStore>(directories.applicationSupport + u"/secrets.json"_s);
+    m_platform.secretStore = std::make_unique<FileSecretStore>(passwordFile());
     KeychainHelper::setStore(m_platform.secretStore.get());
 
+    m_api = std::make_unique<APIConfigService>(m_platform);
     m_servers = std::make_unique<WebDAVService>(m_platform);
+    m_navidrome = std::make_unique<NavidromeService>(m_platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(m_platform);
     m_importService = std::make_unique<LocalMusicImportService>(m_platform);
-    m_player = std::make_unique<AudioPlayerService>(
-        m_platform, *m_importService,
-        AudioPlayerParts{.streaming = m_streaming.get(), .updateSongMetadata = [this](const Song &song) {
-                             m_servers->updateSongMetadata(song);
-                         }});
+    m_player =
+        std::make_unique<AudioPlayerService>(m_platform, *m_importService,
+                                             AudioPlayerParts{.streaming = m_streaming.get(),
+                                                              .onlineAddresses = m_api.get(),
+                                                              .updateSongMetadata = [this](const Song &song) {
+                                                                  m_servers->updateSongMetadata(song);
+                                                              }});
     QVERIFY(await(m_servers->songsLoaded()));
 }
 
@@ -76,7 +79,9 @@ void LivePlayer::stop()
     m_player.reset();
     m_importService.reset();
     m_streaming.reset();
+    m_navidrome.reset();
     m_servers.reset();
+    m_api.reset();
     KeychainHelper::setStore(nullptr);
     m_platform = {};
 }

@@ -3,8 +3,10 @@
 
 #include "Fakes/ConsoleLines.h"
 #include "Platform/Platform.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 
@@ -14,7 +16,7 @@
 
 namespace cadorel {
 
-/// The player and its WebDAV side made of nothing but real parts, in a home of its own, without a window.
+/// The player and its servers' side made of nothing but real parts, in a home of its own, without a window.
 class LivePlayer
 {
 public:
@@ -26,7 +28,11 @@ public:
     void restart();
 
     WebDAVService &servers() { return *m_servers; }
+    NavidromeService &navidrome() { return *m_navidrome; }
     AudioPlayerService &player() { return *m_player; }
+    Preferences &preferences() { return *m_platform.preferences; }
+    /// Where the online songs lie.
+    APIConfigService &api() { return *m_api; }
     /// Saves a server and walks it. @return whether that succeeded
     bool scan(const WebDAVConfig &config, const QString &password);
     /// The song of that title; fails the test when there is none.
@@ -35,6 +41,13 @@ public:
     void play(const QString &title);
     /// The current song's title.
     QString current() const;
+    QString home() const { return m_home.path(); }
+    /// The file of the passwords.
+    QString passwordFile() const
+    {
+        return m_platform.directories.applicationSupport + QStringLiteral("/secrets.json");
+    }
+    const Preferences &preferences() const { return *m_platform.preferences; }
     /// Names of everything in the folder of copies, temporary files too.
     QStringList copies() const;
     /// Paths of everything else in the home.
@@ -52,7 +65,9 @@ private:
     ConsoleLines m_console;
     QStringList m_lines;
     Platform m_platform;
+    std::unique_ptr<APIConfigService> m_api;
     std::unique_ptr<WebDAVService> m_servers;
+    std::unique_ptr<NavidromeService> m_navidrome;
     std::unique_ptr<WebDAVStreamingService> m_streaming;
     std::unique_ptr<LocalMusicImportService> m_importService;
     std::unique_ptr<AudioPlayerService> m_player;

@@ -90,7 +90,17 @@ bool RunningPlayer::control(const QStringList &arguments, QString *answer)
 
 void RunningPlayer::click(int x, int y)
 {
-    QVERIFY(control({u"mousemove"_s, QString::number(x), QString::number(y), u"click"_s, u"1"_s}));
+    press(u"1"_s, x, y);
+}
+
+void RunningPlayer::rightClick(int x, int y)
+{
+    press(u"3"_s, x, y);
+}
+
+void RunningPlayer::press(const QString &button, int x, int y)
+{
+    QVERIFY(control({u"mousemove"_s, QString::number(x), QString::number(y), u"click"_s, button}));
 }
 
 void RunningPlayer::key(const QString &name)

@@ -38,6 +38,7 @@ public:
     const QString &output();
 
     void click(int x, int y);
+    void rightClick(int x, int y);
     void key(const QString &name);
     /// Presses the keys of a text. A character that no key of the display has needs
     /// VirtualDisplay::addKeys().
@@ -49,6 +50,7 @@ public:
 private:
     /// What the display shows.
     QByteArray picture() const;
+    void press(const QString &button, int x, int y);
     bool control(const QStringList &arguments, QString *answer = nullptr);
 
     QProcess m_process;

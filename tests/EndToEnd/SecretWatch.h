@@ -21,6 +21,9 @@ public:
     ~SecretWatch();
     Q_DISABLE_COPY_MOVE(SecretWatch)
 
+    /// One more to look for from now on.
+    void add(const QString &secret) { m_secrets.append(SecretForms(secret)); }
+
     /// Writes down everything on a bus from the moment that it returns true.
     bool watchBus(PrivateBus &bus);
     /// Looks through what the bus carried until now.

@@ -4,10 +4,8 @@
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Fixtures/Sound/SoundServer.h"
-#include "Fixtures/Sound/Spectrum.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTest>
 
 using namespace cadorel;
@@ -45,10 +43,6 @@ private:
     void put(const QString &source, const QString &name);
     /// Clicks on the first row until it plays: its song is listed a moment before it is drawn.
     bool playFirstRow();
-    /// Loudest frequency of what is heard from now on, in hertz; 0 for silence.
-    double hertzNow();
-    /// Waits until that is @p hertz.
-    bool hears(double hertz);
 
     SoundFiles m_files;
     std::unique_ptr<QTemporaryDir> m_home;
@@ -94,31 +88,6 @@ bool TestListening::playFirstRow()
     return m_player->output().contains(said);
 }
 
-double TestListening::hertzNow()
-{
-    m_recorder->clear();
-    if (!m_recorder->hear(900ms))
-        return -1;
-    const auto tail = static_cast<std::ptrdiff_t>(Recorder::samplesIn(400ms));
-    const Spectrum heard({m_recorder->samples().end() - tail, m_recorder->samples().end()},
-                         Recorder::sampleRate);
-    return heard.loudest().amplitude > audible ? heard.loudest().hertz : 0;
-}
-
-bool TestListening::hears(double hertz)
-{
-    QElapsedTimer waited;
-    waited.start();
-    double heard = -1;
-    while (waited.elapsed() < 20000) {
-        heard = hertzNow();
-        if (std::abs(heard - hertz) < 5)
-            return true;
-    }
-    qWarning() << "heard" << heard << "Hz instead of" << hertz;
-    return false;
-}
-
 void TestListening::aSongIsHeardAndFoundPausedAfterARestart()
 {
     const QString tones = m_files.make(u"tones.flac"_s, {{440, 4}, {1320, 30}});
@@ -130,21 +99,21 @@ void TestListening::aSongIsHeardAndFoundPausedAfterARestart()
     QVERIFY(playFirstRow());
     QVERIFY(m_player->says(u"✅ PlayerItem 状态: readyToPlay"_s));
     QVERIFY(m_recorder->hearSound(audible, 10s));
-    QVERIFY(hears(440));
+    QVERIFY(m_recorder->hearTone(440));
     QTRY_COMPARE(m_player->windowTitle(), u"两个音 🎵"_s);
     // On into the second tone, then the desktop logs out.
-    QVERIFY(hears(1320));
+    QVERIFY(m_recorder->hearTone(1320));
     QVERIFY(m_player->stop());
 
     m_player = std::make_unique<RunningPlayer>(m_display->name(), m_home->path());
     QVERIFY(m_player->start());
     QVERIFY(m_player->output().contains(u"📂 本地音乐: 从缓存加载 1 首歌曲"_s));
     QCOMPARE(m_player->windowTitle(), u"两个音 🎵"_s);
-    QCOMPARE(hertzNow(), 0.0);
+    QCOMPARE(m_recorder->hertzNow(), 0.0);
     m_player->click(playButton.x(), playButton.y());
     m_recorder->clear();
     QVERIFY(m_recorder->hearSound(audible, 10s));
-    QVERIFY(std::abs(hertzNow() - 1320) < 5); // at once: it did not start anew
+    QVERIFY(std::abs(m_recorder->hertzNow() - 1320) < 5); // at once: it did not start anew
     QVERIFY(m_player->stop());
 }
 
@@ -186,7 +155,7 @@ void TestListening::aFileDeletedWhilePlayingPlaysOn()
     QVERIFY(playFirstRow());
     QVERIFY(m_recorder->hearSound(audible, 10s));
     QVERIFY(QFile::remove(RunningPlayer::musicFolder(m_home->path()) + u"/删除.flac"_s));
-    QVERIFY(hears(1800));
+    QVERIFY(m_recorder->hearTone(1800));
     QVERIFY(m_player->stop());
 
     // The next start drops the song and has no place to come back to.

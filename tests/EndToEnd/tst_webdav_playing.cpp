@@ -5,12 +5,10 @@
 #include "Fixtures/MadeSong.h"
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundServer.h"
-#include "Fixtures/Sound/Spectrum.h"
 #include "Servers/DavTree.h"
 #include "Servers/MisbehavingServer.h"
 #include "Servers/WebDAVServer.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 using namespace cadorel;
@@ -78,7 +76,6 @@ private Q_SLOTS:
     void aServerDeletedDuringItsScanLeavesNothing();
 
 private:
-    bool hears(int hertz);
     /// A song of so many hertz as bytes.
     QByteArray made(const QString &title, int hertz);
 
@@ -125,23 +122,6 @@ QByteArray WebDAVPlayingTest::made(const QString &title, int hertz)
     return isMade ? bytesOf(path) : QByteArray();
 }
 
-bool WebDAVPlayingTest::hears(int hertz)
-{
-    QElapsedTimer waited;
-    waited.start();
-    while (waited.elapsed() < 20'000) {
-        m_recorder->clear();
-        if (!m_recorder->hear(600ms))
-            return false;
-        const auto tail = static_cast<std::ptrdiff_t>(Recorder::samplesIn(300ms));
-        const Spectrum heard({m_recorder->samples().end() - tail, m_recorder->samples().end()},
-                             Recorder::sampleRate);
-        if (heard.loudest().amplitude > audible && std::abs(heard.loudest().hertz - hertz) < 6)
-            return true;
-    }
-    return false;
-}
-
 void WebDAVPlayingTest::aSongIsHeardCachedAndKnownByItsTags_data()
 {
     QTest::addColumn<QString>("kind");
@@ -162,7 +142,7 @@ void WebDAVPlayingTest::aSongIsHeardCachedAndKnownByItsTags()
 
     m_live->play(u"第一首 #1"_s);
     QVERIFY(m_recorder->hearSound(audible, soundLimit));
-    QVERIFY(hears(firstHertz));
+    QVERIFY(m_recorder->hearTone(firstHertz));
     QVERIFY(m_live->says(u"🎵 元数据解析完成: a 标题 - 歌手"_s));
     QCOMPARE(m_live->copies(), QStringList{u"第一首 #1.mp3"_s});
     const auto knowsTags = [](const Song &song) {
@@ -179,13 +159,13 @@ void WebDAVPlayingTest::aSongIsHeardCachedAndKnownByItsTags()
     m_live->player().pause();
     QVERIFY(m_recorder->hearSilence(500ms, soundLimit));
     m_live->play(u"a 标题"_s);
-    QVERIFY(hears(firstHertz));
+    QVERIFY(m_recorder->hearTone(firstHertz));
 
     m_live->restart();
     QCOMPARE(m_live->servers().webDAVSongs().size(), 2);
     QVERIFY(knowsTags(m_live->song(u"a 标题"_s)));
     m_live->play(u"a 标题"_s);
-    QVERIFY(hears(firstHertz));
+    QVERIFY(m_recorder->hearTone(firstHertz));
     QVERIFY(!m_live->player().playError());
     m_live->play(u"第二首"_s);
     QTRY_VERIFY_WITH_TIMEOUT(m_live->player().playError().has_value(), patienceMs);
@@ -206,7 +186,7 @@ void WebDAVPlayingTest::theNextSongDoesNotWaitForTheFirst()
     QTRY_VERIFY(server.requestCount("/slow.mp3") > 0);
     m_live->player().next();
     // The first would take minutes.
-    QVERIFY(hears(secondHertz));
+    QVERIFY(m_recorder->hearTone(secondHertz));
     // Nor does its copy wait for a stream that nobody listens to.
     QTRY_VERIFY_WITH_TIMEOUT(m_live->copies().contains(u"quick.mp3"_s), 20000);
     QVERIFY(!m_live->copies().contains(u"slow.mp3"_s));
@@ -260,7 +240,7 @@ void WebDAVPlayingTest::aPasswordThatNoLongerHoldsFailsThePlay()
     QVERIFY(await(m_live->servers().saveConfig(config, u"another"_s)));
     QVERIFY(await(m_live->servers().refreshSongURLs(config)));
     m_live->play(u"song"_s);
-    QVERIFY(hears(firstHertz));
+    QVERIFY(m_recorder->hearTone(firstHertz));
 }
 
 void WebDAVPlayingTest::anotherHostGetsNoCredentials()

@@ -3,6 +3,8 @@
 
 #include "Services/Seams/PlaylistStore.h"
 
+#include <QSet>
+
 namespace cadorel {
 
 /// Remembers what was asked of the playlists: `calls` in order, one text each.
@@ -10,6 +12,8 @@ class FakePlaylistStore : public PlaylistStore
 {
 public:
     QStringList calls;
+    /// Ids of the favourites of both kinds; a change is told by changed().
+    QSet<QString> favorites;
 
     Playlist createPlaylist(const QString &name, const QString &description, PlaylistType type) override
     {
@@ -29,6 +33,8 @@ public:
     {
         calls.append(QStringLiteral("add online ") + song.id + QStringLiteral(" to ") + playlist.name);
     }
+    bool isFavorite(const Song &song) const override { return favorites.contains(song.id()); }
+    bool isFavorite(const OnlineSong &song) const override { return favorites.contains(song.id); }
 };
 
 } // namespace cadorel

@@ -19,6 +19,23 @@ QByteArray encoded(const QColor &color, int side, const char *format)
     return buffer.data();
 }
 
+quint32 pngChecksum(const QByteArray &bytes)
+{
+    constexpr quint32 polynomial = 0xedb88320;
+    quint32 value = 0xffffffff;
+    for (const char byte : bytes) {
+        value ^= static_cast<quint8>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            value = (value >> 1) ^ (value & 1 ? polynomial : 0);
+    }
+    return ~value;
+}
+
+QByteArray pngChunk(const QByteArray &type, const QByteArray &data)
+{
+    return madeNumber(static_cast<quint32>(data.size())) + type + data + madeNumber(pngChecksum(type + data));
+}
+
 } // namespace
 
 QByteArray madeJpeg(const QColor &color, int side)
@@ -47,6 +64,15 @@ QByteArray madePictureBlock(const QByteArray &picture, const QByteArray &mimeTyp
     };
     return madeNumber(frontCover) + counted(mimeType) + counted(description) + madeNumber(64) +
            madeNumber(64) + madeNumber(24) + madeNumber(0) + counted(picture);
+}
+
+QByteArray madePictureBomb(quint32 side)
+{
+    // Eight bits a channel, red, green, blue and alpha, nothing special.
+    const QByteArray header = madeNumber(side) + madeNumber(side) + QByteArray("\x08\x06\0\0\0", 5);
+    const QByteArray pixels = qCompress(QByteArray(1'000'000, '\0')).mid(4);
+    return QByteArray("\x89PNG\r\n\x1a\n") + pngChunk("IHDR", header) + pngChunk("IDAT", pixels) +
+           pngChunk("IEND", {});
 }
 
 } // namespace cadorel

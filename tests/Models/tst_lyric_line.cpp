@@ -392,6 +392,9 @@ void TestLyricLine::megabytesAreReadInNoTime_data()
     QTest::newRow("open tags, the first closed") << u"[ti:]"_s + filled(u"[ti:"_s) << qsizetype(1) << false;
     QTest::newRow("closed tags without a value, open ones")
         << filled(u"[ti:"_s) + u']' << qsizetype(0) << false;
+    QTest::newRow("one tag of the song") << u"[ti:"_s + filled(u"词"_s) + u']' << qsizetype(0) << false;
+    QTest::newRow("a tag of the song behind words")
+        << filled(u"词"_s) + u"[ti:词]"_s << qsizetype(0) << false;
     QTest::newRow("time tags in one line") << filled(u"[00:10.00]"_s) << qsizetype(1) << true;
     QTest::newRow("time tags in one line, another behind")
         << filled(u"[00:10.00]"_s) + u"\n词"_s << qsizetype(1) << false;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/OnlineApiServer.h"
 
+#include "Fixtures/EndProcess.h"
+#include "Fixtures/EndWithParent.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QJsonArray>
@@ -8,9 +11,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
-#include <sys/prctl.h>
 
 namespace cadorel {
 
@@ -19,7 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int startMs = 20'000;
-constexpr int stopMs = 5'000;
 constexpr int betweenLooksMs = 20;
 
 QString program()
@@ -61,8 +61,7 @@ bool OnlineApiServer::start(const QStringList &arguments)
     m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process->setStandardOutputFile(m_directory->filePath(u"output"_s));
     m_process->setStandardInputFile(QProcess::nullDevice());
-    const auto endWithTheTest = [] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); };
-    m_process->setChildProcessModifier(endWithTheTest);
+    endWithParent(*m_process);
     m_process->start(program(), QStringList{u"--port"_s, u"0"_s} + arguments);
 
     const QDeadlineTimer limit(startMs);
@@ -86,11 +85,7 @@ void OnlineApiServer::stop()
 {
     if (!m_process)
         return;
-    m_process->terminate();
-    if (!m_process->waitForFinished(stopMs)) {
-        m_process->kill();
-        m_process->waitForFinished(stopMs);
-    }
+    endProcess(*m_process);
     m_process.reset();
 }
 

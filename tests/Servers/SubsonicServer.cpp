@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/SubsonicServer.h"
 
+#include "Fixtures/EndProcess.h"
 #include "Fixtures/EndWithParent.h"
 
 #include <QDeadlineTimer>
@@ -16,7 +17,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int startMs = 60'000;
-constexpr int stopMs = 5'000;
 constexpr int betweenAttemptsMs = 100;
 
 QByteArray contents(const QString &path)
@@ -95,13 +95,8 @@ bool SubsonicServer::launch(quint16 port)
 
 void SubsonicServer::stop()
 {
-    if (m_process.state() == QProcess::NotRunning)
-        return;
-    m_process.terminate();
-    if (!m_process.waitForFinished(stopMs)) {
-        m_process.kill();
-        m_process.waitForFinished(stopMs);
-    }
+    if (m_process.state() != QProcess::NotRunning)
+        endProcess(m_process);
 }
 
 QByteArray SubsonicServer::log() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/WebDAVServer.h"
 
+#include "Fixtures/EndProcess.h"
 #include "Fixtures/UnprivilegedScope.h"
 #include "Servers/ApacheServer.h"
 #include "Servers/LighttpdServer.h"
@@ -28,7 +29,6 @@ namespace {
 
 constexpr int startAttempts = 10;
 constexpr int startMs = 20'000;
-constexpr int stopMs = 5'000;
 constexpr int betweenProbesMs = 20;
 
 const QString &logName()
@@ -158,11 +158,7 @@ void WebDAVServer::stop()
 {
     if (!m_process)
         return;
-    m_process->terminate();
-    if (!m_process->waitForFinished(stopMs)) {
-        m_process->kill();
-        m_process->waitForFinished(stopMs);
-    }
+    endProcess(*m_process);
     m_process.reset();
 }
 

@@ -46,6 +46,29 @@ private Q_SLOTS:
         QCOMPARE(writer.text(), "[{\"z\":\"文\",\"a\":1.5,\"m\":3,\"b\":true,\"u\":\"字节\"},{},[]]"_ba);
     }
 
+    void arraysCanBeMembersAndHoldTexts()
+    {
+        JsonWriter writer;
+        writer.beginObject();
+        writer.beginArray("none");
+        writer.endArray();
+        writer.beginArray("texts");
+        writer.element(u"a"_s);
+        writer.element(u""_s);
+        writer.element(u"文"_s);
+        writer.endArray();
+        writer.beginArray("objects");
+        writer.beginObject();
+        writer.endObject();
+        writer.beginObject();
+        writer.endObject();
+        writer.endArray();
+        writer.member("last", 1);
+        writer.endObject();
+        QCOMPARE(writer.text(),
+                 "{\"none\":[],\"texts\":[\"a\",\"\",\"文\"],\"objects\":[{},{}],\"last\":1}"_ba);
+    }
+
     void takeStartsAnew()
     {
         JsonWriter writer;

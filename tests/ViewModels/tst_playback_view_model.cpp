@@ -36,6 +36,7 @@ private Q_SLOTS:
     void ticksWithinASecondChangeNoText();
     void sliderMovesInSmallSteps();
     void coverFollowsTheSong();
+    void coverOfAnOnlineSongLiesAtItsAddress();
     void seekGoesToTheFraction();
     void seekNearTheEndEndsTheSong_data();
     void seekNearTheEndEndsTheSong();
@@ -155,6 +156,24 @@ void PlaybackViewModelTest::coverFollowsTheSong()
     bench.player().playOnlineSong(onlineSong(u"1"_s), {});
     QCOMPARE(playback.coverSource(), noCover);
     QCOMPARE(spy.size(), 3);
+}
+
+void PlaybackViewModelTest::coverOfAnOnlineSongLiesAtItsAddress()
+{
+    ViewModelBench bench;
+    bench.startViewModel();
+    const PlaybackViewModel playback(bench.viewModel(), &bench.addresses);
+    bench.player().playOnlineSong(onlineSong(u"1"_s), onlineSongs({u"1"_s, u"2"_s}));
+    const QString first = playback.coverSource();
+    QCOMPARE(CoverRegistry::shared().remoteAddress(first.section(u'/', -1)),
+             std::optional(QUrl(u"https://api.example/pic?id=1"_s)));
+    bench.player().next();
+    QVERIFY(playback.coverSource() != first);
+    QCOMPARE(CoverRegistry::shared().remoteAddress(playback.coverSource().section(u'/', -1)),
+             std::optional(QUrl(u"https://api.example/pic?id=2"_s)));
+    bench.addresses.silent = true;
+    bench.player().playOnlineSong(onlineSong(u"3"_s), {});
+    QCOMPARE(playback.coverSource(), noCover);
 }
 
 void PlaybackViewModelTest::seekGoesToTheFraction()

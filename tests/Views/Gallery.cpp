@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Saves a picture of every state of the window, light and dark, narrow and wide, for a person to look at.
-//   screen_gallery DIRECTORY
+//   screen_gallery DIRECTORY [GROUP…]   all groups of states, or those named
+#include "Views/Gallery.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/WebDAVService.h"
@@ -27,6 +28,7 @@
 #include <cstdio>
 
 using namespace cadorel;
+using namespace cadorel::gallery;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -59,53 +61,6 @@ void addSongs(TestWindow &test)
     for (const TestWindow::MadeSong &song : songs)
         test.addFile(QString::asprintf("%02d.mp3", ++number), song);
 }
-
-/// Waits for a state without which there is no picture to take.
-template <typename Condition>
-void await(Condition condition)
-{
-    if (!QTest::qWaitFor(condition))
-        qFatal("a state to show does not come");
-}
-
-/// Waits until the covers have been decoded and the sheets have risen.
-void settle()
-{
-    QTest::qWait(500);
-}
-
-class Gallery
-{
-public:
-    Gallery(const QString &folder, const QString &look, QSize size)
-        : m_folder(folder)
-        , m_look(look)
-        , m_size(size)
-    {
-    }
-
-    void show(TestWindow &test) const
-    {
-        if (!test.show())
-            qFatal("the window does not show");
-        test.window->resize(m_size);
-        settle();
-    }
-
-    void save(const TestWindow &test, const QString &state) const
-    {
-        settle();
-        const QString path = u"%1/%2-%3-%4.png"_s.arg(m_folder, state, m_look).arg(m_size.width());
-        if (!test.window->grabWindow().save(path))
-            qFatal("cannot write %s", qPrintable(path));
-        std::puts(qPrintable(path));
-    }
-
-private:
-    QString m_folder;
-    QString m_look;
-    QSize m_size;
-};
 
 void libraryStates(const Gallery &gallery)
 {
@@ -190,7 +145,7 @@ void pickerStates(const Gallery &gallery)
         test.addForeignFile(u"Music/%1 - 一首歌的文件名可以很长很长很长很长很长.flac"_s.arg(i), {});
     gallery.show(test);
     qputenv("HOME", test.home.path().toUtf8());
-    auto *files = test.window->findChild<FilePickerModel *>();
+    auto *files = test.window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
     Q_EMIT test.library->ownPickerRequested(false);
     files->open(test.home.filePath(u"Music"_s));
     await([files] { return files->count() > 0 && !files->isLoading(); });
@@ -432,10 +387,17 @@ void navidromeStates(const Gallery &gallery)
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    if (argc != 2) {
-        std::fputs("usage: screen_gallery DIRECTORY\n", stderr);
+    if (argc < 2) {
+        std::fputs("usage: screen_gallery DIRECTORY [GROUP…]\n", stderr);
         return 2;
     }
+    using States = void (*)(const Gallery &gallery);
+    const QList<QPair<QString, States>> groups = {
+        {u"library"_s, &libraryStates}, {u"import"_s, &importStates}, {u"picker"_s, &pickerStates},
+        {u"form"_s, &formStates},       {u"server"_s, &serverStates}, {u"online"_s, &searchStates},
+        {u"charts"_s, &chartStates},
+    };
+    const QStringList wanted = QCoreApplication::arguments().mid(2);
     setConsoleSink([](const QString &) {});
     const QString folder = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(folder);
@@ -444,8 +406,12 @@ int main(int argc, char **argv)
     QPalette dark(QColor(0x33, 0x33, 0x33));
     for (const bool isDark : {false, true}) {
         QGuiApplication::setPalette(isDark ? dark : light);
-        for (const QSize size : {QSize(390, 844), QSize(900, 640)}) {
+        for (const QSize size : {QSize(390, 844), QSize(1000, 680)}) {
             const Gallery gallery(folder, isDark ? u"dark"_s : u"light"_s, size);
+            for (const auto &[name, states] : groups) {
+                if (wanted.isEmpty() || wanted.contains(name))
+                    states(gallery);
+            }
             libraryStates(gallery);
             importStates(gallery);
             pickerStates(gallery);

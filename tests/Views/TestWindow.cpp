@@ -8,6 +8,7 @@
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
+#include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/KeychainHelper.h"
@@ -17,6 +18,7 @@
 #include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
 #include "ViewModels/SongListModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
@@ -113,6 +115,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     webDAVService = std::make_unique<WebDAVService>(platform);
+    playlistService = std::make_unique<PlaylistService>(platform, *importService);
     navidromeService = std::make_unique<NavidromeService>(platform);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     apiConfig = std::make_unique<APIConfigService>(platform);
@@ -126,14 +129,18 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
                                                               }});
     viewModel =
         std::make_unique<CadorelViewModel>(*audioPlayer, *importService,
-                                           LibrarySources{.onlineMusicService = onlineMusicService.get(),
+                                           LibrarySources{.playlistService = playlistService.get(),
+                                                          .onlineMusicService = onlineMusicService.get(),
                                                           .webDAVService = webDAVService.get(),
                                                           .onlineAddresses = apiConfig.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
-    playback = std::make_unique<PlaybackViewModel>(*viewModel);
+    playback = std::make_unique<PlaybackViewModel>(*viewModel, apiConfig.get());
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
     navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
     online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
+    playlists = std::make_unique<PlaylistsViewModel>(
+        *viewModel, *playlistService, platform,
+        [this](const OnlineSong &song) { return apiConfig->getCoverUrl(song); });
 }
 
 TestWindow::~TestWindow()
@@ -152,8 +159,9 @@ TestWindow::~TestWindow()
         }))
         qWarning("a scan does not end");
     servers.reset();
-    navidrome.reset();
     online.reset();
+    navidrome.reset();
+    playlists.reset();
     QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
 }
@@ -227,8 +235,9 @@ bool TestWindow::show()
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},
                                   {u"servers"_s, QVariant::fromValue(servers.get())},
-                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())},
-                                  {u"online"_s, QVariant::fromValue(online.get())}});
+                                  {u"online"_s, QVariant::fromValue(online.get())},
+                                  {u"playlists"_s, QVariant::fromValue(playlists.get())},
+                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

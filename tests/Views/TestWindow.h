@@ -26,12 +26,14 @@ class AudioPlayerService;
 class CadorelViewModel;
 class LibraryViewModel;
 class LocalMusicImportService;
-class NavidromeServersViewModel;
-class NavidromeService;
 class OnlineMusicService;
 class OnlineViewModel;
+class NavidromeServersViewModel;
+class NavidromeService;
 class PlaybackViewModel;
 class RemoteCovers;
+class PlaylistService;
+class PlaylistsViewModel;
 class WebDAVServersViewModel;
 class WebDAVService;
 class WebDAVStreamingService;
@@ -100,6 +102,7 @@ public:
     std::unique_ptr<FakeSubsonic> subsonic;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<WebDAVService> webDAVService;
+    std::unique_ptr<PlaylistService> playlistService;
     std::unique_ptr<NavidromeService> navidromeService;
     std::unique_ptr<WebDAVStreamingService> streaming;
     std::unique_ptr<APIConfigService> apiConfig;
@@ -109,10 +112,11 @@ public:
     std::unique_ptr<LibraryViewModel> library;
     std::unique_ptr<PlaybackViewModel> playback;
     std::unique_ptr<WebDAVServersViewModel> servers;
-    std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<OnlineViewModel> online;
     /// Fetches covers from the web, if the test has made it before the window is shown.
     std::unique_ptr<RemoteCovers> remoteCovers;
+    std::unique_ptr<PlaylistsViewModel> playlists;
+    std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

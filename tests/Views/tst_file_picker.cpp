@@ -44,7 +44,7 @@ private:
         QVERIFY(t->show());
         Q_EMIT t->library->ownPickerRequested(folder);
         QTRY_VERIFY(t->object(u"pickerSheet"_s)->property("opened").toBool());
-        auto *model = t->window->findChild<FilePickerModel *>();
+        auto *model = t->window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
         QVERIFY(model);
         model->open(t->home.filePath(relative));
         QTRY_COMPARE(model->folder(), t->home.filePath(relative));
@@ -177,7 +177,7 @@ void FilePickerTest::sheetImportsTheFolder()
     t->addForeignFile(u"m/in/1.mp3"_s, {u"里面"_s, {}, {}, 100, {}});
     openSheet(true, u"m"_s);
     t->click(pickerRow(0));
-    auto *model = t->window->findChild<FilePickerModel *>();
+    auto *model = t->window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
     QTRY_COMPARE(model->folderName(), u"in"_s);
     QCOMPARE(t->item(u"pickerAccept"_s)->property("text").toString(), u"导入此文件夹"_s);
     QTRY_VERIFY(t->item(u"pickerAccept"_s)->isEnabled());
@@ -192,7 +192,7 @@ void FilePickerTest::sheetWorksByKeyboard()
 {
     t->addForeignFile(u"m/in/1.mp3"_s, {u"里面"_s, {}, {}, 100, {}});
     openSheet(false, u"m"_s);
-    auto *model = t->window->findChild<FilePickerModel *>();
+    auto *model = t->window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
     QTRY_VERIFY(t->item(u"pickerList"_s)->hasActiveFocus());
     QTest::keyClick(t->window, Qt::Key_Down);
     QTest::keyClick(t->window, Qt::Key_Return);

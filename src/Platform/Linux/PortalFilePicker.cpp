@@ -94,7 +94,8 @@ QString globFor(const QString &extension)
 QVariantMap optionsFor(const FilePicker::Request &request, const QString &token)
 {
     const bool isFolder = request.kind == FilePicker::Kind::folder;
-    QVariantMap options{{u"handle_token"_s, token}, {u"modal"_s, true}, {u"multiple"_s, true}};
+    const bool isMultiple = request.kind != FilePicker::Kind::picture;
+    QVariantMap options{{u"handle_token"_s, token}, {u"modal"_s, true}, {u"multiple"_s, isMultiple}};
     if (isFolder)
         options.insert(u"directory"_s, true);
     if (!isFolder && !request.extensions.isEmpty()) {

@@ -5,28 +5,50 @@
 #include "Platform/HttpClient.h"
 #include "Services/Online/OnlineRecords.h"
 #include "Services/OnlineMusicService.h"
-#include "Services/WebDAV/TransportError.h"
 #include "Utils/Console.h"
 #include "Utils/TextPreview.h"
 
+#include <QPointer>
 #include <QtConcurrent>
 
 #include <QCoroFuture>
 #include <QCoroTask>
 
+#include <expected>
+#include <optional>
+
 namespace cadorel {
 
-/// An address as it stands in a log line.
-inline QString shownAddress(const QUrl &url)
+/// What stands before the parts of a request in the log.
+struct OnlineMusicService::LogMarks
 {
-    return QString::fromLatin1(url.adjusted(QUrl::RemoveUserInfo).toEncoded());
-}
+    QString request;
+    QString status; ///< empty where the status is not printed
+    QString answer;
+    int shownCharacters = 500;
+};
 
-/// Prints the beginning of an answer behind @p mark, unless it is no text.
-inline void printAnswer(const QString &mark, const QByteArray &body, int characters)
+/// What came of a request.
+template <typename Response>
+struct OnlineMusicService::Answer
 {
-    if (const std::optional<QString> text = textPreview(body, characters))
-        print(mark + *text);
+    AnswerOrder::Moment arrived = 0;
+    /// The record, or for a listener to read why there is none.
+    std::expected<Response, QString> content;
+};
+
+/// A body, as far as it can be read.
+template <typename Response>
+struct ReadBody
+{
+    std::optional<QString> preview;
+    std::optional<Response> record;
+};
+
+template <typename Response>
+ReadBody<Response> readBody(const QByteArray &body, int shownCharacters)
+{
+    return {.preview = textPreview(body, shownCharacters), .record = decodedOnlineAnswer<Response>(body)};
 }
 
 /// The list that an answer holds in its data, which both may be missing.
@@ -47,16 +69,38 @@ void OnlineMusicService::publish(T &member, const T &value, Signal signal)
 }
 
 template <typename Response>
-QCoro::Task<Response> OnlineMusicService::decoded(QByteArray body)
+QCoro::Task<OnlineMusicService::Answer<Response>>
+OnlineMusicService::ask(QUrl url, LogMarks marks, AnswerOrder OnlineMusicService::*order)
 {
     // Reading a longer answer would be noticed on the screen.
     constexpr qsizetype largestReadAtOnce = qsizetype{256} * 1024;
-    const std::optional<Response> response =
-        body.size() > largestReadAtOnce ? co_await QtConcurrent::run(decodedOnlineAnswer<Response>, body)
-                                        : decodedOnlineAnswer<Response>(body);
-    if (!response)
-        throw TransportError(QStringLiteral("无法识别服务器的回答"));
-    co_return *response;
+    const QPointer<OnlineMusicService> self(this);
+    print(marks.request + QString::fromLatin1(url.adjusted(QUrl::RemoveUserInfo).toEncoded()));
+    const std::expected<HttpResponse, HttpError> response = co_await fetch(url, largestAnswer);
+    Answer<Response> answer;
+    if (!self)
+        co_return answer;
+    answer.arrived = (this->*order).arrive();
+    if (!response) {
+        answer.content = std::unexpected(response.error().description);
+        co_return answer;
+    }
+    if (!marks.status.isEmpty())
+        print(marks.status + QString::number(response->status));
+    const QByteArray body = response->body;
+    const int shown = marks.shownCharacters;
+    const ReadBody<Response> read = body.size() > largestReadAtOnce
+                                        ? co_await QtConcurrent::run(readBody<Response>, body, shown)
+                                        : readBody<Response>(body, shown);
+    if (!self)
+        co_return answer;
+    if (read.preview)
+        print(marks.answer + *read.preview);
+    if (read.record)
+        answer.content = *read.record;
+    else
+        answer.content = std::unexpected(QStringLiteral("无法识别服务器的回答"));
+    co_return answer;
 }
 
 } // namespace cadorel

@@ -2,65 +2,227 @@
 #include "Services/Playlists/PlaylistText.h"
 
 #include "Models/DecodingError.h"
-#include "Utils/JsonWriter.h"
+#include "Utils/JsonForms.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <simdjson.h>
+
+#include <string_view>
 
 namespace cadorel {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-template <typename Container>
-bool shares(const Container &a, const Container &b)
+using simdjson::SUCCESS;
+using simdjson::ondemand::value;
+
+QByteArray rawBytes(std::string_view text)
 {
-    return a.constData() == b.constData() && a.size() == b.size();
+    return QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// Whether nothing at all differs; equal contents in different places count as a difference.
-bool isUnchanged(const Playlist &a, const Playlist &b)
+/// One member of an object while it is read; each of its functions throws DecodingError when the value is of
+/// another type.
+class Member
 {
-    const bool sharesCover = a.coverImageData && b.coverImageData
-                                 ? shares(*a.coverImageData, *b.coverImageData)
-                                 : a.coverImageData.has_value() == b.coverImageData.has_value();
-    return sharesCover && shares(a.songIds, b.songIds) && shares(a.onlineSongs, b.onlineSongs) &&
-           a.name == b.name && a.description == b.description && a.type == b.type &&
-           a.coverURL == b.coverURL && a.createdAt == b.createdAt && a.updatedAt == b.updatedAt;
+public:
+    Member(std::string_view key, value content)
+        : m_key(key)
+        , m_value(content)
+    {
+    }
+    std::string_view key() const { return m_key; }
+
+    QString text() { return QString::fromUtf8(rawBytes(utf8())); }
+    QDateTime date()
+    {
+        double seconds = 0;
+        require(m_value.get_double().get(seconds) == SUCCESS);
+        const std::optional<QDateTime> date = dateFromJson(seconds);
+        require(date.has_value());
+        return *date;
+    }
+    QByteArray bytes()
+    {
+        auto decoded =
+            QByteArray::fromBase64Encoding(rawBytes(utf8()), QByteArray::AbortOnBase64DecodingErrors);
+        require(static_cast<bool>(decoded));
+        return std::move(decoded.decoded);
+    }
+    PlaylistType playlistType()
+    {
+        const std::optional<PlaylistType> type = cadorel::playlistType(text());
+        require(type.has_value());
+        return *type;
+    }
+    MusicPlatform platform()
+    {
+        const std::optional<MusicPlatform> platform = musicPlatform(text());
+        require(platform.has_value());
+        return *platform;
+    }
+    bool isNull()
+    {
+        bool result = false;
+        return m_value.is_null().get(result) == SUCCESS && result;
+    }
+    /// Calls @p take with each element of an array.
+    template <typename Take>
+    void elements(Take take)
+    {
+        simdjson::ondemand::array array;
+        require(m_value.get_array().get(array) == SUCCESS);
+        for (auto element : array) {
+            value content;
+            require(element.get(content) == SUCCESS);
+            take(Member(m_key, content));
+        }
+    }
+    /// Calls @p take with each member of an object.
+    template <typename Take>
+    void members(Take take)
+    {
+        simdjson::ondemand::object object;
+        require(m_value.get_object().get(object) == SUCCESS);
+        for (auto field : object) {
+            std::string_view key;
+            value content;
+            require(field.unescaped_key().get(key) == SUCCESS);
+            require(field.value().get(content) == SUCCESS);
+            take(Member(key, content));
+        }
+    }
+
+private:
+    std::string_view utf8()
+    {
+        std::string_view text;
+        require(m_value.get_string().get(text) == SUCCESS);
+        return text;
+    }
+    void require(bool isGood) const
+    {
+        if (!isGood)
+            throw DecodingError(QString::fromUtf8(rawBytes(m_key)));
+    }
+
+    std::string_view m_key;
+    value m_value;
+};
+
+/// The required keys of a record that have not been seen yet.
+class Missing
+{
+public:
+    explicit Missing(std::initializer_list<std::string_view> keys)
+        : m_keys(keys)
+    {
+    }
+    void see(std::string_view key) { std::erase(m_keys, key); }
+    /// @throws DecodingError with the first of them, if there is one
+    void check() const
+    {
+        if (!m_keys.empty())
+            throw DecodingError(QString::fromUtf8(rawBytes(m_keys.front())));
+    }
+
+private:
+    std::vector<std::string_view> m_keys;
+};
+
+OnlineSong readOnlineSong(Member record)
+{
+    OnlineSong song;
+    Missing missing{"id", "name", "artist", "album", "platform", "picUrl", "lrcUrl"};
+    record.members([&](Member member) {
+        const std::string_view key = member.key();
+        missing.see(key);
+        if (key == "id")
+            song.id = member.text();
+        else if (key == "name")
+            song.name = member.text();
+        else if (key == "artist")
+            song.artist = member.text();
+        else if (key == "album")
+            song.album = member.text();
+        else if (key == "platform")
+            song.platform = member.platform();
+        else if (key == "picUrl")
+            song.picUrl = member.text();
+        else if (key == "lrcUrl")
+            song.lrcUrl = member.text();
+    });
+    missing.check();
+    return song;
+}
+
+/// An address that is none counts as absent: no list of songs is worth losing for it.
+std::optional<QUrl> readAddress(Member member)
+{
+    if (member.isNull())
+        return std::nullopt;
+    const QUrl address(member.text());
+    return address.isValid() ? std::optional(address) : std::nullopt;
+}
+
+Playlist readPlaylist(Member record)
+{
+    Playlist playlist;
+    Missing missing{"id", "name", "description", "type", "createdAt", "updatedAt", "songIds", "onlineSongs"};
+    record.members([&](Member member) {
+        const std::string_view key = member.key();
+        missing.see(key);
+        if (key == "id")
+            playlist.id = member.text();
+        else if (key == "name")
+            playlist.name = member.text();
+        else if (key == "description")
+            playlist.description = member.text();
+        else if (key == "type")
+            playlist.type = member.playlistType();
+        else if (key == "coverURL")
+            playlist.coverURL = readAddress(member);
+        else if (key == "coverImageData")
+            playlist.coverImageData = member.isNull() ? std::nullopt : std::optional(member.bytes());
+        else if (key == "createdAt")
+            playlist.createdAt = member.date();
+        else if (key == "updatedAt")
+            playlist.updatedAt = member.date();
+        else if (key == "songIds")
+            member.elements([&](Member id) { playlist.songIds.append(id.text()); });
+        else if (key == "onlineSongs")
+            member.elements([&](Member song) { playlist.onlineSongs.append(readOnlineSong(song)); });
+    });
+    missing.check();
+    return playlist;
 }
 
 } // namespace
 
-QByteArray PlaylistText::encode(const QList<Playlist> &playlists)
+std::expected<QList<Playlist>, QString> playlistsFromText(const QByteArray &text)
 {
-    QHash<QString, Encoded> encoded;
-    QList<QByteArray> texts;
-    texts.reserve(playlists.size());
-    for (const Playlist &playlist : playlists) {
-        Encoded known = m_encoded.value(playlist.id);
-        if (known.text.isEmpty() || !isUnchanged(known.playlist, playlist)) {
-            JsonWriter writer;
-            playlist.writeJson(writer);
-            known = {.playlist = playlist, .text = writer.take()};
-        }
-        texts.append(known.text);
-        encoded.insert(playlist.id, known);
-    }
-    m_encoded = encoded;
-    return '[' + texts.join(',') + ']';
-}
-
-QList<Playlist> PlaylistText::decode(const QByteArray &text)
-{
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (!document.isArray())
-        throw DecodingError(error.errorString());
+    const simdjson::padded_string padded(text.constData(), static_cast<size_t>(text.size()));
+    simdjson::ondemand::parser parser;
+    simdjson::ondemand::document document;
+    simdjson::ondemand::array array;
+    if (parser.iterate(padded).get(document) != SUCCESS || document.get_array().get(array) != SUCCESS)
+        return std::unexpected(u"no array of playlists"_s);
     QList<Playlist> playlists;
-    for (const auto &element : document.array()) {
-        if (!element.isObject())
-            throw DecodingError(QStringLiteral("playlist"));
-        playlists.append(Playlist::fromJson(element.toObject()));
+    try {
+        for (auto element : array) {
+            value content;
+            if (element.get(content) != SUCCESS)
+                return std::unexpected(u"no array of playlists"_s);
+            playlists.append(readPlaylist(Member("playlist", content)));
+        }
+    } catch (const DecodingError &error) {
+        return std::unexpected(
+            u"playlist %1: %2"_s.arg(playlists.size()).arg(QString::fromUtf8(error.what())));
     }
+    // Something after the array: no JSON either.
+    if (document.current_location().error() != simdjson::OUT_OF_BOUNDS)
+        return std::unexpected(u"no array of playlists"_s);
     return playlists;
 }
 

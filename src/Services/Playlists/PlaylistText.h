@@ -4,31 +4,16 @@
 #include "Models/Playlist.h"
 
 #include <QByteArray>
-#include <QHash>
 #include <QList>
+#include <QString>
+
+#include <expected>
 
 namespace cadorel {
 
-/// Makes the stored text of all playlists, one JSON array. What it made of a playlist is kept until that one
-/// changes, so that a heart that is tapped does not encode the covers of all playlists anew.
-class PlaylistText
-{
-public:
-    /// @throws EncodingError when a value of some playlist has no JSON form
-    QByteArray encode(const QList<Playlist> &playlists);
-
-    /// The playlists of such a text, all or none. @throws DecodingError on what is no JSON and on the first
-    /// required value that is missing or mistyped
-    static QList<Playlist> decode(const QByteArray &text);
-
-private:
-    struct Encoded
-    {
-        /// Shares its lists and bytes with the playlist for as long as those do not change.
-        Playlist playlist;
-        QByteArray text;
-    };
-    QHash<QString, Encoded> m_encoded;
-};
+/// The playlists of a stored text, all or none: an array of records as Playlist::writeJson() writes them.
+/// Keys that are not known are passed over. @return what is wrong, where the text is no such array or a
+/// required value is missing or mistyped. Any thread.
+std::expected<QList<Playlist>, QString> playlistsFromText(const QByteArray &text);
 
 } // namespace cadorel

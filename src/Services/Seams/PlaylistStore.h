@@ -18,6 +18,9 @@ public:
     virtual Playlist createPlaylist(const QString &name, const QString &description, PlaylistType type) = 0;
     virtual void addSong(const Song &song, const Playlist &playlist) = 0;
     virtual void addOnlineSong(const OnlineSong &song, const Playlist &playlist) = 0;
+    /// Cheap enough for every row that is drawn.
+    virtual bool isFavorite(const Song &song) const = 0;
+    virtual bool isFavorite(const OnlineSong &song) const = 0;
 
 Q_SIGNALS:
     /// Some playlist has changed, come or gone.

@@ -162,20 +162,10 @@ private:
 
 WebDAVSongStore::WebDAVSongStore(Preferences &preferences, std::function<QList<Song>()> source)
     : m_preferences(preferences)
-    , m_source(std::move(source))
+    , m_saver(preferences, songsKey, [source = std::move(source)] {
+        return PreferenceSaver::Job{.encode = [songs = source()] { return encode(songs); }};
+    })
 {
-    connect(&m_watcher, &QFutureWatcher<QByteArray>::finished, this, &WebDAVSongStore::finished);
-}
-
-WebDAVSongStore::~WebDAVSongStore()
-{
-    disconnect(&m_watcher, nullptr, this, nullptr);
-    if (m_isWaiting)
-        m_preferences.setData(songsKey, encode(m_source()));
-    else if (m_isEncoding)
-        m_preferences.setData(songsKey, m_watcher.future().takeResult());
-    for (QPromise<void> &idler : m_idlers)
-        idler.finish();
 }
 
 QCoro::Task<std::shared_ptr<QList<Song>>> WebDAVSongStore::load() const
@@ -187,41 +177,6 @@ QCoro::Task<std::shared_ptr<QList<Song>>> WebDAVSongStore::load() const
         std::optional<QList<Song>> songs = decode(text);
         return songs ? std::make_shared<QList<Song>>(*std::move(songs)) : nullptr;
     });
-}
-
-void WebDAVSongStore::request()
-{
-    const bool isOnItsWay = std::exchange(m_isWaiting, true) || m_isEncoding;
-    // Later in this turn of the event loop, so that all changes of the turn share the work.
-    if (!isOnItsWay)
-        QMetaObject::invokeMethod(this, &WebDAVSongStore::start, Qt::QueuedConnection);
-}
-
-QCoro::Task<void> WebDAVSongStore::idle()
-{
-    if (!m_isEncoding && !m_isWaiting)
-        co_return;
-    m_idlers.emplace_back().start();
-    co_await m_idlers.back().future();
-}
-
-void WebDAVSongStore::start()
-{
-    m_isWaiting = false;
-    m_isEncoding = true;
-    m_watcher.setFuture(QtConcurrent::run(&WebDAVSongStore::encode, m_source()));
-}
-
-void WebDAVSongStore::finished()
-{
-    m_preferences.setData(songsKey, m_watcher.future().takeResult());
-    m_isEncoding = false;
-    if (m_isWaiting) {
-        start();
-        return;
-    }
-    for (QPromise<void> &idler : std::exchange(m_idlers, {}))
-        idler.finish();
 }
 
 std::optional<QList<Song>> WebDAVSongStore::decode(const QByteArray &text)

@@ -5,11 +5,12 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
 
-/// Folders and audio files of the picker's folder, or why there are none.
+/// Folders and files of the picker's folder, or why there are none.
 ListView {
     id: root
 
     required property FilePickerModel files
+    property bool picturesMode: false
 
     property bool keyboardInUse: false
 
@@ -50,6 +51,7 @@ ListView {
     delegate: PickerRow {
         width: ListView.view.width
         folderMode: root.files.folderMode
+        fileSymbol: root.picturesMode ? "photo" : "music.note"
         showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
         onPressed: {
             root.keyboardInUse = false;
@@ -66,7 +68,7 @@ ListView {
         anchors.fill: parent
         visible: root.count === 0 && !root.files.isLoading
         systemImage: root.files.errorText !== "" ? "exclamationmark.triangle" : "folder"
-        title: root.files.errorText !== "" ? "打不开文件夹" : "没有音乐"
-        description: root.files.errorText !== "" ? root.files.errorText : "这个文件夹里没有文件夹，也没有能播放的文件"
+        title: root.files.errorText !== "" ? "打不开文件夹" : root.picturesMode ? "没有图片" : "没有音乐"
+        description: root.files.errorText !== "" ? root.files.errorText : root.picturesMode ? "这个文件夹里没有文件夹，也没有能读取的图片" : "这个文件夹里没有文件夹，也没有能播放的文件"
     }
 }

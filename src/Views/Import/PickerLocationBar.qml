@@ -3,11 +3,12 @@ import QtQuick
 import QtQuick.Layouts
 import Cadorel
 
-/// Which folder the picker shows, the way up, and the folders that music mostly lies in.
+/// Which folder the picker shows, the way up, and the folders that what is wanted mostly lies in.
 ColumnLayout {
     id: root
 
     required property FilePickerModel files
+    property bool picturesMode: false
 
     spacing: Metrics.rowSpacing
 
@@ -55,8 +56,8 @@ ColumnLayout {
             objectName: "pickerMusic"
             Layout.fillWidth: true
             Layout.preferredWidth: 1
-            text: "音乐"
-            onClicked: root.files.openPlace(FilePickerModel.Music)
+            text: root.picturesMode ? "图片" : "音乐"
+            onClicked: root.files.openPlace(root.picturesMode ? FilePickerModel.Pictures : FilePickerModel.Music)
         }
         TextButton {
             objectName: "pickerDownloads"

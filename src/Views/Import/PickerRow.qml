@@ -2,7 +2,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A folder or an audio file of the picker.
+/// A folder or a file of the picker.
 T.ItemDelegate {
     id: root
 
@@ -11,6 +11,7 @@ T.ItemDelegate {
     required property bool isFolder
     required property bool isSelected
     property bool folderMode: false
+    property string fileSymbol: "music.note"
     property bool showsFocus: false
 
     /// A file cannot be chosen while a folder is wanted; it shows what the folder holds.
@@ -49,7 +50,7 @@ T.ItemDelegate {
             anchors.left: parent.left
             anchors.leftMargin: Metrics.screenMargin
             anchors.verticalCenter: parent.verticalCenter
-            name: root.isFolder ? "folder.fill" : "music.note"
+            name: root.isFolder ? "folder.fill" : root.fileSymbol
             color: root.isFolder ? SystemColors.accent : SystemColors.secondaryLabel
         }
         StyledText {

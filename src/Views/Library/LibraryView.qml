@@ -8,6 +8,7 @@ FocusScope {
 
     required property CadorelViewModel viewModel
     required property LibraryViewModel library
+    required property PlaylistsViewModel playlists
 
     signal serversRequested
 
@@ -66,45 +67,13 @@ FocusScope {
         anchors.bottom: parent.bottom
         sideMargin: root.sideMargin
         model: root.library.songs
+        playlists: root.playlists
+        menuName: "songMenu"
+        removeText: "删除"
         focus: true
         onPlayPauseRequested: root.viewModel.togglePlayPause()
         onPlayRequested: row => root.library.playSongAt(row)
-        onMenuRequested: (song, position) => {
-            songMenu.songId = song.songId;
-            songMenu.songTitle = song.title;
-            songMenu.isDeletable = song.isDeletable;
-            songMenu.popup(songList, position);
-        }
-        onDeleteRequested: song => {
-            if (song.isDeletable)
-                root.askToDelete(song.songId, song.title);
-        }
-    }
-
-    StyledMenu {
-        id: songMenu
-
-        // The song and not its row: an import moves rows while the menu is open.
-        property string songId
-        property string songTitle
-        property bool isDeletable
-
-        objectName: "songMenu"
-
-        StyledMenuItem {
-            objectName: "playItem"
-            symbol: "play.fill"
-            text: "播放"
-            onTriggered: root.library.playSongAt(root.library.songs.rowOf(songMenu.songId))
-        }
-        StyledMenuItem {
-            objectName: "deleteItem"
-            symbol: "trash"
-            text: "删除"
-            destructive: true
-            enabled: songMenu.isDeletable
-            onTriggered: root.askToDelete(songMenu.songId, songMenu.songTitle)
-        }
+        onRemoveRequested: (songId, songTitle) => root.askToDelete(songId, songTitle)
     }
 
     ConfirmDialog {

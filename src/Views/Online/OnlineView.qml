@@ -8,6 +8,7 @@ FocusScope {
 
     required property CadorelViewModel viewModel
     required property OnlineViewModel online
+    required property PlaylistsViewModel playlists
 
     readonly property OnlineSearchViewModel search: online.search
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
@@ -76,7 +77,7 @@ FocusScope {
             }
         }
 
-        OnlineSongList {
+        SongList {
             id: songList
 
             objectName: "onlineSongList"
@@ -86,7 +87,8 @@ FocusScope {
             anchors.bottom: parent.bottom
             sideMargin: root.sideMargin
             visible: root.search.content === OnlineSearchViewModel.Results
-            songs: root.search.songs
+            model: root.search.songs
+            playlists: root.playlists
             onPlayPauseRequested: root.viewModel.togglePlayPause()
             onPlayRequested: row => root.search.playSongAt(row)
         }
@@ -162,6 +164,7 @@ FocusScope {
         sideMargin: root.sideMargin
         viewModel: root.viewModel
         charts: root.online.charts
+        playlists: root.playlists
         onIsShownChanged: {
             if (!isShown)
                 home.forceActiveFocus(Qt.OtherFocusReason);

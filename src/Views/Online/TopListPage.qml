@@ -8,6 +8,7 @@ SlidingPage {
 
     required property CadorelViewModel viewModel
     required property TopListPageViewModel page
+    required property PlaylistsViewModel playlists
     property int sideMargin: Metrics.screenMargin
 
     isShown: page.isOpen
@@ -38,7 +39,7 @@ SlidingPage {
             onClicked: root.page.playAll()
         }
     }
-    OnlineSongList {
+    SongList {
         id: songList
 
         objectName: "chartSongList"
@@ -48,7 +49,8 @@ SlidingPage {
         anchors.bottom: parent.bottom
         sideMargin: root.sideMargin
         visible: root.page.content === TopListPageViewModel.Songs
-        songs: root.page.songs
+        model: root.page.songs
+        playlists: root.playlists
         focus: true
         onPlayPauseRequested: root.viewModel.togglePlayPause()
         onPlayRequested: row => root.page.playSongAt(row)

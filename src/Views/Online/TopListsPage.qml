@@ -8,6 +8,7 @@ SlidingPage {
 
     required property CadorelViewModel viewModel
     required property TopListsViewModel charts
+    required property PlaylistsViewModel playlists
     property int sideMargin: Metrics.screenMargin
 
     isShown: charts.isOpen
@@ -94,6 +95,7 @@ SlidingPage {
         sideMargin: root.sideMargin
         viewModel: root.viewModel
         page: root.charts.page
+        playlists: root.playlists
         onIsShownChanged: {
             if (!isShown)
                 overview.forceActiveFocus(Qt.OtherFocusReason);

@@ -8,6 +8,7 @@ SlidingPage {
 
     required property CadorelViewModel viewModel
     required property WebDAVServerPageViewModel page
+    required property PlaylistsViewModel playlists
     property int sideMargin: Metrics.screenMargin
 
     signal editRequested
@@ -99,6 +100,7 @@ SlidingPage {
         anchors.bottom: parent.bottom
         sideMargin: root.sideMargin
         model: root.page.songs
+        playlists: root.playlists
         focus: true
         onPlayPauseRequested: root.viewModel.togglePlayPause()
         onPlayRequested: row => root.page.playSongAt(row)

@@ -8,6 +8,7 @@ SlidingPage {
 
     required property CadorelViewModel viewModel
     required property WebDAVServersViewModel servers
+    required property PlaylistsViewModel playlists
     required property NavidromeServersViewModel navidrome
 
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
@@ -138,6 +139,7 @@ SlidingPage {
         sideMargin: root.sideMargin
         viewModel: root.viewModel
         page: root.servers.page
+        playlists: root.playlists
         onEditRequested: root.servers.editServer(root.servers.page.serverId)
         onDeleteRequested: root.askToDelete(root.servers.page.serverId, root.servers.page.name)
         onIsShownChanged: {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fixtures/Sound/Recorder.h"
 
+#include "Fixtures/Sound/Spectrum.h"
+
+#include <QDeadlineTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -83,6 +86,33 @@ bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
             return firstAbove(amplitude) >= 0;
         },
         static_cast<int>(limit.count()));
+}
+
+double Recorder::hertzNow()
+{
+    // Its end tells: what it begins with can be of before.
+    constexpr auto length = 900ms;
+    constexpr auto judged = 400ms;
+    constexpr double audible = 0.01;
+    clear();
+    if (!hear(length))
+        return -1;
+    const Spectrum::Peak peak = Spectrum(std::span(m_samples).last(samplesIn(judged)), sampleRate).loudest();
+    return peak.amplitude > audible ? peak.hertz : 0;
+}
+
+bool Recorder::hearTone(double hertz, std::chrono::milliseconds limit)
+{
+    constexpr double tolerance = 5;
+    const QDeadlineTimer deadline(limit);
+    double heard = -1;
+    while (!deadline.hasExpired()) {
+        heard = hertzNow();
+        if (std::abs(heard - hertz) < tolerance)
+            return true;
+    }
+    qWarning() << "heard" << heard << "Hz instead of" << hertz;
+    return false;
 }
 
 std::chrono::milliseconds Recorder::toneLength(double fromHertz, double toHertz) const

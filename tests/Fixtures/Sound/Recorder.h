@@ -30,6 +30,11 @@ public:
     /// Waits for the first sample above @p amplitude.
     bool hearSound(float amplitude, std::chrono::milliseconds limit);
 
+    /// Loudest frequency of what it hears from now on; 0 for silence, -1 when nothing comes.
+    double hertzNow();
+    /// Waits until that is @p hertz.
+    bool hearTone(double hertz, std::chrono::milliseconds limit = std::chrono::seconds(20));
+
     /// What it has heard since the last clear().
     const std::vector<float> &samples() const { return m_samples; }
     /// Index of the first sample above @p amplitude, of the last one, and -1 without one.

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// What can be done with a song of a list.
+StyledMenu {
+    id: root
+
+    // The song and not its row: rows move while the menu is open.
+    property string songId
+    property string songTitle
+    property bool isFavorite: false
+    property bool isRemovable: false
+    /// Favourites and playlists can be changed from here.
+    property bool offersPlaylists: false
+    /// Text of the entry that takes the song out of the list; empty where songs stay.
+    property string removeText
+
+    signal playRequested
+    signal favoriteRequested
+    signal addRequested
+    signal removeRequested
+
+    StyledMenuItem {
+        objectName: "playItem"
+        symbol: "play.fill"
+        text: "播放"
+        onTriggered: root.playRequested()
+    }
+    StyledMenuItem {
+        objectName: "favoriteItem"
+        visible: root.offersPlaylists
+        height: visible ? implicitHeight : 0
+        symbol: root.isFavorite ? "heart.slash" : "heart"
+        text: root.isFavorite ? "取消喜欢" : "喜欢"
+        onTriggered: root.favoriteRequested()
+    }
+    StyledMenuItem {
+        objectName: "addToPlaylistItem"
+        visible: root.offersPlaylists
+        height: visible ? implicitHeight : 0
+        symbol: "text.badge.plus"
+        text: "添加到歌单"
+        onTriggered: root.addRequested()
+    }
+    StyledMenuItem {
+        objectName: "deleteItem"
+        visible: root.removeText !== ""
+        height: visible ? implicitHeight : 0
+        symbol: "trash"
+        text: root.removeText
+        destructive: true
+        enabled: root.isRemovable
+        onTriggered: root.removeRequested()
+    }
+}

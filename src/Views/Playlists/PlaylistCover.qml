@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// The cover of a playlist, or its symbol where there is none.
+Item {
+    id: root
+
+    /// Address of the cover provider; empty shows the symbol.
+    property string source
+    property int size: Metrics.rowCover
+    property int cornerRadius: Metrics.coverRadius
+
+    implicitWidth: size
+    implicitHeight: size
+    Accessible.ignored: true
+
+    ArtworkImageView {
+        anchors.fill: parent
+        visible: root.source !== ""
+        source: root.source
+        size: root.size
+        cornerRadius: root.cornerRadius
+    }
+    Rectangle {
+        objectName: "defaultCover"
+        anchors.fill: parent
+        visible: root.source === ""
+        radius: root.cornerRadius
+        color: SystemColors.coverFill
+
+        SymbolIcon {
+            anchors.centerIn: parent
+            name: "music.note.list"
+            size: Math.round(root.size / 2)
+            color: SystemColors.gray
+        }
+    }
+}

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// One playlist: what it is, and its songs.
+SlidingPage {
+    id: root
+
+    required property CadorelViewModel viewModel
+    required property PlaylistsViewModel playlists
+    property int sideMargin: Metrics.screenMargin
+
+    readonly property PlaylistPageViewModel page: playlists.page
+    readonly property bool isMissing: page.content === PlaylistPageViewModel.Missing
+
+    isShown: page.isOpen
+    onCloseRequested: page.close()
+
+    Column {
+        id: top
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: root.sideMargin
+        anchors.rightMargin: root.sideMargin
+        bottomPadding: Metrics.rowSpacing
+        spacing: Metrics.rowSpacing
+
+        PageHeader {
+            width: parent.width
+            title: root.page.name
+            titleStyle: TextStyles.title2
+            backText: "返回歌单列表"
+            onBackRequested: root.closeRequested()
+
+            IconButton {
+                id: moreButton
+
+                objectName: "playlistPageMore"
+                visible: !root.isMissing
+                symbol: "ellipsis.circle"
+                color: SystemColors.accent
+                text: "更多操作"
+                isOpen: pageMenu.visible
+                onClicked: pageMenu.open()
+
+                PlaylistMenu {
+                    id: pageMenu
+
+                    objectName: "playlistPageMenu"
+                    x: moreButton.width - width
+                    y: moreButton.height
+                    editor: root.playlists.editor
+                    playlistId: root.page.playlistId
+                    hasCover: root.page.hasCover
+                    removesCover: true
+                }
+            }
+        }
+        MessageBanner {
+            objectName: "pageCoverBanner"
+            width: parent.width
+            text: root.playlists.editor.coverNotice
+            onDismissed: root.playlists.editor.dismissCoverNotice()
+        }
+        Item {
+            width: parent.width
+            height: Metrics.playlistCover
+            visible: !root.isMissing
+
+            PlaylistCover {
+                id: cover
+
+                objectName: "playlistPageCover"
+                source: root.page.coverSource
+                size: Metrics.playlistCover
+                cornerRadius: Metrics.cardRadius
+            }
+            StyledText {
+                objectName: "playlistSummary"
+                anchors.left: cover.right
+                anchors.leftMargin: Metrics.screenMargin
+                anchors.right: parent.right
+                anchors.top: parent.top
+                text: root.page.isLoading ? "加载中..." : root.page.summary
+                style: TextStyles.subheadline
+                color: SystemColors.secondaryLabel
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
+            }
+            TextButton {
+                objectName: "playAllButton"
+                anchors.left: cover.right
+                anchors.leftMargin: Metrics.screenMargin
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                role: TextButton.Prominent
+                symbol: "play"
+                text: "播放全部"
+                enabled: root.page.content === PlaylistPageViewModel.Songs
+                onClicked: root.page.playAll()
+            }
+        }
+    }
+
+    SongList {
+        id: songList
+
+        objectName: "playlistSongList"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: top.bottom
+        anchors.bottom: parent.bottom
+        sideMargin: root.sideMargin
+        model: root.page.isOnline ? root.page.onlineSongs : root.page.songs
+        playlists: root.playlists
+        removeText: "从歌单移除"
+        removesEverySong: true
+        focus: true
+        onPlayPauseRequested: root.viewModel.togglePlayPause()
+        onPlayRequested: row => root.page.playSongAt(row)
+        onRemoveRequested: songId => root.page.removeSong(songId)
+    }
+
+    EmptyStateView {
+        objectName: "playlistEmpty"
+        anchors.fill: songList
+        visible: root.page.content === PlaylistPageViewModel.Empty
+        systemImage: "music.note"
+        title: "歌单是空的"
+        description: root.page.isOnline ? "从在线搜索添加歌曲到此歌单" : "从资料库添加歌曲到此歌单"
+    }
+    EmptyStateView {
+        objectName: "playlistMissing"
+        anchors.fill: songList
+        visible: root.isMissing
+        systemImage: "exclamationmark.triangle"
+        title: "歌单不存在"
+        description: "该歌单可能已被删除"
+    }
+}

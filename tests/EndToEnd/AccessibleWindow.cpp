@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EndToEnd/AccessibleWindow.h"
+
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QTest>
+
+#include <algorithm>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString &root()
+{
+    static const QString path = u"/org/a11y/atspi/accessible/root"_s;
+    return path;
+}
+
+const QString &accessible()
+{
+    static const QString name = u"org.a11y.atspi.Accessible"_s;
+    return name;
+}
+
+/// Paths of a list of objects.
+QStringList paths(const QVariant &objects)
+{
+    QStringList result;
+    const auto list = objects.value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd()) {
+        QString service;
+        QDBusObjectPath path;
+        list.beginStructure();
+        list >> service >> path;
+        list.endStructure();
+        result.append(path.path());
+    }
+    list.endArray();
+    return result;
+}
+
+QRect rectangle(const QVariant &extents)
+{
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    const auto numbers = extents.value<QDBusArgument>();
+    numbers.beginStructure();
+    numbers >> x >> y >> width >> height;
+    numbers.endStructure();
+    return {x, y, width, height};
+}
+
+/// Numbers of states, by the desktop's interface.
+constexpr int enabledState = 8;
+constexpr int showingState = 25;
+
+quint64 states(const QVariant &words)
+{
+    constexpr int wordBits = 32;
+    quint64 result = 0;
+    const auto list = words.value<QDBusArgument>();
+    list.beginArray();
+    for (int shift = 0; !list.atEnd(); shift += wordBits) {
+        uint word = 0;
+        list >> word;
+        result |= quint64(word) << shift;
+    }
+    list.endArray();
+    return result;
+}
+
+} // namespace
+
+QString AccessibleWindow::player()
+{
+    QDBusConnection connection = m_bus.connection(u"reader"_s);
+    const QStringList names = connection.interface()->registeredServiceNames().value();
+    if (names.contains(m_player))
+        return m_player;
+    // The only one besides the bus and this side of it.
+    const auto isOther = [&connection](const QString &name) {
+        return name.startsWith(u':') && name != connection.baseService();
+    };
+    const auto found = std::ranges::find_if(names, isOther);
+    m_player = found == names.end() ? QString() : *found;
+    return m_player;
+}
+
+QVariantList AccessibleWindow::call(const QString &path, const QString &interface, const QString &method,
+                                    const QVariantList &arguments)
+{
+    constexpr int limitMs = 5'000;
+    QDBusMessage message = QDBusMessage::createMethodCall(m_player, path, interface, method);
+    message.setArguments(arguments);
+    // What is asked about can be gone by now.
+    const QDBusMessage answer = m_bus.connection(u"reader"_s).call(message, QDBus::Block, limitMs);
+    return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
+}
+
+QVariant AccessibleWindow::property(const QString &path, const QString &name)
+{
+    const QVariantList answer =
+        call(path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {accessible(), name});
+    return answer.isEmpty() ? QVariant() : answer.constFirst().value<QDBusVariant>().variant();
+}
+
+AccessibleWindow::Item AccessibleWindow::item(const QString &path)
+{
+    constexpr uint onScreen = 0;
+    const QVariantList role = call(path, accessible(), u"GetRoleName"_s);
+    const QVariantList state = call(path, accessible(), u"GetState"_s);
+    const QVariantList place = call(path, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {onScreen});
+    const quint64 bits = state.isEmpty() ? 0 : states(state.constFirst());
+    return {.name = property(path, u"Name"_s).toString(),
+            .role = role.isEmpty() ? QString() : role.constFirst().toString(),
+            .description = property(path, u"Description"_s).toString(),
+            .place = place.isEmpty() ? QRect() : rectangle(place.constFirst()),
+            .isShown = ((bits >> showingState) & 1) != 0,
+            .isEnabled = ((bits >> enabledState) & 1) != 0};
+}
+
+void AccessibleWindow::collect(const QString &path, int depth, QList<Item> &items)
+{
+    constexpr int deepest = 60;
+    if (depth > deepest)
+        return;
+    const QVariantList children = call(path, accessible(), u"GetChildren"_s);
+    if (children.isEmpty())
+        return;
+    for (const QString &child : paths(children.constFirst())) {
+        items.append(item(child));
+        collect(child, depth + 1, items);
+    }
+}
+
+QList<AccessibleWindow::Item> AccessibleWindow::items()
+{
+    QList<Item> result;
+    if (!player().isEmpty())
+        collect(root(), 0, result);
+    return result;
+}
+
+std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matches, int limitMs)
+{
+    std::optional<Item> found;
+    QRect before;
+    const auto isThere = [&] {
+        const QList<Item> all = items();
+        const auto isMeant = [&matches](const Item &item) {
+            return item.isShown && item.isEnabled && !item.place.isEmpty() && matches(item);
+        };
+        const auto last = std::find_if(all.crbegin(), all.crend(), isMeant);
+        if (last == all.crend())
+            return false;
+        // A page that slides in is not where it will be.
+        if (last->place == before)
+            found = *last;
+        before = last->place;
+        return found.has_value();
+    };
+    if (!QTest::qWaitFor(isThere, limitMs)) {
+        for (const Item &item : items())
+            qWarning().noquote() << item.role << item.name << item.place << (item.isShown ? "" : "hidden")
+                                 << (item.isEnabled ? "" : "disabled");
+    }
+    return found;
+}
+
+std::optional<AccessibleWindow::Item> AccessibleWindow::find(const QString &name, const QString &role)
+{
+    return find([&](const Item &item) { return item.name == name && (role.isEmpty() || item.role == role); });
+}
+
+std::optional<AccessibleWindow::Item> AccessibleWindow::findBeginning(const QString &beginning,
+                                                                      const QString &role)
+{
+    return find([&](const Item &item) {
+        return item.name.startsWith(beginning) && (role.isEmpty() || item.role == role);
+    });
+}
+
+bool AccessibleWindow::isGone(const QString &name, int limitMs)
+{
+    return QTest::qWaitFor(
+        [&] {
+            return std::ranges::none_of(
+                items(), [&name](const Item &item) { return item.isShown && item.name == name; });
+        },
+        limitMs);
+}
+
+} // namespace cadorel

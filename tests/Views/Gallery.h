@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Views/TestWindow.h"
+
+#include <QTest>
+
+#include <cstdio>
+
+namespace cadorel::gallery {
+
+using namespace Qt::StringLiterals;
+
+/// Waits for a state without which there is no picture to take.
+template <typename Condition>
+void await(Condition condition)
+{
+    if (!QTest::qWaitFor(condition))
+        qFatal("a state to show does not come");
+}
+
+/// Waits until the covers have been decoded and the sheets have risen.
+inline void settle()
+{
+    QTest::qWait(500);
+}
+
+/// Where the pictures of one look and size go.
+class Gallery
+{
+public:
+    Gallery(const QString &folder, const QString &look, QSize size)
+        : m_folder(folder)
+        , m_look(look)
+        , m_size(size)
+    {
+    }
+
+    /// Shows the window in the size of these pictures.
+    void show(TestWindow &test) const
+    {
+        if (!test.show())
+            qFatal("the window does not show");
+        test.window->resize(m_size);
+        settle();
+    }
+
+    /// Keeps a picture of the window.
+    void save(const TestWindow &test, const QString &state) const
+    {
+        settle();
+        const QString path = u"%1/%2-%3-%4.png"_s.arg(m_folder, state, m_look).arg(m_size.width());
+        if (!test.window->grabWindow().save(path))
+            qFatal("cannot write %s", qPrintable(path));
+        std::puts(qPrintable(path));
+    }
+
+private:
+    QString m_folder;
+    QString m_look;
+    QSize m_size;
+};
+
+/// The states of the place of the online platforms.
+void searchStates(const Gallery &gallery);
+void chartStates(const Gallery &gallery);
+
+} // namespace cadorel::gallery
