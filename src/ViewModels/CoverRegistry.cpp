@@ -4,6 +4,7 @@
 #include "Models/OnlineSong.h"
 #include "Models/Playlist.h"
 #include "Models/Song.h"
+#include "Services/Online/ToldAddress.h"
 #include "Utils/Redaction.h"
 
 #include <QCryptographicHash>
@@ -17,11 +18,6 @@ namespace {
 
 constexpr auto addressPrefix = "image://cover/"_L1;
 constexpr auto noCoverKey = "none"_L1;
-
-bool isWebAddress(const QUrl &url)
-{
-    return url.isValid() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1);
-}
 
 /// The embedded cover, or the picture file that the song names.
 ArtworkData artworkOf(const Song &song)
@@ -51,17 +47,18 @@ QString CoverRegistry::source(const Song &song)
 {
     if (const ArtworkData artwork = artworkOf(song); artwork.isPresent())
         return keep(song.uiIdentity(), {.artwork = artwork, .remoteAddress = {}});
-    const std::optional<QUrl> url = song.artworkURL();
+    const std::optional<QUrl> url = toldAddress(song.artworkURL().value_or(QUrl()));
     // Without the song: the songs of an album often share one cover, which is then fetched once.
-    return url && isWebAddress(*url) ? keepRemote(u"song"_s, *url) : addressPrefix + noCoverKey;
+    return url ? keepRemote(u"song"_s, *url) : addressPrefix + noCoverKey;
 }
 
 QString CoverRegistry::source(const OnlineSong &song, const std::optional<QUrl> &coverUrl)
 {
-    if (!coverUrl || !isWebAddress(*coverUrl))
+    const std::optional<QUrl> url = toldAddress(coverUrl.value_or(QUrl()));
+    if (!url)
         return addressPrefix + noCoverKey;
     // Ids stand in the address as they are, and may hold what looks like a signature.
-    return keepRemote(rawValue(song.platform) + u'/' + song.id, *coverUrl);
+    return keepRemote(rawValue(song.platform) + u'/' + song.id, *url);
 }
 
 QString CoverRegistry::source(const Playlist &playlist, const std::optional<Song> &firstSong)

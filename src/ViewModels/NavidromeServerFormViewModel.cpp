@@ -71,12 +71,12 @@ void NavidromeServerFormViewModel::takeAddressApart()
 {
     const ServerAddress address = ServerAddress::parse(serverURL()->text());
     takeCredentials(address);
-    const bool isReadable = address.problem == ServerAddress::Problem::none;
+    QString text = address.text();
     const QString path = pathOfServer(address.path, m_apiBasePath->text().trimmed());
-    // Escapes in a path stay as they were typed.
-    serverURL()->setText(isReadable && path != address.path
-                             ? address.text().chopped(address.path.size() - path.size())
-                             : address.text());
+    // The rest stays as it was typed, escapes included.
+    if (const QString dropped = address.path.sliced(path.size()); text.endsWith(dropped))
+        text.chop(dropped.size());
+    serverURL()->setText(text);
 }
 
 void NavidromeServerFormViewModel::updateHints()

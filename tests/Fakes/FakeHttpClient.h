@@ -56,7 +56,12 @@ public:
     }
 
     /// Answers the oldest request that waits.
-    void answer(Result result) { answer(pending.begin(), std::move(result)); }
+    void answer(Result result)
+    {
+        if (pending.empty())
+            qFatal("there is no request to answer");
+        answer(pending.begin(), std::move(result));
+    }
     /// Answers the oldest request that waits for an address which contains @p text. @return whether one does
     bool answer(const QString &text, Result result)
     {

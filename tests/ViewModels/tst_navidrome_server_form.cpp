@@ -108,7 +108,7 @@ private Q_SLOTS:
         QTest::newRow("a slash at its end") << u"http://music.test:4533/"_s << u"http://music.test:4533"_s;
         QTest::newRow("below a path") << u"https://nas.test/music"_s << u"https://nas.test/music"_s;
         QTest::newRow("an escaped path")
-            << u"https://nas.test/%E9%9F%B3/"_s << u"https://nas.test/%E9%9F%B3/"_s;
+            << u"https://nas.test/%E9%9F%B3/"_s << u"https://nas.test/%E9%9F%B3"_s;
         QTest::newRow("with the path of the API") << u"http://music.test/rest"_s << u"http://music.test"_s;
         QTest::newRow("from a browser")
             << u"http://music.test:4533/app/#/album/recentlyAdded?sort=x"_s << u"http://music.test:4533"_s;
@@ -241,7 +241,7 @@ private Q_SLOTS:
     {
         QFETCH(const QByteArray, field);
         QFETCH(const bool, isMoved);
-        const QString id = m_bench->add(u"家"_s);
+        const QString id = m_bench->add(u"家"_s, u"https://nas.test"_s);
         m_bench->servers().editServer(id);
         QTRY_VERIFY(form().canSubmit());
         QSignalSpy saved(&form(), &ServerFormViewModel::saved);

@@ -101,6 +101,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
         auto madeWeb = std::make_unique<FakeHttpClient>();
         web = madeWeb.get();
         folders = std::make_unique<FakeFolders>(*web);
+        subsonic = std::make_unique<FakeSubsonic>(*web);
         network = std::move(madeWeb);
     }
     platform.httpClient = std::move(network);
@@ -174,6 +175,18 @@ WebDAVConfig TestWindow::addServer(const QString &name, const QString &basePath)
     config.basePath = basePath;
     detach(webDAVService->saveConfig(config, u"secret"_s));
     if (!QTest::qWaitFor([this, &config] { return webDAVService->configs().contains(config); }))
+        qFatal("a server is not stored");
+    return config;
+}
+
+NavidromeConfig TestWindow::addNavidrome(const QString &name, const QString &serverURL)
+{
+    NavidromeConfig config;
+    config.name = name;
+    config.serverURL = serverURL;
+    config.username = u"listener"_s;
+    detach(navidromeService->saveConfig(config, u"sesame"_s));
+    if (!QTest::qWaitFor([this, &config] { return navidromeService->configs().contains(config); }))
         qFatal("a server is not stored");
     return config;
 }

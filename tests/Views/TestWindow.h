@@ -6,7 +6,9 @@
 #include "Fakes/FakeFolders.h"
 #include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
+#include "Fakes/FakeSubsonic.h"
 #include "Fakes/FakeSystem.h"
+#include "Models/NavidromeConfig.h"
 #include "Models/WebDAVConfig.h"
 #include "Platform/Platform.h"
 
@@ -62,6 +64,9 @@ public:
     bool scan();
     /// Stores a server, its password included.
     WebDAVConfig addServer(const QString &name, const QString &basePath = QStringLiteral("/music"));
+    /// Stores a Subsonic server, its password included.
+    NavidromeConfig addNavidrome(const QString &name,
+                                 const QString &serverURL = QStringLiteral("https://music.test"));
     /// Finds the songs of a server in its folders, before the window is shown.
     bool scanServer(const WebDAVConfig &config);
     /// Loads the window and waits until it is shown.
@@ -94,6 +99,7 @@ public:
     FakeHttpClient *web = nullptr;
     /// What the servers hold that the fake web leads to.
     std::unique_ptr<FakeFolders> folders;
+    std::unique_ptr<FakeSubsonic> subsonic;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<WebDAVService> webDAVService;
     std::unique_ptr<PlaylistService> playlistService;

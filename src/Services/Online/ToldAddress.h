@@ -7,8 +7,8 @@
 
 namespace cadorel {
 
-/// An address of audio that an answer tells. A server has no say in what else the player could open: files
-/// and devices of this machine count as none. Any thread.
+/// An address of audio or of a picture that an answer tells. A server has no say in what else the player
+/// could open: files and devices of this machine count as none. Any thread.
 inline std::optional<QUrl> toldAddress(const QUrl &url)
 {
     const bool isWeb =

@@ -11,7 +11,7 @@ ServerFormSheet {
     title: form.isEditing ? "编辑 Navidrome" : "添加 Navidrome"
     namePlaceholder: "例如 家里的音乐"
     addressPlaceholder: "http://"
-    onOpened: form.name.requestFocus()
+    onOpened: root.focusName()
 
     details: LabeledField {
         objectName: "apiPathField"

@@ -18,6 +18,11 @@ BottomSheet {
     property string namePlaceholder
     property string addressPlaceholder
 
+    /// The keyboard goes to the first field.
+    function focusName(): void {
+        nameField.takeFocus();
+    }
+
     cancelName: "formCancel"
     acceptName: "formSave"
     acceptText: form.isSaving ? "正在保存…" : "保存"
@@ -64,6 +69,8 @@ BottomSheet {
                 visible: children.length > 0
             }
             LabeledField {
+                id: nameField
+
                 objectName: "nameField"
                 width: parent.width
                 input: root.form.name

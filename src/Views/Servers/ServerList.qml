@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-/// The servers of every kind, each kind under its header, with keyboard, mouse and touch.
+/// The servers of every kind, with keyboard, mouse and touch.
 RowList {
     id: root
 
@@ -18,22 +18,6 @@ RowList {
     onActivated: root.openRequested(root.currentItem as ServerRow)
     onDeleteKeyPressed: root.deleteRequested(root.currentItem as ServerRow)
     onMenuKeyPressed: root.menuRequested(root.currentItem as ServerRow, root.currentItem.mapToItem(root, root.sideMargin, Metrics.rowHeight / 2))
-
-    section.property: "kindText"
-    section.delegate: StyledText {
-        required property string section
-
-        width: ListView.view.width
-        leftPadding: root.sideMargin
-        rightPadding: root.sideMargin
-        topPadding: Metrics.cardPadding
-        bottomPadding: Metrics.grid
-        text: section
-        style: TextStyles.footnote
-        color: SystemColors.secondaryLabel
-        Accessible.role: Accessible.Heading
-        Accessible.name: text
-    }
 
     delegate: ServerRow {
         id: row

@@ -87,6 +87,8 @@ SlidingPage {
                 webDAV: root.servers.servers
                 navidrome: root.navidrome.servers
             }
+            section.property: "kindText"
+            section.delegate: ServerKindHeader {}
             focus: true
             onOpenRequested: server => (server.isNavidrome ? root.navidrome : root.servers).openServer(server.serverId)
             onDeleteRequested: server => {

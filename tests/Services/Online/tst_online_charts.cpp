@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/Online/BusyWorkers.h"
 #include "Services/Online/OnlineBench.h"
 
 #include <QSignalSpy>
@@ -75,6 +76,113 @@ private Q_SLOTS:
                             .updateFrequency = u"定期更新"_s,
                             .platform = MusicPlatform::netease};
         QCOMPARE(service().topLists().value(MusicPlatform::netease), (QList<TopList>{hot, fresh}));
+        const QStringList said{u"📊 获取排行榜列表: http://music.test/api/?source=netease&type=toplists"_s,
+                               u"📥 排行榜列表响应: "_s + QString::fromUtf8(body), u"✅ 获取到 2 个排行榜"_s};
+        QCOMPARE(m_bench->console.take(), said);
+        const HttpRequest request = m_bench->web().sent.constFirst();
+        QCOMPARE(request.idleTimeout, 30s);
+        QCOMPARE(request.totalTimeout, 60s);
+    }
+
+    void theWaitForChartsIsPublished()
+    {
+        const QSignalSpy loading(&service(), &OnlineMusicService::isLoadingTopListsChanged);
+        const QSignalSpy lists(&service(), &OnlineMusicService::topListsChanged);
+        const QSignalSpy changes(&service(), &OnlineMusicService::changed);
+        auto task = service().getTopLists(MusicPlatform::qq);
+        QVERIFY(service().isLoadingTopLists());
+        QVERIFY(m_bench->answered(std::move(task), OnlineBench::ok(charts("榜"))));
+        QVERIFY(!service().isLoadingTopLists());
+        QCOMPARE(loading.size(), 2);
+        QCOMPARE(lists.size(), 1);
+        QCOMPARE(changes.size(), 3);
+    }
+
+    void loadedChartsAreNotAskedForAgain_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::newRow("charts") << charts("榜");
+        QTest::newRow("empty list") << QByteArray(R"({"data":{"list":[]}})");
+    }
+    void loadedChartsAreNotAskedForAgain()
+    {
+        QFETCH(QByteArray, body);
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::qq), OnlineBench::ok(body)));
+        QVERIFY(service().topLists().contains(MusicPlatform::qq));
+        const QSignalSpy changes(&service(), &OnlineMusicService::changed);
+        QVERIFY(await(service().getTopLists(MusicPlatform::qq)));
+        QCOMPARE(m_bench->web().sent.size(), 1);
+        QCOMPARE(changes.size(), 0);
+        // Another platform is another list.
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::kuwo), OnlineBench::ok(body)));
+        QCOMPARE(m_bench->web().sent.size(), 2);
+    }
+
+    void clearedChartsAreLoadedAnew()
+    {
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::qq), OnlineBench::ok(charts("旧榜"))));
+        const QSignalSpy lists(&service(), &OnlineMusicService::topListsChanged);
+        service().clearTopListsCache();
+        QVERIFY(service().topLists().isEmpty());
+        QCOMPARE(lists.size(), 1);
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::qq), OnlineBench::ok(charts("新榜"))));
+        QCOMPARE(names(MusicPlatform::qq), QStringList{u"新榜"_s});
+    }
+
+    void whatWasAskedForBeforeTheyWereClearedIsNotKept()
+    {
+        auto old = service().getTopLists(MusicPlatform::qq);
+        service().clearTopListsCache();
+        auto anew = service().getTopLists(MusicPlatform::qq);
+        QVERIFY(m_bench->answered(std::move(old), OnlineBench::ok(charts("旧榜"))));
+        QVERIFY(service().topLists().isEmpty());
+        QVERIFY(m_bench->answered(std::move(anew), OnlineBench::ok(charts("新榜"))));
+        QCOMPARE(names(MusicPlatform::qq), QStringList{u"新榜"_s});
+    }
+
+    void aFailedListOfChartsIsTriedAgain_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("said");
+        const QString without = u"⚠️ 解析排行榜列表失败"_s;
+        const QString error = u"❌ 获取排行榜列表错误: "_s;
+        QTest::newRow("no data") << QByteArray("{}") << without;
+        QTest::newRow("null") << QByteArray(R"({"data":{"list":null}})") << without;
+        QTest::newRow("empty body") << QByteArray() << error;
+        QTest::newRow("page") << QByteArray("<html>") << error;
+        QTest::newRow("number for a text")
+            << QByteArray(R"({"data":{"list":[{"id":1,"name":"a"}]}})") << error;
+    }
+    void aFailedListOfChartsIsTriedAgain()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QString, said);
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::qq), OnlineBench::ok(body)));
+        QVERIFY(service().topLists().isEmpty());
+        QVERIFY(!service().isLoadingTopLists());
+        QVERIFY(m_bench->console.take().constLast().startsWith(said));
+        QVERIFY(!service().searchError());
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::qq), OnlineBench::ok(charts("榜"))));
+        QCOMPARE(names(MusicPlatform::qq), QStringList{u"榜"_s});
+    }
+
+    void aFailedRequestForChartsIsLogged()
+    {
+        QVERIFY(m_bench->answered(service().getTopLists(MusicPlatform::qq), OnlineBench::failed(u"断了"_s)));
+        QCOMPARE(m_bench->console.take().constLast(), u"❌ 获取排行榜列表错误: 断了"_s);
+        QVERIFY(!service().isLoadingTopLists());
+        QVERIFY(!service().searchError());
+    }
+
+    void withoutAnAddressNothingIsAsked()
+    {
+        m_bench->api.setBaseURL(u"http://[::1"_s);
+        QVERIFY(await(service().getTopLists(MusicPlatform::qq)));
+        QVERIFY(!service().isLoadingTopLists());
+        QVERIFY(await(service().getTopListSongs(chartA)));
+        QVERIFY(!service().isLoadingTopListSongs());
+        QCOMPARE(service().currentTopList(), std::optional(chartA));
+        QVERIFY(m_bench->web().sent.isEmpty());
         QCOMPARE(m_bench->console.take(), QStringList());
     }
 
@@ -154,18 +262,11 @@ private Q_SLOTS:
         QCOMPARE(titles(), QStringList{u"新歌"_s});
     }
 
-    void theListOfTheLaterAnswerStays_data()
-    {
-        QTest::addColumn<bool>("isLong");
-        QTest::newRow("short answers") << false;
-        QTest::newRow("a long one first") << true;
-    }
     void theListOfTheLaterAnswerStays()
     {
-        QFETCH(bool, isLong);
         auto a = service().getTopListSongs(chartA);
         auto b = service().getTopListSongs(chartB);
-        m_bench->web().answer(u"id=b"_s, OnlineBench::ok(isLong ? atLength(songs("乙歌")) : songs("乙歌")));
+        m_bench->web().answer(u"id=b"_s, OnlineBench::ok(songs("乙歌")));
         m_bench->web().answer(u"id=a"_s, OnlineBench::ok(songs("甲歌")));
         QVERIFY(await(std::move(b)));
         QVERIFY(await(std::move(a)));
@@ -173,17 +274,66 @@ private Q_SLOTS:
         QCOMPARE(titles(), QStringList{u"甲歌"_s});
     }
 
+    void aLongListDoesNotReplaceALaterOne()
+    {
+        BusyWorkers workers;
+        auto a = service().getTopListSongs(chartA);
+        auto b = service().getTopListSongs(chartB);
+        m_bench->web().answer(u"id=b"_s, OnlineBench::ok(atLength(songs("乙歌"))));
+        settle();
+        m_bench->web().answer(u"id=a"_s, OnlineBench::ok(songs("甲歌")));
+        QVERIFY(await(std::move(a)));
+        workers.release();
+        QVERIFY(await(std::move(b)));
+        QCOMPARE(titles(), QStringList{u"甲歌"_s});
+        QVERIFY(!service().isLoadingTopListSongs());
+    }
+
     void songsThatAWorkerStillReadsAreNotShownInTheNextChart()
     {
+        BusyWorkers workers;
         auto a = service().getTopListSongs(chartA);
         m_bench->web().answer(OnlineBench::ok(atLength(songs("甲歌"))));
-        QCoreApplication::processEvents();
+        settle();
         auto b = service().getTopListSongs(chartB);
+        workers.release();
         QVERIFY(await(std::move(a)));
         QVERIFY(titles().isEmpty());
         QVERIFY(service().isLoadingTopListSongs());
         QVERIFY(m_bench->answered(std::move(b), OnlineBench::ok(songs("乙歌"))));
         QCOMPARE(titles(), QStringList{u"乙歌"_s});
+    }
+
+    void longChartsDoNotReplaceLaterOnes()
+    {
+        BusyWorkers workers;
+        auto longer = service().getTopLists(MusicPlatform::qq);
+        auto shorter = service().getTopLists(MusicPlatform::qq);
+        auto other = service().getTopLists(MusicPlatform::kuwo);
+        m_bench->web().answer(u"source=qq"_s, OnlineBench::ok(atLength(charts("先来"))));
+        settle();
+        m_bench->web().answer(u"source=qq"_s, OnlineBench::ok(charts("后到")));
+        m_bench->web().answer(u"source=kuwo"_s, OnlineBench::ok(charts("别处")));
+        QVERIFY(await(std::move(shorter)));
+        QVERIFY(await(std::move(other)));
+        workers.release();
+        QVERIFY(await(std::move(longer)));
+        QCOMPARE(names(MusicPlatform::qq), QStringList{u"后到"_s});
+        QCOMPARE(names(MusicPlatform::kuwo), QStringList{u"别处"_s});
+    }
+
+    void aPlatformIsNotHeldUpByAnother()
+    {
+        BusyWorkers workers;
+        auto longer = service().getTopLists(MusicPlatform::qq);
+        auto other = service().getTopLists(MusicPlatform::kuwo);
+        m_bench->web().answer(u"source=qq"_s, OnlineBench::ok(atLength(charts("先来"))));
+        settle();
+        m_bench->web().answer(u"source=kuwo"_s, OnlineBench::ok(charts("别处")));
+        QVERIFY(await(std::move(other)));
+        workers.release();
+        QVERIFY(await(std::move(longer)));
+        QCOMPARE(names(MusicPlatform::qq), QStringList{u"先来"_s});
     }
 
     void aFailedChartIsAnEmptyOne_data()

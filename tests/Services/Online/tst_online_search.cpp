@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/Online/BusyWorkers.h"
 #include "Services/Online/OnlineBench.h"
 
 #include <QSignalSpy>
@@ -298,29 +299,61 @@ private Q_SLOTS:
                                                                            : u"Search error: "_s));
     }
 
-    void theLaterAnswerWins_data()
-    {
-        QTest::addColumn<bool>("isAggregate");
-        QTest::addColumn<bool>("isLong");
-        for (const bool isLong : {false, true}) {
-            QTest::addRow("one platform%s", isLong ? ", long answer" : "") << false << isLong;
-            QTest::addRow("all platforms%s", isLong ? ", long answer" : "") << true << isLong;
-        }
-    }
+    void theLaterAnswerWins_data() { addKinds(); }
     void theLaterAnswerWins()
     {
-        QFETCH(bool, isLong);
         auto first = search(u"first"_s);
         auto second = search(u"second"_s);
-        // Answered in reverse; what a worker still reads when the other arrives is the older answer all the
-        // same.
-        QVERIFY(m_bench->web().answer(
-            u"keyword=second"_s,
-            OnlineBench::ok(isLong ? OnlineBench::foundAtLength("第二") : OnlineBench::found("第二"))));
-        QVERIFY(m_bench->web().answer(u"keyword=first"_s, OnlineBench::ok(OnlineBench::found("第一"))));
+        m_bench->web().answer(u"keyword=second"_s, OnlineBench::ok(OnlineBench::found("第二")));
+        m_bench->web().answer(u"keyword=first"_s, OnlineBench::ok(OnlineBench::found("第一")));
         QVERIFY(await(std::move(second)));
         QVERIFY(await(std::move(first)));
         QCOMPARE(shown(), QStringList{u"第一"_s});
+        QVERIFY(!m_bench->service->isSearching());
+    }
+
+    void aLongAnswerIsReadByAWorker_data() { addKinds(); }
+    void aLongAnswerIsReadByAWorker()
+    {
+        BusyWorkers workers;
+        auto task = search();
+        m_bench->web().answer(OnlineBench::ok(OnlineBench::foundAtLength("歌")));
+        settle();
+        QVERIFY(m_bench->service->isSearching());
+        QVERIFY(shown().isEmpty());
+        workers.release();
+        QVERIFY(await(std::move(task)));
+        QCOMPARE(shown(), QStringList{u"歌"_s});
+        QVERIFY(!m_bench->service->isSearching());
+    }
+
+    void aLongAnswerDoesNotReplaceALaterOne_data() { addKinds(); }
+    void aLongAnswerDoesNotReplaceALaterOne()
+    {
+        BusyWorkers workers;
+        auto first = search(u"first"_s);
+        auto second = search(u"second"_s);
+        m_bench->web().answer(u"keyword=second"_s, OnlineBench::ok(OnlineBench::foundAtLength("第二")));
+        settle();
+        m_bench->web().answer(u"keyword=first"_s, OnlineBench::ok(OnlineBench::found("第一")));
+        QVERIFY(await(std::move(first)));
+        workers.release();
+        QVERIFY(await(std::move(second)));
+        QCOMPARE(shown(), QStringList{u"第一"_s});
+        QVERIFY(!m_bench->service->isSearching());
+    }
+
+    void aLongAnswerDoesNotComeBackAfterAnEmptyKeyword_data() { addKinds(); }
+    void aLongAnswerDoesNotComeBackAfterAnEmptyKeyword()
+    {
+        BusyWorkers workers;
+        auto task = search();
+        m_bench->web().answer(OnlineBench::ok(OnlineBench::foundAtLength("歌")));
+        settle();
+        QVERIFY(await(search(QString())));
+        workers.release();
+        QVERIFY(await(std::move(task)));
+        QVERIFY(shown().isEmpty());
         QVERIFY(!m_bench->service->isSearching());
     }
 
@@ -341,11 +374,12 @@ private Q_SLOTS:
     void aLongAnswerThatCannotBeReadIsNoFailureOfTheNextSearch_data() { addKinds(); }
     void aLongAnswerThatCannotBeReadIsNoFailureOfTheNextSearch()
     {
+        BusyWorkers workers;
         auto first = search(u"first"_s);
         m_bench->web().answer(OnlineBench::ok(OnlineBench::foundAtLength("第一").chopped(1)));
-        // The answer is with the worker as soon as it has arrived.
-        QCoreApplication::processEvents();
+        settle();
         auto second = search(u"second"_s);
+        workers.release();
         QVERIFY(await(std::move(first)));
         QVERIFY(m_bench->service->isSearching());
         QVERIFY(!m_bench->service->searchError());
@@ -379,11 +413,13 @@ private Q_SLOTS:
     void aServiceMayGoWhileAWorkerReads_data() { addKinds(); }
     void aServiceMayGoWhileAWorkerReads()
     {
+        BusyWorkers workers;
         auto task = search();
         m_bench->web().answer(OnlineBench::ok(OnlineBench::foundAtLength("歌")));
-        QCoreApplication::processEvents();
+        settle();
         m_bench->service.reset();
         m_bench->console.take();
+        workers.release();
         QVERIFY(await(std::move(task)));
         QCOMPARE(m_bench->console.take(), QStringList());
     }

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// What the servers beneath it have in common, in a list of sections. It reaches for nothing outside: this Qt makes
+/// headers in a place of their own.
+StyledText {
+    required property string section
+
+    width: ListView.view.width
+    leftPadding: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
+    rightPadding: leftPadding
+    topPadding: Metrics.cardPadding
+    bottomPadding: Metrics.grid
+    text: section
+    style: TextStyles.footnote
+    color: SystemColors.secondaryLabel
+    Accessible.role: Accessible.Heading
+    Accessible.name: text
+}
