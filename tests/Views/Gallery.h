@@ -64,5 +64,7 @@ private:
 /// The states of the place of the online platforms.
 void searchStates(const Gallery &gallery);
 void chartStates(const Gallery &gallery);
+/// The states of Subsonic servers in the servers' place.
+void navidromeStates(const Gallery &gallery);
 
 } // namespace cadorel::gallery
