@@ -69,5 +69,7 @@ void playlistStates(const Gallery &gallery);
 
 /// Puts made songs into the music folder, for the next scan.
 void addSongs(TestWindow &test);
+/// The states of Subsonic servers in the servers' place.
+void navidromeStates(const Gallery &gallery);
 
 } // namespace cadorel::gallery
