@@ -43,6 +43,13 @@ const Source dav{u"云上的歌"_s, 700};
 const Source subsonic{u"家里的歌"_s, 1100};
 constexpr double seconds = 120;
 
+AccessibleWindow::Matches isRowOf(const QString &title)
+{
+    return [beginning = title + u'，'](const Item &item) {
+        return item.role == "list item"_L1 && item.name.startsWith(beginning);
+    };
+}
+
 /// Value of a query item in a request line, as it was sent.
 QString sent(const QByteArray &request, const QString &name)
 {
@@ -66,13 +73,17 @@ private:
     void startServers();
     bool startPlayer();
     /// Presses something as soon as it can be pressed.
-    bool press(const std::optional<Item> &item);
-    bool press(const QString &name) { return press(m_window->find(name)); }
-    bool pressBeginning(const QString &beginning) { return press(m_window->findBeginning(beginning)); }
+    bool press(const AccessibleWindow::Matches &matches);
+    bool press(const QString &name)
+    {
+        return press([&name](const Item &item) { return item.name == name; });
+    }
+    bool pressBeginning(const QString &beginning)
+    {
+        return press([&beginning](const Item &item) { return item.name.startsWith(beginning); });
+    }
     /// Writes over what a field holds.
     bool fill(const QString &label, const QString &text);
-    /// The row of a song.
-    std::optional<Item> row(const QString &title);
     bool isLiked(const QString &title);
     /// Plays the song of a row, hears it and likes it.
     void hearAndLike(const Source &song);
@@ -160,7 +171,6 @@ void FourSourcesTest::cleanup()
 {
     m_sampling.stop();
     m_sampling.disconnect();
-    if (QTest::currentTestFailed()) { QProcess p; p.setProcessEnvironment(m_player->environment()); p.start(u"import"_s, {u"-window"_s, u"root"_s, u"/tmp/lyr/fail.png"_s}); p.waitForFinished(); QFile f(u"/tmp/lyr/player.out"_s); (void)f.open(QIODevice::WriteOnly); f.write(m_player->output().toUtf8()); }
     m_player.reset();
     m_watch.reset();
     m_online.reset();
@@ -185,8 +195,12 @@ bool FourSourcesTest::startPlayer()
     return QDir().mkpath(temporary) && m_player->start();
 }
 
-bool FourSourcesTest::press(const std::optional<Item> &item)
+bool FourSourcesTest::press(const AccessibleWindow::Matches &matches)
 {
+    // What slides in goes on doing so after it was found.
+    if (!m_window->find(matches) || !m_player->standsStill())
+        return false;
+    const std::optional<Item> item = m_window->find(matches);
     if (item)
         m_player->click(item->place.center().x(), item->place.center().y());
     return item.has_value();
@@ -194,34 +208,27 @@ bool FourSourcesTest::press(const std::optional<Item> &item)
 
 bool FourSourcesTest::fill(const QString &label, const QString &text)
 {
-    if (!press(m_window->find(label, u"text"_s)))
+    if (!press([&label](const Item &item) { return item.name == label && item.role == "text"_L1; }))
         return false;
     m_player->key(u"ctrl+a"_s);
     m_player->type(text);
     return true;
 }
 
-std::optional<Item> FourSourcesTest::row(const QString &title)
-{
-    return m_window->findBeginning(title + u'，', u"list item"_s);
-}
-
 bool FourSourcesTest::isLiked(const QString &title)
 {
-    return m_window
-        ->find([&title](const Item &item) {
-            return item.role == "list item"_L1 && item.name.startsWith(title + u'，') &&
-                   item.name.endsWith(u"，已喜欢"_s);
-        })
-        .has_value();
+    const auto isMeant = [&title](const Item &item) {
+        return isRowOf(title)(item) && item.name.endsWith(u"，已喜欢"_s);
+    };
+    return m_window->find(isMeant).has_value();
 }
 
 void FourSourcesTest::hearAndLike(const Source &song)
 {
-    QVERIFY(press(row(song.title)));
+    QVERIFY(press(isRowOf(song.title)));
     QVERIFY(m_recorder->hearTone(song.hertz));
     QTRY_COMPARE(m_player->windowTitle(), song.title);
-    const std::optional<Item> place = row(song.title);
+    const std::optional<Item> place = m_window->find(isRowOf(song.title));
     QVERIFY(place.has_value());
     m_player->rightClick(place->place.center().x(), place->place.center().y());
     QVERIFY(press(u"喜欢"_s));
@@ -254,7 +261,7 @@ void FourSourcesTest::useWebDAVServer()
 
 void FourSourcesTest::useSubsonicServer()
 {
-    QVERIFY(press(u"返回服务器列表"_s));
+    QVERIFY(pressBeginning(u"返回"_s));
     QVERIFY(press(u"添加服务器"_s));
     QVERIFY(press(u"添加 Navidrome"_s));
     QVERIFY(fill(u"名称"_s, u"Home"_s));
@@ -273,6 +280,7 @@ void FourSourcesTest::useOnlineMusic()
     QVERIFY(press(u"API 服务器"_s));
     QVERIFY(fill(u"API 服务器地址"_s, m_online->address().toString()));
     QVERIFY(press(u"保存设置"_s));
+    QVERIFY(press(u"关闭"_s));
     QVERIFY(fill(u"搜索歌曲、艺术家"_s, m_onlineSong.title));
     m_player->key(u"Return"_s);
     QVERIFY(m_player->says(u"Found 1 results"_s));
@@ -286,7 +294,7 @@ void FourSourcesTest::findEverythingAgain()
     QVERIFY(press(u"服务器"_s));
     QVERIFY(pressBeginning(u"NAS，"_s));
     QVERIFY(isLiked(dav.title));
-    QVERIFY(press(u"返回服务器列表"_s));
+    QVERIFY(pressBeginning(u"返回"_s));
     QVERIFY(pressBeginning(u"Home，"_s));
     QVERIFY(isLiked(subsonic.title));
 
@@ -294,9 +302,9 @@ void FourSourcesTest::findEverythingAgain()
     QVERIFY(press(u"歌单"_s));
     QVERIFY(pressBeginning(u"我喜欢的音乐，"_s));
     QVERIFY(isLiked(imported.title));
-    QVERIFY(press(u"返回服务器列表"_s));
+    QVERIFY(pressBeginning(u"返回"_s));
     QVERIFY(pressBeginning(u"我喜欢的音乐(在线)，"_s));
-    QVERIFY(press(row(m_onlineSong.title)));
+    QVERIFY(press(isRowOf(m_onlineSong.title)));
     QVERIFY(m_recorder->hearTone(m_onlineSong.hertz));
 }
 
