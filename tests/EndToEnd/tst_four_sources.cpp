@@ -302,6 +302,10 @@ void FourSourcesTest::findEverythingAgain()
     QVERIFY(press(u"歌单"_s));
     QVERIFY(pressBeginning(u"我喜欢的音乐，"_s));
     QVERIFY(isLiked(imported.title));
+    for (const Item &item : m_window->items()) {
+        for (const QString &title : {dav.title, subsonic.title})
+            QVERIFY(!isRowOf(title)(item));
+    }
     QVERIFY(pressBeginning(u"返回"_s));
     QVERIFY(pressBeginning(u"我喜欢的音乐(在线)，"_s));
     QVERIFY(press(isRowOf(m_onlineSong.title)));
