@@ -40,6 +40,8 @@ FocusScope {
         color: SystemColors.background
 
         TapHandler {
+            // A finger has no buttons: every touch would count.
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
             acceptedButtons: Qt.BackButton
             // Takes the press: a page beneath this one has its own turn.
             gesturePolicy: TapHandler.ReleaseWithinBounds

@@ -10,10 +10,6 @@
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/OnlineSearchViewModel.h"
-#include "ViewModels/NavidromeServerFormViewModel.h"
-#include "ViewModels/NavidromeServerListModel.h"
-#include "ViewModels/NavidromeServerPageViewModel.h"
-#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -202,53 +198,6 @@ struct ForeignTopListsViewModel
     QML_FOREIGN(cadorel::TopListsViewModel)
     QML_NAMED_ELEMENT(TopListsViewModel)
     QML_UNCREATABLE("given by the view model")
-};
-
-struct ForeignServerFormViewModel
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::ServerFormViewModel)
-    QML_NAMED_ELEMENT(ServerFormViewModel)
-    QML_UNCREATABLE("given by the view model")
-};
-
-struct ForeignServerListModel
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::ServerListModel)
-    QML_NAMED_ELEMENT(ServerListModel)
-};
-
-struct ForeignNavidromeServerFormViewModel
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::NavidromeServerFormViewModel)
-    QML_NAMED_ELEMENT(NavidromeServerFormViewModel)
-    QML_UNCREATABLE("given by the view model")
-};
-
-struct ForeignNavidromeServerListModel
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::NavidromeServerListModel)
-    QML_NAMED_ELEMENT(NavidromeServerListModel)
-    QML_UNCREATABLE("given by the view model")
-};
-
-struct ForeignNavidromeServerPageViewModel
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::NavidromeServerPageViewModel)
-    QML_NAMED_ELEMENT(NavidromeServerPageViewModel)
-    QML_UNCREATABLE("given by the view model")
-};
-
-struct ForeignNavidromeServersViewModel
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::NavidromeServersViewModel)
-    QML_NAMED_ELEMENT(NavidromeServersViewModel)
-    QML_UNCREATABLE("given to the window")
 };
 
 struct ForeignWebDAVPresetListModel

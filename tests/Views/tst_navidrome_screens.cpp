@@ -266,11 +266,17 @@ private Q_SLOTS:
         };
         choose(serverRow(0), u"serverList"_s, 1);
         QTRY_VERIFY(t->item(u"navidromePage"_s)->property("covers").toBool());
+        QVERIFY(isGone(u"navidromeMenu"_s));
         QVERIFY(answersUntilIdle());
         QTRY_VERIFY(foundSong(2));
         choose(foundSong(1), u"navidromeSongList"_s, 2);
         QTRY_COMPARE(currentTitle(), u"二"_s);
         QCOMPARE(t->audioPlayer->queue().size(), 3);
+        // A finger on the bare page is no way back.
+        const QPoint bare = t->item(u"navidromeSongList"_s)->mapToScene(QPointF(100, 400)).toPoint();
+        QTest::touchEvent(t->window, m_touch).press(0, bare);
+        QTest::touchEvent(t->window, m_touch).release(0, bare);
+        QVERIFY(page().isOpen());
         QTest::keyClick(t->window, Qt::Key_Escape);
         QTRY_VERIFY(!t->shows(u"navidromePage"_s));
         QCOMPARE(serverRow(0)->property("status").toString(), u"已连接"_s);

@@ -31,6 +31,8 @@ T.ItemDelegate {
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
 
     TapHandler {
+        // A finger has no buttons: every touch would count.
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
         acceptedButtons: Qt.RightButton
         onTapped: eventPoint => root.menuRequested(eventPoint.position)
     }
