@@ -24,6 +24,7 @@ NavidromeServerPageViewModel::NavidromeServerPageViewModel(CadorelViewModel &vie
     , m_service(service)
     , m_songs(new SongListModel(this))
 {
+    m_songs->setFavorites(m_viewModel.playlistStore());
     connect(&m_service, &NavidromeService::configsChanged, this,
             &NavidromeServerPageViewModel::refreshConfig);
     connect(&m_service, &NavidromeService::songsChanged, this, &NavidromeServerPageViewModel::refreshSongs);

@@ -5,6 +5,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QTest>
 
 #include <algorithm>
@@ -77,7 +78,47 @@ quint64 states(const QVariant &words)
     return result;
 }
 
+/// What programs ask to know whether anybody wants to read their windows, and where.
+class Announcement : public QDBusVirtualObject
+{
+public:
+    explicit Announcement(const QString &address)
+        : m_address(address)
+    {
+    }
+    QString introspect(const QString & /*path*/) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        QVariant answer;
+        if (message.member() == "GetAddress"_L1)
+            answer = m_address;
+        else if (message.member() == "Get"_L1)
+            answer = QVariant::fromValue(QDBusVariant(true));
+        else if (message.member() == "GetAll"_L1)
+            answer = QVariantMap{{u"IsEnabled"_s, true}, {u"ScreenReaderEnabled"_s, true}};
+        else
+            return false;
+        return connection.send(message.createReply(answer));
+    }
+
+private:
+    QString m_address;
+};
+
 } // namespace
+
+AccessibleWindow::AccessibleWindow() = default;
+AccessibleWindow::~AccessibleWindow() = default;
+
+bool AccessibleWindow::start(PrivateBus &session)
+{
+    m_announcement = std::make_unique<Announcement>(m_bus.address());
+    QDBusConnection connection = session.connection(u"reader"_s);
+    return m_bus.start() &&
+           connection.registerVirtualObject(u"/org/a11y/bus"_s, m_announcement.get(),
+                                            QDBusConnection::SingleNode) &&
+           connection.registerService(u"org.a11y.Bus"_s);
+}
 
 QString AccessibleWindow::player()
 {
@@ -136,7 +177,11 @@ void AccessibleWindow::collect(const QString &path, int depth, QList<Item> &item
     if (children.isEmpty())
         return;
     for (const QString &child : paths(children.constFirst())) {
-        items.append(item(child));
+        const Item here = item(child);
+        // The program itself is a child of the root, and no place on the display.
+        if (!here.isShown && depth > 0)
+            continue;
+        items.append(here);
         collect(child, depth + 1, items);
     }
 }
@@ -156,7 +201,7 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
     const auto isThere = [&] {
         const QList<Item> all = items();
         const auto isMeant = [&matches](const Item &item) {
-            return item.isShown && item.isEnabled && !item.place.isEmpty() && matches(item);
+            return item.isEnabled && !item.place.isEmpty() && matches(item);
         };
         const auto last = std::find_if(all.crbegin(), all.crend(), isMeant);
         if (last == all.crend())
@@ -173,29 +218,6 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
                                  << (item.isEnabled ? "" : "disabled");
     }
     return found;
-}
-
-std::optional<AccessibleWindow::Item> AccessibleWindow::find(const QString &name, const QString &role)
-{
-    return find([&](const Item &item) { return item.name == name && (role.isEmpty() || item.role == role); });
-}
-
-std::optional<AccessibleWindow::Item> AccessibleWindow::findBeginning(const QString &beginning,
-                                                                      const QString &role)
-{
-    return find([&](const Item &item) {
-        return item.name.startsWith(beginning) && (role.isEmpty() || item.role == role);
-    });
-}
-
-bool AccessibleWindow::isGone(const QString &name, int limitMs)
-{
-    return QTest::qWaitFor(
-        [&] {
-            return std::ranges::none_of(
-                items(), [&name](const Item &item) { return item.isShown && item.name == name; });
-        },
-        limitMs);
 }
 
 } // namespace cadorel

@@ -8,7 +8,10 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
+
+class QDBusVirtualObject;
 
 namespace cadorel {
 
@@ -20,7 +23,7 @@ public:
     struct Item
     {
         QString name = {};
-        /// "button", "list item", "text"…, as the desktop's interface names them.
+        /// "push button", "list item", "text"…, as the desktop's interface names them.
         QString role = {};
         QString description = {};
         /// Pixels of the display.
@@ -30,23 +33,21 @@ public:
     };
     using Matches = std::function<bool(const Item &)>;
 
-    /// Sets the bus up that the program speaks on; before it starts.
-    bool start() { return m_bus.start(); }
-    /// For the variable AT_SPI_BUS_ADDRESS of the program's environment.
-    QString busAddress() const { return m_bus.address(); }
+    AccessibleWindow();
+    ~AccessibleWindow();
+    Q_DISABLE_COPY_MOVE(AccessibleWindow)
+
+    /// Says on a program's session bus that there is a screen reader, which listens on a bus of its own.
+    /// Before the program starts; @p session lives longer.
+    bool start(PrivateBus &session);
+    /// That bus.
     PrivateBus &bus() { return m_bus; }
 
-    /// Everything there is now, from behind to the front.
+    /// Everything that is shown now, from behind to the front.
     QList<Item> items();
-    /// Waits for an item that is shown, enabled and at rest. @return the one in front; nothing after @p
+    /// Waits for an item that is enabled and at rest. @return the one in front; nothing after @p
     /// limitMs
     std::optional<Item> find(const Matches &matches, int limitMs = 20'000);
-    /// With this name. @param role empty for any
-    std::optional<Item> find(const QString &name, const QString &role = {});
-    /// Whose name begins so.
-    std::optional<Item> findBeginning(const QString &beginning, const QString &role = {});
-    /// Waits until none is shown with this name.
-    bool isGone(const QString &name, int limitMs = 20'000);
 
 private:
     QString player();
@@ -57,6 +58,7 @@ private:
     Item item(const QString &path);
 
     PrivateBus m_bus;
+    std::unique_ptr<QDBusVirtualObject> m_announcement;
     QString m_player;
 };
 

@@ -8,6 +8,7 @@ SlidingPage {
 
     required property CadorelViewModel viewModel
     required property NavidromeServerPageViewModel page
+    required property PlaylistsViewModel playlists
     property int sideMargin: Metrics.screenMargin
     readonly property int content: page.content
 
@@ -140,6 +141,7 @@ SlidingPage {
         sideMargin: root.sideMargin
         visible: root.content === NavidromeServerPageViewModel.Songs
         model: root.page.songs
+        playlists: root.playlists
         focus: true
         onPlayPauseRequested: root.viewModel.togglePlayPause()
         onPlayRequested: row => root.page.playSongAt(row)

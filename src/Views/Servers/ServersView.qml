@@ -156,6 +156,7 @@ SlidingPage {
         sideMargin: root.sideMargin
         viewModel: root.viewModel
         page: root.navidrome.page
+        playlists: root.playlists
         onEditRequested: root.navidrome.editServer(root.navidrome.page.serverId)
         onDeleteRequested: root.askToDeleteNavidrome(root.navidrome.page.serverId, root.navidrome.page.name)
         onIsShownChanged: {
