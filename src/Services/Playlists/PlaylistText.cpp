@@ -2,6 +2,7 @@
 #include "Services/Playlists/PlaylistText.h"
 
 #include "Models/DecodingError.h"
+#include "Utils/Base64.h"
 #include "Utils/JsonForms.h"
 
 #include <simdjson.h>
@@ -45,10 +46,9 @@ public:
     }
     QByteArray bytes()
     {
-        auto decoded =
-            QByteArray::fromBase64Encoding(rawBytes(utf8()), QByteArray::AbortOnBase64DecodingErrors);
-        require(static_cast<bool>(decoded));
-        return std::move(decoded.decoded);
+        std::optional<QByteArray> bytes = bytesFromBase64(utf8());
+        require(bytes.has_value());
+        return *std::move(bytes);
     }
     PlaylistType playlistType()
     {
