@@ -175,6 +175,20 @@ private Q_SLOTS:
         QVERIFY(service().isConnected());
     }
 
+    void aServerThatRepeatsTheAddressGivesNoSignatureAway()
+    {
+        auto loading = service().loadDefaultSongs();
+        QVERIFY(m_fixture->waitForPending(1));
+        const QUrl asked = web().sent.constLast().url;
+        const QUrlQuery query(asked);
+        web().answer(webAnswer(subsonicRefusal("no such request: " + asked.toEncoded())));
+        QVERIFY(await(std::move(loading)));
+        const QString error = service().errorText();
+        QVERIFY2(error.startsWith(u"no such request: http://home.test/"_s), qPrintable(error));
+        QVERIFY(!error.contains(query.queryItemValue(u"t"_s)));
+        QVERIFY(!error.contains(query.queryItemValue(u"s"_s)));
+    }
+
     void aListingClearsTheErrorWhenItBegins()
     {
         QVERIFY(load());
