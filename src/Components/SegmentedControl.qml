@@ -49,8 +49,7 @@ FocusScope {
                 objectName: root.objectName + index
                 width: root.width / segments.count
                 height: root.height
-                // The keyboard comes to the choice that holds, and walks on from there.
-                focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
+                focusPolicy: Qt.TabFocus
                 hoverEnabled: true
                 text: modelData
                 Accessible.role: Accessible.RadioButton
