@@ -70,7 +70,7 @@ FocusScope {
                         anchors.topMargin: Metrics.grid + Metrics.focusRing
                         anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
-                        color: segment.isSelected ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
+                        color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius

@@ -116,11 +116,13 @@ void OnlineScreensTest::everyStateComesUp()
     QTRY_VERIFY(t->shows(u"chartEmpty"_s));
     check(u"chart without songs"_s);
     charts().page()->close();
+    QTRY_VERIFY(!t->shows(u"chartPage"_s));
     charts().selectPlatform(2);
     QVERIFY(answers(u"type=toplists"_s, onlineAnswers::broken(endless)));
     QTRY_VERIFY(t->shows(u"chartsEmpty"_s));
     check(u"no charts"_s);
     charts().close();
+    QTRY_VERIFY(!t->shows(u"chartsPage"_s));
 
     t->online->settings()->open();
     QTRY_VERIFY(isOpen(u"apiSettings"_s));
