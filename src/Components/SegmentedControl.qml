@@ -49,8 +49,7 @@ FocusScope {
                 objectName: root.objectName + index
                 width: root.width / segments.count
                 height: root.height
-                // The keyboard comes to the choice that holds, and walks on from there.
-                focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
+                focusPolicy: Qt.TabFocus
                 hoverEnabled: true
                 text: modelData
                 Accessible.role: Accessible.RadioButton
@@ -71,7 +70,7 @@ FocusScope {
                         anchors.topMargin: Metrics.grid + Metrics.focusRing
                         anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
-                        color: segment.isSelected ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
+                        color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius
