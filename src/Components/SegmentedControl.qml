@@ -12,6 +12,7 @@ FocusScope {
     required property var options
     property int current: 0
     property string name
+    property color track: SystemColors.secondaryBackground
 
     signal chosen(int index)
 

@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Fakes/FakeFilePicker.h"
-#include "Services/LocalMusicImportService.h"
-#include "Services/PlaylistService.h"
 #include "ViewModels/FilePickerModel.h"
-#include "ViewModels/OnlineSongListModel.h"
-#include "ViewModels/PlaylistEditorViewModel.h"
-#include "ViewModels/PlaylistListModel.h"
-#include "ViewModels/PlaylistPageViewModel.h"
-#include "ViewModels/PlaylistPickerViewModel.h"
-#include "ViewModels/PlaylistsViewModel.h"
-#include "ViewModels/SongListModel.h"
-#include "Views/ScreenTest.h"
+#include "Views/PlaylistScreenTest.h"
 
-#include <QAccessible>
 #include <QPointingDevice>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
-class PlaylistScreensTest : public ScreenTest
+class PlaylistScreensTest : public PlaylistScreenTest
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -34,122 +23,15 @@ private Q_SLOTS:
     void coverIsSetAndRemoved();
     void ownDialogTakesOnePicture();
     void badPictureIsSaid();
-    void songOfTheLibraryIsAdded();
-    void songOfTheLibraryGoesIntoANewPlaylist();
-    void onlineSongIsAdded();
-    void songIsRemovedFromItsPlaylist();
     void deletionIsAsked();
     void favouritesOfferNoDelete();
-    void heartIsSetAndTakenAway();
-    void heartIsSaidToAScreenReader();
     void playlistDeletedElsewhereIsMissing();
-    void pagePlaysAllAndItsRows();
-    void onlinePagePlays();
     void listWorksByKeyboard();
     void pageIsLeftByEveryWayBack_data();
     void pageIsLeftByEveryWayBack();
     void rowOpensByTouchAndHoldOpensTheMenu();
-    void pickerWorksByKeyboard();
-    void emptyPickerOffersANewPlaylist();
 
 private:
-    void openTab()
-    {
-        t->click(u"playlistsTab"_s);
-        QTRY_VERIFY(t->shows(u"playlistList"_s));
-    }
-    void openPage(const QString &id)
-    {
-        t->playlists->openPlaylist(id);
-        QTRY_VERIFY(t->item(u"playlistPage"_s)->property("covers").toBool());
-    }
-    bool isOpen(const QString &popup) const
-    {
-        const QObject *found = t->object(popup);
-        return found && found->property("opened").toBool();
-    }
-    bool isGone(const QString &popup) const
-    {
-        const QObject *found = t->object(popup);
-        return !found || !found->property("visible").toBool();
-    }
-    QQuickItem *rowOf(const QString &list, int index) const
-    {
-        QQuickItem *found = nullptr;
-        QMetaObject::invokeMethod(t->item(list), "itemAtIndex", Q_RETURN_ARG(QQuickItem *, found),
-                                  Q_ARG(int, index));
-        return found;
-    }
-    QQuickItem *playlistRow(const QString &id) const
-    {
-        return rowOf(u"playlistList"_s, t->playlists->playlists()->rowOf(id));
-    }
-    QQuickItem *songRow(int index) const { return rowOf(u"playlistSongList"_s, index); }
-    QQuickItem *onlineRow(int index) const { return rowOf(u"playlistOnlineSongList"_s, index); }
-    QString textOf(const QString &name) const { return t->item(name)->property("text").toString(); }
-    void type(const QString &text) const
-    {
-        for (const uint c : text.toUcs4()) {
-            const QString letter = QString::fromUcs4(reinterpret_cast<const char32_t *>(&c), 1);
-            QTest::sendKeyEvent(QTest::Click, t->window, Qt::Key_unknown, letter, {});
-        }
-    }
-    /// Opens the menu of a row with the right button.
-    void openMenu(QQuickItem *row, const QString &menu)
-    {
-        QVERIFY(row);
-        t->click(row, Qt::RightButton);
-        QTRY_VERIFY(isOpen(menu));
-    }
-    /// Clicks an entry of the open menu, once it stands where it belongs: which ones there are changes with
-    /// the row.
-    void choose(const QString &entry) const
-    {
-        QVERIFY(!t->window->grabWindow().isNull());
-        QVERIFY2(t->shows(entry), qPrintable(entry));
-        t->click(entry);
-    }
-    Playlist addLocal(const QString &name, const QList<Song> &songs = {}) const
-    {
-        const Playlist playlist = t->playlistService->createPlaylist(name, {}, PlaylistType::local);
-        t->playlistService->addSongs(songs, playlist);
-        return playlist;
-    }
-    static OnlineSong onlineSong(const QString &id)
-    {
-        OnlineSong song;
-        song.id = id;
-        song.name = u"在线 "_s + id;
-        song.artist = u"歌手"_s;
-        return song;
-    }
-    Playlist addOnline(const QString &name, const QList<OnlineSong> &songs = {}) const
-    {
-        const Playlist playlist = t->playlistService->createPlaylist(name, {}, PlaylistType::online);
-        t->playlistService->addOnlineSongs(songs, playlist);
-        return playlist;
-    }
-    Playlist stored(const Playlist &playlist) const
-    {
-        return t->playlistService->playlist(playlist.id).value_or(Playlist());
-    }
-    QList<Song> songs() const { return t->importService->importedSongs(); }
-    QUrl pictureFile(const QString &name, const QByteArray &bytes) const
-    {
-        QDir().mkpath(t->home.filePath(u"Pictures"_s));
-        QFile file(t->home.filePath(u"Pictures/"_s + name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("cannot write a picture");
-        return QUrl::fromLocalFile(file.fileName());
-    }
-    /// The desktop has a dialog, in which the listener chooses this.
-    void answerDialogs(const QList<QUrl> &urls)
-    {
-        auto picker = std::make_unique<FakeFilePicker>();
-        picker->answer = urls;
-        t->platform.filePicker = std::move(picker);
-    }
-
     QPointingDevice *m_touch = QTest::createTouchDevice();
 };
 
@@ -424,97 +306,6 @@ void PlaylistScreensTest::badPictureIsSaid()
     QTRY_VERIFY(!t->shows(u"coverBanner"_s));
 }
 
-void PlaylistScreensTest::songOfTheLibraryIsAdded()
-{
-    const Playlist playlist = addLocal(u"甲"_s);
-    addOnline(u"网上的"_s);
-    showLibrary();
-    openMenu(t->row(3), u"songMenu"_s);
-    choose(u"addToPlaylistItem"_s);
-    QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
-    // The favourites and this one; none of online songs.
-    QCOMPARE(t->item(u"playlistPickerList"_s)->property("count").toInt(), 2);
-    t->click(rowOf(u"playlistPickerList"_s, 1));
-    QTRY_VERIFY(isGone(u"playlistPickerSheet"_s));
-    QCOMPARE(stored(playlist).songIds, QStringList{songs().at(3).id()});
-
-    // Next time the picker tells that it is there already.
-    openMenu(t->row(3), u"songMenu"_s);
-    choose(u"addToPlaylistItem"_s);
-    QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
-    QVERIFY(rowOf(u"playlistPickerList"_s, 1)->property("isMarked").toBool());
-    QVERIFY(!rowOf(u"playlistPickerList"_s, 0)->property("isMarked").toBool());
-    t->click(u"playlistPickerCancel"_s);
-    QTRY_VERIFY(isGone(u"playlistPickerSheet"_s));
-    QCOMPARE(stored(playlist).songCount(), 1);
-}
-
-void PlaylistScreensTest::songOfTheLibraryGoesIntoANewPlaylist()
-{
-    showLibrary();
-    openMenu(t->row(2), u"songMenu"_s);
-    choose(u"addToPlaylistItem"_s);
-    QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
-    t->click(u"pickerCreatePlaylist"_s);
-    QTRY_VERIFY(t->item(u"playlistNameFieldText"_s)->hasActiveFocus());
-    QVERIFY(!t->shows(u"playlistTypePicker"_s));
-    type(u"新的"_s);
-    QTest::keyClick(t->window, Qt::Key_Return);
-    QTRY_VERIFY(isGone(u"createPlaylistSheet"_s));
-    QTRY_VERIFY(isGone(u"playlistPickerSheet"_s));
-    const Playlist made = t->playlistService->playlists().constLast();
-    QCOMPARE(made.name, u"新的"_s);
-    QCOMPARE(made.songIds, QStringList{songs().at(2).id()});
-}
-
-void PlaylistScreensTest::onlineSongIsAdded()
-{
-    QVERIFY(t->show());
-    const Playlist from = addOnline(u"甲"_s, {onlineSong(u"1"_s), onlineSong(u"2"_s)});
-    const Playlist to = addOnline(u"乙"_s);
-    addLocal(u"本地的"_s);
-    openTab();
-    openPage(from.id);
-    QTRY_VERIFY(onlineRow(1));
-    openMenu(onlineRow(1), u"playlistOnlineSongListMenu"_s);
-    choose(u"addToPlaylistItem"_s);
-    QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
-    QCOMPARE(t->item(u"playlistPickerList"_s)->property("count").toInt(), 3);
-    t->click(rowOf(u"playlistPickerList"_s, 2));
-    QTRY_VERIFY(isGone(u"playlistPickerSheet"_s));
-    QCOMPARE(stored(to).onlineSongs, QList<OnlineSong>{onlineSong(u"2"_s)});
-
-    openMenu(onlineRow(0), u"playlistOnlineSongListMenu"_s);
-    choose(u"favoriteItem"_s);
-    QTRY_VERIFY(t->playlistService->isFavorite(onlineSong(u"1"_s)));
-    QTRY_VERIFY(onlineRow(0)->property("isFavorite").toBool());
-}
-
-void PlaylistScreensTest::songIsRemovedFromItsPlaylist()
-{
-    showLibrary(3);
-    const Playlist playlist = addLocal(u"甲"_s, songs());
-    openTab();
-    openPage(playlist.id);
-    QTRY_VERIFY(songRow(2));
-    openMenu(songRow(1), u"playlistSongListMenu"_s);
-    QCOMPARE(textOf(u"deleteItem"_s), u"从歌单移除"_s);
-    choose(u"deleteItem"_s);
-    QTRY_COMPARE(stored(playlist).songCount(), 2);
-    QTRY_COMPARE(t->item(u"playlistSongList"_s)->property("count").toInt(), 2);
-    QTRY_VERIFY(isGone(u"playlistSongListMenu"_s));
-    // By keyboard too, and the library keeps them all.
-    t->item(u"playlistSongList"_s)->forceActiveFocus();
-    QTest::keyClick(t->window, Qt::Key_Home);
-    QTest::keyClick(t->window, Qt::Key_Delete);
-    QTRY_COMPARE(stored(playlist).songCount(), 1);
-    QCOMPARE(songs().size(), 3);
-    QTest::keyClick(t->window, Qt::Key_Home);
-    QTest::keyClick(t->window, Qt::Key_Delete);
-    QTRY_VERIFY(t->shows(u"playlistEmpty"_s));
-    QVERIFY(!t->item(u"playAllButton"_s)->isEnabled());
-}
-
 void PlaylistScreensTest::deletionIsAsked()
 {
     QVERIFY(t->show());
@@ -559,34 +350,6 @@ void PlaylistScreensTest::favouritesOfferNoDelete()
     }
 }
 
-void PlaylistScreensTest::heartIsSetAndTakenAway()
-{
-    showLibrary();
-    const auto heart = [this] { return t->row(3)->findChild<QQuickItem *>(u"favoriteMark"_s); };
-    QVERIFY(!heart()->isVisible());
-    openMenu(t->row(3), u"songMenu"_s);
-    QCOMPARE(textOf(u"favoriteItem"_s), u"喜欢"_s);
-    choose(u"favoriteItem"_s);
-    QTRY_VERIFY(heart()->isVisible());
-    QVERIFY(!t->row(2)->findChild<QQuickItem *>(u"favoriteMark"_s)->isVisible());
-    QVERIFY(t->playlistService->isFavorite(songs().at(3)));
-    QTRY_VERIFY(isGone(u"songMenu"_s));
-    openMenu(t->row(3), u"songMenu"_s);
-    QCOMPARE(textOf(u"favoriteItem"_s), u"取消喜欢"_s);
-    choose(u"favoriteItem"_s);
-    QTRY_VERIFY(!heart()->isVisible());
-    QVERIFY(!t->playlistService->isFavorite(songs().at(3)));
-}
-
-void PlaylistScreensTest::heartIsSaidToAScreenReader()
-{
-    showLibrary();
-    t->playlistService->toggleFavorite(songs().at(1));
-    QAccessibleInterface *row = QAccessible::queryAccessibleInterface(t->row(1));
-    QVERIFY(row);
-    QTRY_COMPARE(row->text(QAccessible::Name), u"歌 1，歌手 · 专辑，3:21，已喜欢"_s);
-}
-
 void PlaylistScreensTest::playlistDeletedElsewhereIsMissing()
 {
     showLibrary(2);
@@ -600,48 +363,6 @@ void PlaylistScreensTest::playlistDeletedElsewhereIsMissing()
     QVERIFY(!t->shows(u"playlistPageMore"_s));
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(t->shows(u"playlistList"_s));
-}
-
-void PlaylistScreensTest::pagePlaysAllAndItsRows()
-{
-    showLibrary(4);
-    const Playlist playlist = addLocal(u"甲"_s, {songs().at(2), songs().at(0)});
-    openTab();
-    openPage(playlist.id);
-    QTRY_VERIFY(songRow(1));
-    t->click(songRow(1));
-    QCOMPARE(currentTitle(), u"歌 0"_s);
-    QCOMPARE(t->audioPlayer->queue().size(), 2);
-    QTRY_VERIFY(songRow(1)->property("isCurrent").toBool());
-    t->click(u"playAllButton"_s);
-    QCOMPARE(currentTitle(), u"歌 2"_s);
-    openMenu(songRow(1), u"playlistSongListMenu"_s);
-    choose(u"playItem"_s);
-    QTRY_COMPARE(currentTitle(), u"歌 0"_s);
-}
-
-void PlaylistScreensTest::onlinePagePlays()
-{
-    showLibrary(2);
-    const Playlist playlist = addOnline(u"甲"_s, {onlineSong(u"1"_s), onlineSong(u"2"_s)});
-    const Playlist local = addLocal(u"本地的"_s, songs());
-    openTab();
-    // Where songs of another kind were shown before.
-    openPage(local.id);
-    QTRY_VERIFY(songRow(1));
-    openPage(playlist.id);
-    QTRY_VERIFY(onlineRow(1));
-    QVERIFY(!t->shows(u"playlistSongList"_s));
-    QCOMPARE(onlineRow(1)->property("title").toString(), u"在线 2"_s);
-    t->click(onlineRow(1));
-    QTRY_VERIFY(t->audioPlayer->currentOnlineSong());
-    QCOMPARE(t->audioPlayer->currentOnlineSong()->id, u"2"_s);
-    QCOMPARE(t->audioPlayer->onlineQueue().size(), 2);
-    QTRY_VERIFY(t->item(u"playlistOnlineSongList"_s)->hasActiveFocus());
-    openPage(local.id);
-    QTRY_VERIFY(songRow(1));
-    QCOMPARE(songRow(1)->property("title").toString(), u"歌 1"_s);
-    QTRY_VERIFY(t->item(u"playlistSongList"_s)->hasActiveFocus());
 }
 
 void PlaylistScreensTest::listWorksByKeyboard()
@@ -717,43 +438,6 @@ void PlaylistScreensTest::rowOpensByTouchAndHoldOpensTheMenu()
     QTest::touchEvent(t->window, m_touch).release(0, place, t->window);
     QTRY_VERIFY(t->item(u"playlistPage"_s)->property("covers").toBool());
     QCOMPARE(t->playlists->page()->playlistId(), playlist.id);
-}
-
-void PlaylistScreensTest::pickerWorksByKeyboard()
-{
-    const Playlist playlist = addLocal(u"甲"_s);
-    showLibrary(2);
-    t->item(u"songList"_s)->forceActiveFocus();
-    QTest::keyClick(t->window, Qt::Key_Down);
-    QTest::keyClick(t->window, Qt::Key_Menu);
-    QTRY_VERIFY(isOpen(u"songMenu"_s));
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(t->window, Qt::Key_Down);
-    QTest::keyClick(t->window, Qt::Key_Return);
-    QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
-    QTRY_VERIFY(t->item(u"playlistPickerList"_s)->hasActiveFocus());
-    QTest::keyClick(t->window, Qt::Key_End);
-    QTest::keyClick(t->window, Qt::Key_Return);
-    QTRY_VERIFY(isGone(u"playlistPickerSheet"_s));
-    QCOMPARE(stored(playlist).songIds, QStringList{songs().at(0).id()});
-    // The keyboard is back where it came from.
-    QTRY_VERIFY(t->item(u"songList"_s)->hasActiveFocus());
-}
-
-void PlaylistScreensTest::emptyPickerOffersANewPlaylist()
-{
-    showLibrary(2);
-    t->playlistService->deletePlaylist(*t->playlistService->favoritesPlaylist());
-    openMenu(t->row(0), u"songMenu"_s);
-    choose(u"addToPlaylistItem"_s);
-    QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
-    QVERIFY(t->shows(u"playlistPickerEmpty"_s));
-    QCOMPARE(t->item(u"playlistPickerEmpty"_s)->property("title").toString(), u"没有本地歌单"_s);
-    QCOMPARE(t->item(u"playlistPickerEmpty"_s)->property("description").toString(),
-             u"请先创建一个本地歌单"_s);
-    QVERIFY(t->shows(u"pickerCreatePlaylist"_s));
-    QTest::keyClick(t->window, Qt::Key_Escape);
-    QTRY_VERIFY(isGone(u"playlistPickerSheet"_s));
 }
 
 QTEST_MAIN(PlaylistScreensTest)

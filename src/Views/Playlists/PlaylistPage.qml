@@ -92,8 +92,8 @@ SlidingPage {
                 objectName: "playAllButton"
                 anchors.left: cover.right
                 anchors.leftMargin: Metrics.screenMargin
-                anchors.right: parent.right
                 anchors.bottom: parent.bottom
+                width: Math.min(parent.width - x, Metrics.menuWidth)
                 role: TextButton.Prominent
                 symbol: "play"
                 text: "播放全部"
