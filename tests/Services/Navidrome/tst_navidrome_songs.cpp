@@ -2,6 +2,7 @@
 // Listings, searches, and what comes late.
 #include "Services/Navidrome/NavidromeFixture.h"
 
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -121,6 +122,27 @@ private Q_SLOTS:
         QVERIFY(load());
         QCOMPARE(changes.count(), 1);
         QVERIFY(service().songs().constFirst().assetURL() != before);
+    }
+
+    void everyAddressOfAListingHasASignatureOfItsOwn()
+    {
+        // So many different salts: that of the request, and two for each song.
+        QList<int> picks;
+        for (int salt = 0; salt < 5; ++salt)
+            picks += QList<int>(12, salt);
+        m_fixture->machine().random().indexes = picks;
+        m_fixture->addAnswer(randomSongs, webAnswer(randomSongsAnswer({u"一"_s, u"二"_s})));
+        QVERIFY(load());
+        QSet<QString> salts{m_fixture->lastQuery().queryItemValue(u"s"_s)};
+        QSet<QString> tokens{m_fixture->lastQuery().queryItemValue(u"t"_s)};
+        for (const Song &song : service().songs()) {
+            for (const std::optional<QUrl> &url : {song.artworkURL(), song.assetURL()}) {
+                salts.insert(QUrlQuery(*url).queryItemValue(u"s"_s));
+                tokens.insert(QUrlQuery(*url).queryItemValue(u"t"_s));
+            }
+        }
+        QCOMPARE(salts.size(), 5);
+        QCOMPARE(tokens.size(), 5);
     }
 
     void aFailureIsToldAndLeavesTheSongs_data()
