@@ -232,7 +232,8 @@ QCoro::Task<std::optional<QUrl>> OnlineMusicService::getPlayUrl(OnlineSong song,
         if (const std::optional<QString> member = urlMember(response->body))
             co_return toldAddress(QUrl(*member, QUrl::TolerantMode));
         // Strictly, or pages and messages would become addresses.
-        const QString text = utf8Text(response->body).value_or(QString()).trimmed();
+        const bool isWhole = response->bodySize < longestAddress;
+        const QString text = isWhole ? utf8Text(response->body).value_or(QString()).trimmed() : QString();
         if (const std::optional<QUrl> url = toldAddress(QUrl(text, QUrl::StrictMode)))
             co_return url;
     } else {
