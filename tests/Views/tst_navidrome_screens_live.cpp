@@ -69,6 +69,7 @@ void LiveNavidromeScreensTest::serverIsAddedSearchedPlayedAndDeleted()
     // Open: it connects and lists songs of its own choice, with their covers.
     QTRY_VERIFY(serverRow(0));
     t->click(serverRow(0));
+    QTRY_VERIFY(t->item(u"navidromePage"_s)->property("covers").toBool());
     QTRY_VERIFY(isShownAs(Content::Songs));
     QCOMPARE(page().songs()->count(), 2);
     QTRY_VERIFY(foundSong(1));
@@ -122,6 +123,7 @@ void LiveNavidromeScreensTest::serverIsAddedSearchedPlayedAndDeleted()
     page().close();
     QTRY_VERIFY(!t->shows(u"navidromePage"_s));
     t->click(serverRow(0));
+    QTRY_VERIFY(t->item(u"navidromePage"_s)->property("covers").toBool());
     QTRY_VERIFY(isShownAs(Content::Failed));
     QVERIFY(server.startAgain());
     t->click(u"navidromeRetry"_s);
