@@ -42,6 +42,8 @@ Item {
             color: SystemColors.secondaryLabel
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            // What a server says can be long, and the buttons beneath must stay in sight.
+            maximumLineCount: 5
         }
         ColumnLayout {
             id: buttons

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 
 /// One of the window's places, in the bar that leads to them.
-AbstractButton {
+T.TabButton {
     id: root
 
     required property string symbol
@@ -12,8 +12,10 @@ AbstractButton {
     readonly property color ink: isSelected ? SystemColors.accent : SystemColors.secondaryLabel
 
     implicitHeight: Metrics.tabBarHeight
-    // The keyboard comes to the place that is shown, and the arrow keys lead on from there.
-    focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
+    // A click leaves the keyboard to the place that comes up. Which place that is the window says, not the button.
+    focusPolicy: Qt.TabFocus
+    checkable: false
+    autoExclusive: false
     hoverEnabled: true
     Accessible.role: Accessible.PageTab
     Accessible.name: text

@@ -12,6 +12,7 @@ FocusScope {
     required property var options
     property int current: 0
     property string name
+    property color track: SystemColors.secondaryBackground
 
     signal chosen(int index)
 
@@ -49,8 +50,7 @@ FocusScope {
                 objectName: root.objectName + index
                 width: root.width / segments.count
                 height: root.height
-                // The keyboard comes to the choice that holds, and walks on from there.
-                focusPolicy: isSelected ? Qt.TabFocus : Qt.NoFocus
+                focusPolicy: Qt.TabFocus
                 hoverEnabled: true
                 text: modelData
                 Accessible.role: Accessible.RadioButton
@@ -71,7 +71,7 @@ FocusScope {
                         anchors.topMargin: Metrics.grid + Metrics.focusRing
                         anchors.bottomMargin: Metrics.grid + Metrics.focusRing
                         radius: Metrics.coverRadius
-                        color: segment.isSelected ? SystemColors.tertiaryBackground : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
+                        color: segment.isSelected ? SystemColors.accentTint : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
 
                         FocusRing {
                             radius: parent.radius

@@ -29,7 +29,7 @@ StyledMenu {
     StyledMenuItem {
         objectName: "favoriteItem"
         visible: root.offersPlaylists
-        height: visible ? implicitHeight : 0
+        height: root.offersPlaylists ? implicitHeight : 0
         symbol: root.isFavorite ? "heart.slash" : "heart"
         text: root.isFavorite ? "取消喜欢" : "喜欢"
         onTriggered: root.favoriteRequested()
@@ -37,7 +37,7 @@ StyledMenu {
     StyledMenuItem {
         objectName: "addToPlaylistItem"
         visible: root.offersPlaylists
-        height: visible ? implicitHeight : 0
+        height: root.offersPlaylists ? implicitHeight : 0
         symbol: "text.badge.plus"
         text: "添加到歌单"
         onTriggered: root.addRequested()
@@ -45,7 +45,7 @@ StyledMenu {
     StyledMenuItem {
         objectName: "deleteItem"
         visible: root.removeText !== ""
-        height: visible ? implicitHeight : 0
+        height: root.removeText !== "" ? implicitHeight : 0
         symbol: "trash"
         text: root.removeText
         destructive: true

@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/MusicPlatform.h"
 
+#include <array>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr std::array platforms{MusicPlatform::netease, MusicPlatform::kuwo, MusicPlatform::qq};
+
+} // namespace
+
 QList<MusicPlatform> allMusicPlatforms()
 {
-    return {MusicPlatform::netease, MusicPlatform::kuwo, MusicPlatform::qq};
+    return {platforms.cbegin(), platforms.cend()};
 }
 
 QString rawValue(MusicPlatform platform)
@@ -25,7 +33,7 @@ QString rawValue(MusicPlatform platform)
 
 std::optional<MusicPlatform> musicPlatform(const QString &text)
 {
-    for (const MusicPlatform platform : allMusicPlatforms()) {
+    for (const MusicPlatform platform : platforms) {
         if (rawValue(platform) == text)
             return platform;
     }

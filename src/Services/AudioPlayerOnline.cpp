@@ -8,11 +8,11 @@
 #include "Services/Seams/OnlineSongAddresses.h"
 #include "Utils/Console.h"
 #include "Utils/Tasks.h"
+#include "Utils/Utf8Text.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
-#include <QStringDecoder>
 
 #include <QCoroTask>
 
@@ -51,9 +51,8 @@ std::optional<QUrl> addressIn(const HttpResponse &response)
         if (const auto url = toldAddress(response.url.resolved(member)))
             return url;
     }
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = QString(decoder(response.body)).trimmed();
-    if (!decoder.hasError() && text.startsWith("http"_L1) && !text.contains(u'\n'))
+    const QString text = utf8Text(response.body).value_or(QString()).trimmed();
+    if (text.startsWith("http"_L1) && !text.contains(u'\n'))
         return toldAddress(QUrl(text, QUrl::TolerantMode));
     return std::nullopt;
 }

@@ -211,7 +211,9 @@ void AudioPlayerService::itemStatusChanged()
         const QString description = m_playerItem->errorDescription();
         const QString shown = description.isEmpty() ? u"未知错误"_s : description;
         print(u"❌ PlayerItem 状态: failed - "_s + shown);
-        setPlayError(shown);
+        // The listener left it for an online song whose address is on its way: that one has not failed.
+        if (!m_addressTransfer)
+            setPlayError(shown);
         setIsPlaying(false);
         break;
     }
@@ -397,7 +399,7 @@ void AudioPlayerService::seekFinished(bool finished)
         setDuration(0);
         removeTimeObserver();
         removeEndObserver();
-        playerDidFinishPlaying();
+        songRanOut();
         return;
     }
     if (m_resumesAfterSeek)

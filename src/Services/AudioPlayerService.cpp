@@ -192,7 +192,7 @@ void AudioPlayerService::playerDidFinishPlaying()
     }
 }
 
-/// The sound of a song has ended by itself.
+/// The sound of a song has ended, by itself or by a seek to its end.
 void AudioPlayerService::songRanOut()
 {
     // The listener left it for an online song whose address is on its way: no other is to follow.

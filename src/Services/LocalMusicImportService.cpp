@@ -7,6 +7,7 @@
 #include "Utils/Console.h"
 #include "Utils/StableHash.h"
 #include "Utils/SystemErrorText.h"
+#include "Utils/Utf8Text.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -286,9 +287,7 @@ std::optional<QString> LocalMusicImportService::getLyrics(const Song &song) cons
     QFile file(lyricsFilePath(m_metadataDirectory, song.id()));
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(file.readAll());
-    return decoder.hasError() ? std::nullopt : std::optional(text);
+    return utf8Text(file.readAll());
 }
 
 std::optional<QUrl> LocalMusicImportService::artworkFileURL(const QString &id) const

@@ -5,6 +5,7 @@
 #include "Platform/HttpTransfer.h"
 #include "Services/SharedServices.h"
 #include "Services/Subsonic/NavidromeRequestError.h"
+#include "Services/Subsonic/SubsonicRefusal.h"
 #include "Services/Subsonic/SubsonicSongs.h"
 #include "Utils/KeychainHelper.h"
 
@@ -14,7 +15,6 @@
 #include <QtConcurrent>
 
 #include <QCoroFuture>
-#include <QCoroTask>
 
 #include <algorithm>
 #include <chrono>
@@ -256,7 +256,7 @@ QCoro::Task<Response> NavidromeService::ask(QUrl url, NavidromeRequestError badS
                                                  : decodedAnswer<Response>(body);
     if (!response)
         throw NavidromeRequestError(u"无法识别服务器的回答"_s);
-    ensureOK(response->subsonicResponse.status, response->subsonicResponse.error);
+    ensureOK(response->subsonicResponse.status, fitToShow(response->subsonicResponse.error, url));
     co_return *response;
 }
 

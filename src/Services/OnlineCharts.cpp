@@ -33,12 +33,7 @@ void OnlineMusicService::setIsLoadingTopLists(bool value)
 
 void OnlineMusicService::setTopListSongs(const QList<OnlineSong> &songs)
 {
-    // Equal songs may differ in all but id and platform.
-    if (m_topListSongs.isEmpty() && songs.isEmpty())
-        return;
-    m_topListSongs = songs;
-    Q_EMIT topListSongsChanged();
-    Q_EMIT changed();
+    publishSongs(m_topListSongs, songs, &OnlineMusicService::topListSongsChanged);
 }
 
 void OnlineMusicService::setIsLoadingTopListSongs(bool value)

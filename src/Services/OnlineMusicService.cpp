@@ -6,11 +6,11 @@
 #include "Services/Online/OnlineAnswers.h"
 #include "Services/Online/ToldAddress.h"
 #include "Services/SharedServices.h"
+#include "Utils/Utf8Text.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <chrono>
@@ -48,13 +48,6 @@ OnlineSong songOf(const OnlineMusicItem &item, MusicPlatform searched)
             .platform = musicPlatform(item.platform.value_or(QString())).value_or(searched),
             .picUrl = {},
             .lrcUrl = {}};
-}
-
-std::optional<QString> textOf(const QByteArray &utf8)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(utf8);
-    return decoder.hasError() ? std::nullopt : std::optional(text);
 }
 
 /// The member "url" of an object that holds nothing but texts.
@@ -108,11 +101,17 @@ void OnlineMusicService::clearSearchError()
 
 void OnlineMusicService::setSearchResults(const QList<OnlineSong> &songs)
 {
-    // Equal songs may differ in all but id and platform.
-    if (m_searchResults.isEmpty() && songs.isEmpty())
+    publishSongs(m_searchResults, songs, &OnlineMusicService::searchResultsChanged);
+}
+
+/// Equal songs may differ in all but id and platform: lists are not compared.
+void OnlineMusicService::publishSongs(QList<OnlineSong> &member, const QList<OnlineSong> &songs,
+                                      void (OnlineMusicService::*signal)())
+{
+    if (member.isEmpty() && songs.isEmpty())
         return;
-    m_searchResults = songs;
-    Q_EMIT searchResultsChanged();
+    member = songs;
+    Q_EMIT(this->*signal)();
     Q_EMIT changed();
 }
 
@@ -233,7 +232,8 @@ QCoro::Task<std::optional<QUrl>> OnlineMusicService::getPlayUrl(OnlineSong song,
         if (const std::optional<QString> member = urlMember(response->body))
             co_return toldAddress(QUrl(*member, QUrl::TolerantMode));
         // Strictly, or pages and messages would become addresses.
-        const QString text = textOf(response->body).value_or(QString()).trimmed();
+        const bool isWhole = response->bodySize < longestAddress;
+        const QString text = isWhole ? utf8Text(response->body).value_or(QString()).trimmed() : QString();
         if (const std::optional<QUrl> url = toldAddress(QUrl(text, QUrl::StrictMode)))
             co_return url;
     } else {
@@ -256,7 +256,7 @@ QCoro::Task<QList<LyricLine>> OnlineMusicService::getLyrics(OnlineSong song)
         print(u"Failed to get lyrics: "_s + response.error().description);
         co_return QList<LyricLine>();
     }
-    const std::optional<QString> text = textOf(response->body);
+    const std::optional<QString> text = utf8Text(response->body);
     co_return text ? co_await QtConcurrent::run(LyricLine::parse, *text) : QList<LyricLine>();
 }
 

@@ -100,6 +100,8 @@ private:
 
     template <typename T, typename Signal>
     void publish(T &member, const T &value, Signal signal);
+    void publishSongs(QList<OnlineSong> &member, const QList<OnlineSong> &songs,
+                      void (OnlineMusicService::*signal)());
     void setIsSearching(bool value);
     void setSearchError(const std::optional<QString> &value);
     void setSearchResults(const QList<OnlineSong> &songs);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Utils/JsonForms.h"
 
+#include "Utils/Base64.h"
+
 #include <cmath>
 
 namespace cadorel {
@@ -39,11 +41,7 @@ std::optional<QByteArray> bytesFromJson(const QJsonValue &value)
 {
     if (!value.isString())
         return std::nullopt;
-    auto decoded =
-        QByteArray::fromBase64Encoding(value.toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded)
-        return std::nullopt;
-    return std::move(decoded.decoded);
+    return bytesFromBase64(value.toString().toLatin1());
 }
 
 } // namespace cadorel

@@ -15,7 +15,6 @@ namespace cadorel {
 class Song;
 struct OnlineSong;
 struct Playlist;
-struct Playlist;
 
 /// Where the image provider of covers finds what lies behind a picture address: the bytes of a cover, or the
 /// web address that it is fetched from. Views name a cover by a key in the address; whoever hands out such an

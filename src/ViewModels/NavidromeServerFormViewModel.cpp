@@ -5,6 +5,8 @@
 #include "ViewModels/FormTextInput.h"
 #include "ViewModels/ServerAddress.h"
 
+#include <QUrl>
+
 #include <utility>
 
 namespace cadorel {
@@ -18,16 +20,28 @@ const QString usualPath = u"/rest"_s;
 /// Where such a server shows its own pages: what a browser's address bar gives.
 constexpr QLatin1StringView webPages{"/app"};
 
-/// The path of an address without what belongs to the API or the server's own pages.
-QString pathOfServer(QString path, const QString &apiBasePath)
+/// A typed address without what belongs to the API or the server's own pages. Escapes in its path stay.
+QString textOfServer(const ServerAddress &address, const QString &apiBasePath)
 {
+    if (address.problem != ServerAddress::Problem::none)
+        return address.text();
+    const QString host = address.scheme + u"://"_s + address.authority;
+    QString path = address.text().sliced(host.size());
     while (path.endsWith(u'/'))
         path.chop(1);
-    if (!apiBasePath.isEmpty() && path.endsWith(apiBasePath))
-        path.chop(apiBasePath.size());
-    else if (path.endsWith(webPages))
-        path.chop(webPages.size());
-    return path;
+    QString api = apiBasePath;
+    while (api.endsWith(u'/'))
+        api.chop(1);
+    if (!api.isEmpty() && !api.startsWith(u'/'))
+        api.prepend(u'/');
+    const QString escaped = QString::fromLatin1(QUrl::toPercentEncoding(api, "/"));
+    for (const QString &ending : {api, escaped, QString(webPages)}) {
+        if (!ending.isEmpty() && path.endsWith(ending)) {
+            path.chop(ending.size());
+            break;
+        }
+    }
+    return host + path;
 }
 
 } // namespace
@@ -71,12 +85,7 @@ void NavidromeServerFormViewModel::takeAddressApart()
 {
     const ServerAddress address = ServerAddress::parse(serverURL()->text());
     takeCredentials(address);
-    QString text = address.text();
-    const QString path = pathOfServer(address.path, m_apiBasePath->text().trimmed());
-    // The rest stays as it was typed, escapes included.
-    if (const QString dropped = address.path.sliced(path.size()); text.endsWith(dropped))
-        text.chop(dropped.size());
-    serverURL()->setText(text);
+    serverURL()->setText(textOfServer(address, m_apiBasePath->text().trimmed()));
 }
 
 void NavidromeServerFormViewModel::updateHints()

@@ -4,9 +4,8 @@
 #include "ViewModels/WebDAVServerListModel.h"
 #include "ViewModels/WebDAVServerTexts.h"
 
-#include <utility>
-
 #include <algorithm>
+#include <utility>
 
 namespace cadorel {
 

@@ -184,7 +184,8 @@ NavidromeServerPageViewModel::Content NavidromeServerPageViewModel::content() co
 
 QString NavidromeServerPageViewModel::failure() const
 {
-    return m_config && !m_isFailureDismissed ? m_service.errorText() : QString();
+    // What failed before is being tried again.
+    return m_config && !m_isFailureDismissed && !isBusy() ? m_service.errorText() : QString();
 }
 
 QUuid NavidromeServerPageViewModel::connectingServer() const
@@ -209,15 +210,17 @@ void NavidromeServerPageViewModel::refresh()
 
 void NavidromeServerPageViewModel::search()
 {
-    if (!m_config || m_isConnecting)
+    if (!m_config)
         return;
     const QString query = m_searchText.trimmed();
-    if (isConnected()) {
+    if (!m_isConnecting && isConnected()) {
         detach(load(query));
-    } else {
-        m_query = query;
-        detach(connectAndLoad());
+        return;
     }
+    // What is asked for once there is a connection.
+    m_query = query;
+    if (!m_isConnecting)
+        detach(connectAndLoad());
 }
 
 void NavidromeServerPageViewModel::disconnectFromServer()

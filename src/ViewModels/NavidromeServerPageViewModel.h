@@ -64,7 +64,7 @@ public:
     bool isConnected() const;
     /// A connect, a listing or a search is under way.
     bool isBusy() const;
-    /// Why the last of these failed; empty when it did not.
+    /// Why the last of these failed; empty when it did not, and while the next is under way.
     QString failure() const;
     /// What stands in the search field.
     const QString &searchText() const { return m_searchText; }
@@ -80,7 +80,8 @@ public:
     Q_INVOKABLE void close();
     /// Connects again, or asks again for what is shown.
     Q_INVOKABLE void refresh();
-    /// Looks for what stands in the search field; for nothing, the server picks songs.
+    /// Looks for what stands in the search field, as soon as there is a connection; for nothing, the server
+    /// picks songs.
     Q_INVOKABLE void search();
     Q_INVOKABLE void disconnectFromServer();
     Q_INVOKABLE void dismissFailure();

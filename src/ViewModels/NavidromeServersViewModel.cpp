@@ -37,7 +37,7 @@ NavidromeServersViewModel::NavidromeServersViewModel(CadorelViewModel &viewModel
     connect(m_page, &NavidromeServerPageViewModel::changed, this, &NavidromeServersViewModel::showConnection);
     connect(m_form, &NavidromeServerFormViewModel::saved, this, [this](const QUuid &server, bool isMoved) {
         if (isMoved)
-            m_page->reopen(server);
+            reconnect(server);
     });
     refreshServers();
 }
@@ -76,6 +76,15 @@ void NavidromeServersViewModel::deleteServer(const QString &id)
 {
     if (const auto config = configOf(m_service, id))
         detach(m_service.deleteConfig(*config));
+}
+
+void NavidromeServersViewModel::reconnect(const QUuid &server)
+{
+    // The connection leads to where the server was, with the password of now.
+    const std::optional<NavidromeConfig> &current = m_service.currentConfig();
+    if (current && current->id == server)
+        m_service.disconnectFromServer();
+    m_page->reopen(server);
 }
 
 void NavidromeServersViewModel::refreshServers()

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QUuid>
 
 namespace cadorel {
 
@@ -51,6 +52,9 @@ Q_SIGNALS:
     void connectedServerChanged();
 
 private:
+    /// The account or the address of a server has changed: the connection to it goes, and its page, if it is
+    /// open, makes a new one.
+    void reconnect(const QUuid &server);
     void refreshServers();
     void showConnection();
 

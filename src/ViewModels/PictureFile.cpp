@@ -37,6 +37,9 @@ QStringList pictureExtensions()
 
 QImage readPicture(const QString &path)
 {
+    // An address that is of no file has no path.
+    if (path.isEmpty())
+        return {};
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);

@@ -73,6 +73,8 @@ private Q_SLOTS:
     void endOfTheSongThatWasLeftIsFollowedByNothing_data();
     void endOfTheSongThatWasLeftIsFollowedByNothing();
     void endOfTheEqualizedSongThatWasLeftIsFollowedByNothing();
+    void seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing();
+    void failureOfTheSongThatWasLeftIsNotTold();
     void endOfAnOnlineSongByMode_data();
     void endOfAnOnlineSongByMode();
     void localQueueComesFirst();
@@ -281,6 +283,45 @@ void AudioPlayerOnlineChangeTest::endOfTheEqualizedSongThatWasLeftIsFollowedByNo
     QVERIFY(player.isPlaying());
     QCOMPARE(player.currentOnlineSong(), std::optional(onlineSong(u"1"_s)));
     QCOMPARE(played(bench), QStringList{u"1.mp3"_s});
+}
+
+void AudioPlayerOnlineChangeTest::seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    const QList<OnlineSong> queue = onlineSongs({u"0"_s, u"1"_s, u"2"_s, u"3"_s});
+    player.playOnlineSong(queue[0], queue);
+    bench.answerWeb(found(u"0"_s));
+    bench.answerDuration(100);
+    player.seek(100);
+    player.playOnlineSong(queue[2], queue);
+    bench.stream().finishSeek();
+    QVERIFY(!player.isPlaying());
+    QVERIFY(player.isLoading());
+    QCOMPARE(player.currentOnlineSong(), std::optional(queue[2]));
+    QCOMPARE(fetched(bench), QStringList{u"2"_s});
+    bench.answerWeb(found(u"2"_s));
+    QVERIFY(player.isPlaying());
+    QCOMPARE(played(bench), (QStringList{u"0.mp3"_s, u"2.mp3"_s}));
+}
+
+void AudioPlayerOnlineChangeTest::failureOfTheSongThatWasLeftIsNotTold()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    player.playSong(webSong(u"a"_s), {});
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    bench.item().fail(u"broken line"_s);
+    QVERIFY(!player.isPlaying());
+    QVERIFY(player.isLoading());
+    QVERIFY(!player.playError());
+    QVERIFY(bench.console.take().contains(u"❌ PlayerItem 状态: failed - broken line"_s));
+    bench.answerWeb(found(u"1"_s));
+    QVERIFY(player.isPlaying());
+    QVERIFY(!player.playError());
+    // Its own failure is told.
+    bench.item().fail(u"broken too"_s);
+    QCOMPARE(player.playError(), std::optional(u"broken too"_s));
 }
 
 void AudioPlayerOnlineChangeTest::endOfAnOnlineSongByMode_data()

@@ -127,6 +127,16 @@ private Q_SLOTS:
         QCOMPARE(m_bench->now(playlist).coverImageData, stored.coverImageData);
     }
 
+    void aCoverIsEncodedAtFourFifthsOfTheQuality()
+    {
+        const QByteArray cover = playlistCover(plain({300, 300})).value();
+        // Behind the marker: the length in two bytes, number and precision in one, the first divisor of
+        // brightness. The tables of the standard have 16 there, of which quality 80 takes two fifths.
+        const qsizetype table = cover.indexOf("\xff\xdb");
+        QVERIFY(table > 0);
+        QCOMPARE(static_cast<int>(cover.at(table + 5)), 6);
+    }
+
     void theAddressOfACoverStays()
     {
         Playlist playlist = m_bench->online();

@@ -365,6 +365,12 @@ private Q_SLOTS:
         QTest::newRow("more after it") << good + "]";
         QTest::newRow("two lists") << good + good;
         QTest::newRow("comma too many") << good.chopped(1) + ",]";
+        const QByteArray coverless =
+            QByteArray(good).replace(R"("createdAt")", R"("coverImageData":@,"createdAt")");
+        for (const QByteArray &cover :
+             {R"("AP8Q"x)"_ba, R"("AP8Q" "")"_ba, R"("AP8Q)"_ba, R"(AP8Q)"_ba, R"("AP8\Q")"_ba,
+              R"("AP\n8Q")"_ba, R"("AP 8Q")"_ba, R"(["AP8Q"])"_ba, R"(")"_ba})
+            QTest::newRow("cover: " + cover) << QByteArray(coverless).replace('@', cover);
         QTest::newRow("no UTF-8") << QByteArray(good).replace("歌单", "\xff\xfe");
         const QStringList required{u"id"_s,        u"name"_s,      u"description"_s, u"type"_s,
                                    u"createdAt"_s, u"updatedAt"_s, u"songIds"_s,     u"onlineSongs"_s};
@@ -405,6 +411,24 @@ private Q_SLOTS:
         QCOMPARE(m_bench->ids(), QStringList({u"favorites_online_playlist"_s, u"favorites_playlist"_s}));
         settle();
         QCOMPARE(storedPlaylists(), everything(service().playlists()));
+    }
+
+    void aCoverIsReadHoweverItIsWritten_data()
+    {
+        QTest::addColumn<QByteArray>("cover");
+        QTest::newRow("plain") << R"("A/8Q")"_ba;
+        QTest::newRow("blanks behind it") << "\"A/8Q\" \t\r\n"_ba;
+        QTest::newRow("escaped stroke") << R"("A\/8Q")"_ba;
+        QTest::newRow("escaped letter") << R"("\u0041/8Q")"_ba;
+    }
+    void aCoverIsReadHoweverItIsWritten()
+    {
+        QFETCH(const QByteArray, cover);
+        m_bench->store(
+            listOf({record()}).replace(R"("createdAt")", R"("coverImageData":)" + cover + R"(,"createdAt")"));
+        m_bench->start();
+        QCOMPARE(m_bench->console.take(), QStringList());
+        QCOMPARE(service().playlists().last().coverImageData, std::optional("\x03\xff\x10"_ba));
     }
 
     void aFailureTellsWhichPlaylistAndKeyItIs()

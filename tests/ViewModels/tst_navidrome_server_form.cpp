@@ -114,6 +114,8 @@ private Q_SLOTS:
             << u"http://music.test:4533/app/#/album/recentlyAdded?sort=x"_s << u"http://music.test:4533"_s;
         QTest::newRow("from a browser, below a path")
             << u"https://nas.test/music/app/#/login"_s << u"https://nas.test/music"_s;
+        QTest::newRow("a name that ends like the API")
+            << u"http://music.test/everest"_s << u"http://music.test/everest"_s;
         QTest::newRow("no address") << u"music"_s << u"music"_s;
     }
     void aPastedAddressIsTakenApart()
@@ -121,6 +123,34 @@ private Q_SLOTS:
         QFETCH(const QString, typed);
         QFETCH(const QString, address);
         fill();
+        form().serverURL()->edit(typed);
+        form().serverURL()->finish();
+        QCOMPARE(form().serverURL()->text(), address);
+    }
+
+    void thePathOfTheApiIsTakenOffAsItIsTyped_data()
+    {
+        QTest::addColumn<QString>("apiPath");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("address");
+        const QString host = u"http://music.test"_s;
+        QTest::newRow("without its slash") << u"rest"_s << host + u"/rest"_s << host;
+        QTest::newRow("without its slash, a name that ends like it")
+            << u"rest"_s << host + u"/everest"_s << host + u"/everest"_s;
+        QTest::newRow("with a slash behind") << u"/rest/"_s << host + u"/rest/"_s << host;
+        QTest::newRow("a mere slash") << u"/"_s << host + u"/music"_s << host + u"/music"_s;
+        QTest::newRow("Chinese") << u"/音乐/rest"_s << host + u"/a/音乐/rest"_s << host + u"/a"_s;
+        QTest::newRow("Chinese, escaped in the address")
+            << u"/音乐/rest"_s << host + u"/a/%E9%9F%B3%E4%B9%90/rest"_s << host + u"/a"_s;
+        QTest::newRow("an escaped slash at the end") << u"/rest"_s << host + u"/a%2F"_s << host + u"/a%2F"_s;
+    }
+    void thePathOfTheApiIsTakenOffAsItIsTyped()
+    {
+        QFETCH(const QString, apiPath);
+        QFETCH(const QString, typed);
+        QFETCH(const QString, address);
+        fill();
+        form().apiBasePath()->edit(apiPath);
         form().serverURL()->edit(typed);
         form().serverURL()->finish();
         QCOMPARE(form().serverURL()->text(), address);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/NavidromeBench.h"
 
+#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
 using namespace cadorel;
@@ -166,6 +167,38 @@ private Q_SLOTS:
         QCOMPARE(page().failure(), u"搜索失败"_s);
     }
 
+    void anOldFailureIsNotShownWhileTheNextTryIsUnderWay()
+    {
+        m_bench->openPage({u"一"_s});
+        page().setSearchText(u"夜"_s);
+        page().search();
+        QVERIFY(m_bench->answerUntilIdle());
+        page().dismissFailure();
+        m_bench->web.setFound({u"夜曲"_s});
+        QStringList shown;
+        connect(&page(), &NavidromeServerPageViewModel::changed, this,
+                [this, &shown] { shown.append(page().failure()); });
+        page().search();
+        QVERIFY(m_bench->answerUntilIdle());
+        QCOMPARE(m_bench->titles(), QStringList{u"夜曲"_s});
+        QVERIFY(!shown.isEmpty());
+        shown.removeAll(QString());
+        QCOMPARE(shown, QStringList());
+    }
+
+    void aSearchWhileConnectingIsAskedForAfterwards()
+    {
+        m_bench->web.setSongs({u"一"_s});
+        m_bench->web.setFound({u"夜曲"_s});
+        m_bench->servers().openServer(m_bench->add(u"家"_s));
+        page().setSearchText(u" 夜 "_s);
+        page().search();
+        QCOMPARE(page().content(), Content::Connecting);
+        QVERIFY(m_bench->answerUntilIdle());
+        QCOMPARE(m_bench->titles(), QStringList{u"夜曲"_s});
+        QCOMPARE(m_bench->web.askedEndpoints(), (QStringList{u"ping.view"_s, u"search3.view"_s}));
+    }
+
     void aNewerSearchWins()
     {
         m_bench->openPage({u"一"_s});
@@ -281,6 +314,41 @@ private Q_SLOTS:
         QCOMPARE(m_bench->home.web().sent.isEmpty(), !isMoved);
         if (isMoved)
             QCOMPARE(m_bench->service().currentConfig()->serverURL, u"https://new.test"_s);
+    }
+
+    void aServerThatMovesWhileItsPageIsClosedIsConnectedNoMore()
+    {
+        const QString id = m_bench->openPage({u"一"_s});
+        const QString other = m_bench->add(u"别处"_s, u"http://other.test"_s);
+        page().close();
+        const auto move = [this](const QString &server, const QString &address) {
+            m_bench->servers().editServer(server);
+            if (!QTest::qWaitFor([this] { return m_bench->form().canSubmit(); }))
+                return false;
+            m_bench->form().serverURL()->edit(address);
+            m_bench->form().save();
+            return QTest::qWaitFor([this] { return !m_bench->form().isOpen(); });
+        };
+        QVERIFY(move(other, u"http://new-other.test"_s));
+        QVERIFY(m_bench->service().isConnected());
+        QVERIFY(move(id, u"http://new.test"_s));
+        QVERIFY(!m_bench->service().isConnected());
+        QVERIFY(!page().isOpen());
+        m_bench->home.web().sent.clear();
+        m_bench->servers().refresh();
+        settle();
+        QVERIFY(m_bench->home.web().sent.isEmpty());
+    }
+
+    void aListWithASongTwiceIsShown()
+    {
+        const QAbstractItemModelTester tester(page().songs());
+        m_bench->openPage({u"一"_s, u"一"_s, u"二"_s});
+        QCOMPARE(m_bench->titles(), (QStringList{u"一"_s, u"一"_s, u"二"_s}));
+        m_bench->web.setSongs({u"二"_s, u"三"_s, u"一"_s, u"一"_s, u"一"_s});
+        page().refresh();
+        QVERIFY(m_bench->answerUntilIdle());
+        QCOMPARE(m_bench->titles(), (QStringList{u"二"_s, u"三"_s, u"一"_s, u"一"_s, u"一"_s}));
     }
 
     void aSongPlaysWithTheSongsShownAsQueue()

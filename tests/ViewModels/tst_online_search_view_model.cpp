@@ -131,6 +131,15 @@ void OnlineSearchViewModelTest::platformChangeWithAnEmptyFieldSendsNothing()
     QCOMPARE(t->search().platformIndex(), 3);
     QCOMPARE(t->search().content(), Content::Initial);
     QCOMPARE(t->sent(), 0);
+    // Nor is it a search for nothing, which would take away what was found and what to retry.
+    t->searchFor(u"a"_s);
+    t->answer(onlineAnswers::found(onlineSongs({u"1"_s})));
+    t->search().setSearchText(QString());
+    t->search().selectPlatform(0);
+    QCOMPARE(t->search().songs()->count(), 1);
+    QCOMPARE(t->search().lastSearchKeyword(), u"a"_s);
+    QCOMPARE(t->search().lastSearchPlatform(), OnlineSearchViewModel::Scope());
+    QCOMPARE(t->sent(), 1);
 }
 
 void OnlineSearchViewModelTest::choosingTheChosenPlatformSendsNothing()

@@ -64,5 +64,12 @@ private:
 /// The states of the place of the online platforms.
 void searchStates(const Gallery &gallery);
 void chartStates(const Gallery &gallery);
+/// The states of the playlists and of what other lists offer with them.
+void playlistStates(const Gallery &gallery);
+
+/// Puts made songs into the music folder, for the next scan.
+void addSongs(TestWindow &test);
+/// The states of Subsonic servers in the servers' place.
+void navidromeStates(const Gallery &gallery);
 
 } // namespace cadorel::gallery

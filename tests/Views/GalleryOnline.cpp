@@ -129,11 +129,11 @@ void chartStates(const Gallery &gallery)
     gallery.save(test, u"charts"_s);
     test.online->charts()->openChart(1);
     gallery.save(test, u"chart-loading"_s);
-    answer(test, u"type=toplist&"_s, onlineAnswers::chartSongs(onlineSongs()));
+    answer(test, u"type=toplist"_s, onlineAnswers::chartSongs(onlineSongs()));
     answerCovers(test);
     gallery.save(test, u"chart"_s);
     test.online->charts()->openChart(0);
-    answer(test, u"type=toplist&"_s, onlineAnswers::broken(u"no"_s));
+    answer(test, u"type=toplist"_s, onlineAnswers::broken(u"no"_s));
     gallery.save(test, u"chart-empty"_s);
     test.online->charts()->page()->close();
     test.online->charts()->selectPlatform(1);

@@ -4,12 +4,12 @@
 #include "Platform/HttpTransfer.h"
 #include "Services/WebDAV/LargestSong.h"
 #include "Utils/StableHash.h"
+#include "Utils/Utf8Text.h"
 
 #include <QDir>
 #include <QFile>
 #include <QPointer>
 #include <QPromise>
-#include <QStringDecoder>
 #include <QUuid>
 #include <QtConcurrent>
 
@@ -49,9 +49,7 @@ QString lastComponent(const QUrl &url)
 
 QString withoutPercentEncoding(const QString &component)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString decoded = decoder(QByteArray::fromPercentEncoding(component.toLatin1()));
-    return decoder.hasError() ? component : decoded;
+    return utf8Text(QByteArray::fromPercentEncoding(component.toLatin1())).value_or(component);
 }
 
 /// Cuts a text to so many bytes of UTF-8, between two code points.

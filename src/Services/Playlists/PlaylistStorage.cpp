@@ -58,10 +58,10 @@ PlaylistStorage::PlaylistStorage(Preferences &preferences, std::function<QList<P
 
 QList<Playlist> PlaylistStorage::load() const
 {
-    const std::optional<QByteArray> text = m_preferences.dataValue(userDefaultsKey);
+    std::optional<QByteArray> text = m_preferences.dataValue(userDefaultsKey);
     if (!text)
         return {};
-    auto playlists = playlistsFromText(*text);
+    auto playlists = playlistsFromText(*std::move(text));
     if (!playlists) {
         print(u"Failed to load playlists: "_s + playlists.error());
         return {};

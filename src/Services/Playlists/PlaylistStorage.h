@@ -25,8 +25,6 @@ public:
     /// Stores the playlists as they are at the end of this turn of the event loop, or, where they are large,
     /// a little later. When one has no JSON form, a log line says so and what was stored stays.
     void request() { m_saver.request(); }
-    /// Ends when nothing is on its way to the preferences.
-    QCoro::Task<void> idle() { return m_saver.idle(); }
 
 private:
     Preferences &m_preferences;

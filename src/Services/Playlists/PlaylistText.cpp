@@ -2,7 +2,10 @@
 #include "Services/Playlists/PlaylistText.h"
 
 #include "Models/DecodingError.h"
+#include "Utils/Base64.h"
 #include "Utils/JsonForms.h"
+
+#include <QVarLengthArray>
 
 #include <simdjson.h>
 
@@ -45,10 +48,16 @@ public:
     }
     QByteArray bytes()
     {
-        auto decoded =
-            QByteArray::fromBase64Encoding(rawBytes(utf8()), QByteArray::AbortOnBase64DecodingErrors);
-        require(static_cast<bool>(decoded));
-        return std::move(decoded.decoded);
+        // As it stands: base64 needs no escapes, and taking those out would copy megabytes.
+        std::string_view token = m_value.raw_json_token();
+        token.remove_suffix(token.size() - token.find_last_not_of(" \t\r\n") - 1);
+        std::optional<QByteArray> bytes;
+        if (token.size() >= 2 && token.starts_with('"') && token.ends_with('"'))
+            bytes = bytesFromBase64(token.substr(1, token.size() - 2));
+        if (!bytes)
+            bytes = bytesFromBase64(utf8());
+        require(bytes.has_value());
+        return *std::move(bytes);
     }
     PlaylistType playlistType()
     {
@@ -115,20 +124,21 @@ private:
 class Missing
 {
 public:
-    explicit Missing(std::initializer_list<std::string_view> keys)
+    Missing(std::initializer_list<std::string_view> keys)
         : m_keys(keys)
     {
     }
-    void see(std::string_view key) { std::erase(m_keys, key); }
+    void see(std::string_view key) { m_keys.removeOne(key); }
     /// @throws DecodingError with the first of them, if there is one
     void check() const
     {
-        if (!m_keys.empty())
+        if (!m_keys.isEmpty())
             throw DecodingError(QString::fromUtf8(rawBytes(m_keys.front())));
     }
 
 private:
-    std::vector<std::string_view> m_keys;
+    /// In the object itself: there is one for each of thousands of songs.
+    QVarLengthArray<std::string_view, 8> m_keys;
 };
 
 OnlineSong readOnlineSong(Member record)
@@ -200,13 +210,17 @@ Playlist readPlaylist(Member record)
 
 } // namespace
 
-std::expected<QList<Playlist>, QString> playlistsFromText(const QByteArray &text)
+std::expected<QList<Playlist>, QString> playlistsFromText(QByteArray text)
 {
-    const simdjson::padded_string padded(text.constData(), static_cast<size_t>(text.size()));
+    // The parser reads beyond the end. A text that nobody else holds grows in its place.
+    text.reserve(text.size() + qsizetype{simdjson::SIMDJSON_PADDING});
+    const auto size = static_cast<size_t>(text.size());
+    const auto capacity = static_cast<size_t>(text.capacity());
     simdjson::ondemand::parser parser;
     simdjson::ondemand::document document;
     simdjson::ondemand::array array;
-    if (parser.iterate(padded).get(document) != SUCCESS || document.get_array().get(array) != SUCCESS)
+    if (parser.iterate(text.constData(), size, capacity).get(document) != SUCCESS ||
+        document.get_array().get(array) != SUCCESS)
         return std::unexpected(u"no array of playlists"_s);
     QList<Playlist> playlists;
     try {

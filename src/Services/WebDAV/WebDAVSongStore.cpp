@@ -2,6 +2,7 @@
 #include "Services/WebDAV/WebDAVSongStore.h"
 
 #include "Platform/Preferences.h"
+#include "Utils/Base64.h"
 #include "Utils/JsonForms.h"
 #include "Utils/JsonWriter.h"
 
@@ -147,11 +148,10 @@ private:
         std::string_view base64;
         if (value.get_string().get(base64) != simdjson::SUCCESS)
             return false;
-        auto bytes =
-            QByteArray::fromBase64Encoding(rawBytes(base64), QByteArray::AbortOnBase64DecodingErrors);
+        const std::optional<QByteArray> bytes = bytesFromBase64(base64);
         if (!bytes)
             return false;
-        into = ArtworkData(bytes.decoded);
+        into = ArtworkData(*bytes);
         return true;
     }
 

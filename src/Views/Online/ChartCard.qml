@@ -49,6 +49,8 @@ T.ItemDelegate {
             width: parent.width
             text: root.name
             style: TextStyles.headline
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
         }
         StyledText {
             width: parent.width

@@ -54,6 +54,7 @@ BottomSheet {
             objectName: "playlistTypePicker"
             width: parent.width
             name: "类型"
+            track: SystemColors.tertiaryBackground
             options: ["本地", "在线"]
             current: root.editor.selectedType
             onChosen: index => root.editor.selectedType = index

@@ -28,7 +28,7 @@ StyledMenu {
     StyledMenuItem {
         objectName: "removeCoverItem"
         visible: root.removesCover && root.hasCover
-        height: visible ? implicitHeight : 0
+        height: root.removesCover && root.hasCover ? implicitHeight : 0
         symbol: "trash"
         text: "移除封面"
         onTriggered: root.editor.removeCover(root.playlistId)
@@ -36,7 +36,7 @@ StyledMenu {
     StyledMenuItem {
         objectName: "deletePlaylistItem"
         visible: root.isRemovable
-        height: visible ? implicitHeight : 0
+        height: root.isRemovable ? implicitHeight : 0
         symbol: "trash"
         text: "删除歌单"
         destructive: true

@@ -92,8 +92,8 @@ SlidingPage {
                 objectName: "playAllButton"
                 anchors.left: cover.right
                 anchors.leftMargin: Metrics.screenMargin
-                anchors.right: parent.right
                 anchors.bottom: parent.bottom
+                width: Math.min(parent.width - x, Metrics.menuWidth)
                 role: TextButton.Prominent
                 symbol: "play"
                 text: "播放全部"
@@ -103,7 +103,8 @@ SlidingPage {
         }
     }
 
-    SongList {
+    // One list for each kind: rows that a list keeps for later use would go on showing songs of the other model.
+    PlaylistSongList {
         id: songList
 
         objectName: "playlistSongList"
@@ -111,15 +112,22 @@ SlidingPage {
         anchors.right: parent.right
         anchors.top: top.bottom
         anchors.bottom: parent.bottom
+        visible: !root.page.isOnline
         sideMargin: root.sideMargin
-        model: root.page.isOnline ? root.page.onlineSongs : root.page.songs
+        viewModel: root.viewModel
+        page: root.page
         playlists: root.playlists
-        removeText: "从歌单移除"
-        removesEverySong: true
-        focus: true
-        onPlayPauseRequested: root.viewModel.togglePlayPause()
-        onPlayRequested: row => root.page.playSongAt(row)
-        onRemoveRequested: songId => root.page.removeSong(songId)
+        model: root.page.songs
+    }
+    PlaylistSongList {
+        objectName: "playlistOnlineSongList"
+        anchors.fill: songList
+        visible: root.page.isOnline
+        sideMargin: root.sideMargin
+        viewModel: root.viewModel
+        page: root.page
+        playlists: root.playlists
+        model: root.page.onlineSongs
     }
 
     EmptyStateView {

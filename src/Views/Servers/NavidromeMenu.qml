@@ -26,7 +26,7 @@ StyledMenu {
     }
     StyledMenuItem {
         objectName: "disconnectItem"
-        symbol: "xmark.circle.fill"
+        symbol: "xmark"
         text: "断开连接"
         enabled: root.canDisconnect
         onTriggered: root.disconnectRequested()

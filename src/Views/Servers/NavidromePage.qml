@@ -45,14 +45,20 @@ SlidingPage {
             backText: "返回服务器列表"
             onBackRequested: root.closeRequested()
 
-            IconButton {
-                objectName: "reloadButton"
-                symbol: root.page.isBusy ? "" : "arrow.clockwise"
-                color: SystemColors.accent
-                text: "刷新歌曲列表"
-                enabled: !root.page.isBusy
-                onClicked: root.page.refresh()
+            Item {
+                implicitWidth: reloadButton.implicitWidth
+                implicitHeight: reloadButton.implicitHeight
 
+                IconButton {
+                    id: reloadButton
+
+                    objectName: "reloadButton"
+                    visible: !root.page.isBusy
+                    symbol: "arrow.clockwise"
+                    color: SystemColors.accent
+                    text: "刷新歌曲列表"
+                    onClicked: root.page.refresh()
+                }
                 Spinner {
                     objectName: "navidromeBusy"
                     anchors.centerIn: parent

@@ -2,6 +2,7 @@
 // Listings, searches, and what comes late.
 #include "Services/Navidrome/NavidromeFixture.h"
 
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -123,6 +124,27 @@ private Q_SLOTS:
         QVERIFY(service().songs().constFirst().assetURL() != before);
     }
 
+    void everyAddressOfAListingHasASignatureOfItsOwn()
+    {
+        // So many different salts: that of the request, and two for each song.
+        QList<int> picks;
+        for (int salt = 0; salt < 5; ++salt)
+            picks += QList<int>(12, salt);
+        m_fixture->machine().random().indexes = picks;
+        m_fixture->addAnswer(randomSongs, webAnswer(randomSongsAnswer({u"一"_s, u"二"_s})));
+        QVERIFY(load());
+        QSet<QString> salts{m_fixture->lastQuery().queryItemValue(u"s"_s)};
+        QSet<QString> tokens{m_fixture->lastQuery().queryItemValue(u"t"_s)};
+        for (const Song &song : service().songs()) {
+            for (const std::optional<QUrl> &url : {song.artworkURL(), song.assetURL()}) {
+                salts.insert(QUrlQuery(*url).queryItemValue(u"s"_s));
+                tokens.insert(QUrlQuery(*url).queryItemValue(u"t"_s));
+            }
+        }
+        QCOMPARE(salts.size(), 5);
+        QCOMPARE(tokens.size(), 5);
+    }
+
     void aFailureIsToldAndLeavesTheSongs_data()
     {
         QTest::addColumn<bool>("isSearch");
@@ -173,6 +195,20 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->titles(), QStringList{u"一"_s});
         QVERIFY(!service().isSearching());
         QVERIFY(service().isConnected());
+    }
+
+    void aServerThatRepeatsTheAddressGivesNoSignatureAway()
+    {
+        auto loading = service().loadDefaultSongs();
+        QVERIFY(m_fixture->waitForPending(1));
+        const QUrl asked = web().sent.constLast().url;
+        const QUrlQuery query(asked);
+        web().answer(webAnswer(subsonicRefusal("no such request: " + asked.toEncoded())));
+        QVERIFY(await(std::move(loading)));
+        const QString error = service().errorText();
+        QVERIFY2(error.startsWith(u"no such request: http://home.test/"_s), qPrintable(error));
+        QVERIFY(!error.contains(query.queryItemValue(u"t"_s)));
+        QVERIFY(!error.contains(query.queryItemValue(u"s"_s)));
     }
 
     void aListingClearsTheErrorWhenItBegins()

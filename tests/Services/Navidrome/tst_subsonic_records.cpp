@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Services/Subsonic/SubsonicRecords.h"
+#include "Services/Subsonic/SubsonicRefusal.h"
 
 #include <QTest>
 
@@ -176,6 +176,43 @@ private Q_SLOTS:
         QVERIFY(!decodedAnswer<SubsonicRandomSongsResponse>(body));
         QVERIFY(!decodedAnswer<SubsonicSearch3Response>(body));
         QVERIFY(!decodedAnswer<SubsonicLyricsResponse>(body));
+    }
+
+    void whatAServerSaysIsShownWithoutTheSignature_data()
+    {
+        QTest::addColumn<QString>("said");
+        QTest::addColumn<QString>("shown");
+        const QString longText(longestRefusal, u'长');
+        const QString token(32, u'a');
+        QTest::newRow("plain") << u"Wrong username or password"_s << u"Wrong username or password"_s;
+        QTest::newRow("nothing") << QString() << QString();
+        QTest::newRow("the address") << u"no /x.view?u=me&t="_s + token + u"&s=salt12salt12&v=1"_s
+                                     << u"no /x.view?u=me&t=…&s=…&v=1"_s;
+        QTest::newRow("upper case") << token.toUpper() << u"…"_s;
+        QTest::newRow("as long as can be") << longText << longText;
+        QTest::newRow("longer") << longText + u'长' << longText.chopped(1) + u'…';
+        QTest::newRow("a character cut in two")
+            << longText.chopped(2) + u"🎵长"_s << longText.chopped(2) + u'…';
+        QTest::newRow("a secret cut in two")
+            << token.repeated(63) + u" "_s + token + u"x"_s << QString(31, u'…');
+    }
+    void whatAServerSaysIsShownWithoutTheSignature()
+    {
+        QFETCH(const QString, said);
+        QFETCH(const QString, shown);
+        const QUrl asked(u"http://music.test/x.view?u=me&t="_s + QString(32, u'a') +
+                         u"&s=salt12salt12&v=1.16.1"_s);
+        const auto error = fitToShow(SubsonicError{.code = 40, .message = said}, asked);
+        QVERIFY(error);
+        QCOMPARE(error->code, std::optional<qint64>(40));
+        QCOMPARE(error->message, std::optional(shown));
+    }
+
+    void aServerThatSaysNothingStaysSilent()
+    {
+        QVERIFY(!fitToShow(std::nullopt, QUrl()));
+        QVERIFY(!fitToShow(SubsonicError{}, QUrl())->message);
+        QCOMPARE(fitToShow(SubsonicError{.code = {}, .message = u"x"_s}, QUrl())->message, u"x"_s);
     }
 
     void aListThatIsNoListFailsTheAnswer()

@@ -90,6 +90,8 @@ private Q_SLOTS:
         QTest::newRow("no server") << QByteArray("http:///a.mp3") << ownAddress;
         QTest::newRow("audio") << QByteArray("ID3\x04\0\0\xff\xfb", 8) + QByteArray(100'000, '\xff')
                                << ownAddress;
+        QTest::newRow("address that was cut off")
+            << "http://cdn.test/" + QByteArray(100'000, 'a') << ownAddress;
         // A told text that is no address is an answer all the same.
         QTest::newRow("empty url") << QByteArray(R"({"url":""})") << QByteArray("none");
         QTest::newRow("url without a server") << QByteArray(R"({"url":"a.mp3"})") << QByteArray("none");
