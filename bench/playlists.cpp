@@ -211,7 +211,7 @@ void measureRows(Report &report)
 
 void measureLoad(Report &report, int covers)
 {
-    constexpr double barMs = 100; // a tenth of what the start may take
+    constexpr double barMs = 50; // a twentieth of what the start may take
     Store store;
     store.fill(covers);
     report.add({.what = u"load, 15,000 songs and %1 covers"_s.arg(covers),

@@ -30,7 +30,7 @@ PlaylistService::PlaylistService(Platform &platform, LocalMusicImportService &im
     , m_importService(importService)
     , m_storage(*platform.preferences, [this] { return m_playlists; })
 {
-    m_playlists = m_storage.load();
+    m_playlists = m_storage.loadPlaylists();
     ensureFavoritesPlaylistExists();
 }
 

@@ -27,7 +27,9 @@ class PlaylistService : public PlaylistStore
 {
     Q_OBJECT
 public:
+    /// Of the listener's favourites among the local songs.
     static const QString favoritesPlaylistId;
+    /// Of those among the online songs.
     static const QString favoritesOnlinePlaylistId;
 
     /// Loads the playlists and makes favourites that are missing.
@@ -36,6 +38,7 @@ public:
     ~PlaylistService() override;
     Q_DISABLE_COPY_MOVE(PlaylistService)
 
+    /// The one of the process, built at the first call. Main thread.
     static PlaylistService &shared();
 
     /// All playlists in the order of their making; favourites that were missing at a start come first.

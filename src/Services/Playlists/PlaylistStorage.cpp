@@ -56,7 +56,7 @@ PlaylistStorage::PlaylistStorage(Preferences &preferences, std::function<QList<P
 {
 }
 
-QList<Playlist> PlaylistStorage::load() const
+QList<Playlist> PlaylistStorage::loadPlaylists() const
 {
     std::optional<QByteArray> text = m_preferences.dataValue(userDefaultsKey);
     if (!text)

@@ -21,7 +21,7 @@ public:
     PlaylistStorage(Preferences &preferences, std::function<QList<Playlist>()> source);
 
     /// The stored playlists; none, and a log line, when they cannot be read.
-    QList<Playlist> load() const;
+    QList<Playlist> loadPlaylists() const;
     /// Stores the playlists as they are at the end of this turn of the event loop, or, where they are large,
     /// a little later. When one has no JSON form, a log line says so and what was stored stays.
     void request() { m_saver.request(); }
