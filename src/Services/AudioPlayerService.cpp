@@ -192,7 +192,7 @@ void AudioPlayerService::playerDidFinishPlaying()
     }
 }
 
-/// The sound of a song has ended, by itself or by a seek to its end.
+/// The sound of a song has ended, by itself or because the listener went to its end.
 void AudioPlayerService::songRanOut()
 {
     // The listener left it for an online song whose address is on its way: no other is to follow.
@@ -228,7 +228,7 @@ void AudioPlayerService::endCurrentTrack()
     cancelSeek();
     if (m_player)
         m_player->pause();
-    playerDidFinishPlaying();
+    songRanOut();
 }
 
 void AudioPlayerService::clearQueue()

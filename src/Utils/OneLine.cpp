@@ -13,6 +13,10 @@ bool endsLine(QChar c)
 
 QString oneLine(QString text)
 {
+    constexpr qsizetype longestLine = 1000;
+    text = text.trimmed();
+    if (text.size() > longestLine)
+        text = text.first(text.at(longestLine).isLowSurrogate() ? longestLine - 1 : longestLine);
     std::replace_if(text.begin(), text.end(), endsLine, QChar(u' '));
     return text.trimmed();
 }

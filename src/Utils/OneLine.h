@@ -9,7 +9,8 @@ namespace cadorel {
 bool endsLine(QChar c);
 
 /// Text from outside as one line of a list: line breaks and control characters, which tags may hold, become
-/// blanks, and those at both ends go. Any thread.
+/// blanks, and those at both ends go. Of a text longer than any row can show only the beginning is taken:
+/// laying out megabytes would hold up the window. Any thread.
 QString oneLine(QString text);
 
 } // namespace cadorel

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void endOfTheSongThatWasLeftIsFollowedByNothing_data();
     void endOfTheSongThatWasLeftIsFollowedByNothing();
     void endOfTheEqualizedSongThatWasLeftIsFollowedByNothing();
+    void seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing_data();
     void seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing();
     void failureOfTheSongThatWasLeftIsNotTold();
     void endOfAnOnlineSongByMode_data();
@@ -285,17 +286,29 @@ void AudioPlayerOnlineChangeTest::endOfTheEqualizedSongThatWasLeftIsFollowedByNo
     QCOMPARE(played(bench), QStringList{u"1.mp3"_s});
 }
 
+void AudioPlayerOnlineChangeTest::seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing_data()
+{
+    QTest::addColumn<bool>("byTheSlider");
+    QTest::newRow("a seek lands there") << false;
+    QTest::newRow("the slider is drawn there") << true;
+}
+
 void AudioPlayerOnlineChangeTest::seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing()
 {
+    QFETCH(bool, byTheSlider);
     PlayerBench bench;
     AudioPlayerService &player = bench.start();
     const QList<OnlineSong> queue = onlineSongs({u"0"_s, u"1"_s, u"2"_s, u"3"_s});
     player.playOnlineSong(queue[0], queue);
     bench.answerWeb(found(u"0"_s));
     bench.answerDuration(100);
-    player.seek(100);
+    if (!byTheSlider)
+        player.seek(100);
     player.playOnlineSong(queue[2], queue);
-    bench.stream().finishSeek();
+    if (byTheSlider)
+        player.endCurrentTrack();
+    else
+        bench.stream().finishSeek();
     QVERIFY(!player.isPlaying());
     QVERIFY(player.isLoading());
     QCOMPARE(player.currentOnlineSong(), std::optional(queue[2]));
