@@ -372,17 +372,18 @@ QCoro::Task<void> NavidromeService::searchSongs(QString query, int songCount)
 QCoro::Task<std::optional<SubsonicAccess>> NavidromeService::listingAccess(Transfer transfer)
 {
     const QPointer<NavidromeService> self(this);
-    const std::optional<NavidromeConfig> config = m_currentConfig;
-    std::optional<QString> password;
-    if (config)
-        password = co_await storedPassword(*config);
+    std::optional<SubsonicAccess> access;
+    if (const std::optional<NavidromeConfig> config = m_currentConfig) {
+        if (const std::optional<QString> password = co_await storedPassword(*config))
+            access = SubsonicAccess{*config, *password};
+    }
     if (!self || m_listing != transfer)
         co_return std::nullopt;
-    if (password)
-        co_return SubsonicAccess{*config, *password};
-    setError(u"请先连接 Navidrome"_s);
-    endListing(transfer);
-    co_return std::nullopt;
+    if (!access) {
+        setError(u"请先连接 Navidrome"_s);
+        endListing(transfer);
+    }
+    co_return access;
 }
 
 template <typename Response>
@@ -461,11 +462,12 @@ NavidromeService::resolveSubsonicContext(QString songId) const
     const auto listed = std::ranges::find(m_configs, id->config, &NavidromeConfig::id);
     if (listed == m_configs.cend())
         co_return std::nullopt;
-    const NavidromeConfig config = *listed;
-    const std::optional<QString> password = co_await storedPassword(config);
+    SubsonicContext context{.access = {*listed, {}}, .songId = id->song};
+    const std::optional<QString> password = co_await storedPassword(context.access.config);
     if (!password)
         co_return std::nullopt;
-    co_return SubsonicContext{.access = {config, *password}, .songId = id->song};
+    context.access.password = *password;
+    co_return context;
 }
 
 QCoro::Task<std::optional<QString>> NavidromeService::lyricsBySongId(SubsonicAccess access,

@@ -71,12 +71,15 @@ void NavidromeServerPageViewModel::close()
 
 QCoro::Task<void> NavidromeServerPageViewModel::connectAndLoad()
 {
+    if (!m_config)
+        co_return;
+    const NavidromeConfig config = *m_config;
     const QPointer<NavidromeServerPageViewModel> self(this);
     const quint64 session = ++m_session;
     m_isConnecting = true;
     m_isFailureDismissed = false;
     Q_EMIT changed();
-    const NavidromeService::Result result = co_await m_service.connectTo(*m_config);
+    const NavidromeService::Result result = co_await m_service.connectTo(config);
     if (!self || session != m_session)
         co_return;
     m_isConnecting = false;
@@ -121,7 +124,7 @@ bool NavidromeServerPageViewModel::isThisServers(const QList<Song> &songs) const
     if (songs.isEmpty())
         return true;
     const std::optional<SubsonicSongId> id = SubsonicSongId::parse(songs.constFirst().id());
-    return id && id->config == m_config->id;
+    return id && m_config && id->config == m_config->id;
 }
 
 void NavidromeServerPageViewModel::refreshSongs()
@@ -157,7 +160,8 @@ QString NavidromeServerPageViewModel::summary() const
 
 bool NavidromeServerPageViewModel::isConnected() const
 {
-    return m_config && m_service.isConnected() && m_service.currentConfig()->id == m_config->id;
+    const std::optional<NavidromeConfig> &connected = m_service.currentConfig();
+    return m_config && connected && connected->id == m_config->id;
 }
 
 bool NavidromeServerPageViewModel::isBusy() const

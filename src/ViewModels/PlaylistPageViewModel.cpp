@@ -104,10 +104,9 @@ void PlaylistPageViewModel::refresh()
     if (!m_isOpen)
         return;
     m_playlist = m_service.playlist(m_id);
-    m_songs->setSongs(m_playlist && !isOnline()
-                          ? PlaylistService::getSongs(*m_playlist, m_viewModel.localSongs())
-                          : QList<Song>());
-    m_onlineSongs->setSongs(isOnline() ? m_playlist->onlineSongs : QList<OnlineSong>());
+    m_songs->setSongs(m_playlist ? PlaylistService::getSongs(*m_playlist, m_viewModel.localSongs())
+                                 : QList<Song>());
+    m_onlineSongs->setSongs(m_playlist && isOnline() ? m_playlist->onlineSongs : QList<OnlineSong>());
     Q_EMIT changed();
 }
 

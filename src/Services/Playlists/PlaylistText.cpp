@@ -42,9 +42,7 @@ public:
     {
         double seconds = 0;
         require(m_value.get_double().get(seconds) == SUCCESS);
-        const std::optional<QDateTime> date = dateFromJson(seconds);
-        require(date.has_value());
-        return *date;
+        return present(dateFromJson(seconds));
     }
     QByteArray bytes()
     {
@@ -56,21 +54,10 @@ public:
             bytes = bytesFromBase64(token.substr(1, token.size() - 2));
         if (!bytes)
             bytes = bytesFromBase64(utf8());
-        require(bytes.has_value());
-        return *std::move(bytes);
+        return present(std::move(bytes));
     }
-    PlaylistType playlistType()
-    {
-        const std::optional<PlaylistType> type = cadorel::playlistType(text());
-        require(type.has_value());
-        return *type;
-    }
-    MusicPlatform platform()
-    {
-        const std::optional<MusicPlatform> platform = musicPlatform(text());
-        require(platform.has_value());
-        return *platform;
-    }
+    PlaylistType playlistType() { return present(cadorel::playlistType(text())); }
+    MusicPlatform platform() { return present(musicPlatform(text())); }
     bool isNull()
     {
         bool result = false;
@@ -110,10 +97,18 @@ private:
         require(m_value.get_string().get(text) == SUCCESS);
         return text;
     }
+    DecodingError error() const { return DecodingError(QString::fromUtf8(rawBytes(m_key))); }
     void require(bool isGood) const
     {
         if (!isGood)
-            throw DecodingError(QString::fromUtf8(rawBytes(m_key)));
+            throw error();
+    }
+    template <typename T>
+    T present(std::optional<T> found) const
+    {
+        if (!found)
+            throw error();
+        return *std::move(found);
     }
 
     std::string_view m_key;
