@@ -32,11 +32,12 @@ const QString otherCharacters = u"密钥错误匙"_s;
 /// Where the window shows what is pressed, in pixels, at its first size.
 constexpr QPoint serversButton(318, 38);
 constexpr QPoint addServer(363, 40);
+constexpr QPoint addWebDAVItem(290, 90);
 constexpr QPoint nameField(195, 214);
 constexpr QPoint passwordField(150, 632);
 constexpr QPoint testButton(195, 767);
 constexpr QPoint saveButton(357, 71);
-constexpr QPoint firstServer(150, 120);
+constexpr QPoint firstServer(150, 149);
 constexpr QPoint moreButton(363, 37);
 constexpr QPoint editItem(200, 129);
 constexpr QPoint scanButton(318, 37);
@@ -204,6 +205,7 @@ void WebDAVSecretsTest::addAndScan()
 {
     press(serversButton);
     press(addServer);
+    press(addWebDAVItem);
     press(nameField);
     m_player->type(u"NAS"_s);
     m_player->key(u"Tab"_s);
