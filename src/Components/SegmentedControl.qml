@@ -83,7 +83,6 @@ FocusScope {
                     text: segment.text
                     style: TextStyles.subheadline
                     font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
-                    color: segment.isSelected ? SystemColors.accent : SystemColors.label
                     horizontalAlignment: Text.AlignHCenter
                 }
             }

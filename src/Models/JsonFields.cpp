@@ -4,13 +4,24 @@
 #include "Models/DecodingError.h"
 #include "Utils/JsonForms.h"
 
+#include <QJsonArray>
+
 namespace cadorel::json {
 
 namespace {
 
-bool isAbsent(const QJsonValue &value)
+/// What @p read makes of a member that is there. @throws DecodingError when that is nothing
+template <typename Read>
+auto optionalValue(const QJsonObject &object, QLatin1StringView key, Read read)
+    -> decltype(read(QJsonValue()))
 {
-    return value.isUndefined() || value.isNull();
+    const QJsonValue value = object.value(key);
+    if (value.isUndefined() || value.isNull())
+        return std::nullopt;
+    auto result = read(value);
+    if (!result)
+        throw DecodingError(key);
+    return result;
 }
 
 /// @throws DecodingError when a required value is not there
@@ -20,6 +31,45 @@ T required(std::optional<T> value, QLatin1StringView key)
     if (!value)
         throw DecodingError(key);
     return *std::move(value);
+}
+
+std::optional<QString> textOf(const QJsonValue &value)
+{
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+std::optional<QJsonObject> objectOf(const QJsonValue &value)
+{
+    return value.isObject() ? std::optional(value.toObject()) : std::nullopt;
+}
+
+std::optional<qint64> wholeNumberOf(const QJsonValue &value)
+{
+    // What is none gives each of the two defaults.
+    return value.toInteger(0) == value.toInteger(1) ? std::optional(value.toInteger()) : std::nullopt;
+}
+
+std::optional<int> intOf(const QJsonValue &value)
+{
+    return value.toInt(0) == value.toInt(1) ? std::optional(value.toInt()) : std::nullopt;
+}
+
+/// Nothing when @p read gives nothing for an element.
+template <typename T>
+std::optional<QList<T>> listOf(const QJsonValue &value, std::optional<T> (*read)(const QJsonValue &))
+{
+    if (!value.isArray())
+        return std::nullopt;
+    const QJsonArray array = value.toArray();
+    QList<T> list;
+    list.reserve(array.size());
+    for (const auto &element : array) {
+        std::optional<T> item = read(element);
+        if (!item)
+            return std::nullopt;
+        list.append(*std::move(item));
+    }
+    return list;
 }
 
 } // namespace
@@ -37,22 +87,12 @@ bool requiredBool(const QJsonObject &object, QLatin1StringView key)
     return value.toBool();
 }
 
-QDateTime requiredDate(const QJsonObject &object, QLatin1StringView key)
-{
-    return required(optionalDate(object, key), key);
-}
-
 QUuid requiredUuid(const QJsonObject &object, QLatin1StringView key)
 {
     const QUuid id = QUuid::fromString(requiredText(object, key));
     if (id.isNull())
         throw DecodingError(key);
     return id;
-}
-
-QStringList requiredTexts(const QJsonObject &object, QLatin1StringView key)
-{
-    return required(optionalTexts(object, key), key);
 }
 
 QJsonObject requiredObject(const QJsonObject &object, QLatin1StringView key)
@@ -62,90 +102,37 @@ QJsonObject requiredObject(const QJsonObject &object, QLatin1StringView key)
 
 std::optional<QString> optionalText(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    if (!value.isString())
-        throw DecodingError(key);
-    return value.toString();
+    return optionalValue(object, key, textOf);
 }
 
 std::optional<int> optionalInt(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    // What is no int gives each of the two defaults.
-    if (value.toInt(0) != value.toInt(1))
-        throw DecodingError(key);
-    return value.toInt();
+    return optionalValue(object, key, intOf);
 }
 
 std::optional<qint64> optionalInt64(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    if (value.toInteger(0) != value.toInteger(1))
-        throw DecodingError(key);
-    return value.toInteger();
+    return optionalValue(object, key, wholeNumberOf);
 }
 
 std::optional<QDateTime> optionalDate(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    std::optional<QDateTime> date = dateFromJson(value);
-    if (!date)
-        throw DecodingError(key);
-    return date;
+    return optionalValue(object, key, dateFromJson);
 }
 
 std::optional<QStringList> optionalTexts(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    if (!value.isArray())
-        throw DecodingError(key);
-    const QJsonArray array = value.toArray();
-    QStringList texts;
-    texts.reserve(array.size());
-    for (const auto &element : array) {
-        if (!element.isString())
-            throw DecodingError(key);
-        texts.append(element.toString());
-    }
-    return texts;
+    return optionalValue(object, key, [](const QJsonValue &value) { return listOf(value, textOf); });
 }
 
 std::optional<QJsonObject> optionalObject(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    if (!value.isObject())
-        throw DecodingError(key);
-    return value.toObject();
+    return optionalValue(object, key, objectOf);
 }
 
 std::optional<QList<QJsonObject>> optionalObjects(const QJsonObject &object, QLatin1StringView key)
 {
-    const QJsonValue value = object.value(key);
-    if (isAbsent(value))
-        return std::nullopt;
-    if (!value.isArray())
-        throw DecodingError(key);
-    const QJsonArray array = value.toArray();
-    QList<QJsonObject> objects;
-    objects.reserve(array.size());
-    for (const auto &element : array) {
-        if (!element.isObject())
-            throw DecodingError(key);
-        objects.append(element.toObject());
-    }
-    return objects;
+    return optionalValue(object, key, [](const QJsonValue &value) { return listOf(value, objectOf); });
 }
 
 } // namespace cadorel::json

@@ -18,9 +18,7 @@ namespace cadorel::json {
 
 QString requiredText(const QJsonObject &object, QLatin1StringView key);
 bool requiredBool(const QJsonObject &object, QLatin1StringView key);
-QDateTime requiredDate(const QJsonObject &object, QLatin1StringView key);
 QUuid requiredUuid(const QJsonObject &object, QLatin1StringView key);
-QStringList requiredTexts(const QJsonObject &object, QLatin1StringView key);
 QJsonObject requiredObject(const QJsonObject &object, QLatin1StringView key);
 
 std::optional<QString> optionalText(const QJsonObject &object, QLatin1StringView key);
