@@ -2,6 +2,7 @@
 #include "Services/NavidromeService.h"
 
 #include "Models/DecodingError.h"
+#include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
 #include "Services/SharedServices.h"
 #include "Services/Subsonic/NavidromeRequestError.h"
@@ -46,13 +47,6 @@ constexpr qsizetype mostMadeAtOnce = 1000;
 
 constexpr int searchFailed = 2;
 constexpr int listingFailed = 3;
-
-bool isSuccess(int status)
-{
-    constexpr int first = 200;
-    constexpr int firstAfter = 300;
-    return status >= first && status < firstAfter;
-}
 
 /// The songs of a list, which a server may leave out like what it lies in.
 QList<SubsonicSong> songsOf(const std::optional<SubsonicSongList> &list)

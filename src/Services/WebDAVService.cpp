@@ -4,6 +4,7 @@
 #include "Services/WebDAVService.h"
 
 #include "Models/DecodingError.h"
+#include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
 #include "Services/SharedServices.h"
 #include "Services/WebDAV/TransportError.h"
@@ -45,8 +46,6 @@ constexpr int shownCharacters = 500;
 constexpr int statusUnauthorized = 401;
 constexpr int statusForbidden = 403;
 constexpr int statusNotFound = 404;
-constexpr int firstSuccess = 200;
-constexpr int firstAfterSuccess = 300;
 
 /// The properties that a listing is asked for.
 const QByteArray propfindBody = R"(<?xml version="1.0" encoding="utf-8" ?>
@@ -79,7 +78,7 @@ HttpRequest propfindRequest(const QUrl &url, const QString &username, const QStr
 void checkStatus(int status)
 {
     using Case = WebDAVError::Case;
-    if (status >= firstSuccess && status < firstAfterSuccess)
+    if (isSuccess(status))
         return;
     switch (status) {
     case statusUnauthorized:

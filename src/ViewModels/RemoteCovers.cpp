@@ -3,6 +3,7 @@
 
 #include "Platform/Clock.h"
 #include "Platform/HttpClient.h"
+#include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
 #include "Utils/Tasks.h"
 
@@ -19,13 +20,6 @@ namespace {
 
 /// Covers whose failure is remembered: more than anybody scrolls past in the time that it counts.
 constexpr int mostRefused = 4096;
-
-bool isSuccess(int status)
-{
-    constexpr int firstSuccess = 200;
-    constexpr int firstRedirection = 300;
-    return status >= firstSuccess && status < firstRedirection;
-}
 
 /// How long a failure counts: what a server said holds longer than that it could not be reached.
 std::chrono::nanoseconds memoryOf(HttpError::Kind kind)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Network/NetworkExchange.h"
 
+#include "Platform/HttpStatus.h"
 #include "Platform/Network/HttpFailure.h"
 #include "Platform/Network/NetworkLog.h"
 #include "Platform/Network/Redirect.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Network/NetworkHttpClient.h"
 
+#include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
 #include "Platform/Network/HttpFailure.h"
 #include "Platform/Network/NetworkWorker.h"

@@ -15,13 +15,6 @@ constexpr qint64 trustedLength = 4 * 1024 * 1024;
 
 } // namespace
 
-bool isSuccess(int status)
-{
-    constexpr int firstSuccess = 200;
-    constexpr int firstRedirection = 300;
-    return status >= firstSuccess && status < firstRedirection;
-}
-
 ResponseBody ResponseBody::inMemory(qint64 limit, Overflow overflow)
 {
     ResponseBody body;

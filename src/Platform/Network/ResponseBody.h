@@ -10,9 +10,6 @@
 
 namespace cadorel {
 
-/// Whether the body of an answer of that status is what was asked for, and goes into the file.
-bool isSuccess(int status);
-
 /// Where the body of one answer goes: into memory, into a new file, or nowhere. A file is gone again with the
 /// object unless finish() kept it. One thread.
 class ResponseBody
