@@ -9,10 +9,14 @@ child_signalled=
 # ends the program, and the script goes on to clean up.
 run_child() {
     local status
+    child_pid=
+    child_signalled=
+    # They stand before the program starts: it may be told to end as soon as it can be heard of.
+    trap 'pass_to_child TERM' TERM INT
+    trap 'pass_to_child HUP' HUP
     "$@" &
     child_pid=$!
-    trap 'child_signalled=1; kill -TERM "$child_pid" 2>/dev/null || true' TERM INT
-    trap 'child_signalled=1; kill -HUP "$child_pid" 2>/dev/null || true' HUP
+    [ -z "$child_signalled" ] || pass_to_child "$child_signalled"
     while :; do
         child_signalled=
         status=0
@@ -23,4 +27,9 @@ run_child() {
     trap - TERM INT HUP
     child_pid=
     return "$status"
+}
+
+pass_to_child() {
+    child_signalled=$1
+    [ -z "$child_pid" ] || kill -"$1" "$child_pid" 2>/dev/null || true
 }

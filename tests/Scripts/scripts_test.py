@@ -93,13 +93,14 @@ class ManyFiles(unittest.TestCase):
 class ShellParts(unittest.TestCase):
     """A script like scripts/run, with a program of ours in the player's place."""
 
-    def start(self, program):
+    def start(self, program, before=""):
         script = f"""
             set -euo pipefail
             . '{SCRIPTS}/lib/virtual-display.sh'; . '{SCRIPTS}/lib/throw-away-home.sh'; . '{SCRIPTS}/lib/child.sh'
             trap 'stop_virtual_display; remove_throw_away_home' EXIT
             make_throw_away_home
             start_virtual_display 390x844
+            {before}
             run_child bash -c '{program}'"""
         environment = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY")}
         process = subprocess.Popen(["bash", "-c", script], stdout=subprocess.PIPE, text=True, env=environment)
@@ -142,6 +143,15 @@ class ShellParts(unittest.TestCase):
                 process.send_signal(number)
                 self.assertEqual(process.wait(60), 9)
                 self.assertFalse(os.path.exists(home))
+
+    def test_a_program_can_be_ended_as_soon_as_it_has_spoken(self):
+        # Every command of the script takes its time, so that the signal comes while the program is being started.
+        process = self.start('trap "exit 9" TERM; echo "$HOME"; while :; do sleep 0.05; done',
+                             before='set -o functrace; trap "sleep 0.3" DEBUG')
+        home = self.line(process)
+        process.send_signal(signal.SIGTERM)
+        self.assertEqual(process.wait(60), 9)
+        self.assertFalse(os.path.exists(home))
 
     def test_a_program_may_take_its_time_to_end(self):
         process = self.start('trap "asked=1" TERM; echo ready; until [ -n "${asked:-}" ]; do sleep 0.05; done; '
