@@ -2,12 +2,16 @@
 #pragma once
 
 #include "Platform/AssetReader.h"
+#include "Platform/AudioEngine.h"
+#include "Platform/AudioSession.h"
 #include "Platform/Clock.h"
 #include "Platform/Directories.h"
 #include "Platform/FilePicker.h"
 #include "Platform/HttpClient.h"
+#include "Platform/NowPlayingCenter.h"
 #include "Platform/Preferences.h"
 #include "Platform/Random.h"
+#include "Platform/RemoteCommandCenter.h"
 #include "Platform/SecretStore.h"
 #include "Platform/StreamPlayer.h"
 #include "Platform/System.h"
@@ -29,6 +33,14 @@ struct Platform
     std::unique_ptr<AssetReader> assetReader;
     /// Makes a stream player; the play pipeline calls it once, at its first need. Never null.
     std::function<std::unique_ptr<StreamPlayer>()> makeStreamPlayer;
+    /// Makes the engine behind the equalizer. Never null in the program; a test without an equalizer may
+    /// leave it out.
+    std::function<std::unique_ptr<AudioEngine>()> makeAudioEngine;
+    /// Null where nothing tells of interruptions and devices.
+    std::unique_ptr<AudioSession> audioSession;
+    /// The desktop's media controls, both ways; one object may be both. Null where there are none.
+    std::shared_ptr<NowPlayingCenter> nowPlayingCenter;
+    std::shared_ptr<RemoteCommandCenter> remoteCommandCenter;
     /// Never null in the program; a test without a network may leave it out.
     std::unique_ptr<HttpClient> httpClient;
     /// What KeychainHelper keeps passwords in.

@@ -94,6 +94,14 @@ void AudioPlayerService::togglePlayMode()
     Q_EMIT playModeChanged();
 }
 
+void AudioPlayerService::setPlayMode(PlayMode mode)
+{
+    if (m_playMode == mode)
+        return;
+    m_playMode = mode;
+    Q_EMIT playModeChanged();
+}
+
 int AudioPlayerService::queueCount() const
 {
     return static_cast<int>(m_queue.isEmpty() ? m_onlineQueue.size() : m_queue.size());

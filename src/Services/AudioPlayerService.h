@@ -95,6 +95,7 @@ public:
     Q_INVOKABLE void setVolume(float v);
     /// One step along sequential, repeatAll, shuffle, repeatOne.
     Q_INVOKABLE void togglePlayMode();
+    void setPlayMode(PlayMode mode);
     Q_INVOKABLE void next();
     Q_INVOKABLE void previous();
     /// Ends the current song as if it had run out.
@@ -105,6 +106,12 @@ public:
     void persistPlaybackSnapshot();
     /// Brings `isPlaying` in line with the engine in use.
     void syncIsPlayingWithPlayer();
+
+    /// Somebody else needs the speaker, or the machine sleeps: the sound stops. At the end it goes on if it
+    /// did play and may go on.
+    void handleInterruption(AudioSession::InterruptionType type, bool shouldResume);
+    /// The sound has got another way out; it stops when the old one has gone.
+    void handleRouteChange(AudioSession::RouteChangeReason reason);
 
 Q_SIGNALS:
     void queueChanged();
@@ -144,6 +151,10 @@ private:
     void playWithEqualizerEngine(const QUrl &url);
     void stopEqualizerEngine();
     void startEqualizerTimeUpdates();
+    void setupEqualizerObserver();
+    void onEqualizerStateChanged(bool isEnabled);
+    void switchToEqualizerEngine(const QUrl &url, double position, bool shouldPlay);
+    void switchToAVPlayer(const QUrl &url, double position, bool shouldPlay);
     void playWebDAVURL(const QUrl &url);
     void playStreamingAsset(const MediaAsset &asset, const QUrl &originalURL);
     QCoro::Task<void> downloadForCache(QUrl url);
@@ -215,6 +226,7 @@ private:
     std::shared_ptr<HttpTransfer> m_addressTransfer; ///< of the fetch under way
     bool m_isObservingPlayerItem = false;
     bool m_usingEqualizerEngine = false;
+    bool m_interruptionWasPlaying = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;
     QMetaObject::Connection m_itemStatusConnection;
     QMetaObject::Connection m_endConnection;

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QObject>
 #include <QUrl>
 
 namespace cadorel {
 
 /// The second playback engine: it takes over local files while the equalizer is on. Main thread.
-class EqualizerEngine
+class EqualizerEngine : public QObject
 {
+    Q_OBJECT
 public:
-    virtual ~EqualizerEngine() = default;
+    using QObject::QObject;
 
     /// The listener has the equalizer switched on.
     virtual bool isEnabled() const = 0;
@@ -29,6 +31,9 @@ public:
     virtual void seek(double time) = 0;
     /// Amplitude factor, 0...1.
     virtual void setVolume(float volume) = 0;
+
+Q_SIGNALS:
+    void isEnabledChanged(bool isEnabled);
 };
 
 } // namespace cadorel
