@@ -42,15 +42,15 @@ double moved(double from, double target, int frames)
 /// What is added to the factors with every frame of a piece.
 BiquadCoefficients stepOf(const BiquadCoefficients &now, const BiquadCoefficients &next, int frames)
 {
-    return {(next.b0 - now.b0) / frames, (next.b1 - now.b1) / frames, (next.b2 - now.b2) / frames,
+    return {(next.b0 - now.b0) / frames, (next.c1 - now.c1) / frames, (next.c2 - now.c2) / frames,
             (next.a1 - now.a1) / frames, (next.a2 - now.a2) / frames};
 }
 
 void advance(BiquadCoefficients &now, const BiquadCoefficients &step)
 {
     now.b0 += step.b0;
-    now.b1 += step.b1;
-    now.b2 += step.b2;
+    now.c1 += step.c1;
+    now.c2 += step.c2;
     now.a1 += step.a1;
     now.a2 += step.a2;
 }
@@ -212,10 +212,10 @@ void BiquadEqualizer::filter(const Section &section, Memory &memory, Pair *sound
     for (int frame = 0; frame < frames; ++frame) {
         for (std::size_t channel = 0; channel < 2; ++channel) {
             const double in = sound[frame][channel];
-            const double out = factors.b0 * in + kept.first[channel];
-            kept.first[channel] = (factors.b1 * in + kept.second[channel]) - factors.a1 * out;
-            kept.second[channel] = factors.b2 * in - factors.a2 * out;
-            sound[frame][channel] = out;
+            const double first = kept.first[channel];
+            sound[frame][channel] = factors.b0 * in + first;
+            kept.first[channel] = (factors.c1 * in + kept.second[channel]) - factors.a1 * first;
+            kept.second[channel] = factors.c2 * in - factors.a2 * first;
         }
     }
     memory = kept;

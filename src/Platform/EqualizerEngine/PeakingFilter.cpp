@@ -32,11 +32,13 @@ BiquadCoefficients PeakingFilter::coefficients(double decibels) const
     const double amplitude = std::pow(10.0, decibels / 40);
     const double a0 = 1 + m_alpha / amplitude;
     BiquadCoefficients result;
-    result.b0 = (1 + m_alpha * amplitude) / a0;
-    result.b1 = -2 * m_cosine / a0;
-    result.b2 = (1 - m_alpha * amplitude) / a0;
-    result.a1 = result.b1;
+    result.a1 = -2 * m_cosine / a0;
     result.a2 = (1 - m_alpha / amplitude) / a0;
+    // In the cookbook's terms b1 = a1, and both b0 - 1 and a2 - b2 are this.
+    const double added = m_alpha * (amplitude - 1 / amplitude) / a0;
+    result.b0 = 1 + added;
+    result.c1 = -result.a1 * added;
+    result.c2 = -(1 + result.a2) * added;
     return result;
 }
 

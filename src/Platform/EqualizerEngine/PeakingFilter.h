@@ -14,13 +14,15 @@ struct PeakingShape
     friend bool operator==(const PeakingShape &, const PeakingShape &) = default;
 };
 
-/// The five factors of a second-order filter:
-/// y[n] = b0 x[n] + b1 x[n-1] + b2 x[n-2] - a1 y[n-1] - a2 y[n-2]
+/// The five factors of a second-order filter in transposed direct form II,
+///     y = b0 x + s1;   s1 <- b1 x - a1 y + s2;   s2 <- b2 x - a2 y
+/// with y put in below, so that a frame waits for less of the one before it:
+///     y = b0 x + s1;   s1 <- c1 x - a1 s1 + s2;   s2 <- c2 x - a2 s1
 struct BiquadCoefficients
 {
     double b0 = 1;
-    double b1 = 0;
-    double b2 = 0;
+    double c1 = 0;
+    double c2 = 0;
     double a1 = 0;
     double a2 = 0;
 };
