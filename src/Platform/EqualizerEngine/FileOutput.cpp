@@ -2,6 +2,7 @@
 #include "Platform/EqualizerEngine/FileOutput.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cadorel {
 
@@ -22,6 +23,12 @@ std::vector<float> FileOutput::samples() const
 {
     const std::scoped_lock guard(m_mutex);
     return m_samples;
+}
+
+std::vector<float> FileOutput::takeSamples()
+{
+    const std::scoped_lock guard(m_mutex);
+    return std::exchange(m_samples, {});
 }
 
 ThreadedOutput::Turn FileOutput::nextTurn()

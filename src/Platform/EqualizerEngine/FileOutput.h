@@ -19,8 +19,10 @@ public:
     void allow(qint64 frameCount);
     /// Frames that it may still take.
     qint64 allowance() const;
-    /// Everything that was taken since open(), interleaved.
+    /// Everything that was taken and is not forgotten, interleaved.
     std::vector<float> samples() const;
+    /// The same, and forgets them.
+    std::vector<float> takeSamples();
     const AudioFormat &format() const { return m_format; }
 
 protected:
