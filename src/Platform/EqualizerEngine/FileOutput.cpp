@@ -8,26 +8,26 @@ namespace cadorel {
 
 void FileOutput::allow(qint64 frameCount)
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     m_allowance += frameCount;
     lookAgain();
 }
 
 qint64 FileOutput::allowance() const
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     return m_allowance;
 }
 
 std::vector<float> FileOutput::samples() const
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     return m_samples;
 }
 
 std::vector<float> FileOutput::takeSamples()
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     return std::exchange(m_samples, {});
 }
 

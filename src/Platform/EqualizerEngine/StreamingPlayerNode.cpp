@@ -76,6 +76,7 @@ std::shared_ptr<std::mutex> StreamingPlayerNode::exclusiveUseOf(const std::share
 
 void StreamingPlayerNode::beginRun()
 {
+    m_effect.reset();
     // A thread that finds the output gone has nobody to tell.
     m_run = std::make_shared<DecodeRun>(m_format, [waker = m_waker] {
         const std::scoped_lock guard(waker->mutex);
@@ -122,7 +123,6 @@ void StreamingPlayerNode::stop()
 {
     if (m_output)
         m_output->drop();
-    m_effect.reset();
     m_isPlaying = false;
     m_hasStarted = false;
     m_clockBase = 0;

@@ -5,6 +5,14 @@
 
 namespace cadorel {
 
+ThreadedOutput::Guard::Guard(const ThreadedOutput &output)
+    : m_lock(output.m_mutex, std::defer_lock)
+{
+    ++output.m_waiting;
+    m_lock.lock();
+    --output.m_waiting;
+}
+
 ThreadedOutput::~ThreadedOutput()
 {
     Q_ASSERT(!m_thread.joinable());
@@ -21,7 +29,7 @@ void ThreadedOutput::open(const AudioFormat &format, Source source)
 void ThreadedOutput::close()
 {
     {
-        const std::scoped_lock guard(m_mutex);
+        const Guard guard(*this);
         m_isClosing = true;
         m_changed.notify_all();
     }
@@ -31,7 +39,7 @@ void ThreadedOutput::close()
 
 bool ThreadedOutput::isOpen() const
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     return m_isOpen;
 }
 
@@ -46,19 +54,19 @@ void ThreadedOutput::setPlaying(bool plays)
 
 void ThreadedOutput::play()
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     setPlaying(m_isOpen);
 }
 
 void ThreadedOutput::pause()
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     setPlaying(false);
 }
 
 void ThreadedOutput::drop()
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     setPlaying(false);
     m_isHungry = false;
     dropped();
@@ -66,21 +74,21 @@ void ThreadedOutput::drop()
 
 void ThreadedOutput::wake()
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     m_isHungry = false;
     m_changed.notify_all();
 }
 
 void ThreadedOutput::breakDown()
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     setPlaying(false);
     m_isOpen = false;
 }
 
 double ThreadedOutput::framesHeard() const
 {
-    const std::scoped_lock guard(m_mutex);
+    const Guard guard(*this);
     return heard();
 }
 
@@ -95,6 +103,10 @@ void ThreadedOutput::run()
             const qint64 given = m_source(block.data(), turn.frames);
             m_isHungry = given < turn.frames;
             pulled(block.data(), given);
+            lock.unlock();
+            while (m_waiting > 0)
+                std::this_thread::yield();
+            lock.lock();
         } else if (turn.until) {
             m_changed.wait_until(lock, *turn.until);
         } else {

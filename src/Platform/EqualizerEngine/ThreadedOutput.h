@@ -3,6 +3,7 @@
 
 #include "Platform/EqualizerEngine/AudioOutput.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -51,14 +52,25 @@ protected:
     /// Something changed that the next turn depends on; the lock is held.
     void lookAgain() { m_changed.notify_all(); }
 
-    /// For everything here and in the heir.
-    mutable std::mutex m_mutex;
+    /// For everything here and in the heir: the thread, which would hold it most of the time, lets others go
+    /// first.
+    class Guard
+    {
+    public:
+        explicit Guard(const ThreadedOutput &output);
+
+    private:
+        std::unique_lock<std::mutex> m_lock;
+    };
+
     AudioFormat m_format;
 
 private:
     void run();
     void setPlaying(bool plays);
 
+    mutable std::mutex m_mutex;
+    mutable std::atomic<int> m_waiting = 0; ///< who wants the lock besides the thread
     Source m_source;
     std::thread m_thread;
     std::condition_variable m_changed;
