@@ -26,9 +26,9 @@ struct SoundPort
 struct SoundSink
 {
     std::uint32_t index = 0;
-    std::uint32_t card = 0; ///< noIndex where there is none
-    QByteArray activePort;  ///< empty where there is none
-    QList<SoundPort> ports;
+    std::uint32_t card = 0;  ///< noIndex where there is none
+    QByteArray activePort{}; ///< empty where there is none
+    QList<SoundPort> ports{};
 
     bool operator==(const SoundSink &) const = default;
 };
@@ -37,7 +37,7 @@ struct SoundSink
 struct SoundCard
 {
     std::uint32_t index = 0;
-    QList<SoundPort> ports;
+    QList<SoundPort> ports{};
 
     bool operator==(const SoundCard &) const = default;
 };
@@ -47,7 +47,7 @@ struct SoundStream
 {
     std::uint32_t index = 0;
     std::uint32_t sink = 0; ///< noIndex on its way from one to another
-    QByteArray role;        ///< as in "music" or "phone"; empty when it has none
+    QByteArray role{};      ///< as in "music" or "phone"; empty when it has none
     bool isOurs = false;    ///< of this process
     bool isCorked = false;  ///< stands still by the wish of who plays it
     bool isMuted = false;
