@@ -357,7 +357,7 @@ void AudioPlayerService::stop()
 
 bool AudioPlayerService::canSeek() const
 {
-    if (m_duration <= 0 || m_addressTransfer || m_wasStoppedWhileFetching)
+    if (m_duration <= 0 || m_isLoading || m_wasStoppedWhileFetching)
         return false;
     if (m_usingEqualizerEngine)
         return true;
