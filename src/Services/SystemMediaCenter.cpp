@@ -62,6 +62,7 @@ struct SystemMediaCenter::ImportedCover
     Song record;
     /// Nothing until it is decoded, and for good when it does not decode.
     std::optional<QImage> image;
+    bool isAskedFor = false;
     /// Another song came: a worker that has not begun may leave it.
     std::atomic<bool> isLeft{false};
 };
@@ -169,9 +170,12 @@ void SystemMediaCenter::updateNowPlayingInfo(AudioPlayerService &player)
     info.playbackRate = player.isPlaying() ? 1.0 : 0.0;
     m_platform.nowPlayingCenter->setNowPlayingInfo(info);
     updatePlaybackControls(player);
+    // A cover that is there at once is added to what has been published, which must be of its song by then.
+    if (!info.artwork)
+        loadMissingArtwork(player);
 }
 
-void SystemMediaCenter::describe(AudioPlayerService &player, const Song &song, NowPlayingInfo &info)
+void SystemMediaCenter::describe(const AudioPlayerService &player, const Song &song, NowPlayingInfo &info)
 {
     info.songId = opaqueId(u"song "_s + song.id());
     info.title = song.title();
@@ -186,13 +190,12 @@ void SystemMediaCenter::describe(AudioPlayerService &player, const Song &song, N
     const std::optional<QUrl> url = song.artworkURL();
     if (!url)
         info.artwork = getMediaLibraryArtwork(song);
-    else if (player.nowPlayingArtworkURL() != url)
-        detach(loadRemoteArtwork(&player, *url));
-    else
+    else if (player.nowPlayingArtworkURL() == url)
         info.artwork = player.nowPlayingArtwork();
 }
 
-void SystemMediaCenter::describe(AudioPlayerService &player, const OnlineSong &song, NowPlayingInfo &info)
+void SystemMediaCenter::describe(const AudioPlayerService &player, const OnlineSong &song,
+                                 NowPlayingInfo &info)
 {
     leaveImportedCover();
     info.songId = opaqueId(rawValue(song.platform) + u' ' + song.id);
@@ -201,8 +204,22 @@ void SystemMediaCenter::describe(AudioPlayerService &player, const OnlineSong &s
     info.albumTitle = song.album;
     info.playbackDuration = knownLength(player.duration());
     info.artwork = player.nowPlayingArtwork();
-    if (!info.artwork)
-        detach(loadOnlineArtwork(&player, song));
+}
+
+/// Asks for the cover of the song that has been published without one, unless it was asked for already.
+void SystemMediaCenter::loadMissingArtwork(AudioPlayerService &player)
+{
+    if (m_importedCover) {
+        const bool wasAskedFor = std::exchange(m_importedCover->isAskedFor, true);
+        if (!wasAskedFor && m_importedCover->record.artworkData().isPresent())
+            detach(decodeImportedArtwork(m_importedCover));
+    } else if (const auto &song = player.currentSong()) {
+        const std::optional<QUrl> url = song->artworkURL();
+        if (url && player.nowPlayingArtworkURL() != url)
+            detach(loadRemoteArtwork(&player, *url));
+    } else if (const auto &online = player.currentOnlineSong()) {
+        detach(loadOnlineArtwork(&player, *online));
+    }
 }
 
 /// Ids of songs on servers hold paths, which are nobody's business on the bus.
@@ -246,8 +263,6 @@ std::optional<QImage> SystemMediaCenter::getImportedArtwork(const Song &song)
     }
     leaveImportedCover();
     m_importedCover = std::make_shared<ImportedCover>(song);
-    if (song.artworkData().isPresent())
-        detach(decodeImportedArtwork(m_importedCover));
     return std::nullopt;
 }
 

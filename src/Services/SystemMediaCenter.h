@@ -60,8 +60,9 @@ private:
     using Artwork = std::expected<QImage, QString>;
 
     void updatePlaybackControls(const AudioPlayerService &player);
-    void describe(AudioPlayerService &player, const Song &song, NowPlayingInfo &info);
-    void describe(AudioPlayerService &player, const OnlineSong &song, NowPlayingInfo &info);
+    void describe(const AudioPlayerService &player, const Song &song, NowPlayingInfo &info);
+    void describe(const AudioPlayerService &player, const OnlineSong &song, NowPlayingInfo &info);
+    void loadMissingArtwork(AudioPlayerService &player);
     QString opaqueId(const QString &key);
     std::optional<QImage> getImportedArtwork(const Song &song);
     std::optional<QImage> getMediaLibraryArtwork(const Song &song) const;

@@ -5,6 +5,8 @@
 
 #include <QList>
 
+#include <functional>
+
 namespace cadorel {
 
 /// A desktop that remembers what it was told.
@@ -13,6 +15,8 @@ class FakeNowPlayingCenter : public NowPlayingCenter
 public:
     /// How often the information was published.
     int publications = 0;
+    /// Called with everything that is published.
+    std::function<void(const NowPlayingInfo &info)> onPublished;
     /// What was told of the controls, in order.
     QList<PlaybackControls> controls;
 
@@ -21,6 +25,8 @@ public:
     {
         ++publications;
         m_info = info;
+        if (onPublished)
+            onPublished(m_info);
     }
     void setPlaybackControls(const PlaybackControls &told) override { controls.append(told); }
 

@@ -89,6 +89,7 @@ private Q_SLOTS:
     void replacedCoverIsShown();
     void coverOfTheSongBeforeIsDropped();
     void coverAfterManyThatWereSkippedIsShown();
+    void coverStandsBesideItsOwnSongAlone();
 
     void remoteCoverIsFetchedOnceAndShown();
     void remoteCoverIsAskedForWithLimits();
@@ -249,6 +250,26 @@ void SystemMediaArtworkTest::coverAfterManyThatWereSkippedIsShown()
     workers.release();
     QTRY_VERIFY(bench.shown().artwork);
     QCOMPARE(bench.shown().title, u"Title 49"_s);
+}
+
+void SystemMediaArtworkTest::coverStandsBesideItsOwnSongAlone()
+{
+    DesktopBench bench;
+    AudioPlayerService &player = bench.start();
+    QStringList wrong;
+    bench.desktop().onPublished = [&wrong](const NowPlayingInfo &info) {
+        if (info.artwork && info.title != u"Title "_s + QString::number(info.artwork->width()))
+            wrong.append(info.title);
+    };
+    // A worker is now and then done with a cover before anybody waits for it.
+    constexpr int songs = 200;
+    for (int side = 1; side <= songs; ++side) {
+        player.playSong(withCover(fileSong(QString::number(side)), ArtworkData(madePng(Qt::green, side))),
+                        {});
+        QTRY_VERIFY(bench.shown().artwork);
+        QCOMPARE(bench.shown().title, u"Title "_s + QString::number(side));
+    }
+    QCOMPARE(wrong, QStringList());
 }
 
 // MARK: covers on servers
