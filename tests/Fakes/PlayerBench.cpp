@@ -31,12 +31,17 @@ AudioPlayerService &PlayerBench::start()
 {
     m_importService = std::make_unique<LocalMusicImportService>(home.platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(home.platform);
+    if (usesSystemMediaCenter)
+        m_systemMediaCenter = std::make_unique<SystemMediaCenter>(home.platform, &addresses);
+    MediaCenter *desktop = &mediaCenter;
+    if (m_systemMediaCenter)
+        desktop = m_systemMediaCenter.get();
     m_player = std::make_unique<AudioPlayerService>(
         home.platform, *m_importService,
         AudioPlayerParts{.equalizer = &equalizer,
                          .streaming = m_streaming.get(),
                          .onlineAddresses = &addresses,
-                         .mediaCenter = &mediaCenter,
+                         .mediaCenter = desktop,
                          .levels = &levels,
                          .updateSongMetadata = [this](const Song &song) { updatedSongs.append(song); }});
     console.take();
@@ -61,6 +66,7 @@ void PlayerBench::stop()
             each->answerDuration(std::unexpected(u"the test has ended"_s));
     }
     settle();
+    m_systemMediaCenter.reset();
     m_streaming.reset();
     settle();
     m_importService.reset();
