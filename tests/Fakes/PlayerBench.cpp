@@ -37,7 +37,6 @@ AudioPlayerService &PlayerBench::start()
                          .streaming = m_streaming.get(),
                          .onlineAddresses = &addresses,
                          .mediaCenter = &mediaCenter,
-                         .levels = &levels,
                          .updateSongMetadata = [this](const Song &song) { updatedSongs.append(song); }});
     console.take();
     return *m_player;
@@ -76,6 +75,11 @@ void PlayerBench::answerDuration(std::expected<double, QString> seconds)
 {
     item().answerDuration(std::move(seconds));
     settle();
+}
+
+int PlayerBench::playbackTimers()
+{
+    return home.clock().activeTimers() - (m_player->isSimulatingLevels() ? 1 : 0);
 }
 
 QByteArray PlayerBench::snapshot()

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Fakes/ConsoleLines.h"
-#include "Fakes/FakeAudioLevels.h"
 #include "Fakes/FakeEqualizerEngine.h"
 #include "Fakes/FakeMediaCenter.h"
 #include "Fakes/FakeOnlineSongAddresses.h"
@@ -27,7 +26,6 @@ public:
     FakeEqualizerEngine equalizer;
     FakeOnlineSongAddresses addresses;
     FakeMediaCenter mediaCenter;
-    FakeAudioLevels levels;
     /// What the player learnt of songs on servers, in order.
     QList<Song> updatedSongs;
 
@@ -49,6 +47,8 @@ public:
     /// Tells the length of the current item, and lets the player take it.
     void answerDuration(std::expected<double, QString> seconds);
     void reachEnd() { stream().reachEnd(); }
+    /// How many timers follow the playback: all but that of the level bars.
+    int playbackTimers();
     /// The stored snapshot; empty when there is none.
     QByteArray snapshot();
 
