@@ -18,6 +18,9 @@ Slider {
 
     signal gainRequested(real decibels)
 
+    /// Where a screen reader looks for the ends.
+    readonly property real minimumValue: from
+    readonly property real maximumValue: to
     readonly property real fineStep: 0.5
     readonly property real coarseStep: 3
     readonly property bool isUpright: orientation === Qt.Vertical

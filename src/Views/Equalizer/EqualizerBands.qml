@@ -13,6 +13,9 @@ Rectangle {
     required property int sliderLength
     /// The wheel may move a slider that it happens to be over.
     property bool takesWheel: false
+    /// A finger or the mouse holds a slider.
+    readonly property bool isHeld: heldBand >= 0
+    property int heldBand: -1
 
     implicitHeight: gains.implicitHeight + 2 * Metrics.cardPadding
     radius: Metrics.controlRadius
@@ -74,6 +77,7 @@ Rectangle {
                     name: band.spokenName
                     isHeard: root.equalizer.isEnabled
                     wheelEnabled: root.takesWheel || activeFocus
+                    onPressedChanged: root.heldBand = pressed ? band.index : -1
                     onGainRequested: decibels => root.equalizer.setBand(band.index, decibels)
                 }
                 StyledText {

@@ -2,7 +2,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Cadorel
 
 /// The presets in one line that scrolls. Tab comes to the chosen one, the arrow keys walk, Space and Return choose.
@@ -65,7 +65,8 @@ FocusScope {
                 id: chips
 
                 model: root.equalizer.presets
-                delegate: AbstractButton {
+                // A screen reader learns what a button is from its type alone.
+                delegate: T.RadioButton {
                     id: chip
 
                     required property int index
@@ -80,9 +81,10 @@ FocusScope {
                     height: line.height
                     implicitWidth: content.implicitWidth + 2 * Metrics.cardPadding
                     text: name
+                    checkable: false
+                    autoExclusive: false
                     focusPolicy: isCurrent ? Qt.TabFocus : Qt.NoFocus
                     hoverEnabled: true
-                    Accessible.role: Accessible.RadioButton
                     Accessible.name: name
                     Accessible.description: description
                     Accessible.checkable: true

@@ -46,6 +46,8 @@ BottomSheet {
         Layout.fillHeight: true
         clip: true
         boundsBehavior: Flickable.StopAtBounds
+        // An upright drag on a slider would scroll the sheet.
+        interactive: !bands.isHeld && !preamp.pressed
         contentHeight: fields.implicitHeight + Metrics.screenMargin + Metrics.sectionGap
 
         ScrollBar.vertical: SlimScrollBar {}
@@ -118,6 +120,8 @@ BottomSheet {
                 }
             }
             EqualizerBands {
+                id: bands
+
                 objectName: "equalizerBands"
                 width: parent.width
                 equalizer: root.equalizer
