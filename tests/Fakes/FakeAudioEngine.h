@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 
 namespace cadorel {
@@ -53,6 +54,8 @@ public:
     std::string openFailure;
     std::string startFailure;
     float volume = -1;
+    /// Called when the gain for the whole sound is set.
+    std::function<void()> onGlobalGain;
 
     /// What is scheduled.
     struct Segment
@@ -163,6 +166,8 @@ private:
         {
             engine.calls.append(QStringLiteral("gain %1").arg(decibels));
             gain = decibels;
+            if (engine.onGlobalGain)
+                engine.onGlobalGain();
         }
 
         FakeAudioEngine &engine;
