@@ -12,6 +12,7 @@
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
 #include "Services/SharedServices.h"
+#include "Services/SystemMediaCenter.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/ProcessHash.h"
@@ -77,6 +78,7 @@ AudioPlayerService &AudioPlayerService::shared()
             processPlatform(), importService,
             AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
                              .onlineAddresses = &APIConfigService::shared(),
+                             .mediaCenter = &SystemMediaCenter::shared(),
                              // Asked for when it is needed: the player comes up before it.
                              .updateSongMetadata = [](const Song &song) {
                                  WebDAVService::shared().updateSongMetadata(song);

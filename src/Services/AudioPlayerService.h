@@ -80,6 +80,8 @@ public:
     QString playErrorText() const { return m_playError.value_or(QString()); }
     void clearPlayError() { setPlayError(std::nullopt); }
     bool usingEqualizerEngine() const { return m_usingEqualizerEngine; }
+    /// A seek leads somewhere in the current song.
+    bool canSeek() const;
     /// Quality asked of the online platforms.
     QString audioQuality() const;
 
@@ -96,6 +98,8 @@ public:
     Q_INVOKABLE void play();
     Q_INVOKABLE void pause();
     Q_INVOKABLE void togglePlayPause();
+    /// Ends the sound and stands at the beginning: played again, the song starts anew.
+    void stop();
     /// @param time seconds
     Q_INVOKABLE void seek(double time);
     Q_INVOKABLE void setVolume(float v);
@@ -232,6 +236,7 @@ private:
     quint64 m_seekSerial = 0;                        ///< which seek is the latest
     quint64 m_onlineRequest = 0;                     ///< which fetch of an address is the latest
     std::shared_ptr<HttpTransfer> m_addressTransfer; ///< of the fetch under way
+    bool m_wasStoppedWhileFetching = false;          ///< the online song needs its address before it plays
     bool m_isObservingPlayerItem = false;
     bool m_usingEqualizerEngine = false;
     bool m_interruptionWasPlaying = false;

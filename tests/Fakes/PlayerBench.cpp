@@ -31,12 +31,17 @@ AudioPlayerService &PlayerBench::start()
 {
     m_importService = std::make_unique<LocalMusicImportService>(home.platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(home.platform);
+    if (usesSystemMediaCenter)
+        m_systemMediaCenter = std::make_unique<SystemMediaCenter>(home.platform, &addresses);
+    MediaCenter *desktop = &mediaCenter;
+    if (m_systemMediaCenter)
+        desktop = m_systemMediaCenter.get();
     m_player = std::make_unique<AudioPlayerService>(
         home.platform, *m_importService,
         AudioPlayerParts{.equalizer = &equalizer,
                          .streaming = m_streaming.get(),
                          .onlineAddresses = &addresses,
-                         .mediaCenter = &mediaCenter,
+                         .mediaCenter = desktop,
                          .updateSongMetadata = [this](const Song &song) { updatedSongs.append(song); }});
     console.take();
     return *m_player;
@@ -60,6 +65,7 @@ void PlayerBench::stop()
             each->answerDuration(std::unexpected(u"the test has ended"_s));
     }
     settle();
+    m_systemMediaCenter.reset();
     m_streaming.reset();
     settle();
     m_importService.reset();

@@ -8,6 +8,7 @@
 #include "Fakes/TestPlatform.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/SystemMediaCenter.h"
 #include "Services/WebDAVStreamingService.h"
 
 namespace cadorel {
@@ -26,6 +27,8 @@ public:
     FakeEqualizerEngine equalizer;
     FakeOnlineSongAddresses addresses;
     FakeMediaCenter mediaCenter;
+    /// From the next start on the player tells the machine's own desktop instead of `mediaCenter`.
+    bool usesSystemMediaCenter = false;
     /// What the player learnt of songs on servers, in order.
     QList<Song> updatedSongs;
 
@@ -55,6 +58,7 @@ public:
 private:
     std::unique_ptr<LocalMusicImportService> m_importService;
     std::unique_ptr<WebDAVStreamingService> m_streaming;
+    std::unique_ptr<SystemMediaCenter> m_systemMediaCenter;
     std::unique_ptr<AudioPlayerService> m_player;
 };
 
