@@ -18,6 +18,7 @@ constexpr int highest = 8'000; // of 32,768: loud enough, and far from what any 
 constexpr double typicalPower = (highest / 32'768.0) * (highest / 32'768.0) / 3;
 constexpr double silence = 1e-4;
 constexpr double alike = 0.95;
+constexpr std::ptrdiff_t nearby = 3 * MarkedSound::sampleRate;
 
 double dot(const float *a, const float *b, std::size_t count)
 {
@@ -92,6 +93,23 @@ MarkedSound::Place MarkedSound::find(std::span<const float> piece) const
     return find(piece, 0, std::ssize(m_samples));
 }
 
+MarkedSound::Mix MarkedSound::mix(std::span<const float> piece, std::ptrdiff_t first,
+                                  std::ptrdiff_t second) const
+{
+    const std::ptrdiff_t last = std::ssize(m_samples) - std::ssize(piece);
+    if (std::min(first, second) < 0 || std::max(first, second) > last)
+        return {};
+    // Least squares: piece ~ a x(first) + b x(second).
+    const std::span one(m_samples.data() + first, piece.size());
+    const std::span other(m_samples.data() + second, piece.size());
+    const double both = dot(one.data(), other.data(), piece.size());
+    const double ofOne = dot(piece.data(), one.data(), piece.size());
+    const double ofOther = dot(piece.data(), other.data(), piece.size());
+    const double determinant = energy(one) * energy(other) - both * both;
+    return {(ofOne * energy(other) - ofOther * both) / determinant,
+            (ofOther * energy(one) - ofOne * both) / determinant};
+}
+
 std::vector<MarkedSound::Moment> MarkedSound::follow(std::span<const float> recording) const
 {
     std::vector<Moment> moments;
@@ -102,11 +120,13 @@ std::vector<MarkedSound::Moment> MarkedSound::follow(std::span<const float> reco
         moment.recorded = at;
         moment.isSilent = energy(piece) < silence * silence * momentSamples;
         if (!moment.isSilent) {
-            // It mostly goes on where it was.
+            // It mostly goes on where it was, or not far from there.
             Place place;
             if (expected)
                 place = find(piece, *expected, *expected);
-            if (place.likeness < alike)
+            if (expected && place.likeness < alike)
+                place = find(piece, *expected - nearby, *expected + nearby);
+            if (!expected)
                 place = find(piece);
             if (place.likeness >= alike) {
                 moment.place = place;

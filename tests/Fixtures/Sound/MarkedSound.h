@@ -39,6 +39,15 @@ public:
     /// The same in all of it.
     Place find(std::span<const float> piece) const;
 
+    /// How loud two places are in a piece of sound that may hold both at once.
+    struct Mix
+    {
+        double first = 0;
+        double second = 0;
+    };
+    /// @param first, @param second where in this sound the piece would begin; not the same
+    Mix mix(std::span<const float> piece, std::ptrdiff_t first, std::ptrdiff_t second) const;
+
     /// A piece of a recording, a hundredth of a second long.
     struct Moment
     {
@@ -49,7 +58,7 @@ public:
         std::optional<Place> place;
     };
     static constexpr std::ptrdiff_t momentSamples = sampleRate / 100;
-    /// What a recording tells, moment by moment.
+    /// What a recording tells, moment by moment, as long as no jump in it is farther than three seconds.
     std::vector<Moment> follow(std::span<const float> recording) const;
 
 private:

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void findsAPieceToTheSample();
     void tellsHowLoudAPieceIs();
     void twoPiecesAtOnceAreLikeNone();
+    void tellsTwoPlacesApart();
     void followsAJumpWithAGap();
 
 private:
@@ -58,6 +59,17 @@ void MarkedSoundTest::twoPiecesAtOnceAreLikeNone()
         QVERIFY(!moment.isSilent);
         QVERIFY(!moment.place);
     }
+}
+
+void MarkedSoundTest::tellsTwoPlacesApart()
+{
+    std::vector<float> both = piece(1000, 120);
+    const std::vector<float> other = piece(100'000, 120);
+    std::ranges::transform(both, other, both.begin(), [](float a, float b) { return a / 4 + b; });
+    const MarkedSound::Mix mix = m_sound.mix(both, 1000, 100'000);
+    QVERIFY(std::abs(mix.first - 0.25) < 0.001);
+    QVERIFY(std::abs(mix.second - 1) < 0.001);
+    QVERIFY(std::abs(m_sound.mix(other, 1000, 100'000).first) < 0.001);
 }
 
 void MarkedSoundTest::followsAJumpWithAGap()
