@@ -76,8 +76,6 @@ private:
         const std::size_t heard = m_recorder->samples().size() / Recorder::samplesIn(1ms);
         return m_recorder->hear(std::chrono::milliseconds(heard) + length);
     }
-    /// Where in the song the sound ended that was recorded last, in seconds.
-    double lastHeard() const;
     /// The position in the last line that begins so.
     std::optional<double> handedPosition(const QString &beginning);
     static double median(std::vector<double> values)
@@ -146,18 +144,6 @@ void EngineSwitchingTest::cleanup()
     m_console.reset();
     m_recorder.reset();
     m_server.reset();
-}
-
-double EngineSwitchingTest::lastHeard() const
-{
-    // Falling silent is like no sound of the song, so a little before.
-    constexpr auto faded = 20ms;
-    constexpr auto length = static_cast<std::size_t>(MarkedSound::momentSamples);
-    const auto end =
-        static_cast<std::size_t>(m_recorder->lastAbove(audible)) + 1 - Recorder::samplesIn(faded);
-    const std::span recording(m_recorder->samples());
-    const MarkedSound::Place place = m_sound.find(recording.subspan(end - length, length));
-    return place.seconds() + std::chrono::duration<double>(10ms + faded).count();
 }
 
 std::optional<double> EngineSwitchingTest::handedPosition(const QString &beginning)
@@ -282,7 +268,9 @@ void EngineSwitchingTest::pausedItStaysSilentAndGoesOnWhereItWas()
         QVERIFY(hearMore(1s));
         m_player->pause();
         QVERIFY(m_recorder->hearSilence(300ms, 5s));
-        const double left = lastHeard();
+        const std::optional<double> end = m_sound.endOf(m_recorder->samples(), m_player->currentTime());
+        QVERIFY(end.has_value());
+        const double left = *end;
         m_recorder->clear();
         m_equalizer->setEnabled(toEngine);
         QTRY_COMPARE(m_player->usingEqualizerEngine(), toEngine);

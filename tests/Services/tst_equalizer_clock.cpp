@@ -140,12 +140,10 @@ void EqualizerClockTest::agreesWithTheRecordingOverAMinute()
     bench.service->pause();
     QVERIFY(bench.recorder->hearSilence(300ms, 5s));
     const double stands = bench.service->currentTime();
-    const auto end = static_cast<std::size_t>(bench.recorder->lastAbove(audible)) + 1;
-    const std::size_t faded = end - Recorder::samplesIn(20ms); // falling silent is like no sound of the song
-    const std::optional<double> heard = heardUpTo(bench.recorder->samples(), faded, stands);
+    const std::optional<double> heard = m_sound.endOf(bench.recorder->samples(), stands);
     QVERIFY(heard.has_value());
-    qInfo() << "stands at" << stands << "s, heard" << *heard + 0.02 << "s";
-    QVERIFY(std::abs(stands - (*heard + 0.02)) < tolerance);
+    qInfo() << "stands at" << stands << "s, heard" << *heard << "s";
+    QVERIFY(std::abs(stands - *heard) < tolerance);
 }
 
 void EqualizerClockTest::standsWhereTheSoundStopped()
@@ -162,12 +160,10 @@ void EqualizerClockTest::standsWhereTheSoundStopped()
         bench.service->pause();
         QVERIFY(bench.recorder->hearSilence(300ms, 5s));
         const double stands = bench.service->currentTime();
-        const auto end = static_cast<std::size_t>(bench.recorder->lastAbove(audible)) + 1;
-        const std::optional<double> heard =
-            heardUpTo(bench.recorder->samples(), end - Recorder::samplesIn(20ms), stands);
+        const std::optional<double> heard = m_sound.endOf(bench.recorder->samples(), stands);
         QVERIFY(heard.has_value());
-        QVERIFY2(std::abs(stands - (*heard + 0.02)) < tolerance,
-                 qPrintable(u"stands at %1 s, heard %2 s"_s.arg(stands).arg(*heard + 0.02)));
+        QVERIFY2(std::abs(stands - *heard) < tolerance,
+                 qPrintable(u"stands at %1 s, heard %2 s"_s.arg(stands).arg(*heard)));
         QCOMPARE(bench.service->currentTime(), stands);
     }
 }

@@ -17,6 +17,7 @@ namespace {
 constexpr int highest = 8'000; // of 32,768: loud enough, and far from what any player must limit
 constexpr double typicalPower = (highest / 32'768.0) * (highest / 32'768.0) / 3;
 constexpr double silence = 1e-4;
+constexpr float audible = 0.0005F;
 constexpr double alike = 0.95;
 constexpr std::ptrdiff_t nearby = 3 * MarkedSound::sampleRate;
 
@@ -91,6 +92,23 @@ MarkedSound::Place MarkedSound::find(std::span<const float> piece, std::ptrdiff_
 MarkedSound::Place MarkedSound::find(std::span<const float> piece) const
 {
     return find(piece, 0, std::ssize(m_samples));
+}
+
+std::optional<double> MarkedSound::endOf(std::span<const float> recording, double near) const
+{
+    constexpr std::ptrdiff_t longestFade = sampleRate / 10;
+    constexpr std::ptrdiff_t step = momentSamples / 2;
+    const auto isAudible = [](float sample) { return std::abs(sample) > audible; };
+    const auto last = std::find_if(recording.rbegin(), recording.rend(), isAudible);
+    const std::ptrdiff_t end = std::distance(last, recording.rend());
+    const auto expected = static_cast<std::ptrdiff_t>(near * sampleRate);
+    for (std::ptrdiff_t at = end; at >= momentSamples && end - at <= longestFade; at -= step) {
+        const auto piece = recording.subspan(static_cast<std::size_t>(at - momentSamples), momentSamples);
+        const Place place = find(piece, expected - sampleRate, expected + sampleRate);
+        if (place.likeness >= alike)
+            return place.seconds() + static_cast<double>(end - at + momentSamples) / sampleRate;
+    }
+    return std::nullopt;
 }
 
 MarkedSound::Mix MarkedSound::mix(std::span<const float> piece, std::ptrdiff_t first,

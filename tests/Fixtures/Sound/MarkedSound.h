@@ -39,6 +39,11 @@ public:
     /// The same in all of it.
     Place find(std::span<const float> piece) const;
 
+    /// Where in this sound a recording ends, in seconds, silence at its end left out. What is faded at the
+    /// end counts by its length. Looks within a second of @p near; nothing when the recording is from
+    /// elsewhere.
+    std::optional<double> endOf(std::span<const float> recording, double near) const;
+
     /// How loud two places are in a piece of sound that may hold both at once.
     struct Mix
     {
