@@ -8,6 +8,7 @@
 extern "C" {
 #include <libavformat/avformat.h>
 #include <libavformat/avio.h>
+#include <libavutil/dict.h>
 #include <libavutil/error.h>
 #include <libavutil/mem.h>
 }
@@ -73,8 +74,13 @@ std::expected<void, MediaInput::Failure> MediaInput::start()
     m_context->format_whitelist = av_strdup(containers);
     m_context->probesize = probeBytes;
     m_context->max_analyze_duration = probeMicroseconds;
+    AVDictionary *options = nullptr;
+    if (m_request.unedited)
+        av_dict_set(&options, "ignore_editlist", "1", 0);
     // On a failure libavformat frees the context itself.
-    if (const int error = avformat_open_input(&m_context, nullptr, nullptr, nullptr); error < 0)
+    const int error = avformat_open_input(&m_context, nullptr, nullptr, &options);
+    av_dict_free(&options);
+    if (error < 0)
         return unrecognised(error);
     if (m_context->probe_score <= AVPROBE_SCORE_RETRY)
         return std::unexpected(Failure{Failure::unrecognised, u"not an audio file"_s});

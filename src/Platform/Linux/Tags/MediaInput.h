@@ -25,6 +25,8 @@ public:
         qint64 readLimit = std::numeric_limits<qint64>::max();
         /// Whether every other stream, a cover for instance, is passed over.
         bool soundOnly = false;
+        /// Whether an MP4 is given as it was recorded, without its list of edits.
+        bool unedited = false;
     };
 
     /// Why there is no input.
