@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cmath>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -21,6 +22,8 @@ namespace {
 constexpr size_t trialPackets = 8;
 /// How far counting and the container's times may be apart, in seconds.
 constexpr double timeTolerance = 0.02;
+/// From here on, 1/10 s, a gap in the times of Ogg is no mistake.
+constexpr int holesPerSecond = 10;
 
 bool isLossless(AVCodecID id)
 {
@@ -54,10 +57,17 @@ struct CountedPackets::Trial
     /// Samples in each frame; 0 before the first, -1 when they differ.
     int frameSamples = 0;
     int sampleRate = 0;
+    int frames = 0;
     /// The packet, counted from 0, that the first frame is told to be of.
     qint64 firstPacket = 0;
     int beforeSong = 0;
 
+    /// 0 when that differs.
+    int samplesInPacket() const
+    {
+        const auto framesInPacket = packets > 0 ? std::lround(double(frames) / double(packets)) : 1;
+        return std::max(0, frameSamples) * int(std::max(1L, framesInPacket));
+    }
     void send(const AVPacket *packet)
     {
         decoder.send(packet);
@@ -72,6 +82,7 @@ struct CountedPackets::Trial
             beforeSong = samplesBeforeSong(*frame);
         }
         samples += frame->nb_samples;
+        ++frames;
         const bool same = frameSamples == 0 || frameSamples == frame->nb_samples;
         frameSamples = same ? frame->nb_samples : -1;
     }
@@ -89,8 +100,9 @@ CountedPackets::CountedPackets(MediaInput::Request request, std::unique_ptr<Medi
     const std::optional<qint64> length = toldLength();
     Trial trial;
     tryDecoding(trial);
+    m_isLengthTold = length.has_value();
     m_sampleRate = std::max(1, trial.sampleRate);
-    m_usualSamples = std::max(0, trial.frameSamples);
+    m_usualSamples = trial.samplesInPacket();
     for (Entry &entry : m_entries)
         entry.samples = entry.samples == 0 ? m_usualSamples : entry.samples;
     for (size_t i = 1; i < m_entries.size(); ++i)
@@ -125,12 +137,7 @@ std::optional<qint64> CountedPackets::toldLength() const
 
 bool CountedPackets::readNext(AVPacket &packet)
 {
-    while (m_input && av_read_frame(m_input->context(), &packet) >= 0) {
-        if (packet.stream_index == m_input->audio()->index && packet.size > 0)
-            return true;
-        av_packet_unref(&packet);
-    }
-    return false;
+    return m_input && m_input->readSound(packet);
 }
 
 qint64 CountedPackets::startOf(size_t i) const
@@ -143,9 +150,18 @@ qint64 CountedPackets::startOf(size_t i) const
 void CountedPackets::add(const AVPacket &packet)
 {
     const int told = m_measure.samples(packet);
+    qint64 sample = startOf(m_entries.size());
+    if (m_isLengthTold && !m_entries.empty() && packet.pts != AV_NOPTS_VALUE &&
+        m_entries.front().containerTime != AV_NOPTS_VALUE) {
+        // A page is missing or damaged.
+        const qint64 since = packet.pts - m_entries.front().containerTime;
+        const qint64 place = m_entries.front().sample + av_rescale_q(since, m_containerUnit, timeBase());
+        if (place - sample > m_sampleRate / holesPerSecond)
+            sample = place;
+    }
     m_entries.push_back({.position = packet.pos,
                          .containerTime = packet.pts,
-                         .sample = startOf(m_entries.size()),
+                         .sample = sample,
                          .samples = told > 0 ? told : m_usualSamples,
                          .mark = markOf(packet)});
     m_behindSong = samplesBehindSong(packet);

@@ -60,6 +60,8 @@ private:
     /// The packets as far as they are known.
     std::vector<Entry> m_entries;
     bool m_complete = false;
+    /// Whether the container tells the song's length.
+    bool m_isLengthTold = false;
     int m_behindSong = 0;
     qint64 m_begin = 0;
     qint64 m_end = 0;

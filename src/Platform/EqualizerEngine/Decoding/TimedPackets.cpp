@@ -76,17 +76,13 @@ TimedPackets::TimedPackets(MediaInput::Request request, std::unique_ptr<MediaInp
 
 bool TimedPackets::readNext(AVPacket &packet)
 {
-    while (m_input && av_read_frame(m_input->context(), &packet) >= 0) {
-        if (packet.stream_index == m_input->audio()->index && packet.size > 0) {
-            if (m_soundOffset < 0) {
-                m_soundOffset = packet.pos;
-                m_firstTime = packet.pts == AV_NOPTS_VALUE ? 0 : packet.pts;
-            }
-            return true;
-        }
-        av_packet_unref(&packet);
+    if (!m_input || !m_input->readSound(packet))
+        return false;
+    if (m_soundOffset < 0) {
+        m_soundOffset = packet.pos;
+        m_firstTime = packet.pts == AV_NOPTS_VALUE ? 0 : packet.pts;
     }
-    return false;
+    return true;
 }
 
 bool TimedPackets::read(AVPacket &packet)

@@ -20,6 +20,8 @@ namespace cadorel {
 namespace {
 
 constexpr int bufferBytes = 32 * 1024;
+/// Some containers fail for good, some only in a damaged stretch.
+constexpr int mostErrors = 1000;
 constexpr qint64 probeBytes = qint64(1024) * 1024;
 constexpr qint64 probeMicroseconds = 5'000'000;
 /// Containers of sound. None of those that refer to other files, no images and no texts; and not bare MPEG
@@ -103,6 +105,23 @@ std::expected<void, MediaInput::Failure> MediaInput::start()
 AVStream *MediaInput::audio() const
 {
     return m_context->streams[m_audio];
+}
+
+bool MediaInput::readSound(AVPacket &packet)
+{
+    for (int errors = 0; errors < mostErrors;) {
+        const int result = av_read_frame(m_context, &packet);
+        if (result == AVERROR_EOF)
+            return false;
+        if (result < 0) {
+            ++errors;
+            continue;
+        }
+        if (packet.stream_index == m_audio && packet.size > 0)
+            return true;
+        av_packet_unref(&packet);
+    }
+    return false;
 }
 
 int MediaInput::read(void *self, unsigned char *to, int length)

@@ -8,6 +8,7 @@
 struct AVDictionary;
 struct AVFormatContext;
 struct AVIOContext;
+struct AVPacket;
 struct AVStream;
 
 namespace cadorel {
@@ -52,6 +53,8 @@ public:
     AVFormatContext *context() const { return m_context; }
     /// The stream of sound that is the song.
     AVStream *audio() const;
+    /// The song's next packet, behind whatever is damaged. @return false at the end
+    bool readSound(AVPacket &packet);
     /// How many bytes were read.
     qint64 bytesRead() const { return m_request.readLimit - m_left; }
     bool atLimit() const { return m_left == 0; }
