@@ -7,6 +7,7 @@
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Cloud/CloudSongCache.h"
+#include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Seams/AudioLevelSimulation.h"
 #include "Services/Seams/EqualizerEngine.h"
@@ -51,6 +52,7 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
         m_parts.mediaCenter->setupNowPlayingInfo(*this);
         m_parts.mediaCenter->setupInterruptionObservers(*this);
     }
+    setupEqualizerObserver();
     restoreLastPlaybackState();
 }
 
@@ -72,7 +74,9 @@ AudioPlayerService &AudioPlayerService::shared()
         LocalMusicImportService &importService = LocalMusicImportService::shared();
         return std::make_unique<AudioPlayerService>(
             processPlatform(), importService,
-            AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
+            AudioPlayerParts{.equalizer =
+                                 processPlatform().makeAudioEngine ? &EqualizerService::shared() : nullptr,
+                             .streaming = &WebDAVStreamingService::shared(),
                              .onlineAddresses = &APIConfigService::shared(),
                              // Asked for when it is needed: the player comes up before it.
                              .updateSongMetadata = [](const Song &song) {
