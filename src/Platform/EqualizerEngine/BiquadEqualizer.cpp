@@ -96,8 +96,9 @@ void BiquadEqualizer::prepare(const AudioFormat &format)
     reset();
 }
 
-void BiquadEqualizer::reset()
+void BiquadEqualizer::begin()
 {
+    m_begins = false;
     for (std::size_t band = 0; band < m_sections.size(); ++band) {
         Section &section = m_sections[band];
         takeShape(section, wantedShape(band));
@@ -117,6 +118,8 @@ void BiquadEqualizer::process(float *interleaved, qint64 frames)
 {
     if (m_channels == 0)
         return;
+    if (m_begins)
+        begin();
     while (frames > 0) {
         const int piece = static_cast<int>(std::min<qint64>(frames, pieceFrames));
         moveSections(piece);

@@ -38,11 +38,11 @@ public:
     double globalGain() const override { return m_globalGain; }
     void setGlobalGain(double decibels) override;
 
-    /// Makes ready for sound of this format, with the settings of this moment, as if nothing had been played.
-    /// Not while process() runs.
+    /// Makes ready for sound of this format, as if nothing had been played. What is set until the sound
+    /// begins holds from its first frame on. Not while process() runs.
     void prepare(const AudioFormat &format);
     /// The same for the format so far: what comes next follows a silence. Not while process() runs.
-    void reset();
+    void reset() { m_begins = true; }
     /// Equalizes @p frames frames where they lie. The sound's thread; it neither waits nor allocates. A
     /// sample that is not a number counts as silence, so that it cannot stay in the filters.
     void process(float *interleaved, qint64 frames);
@@ -78,6 +78,7 @@ private:
     /// Frames that are worked on at once; settings are looked at between.
     static constexpr int pieceFrames = 64;
 
+    void begin();
     PeakingShape wantedShape(std::size_t band) const;
     double wantedGain(std::size_t band) const;
     void takeShape(Section &section, const PeakingShape &shape) const;
@@ -98,6 +99,7 @@ private:
     // The sound's thread.
     int m_sampleRate = 0;
     int m_channels = 0;
+    bool m_begins = true;
     std::array<Section, bands> m_sections;
     std::vector<std::array<Memory, bands>> m_memories; ///< one for each pair of channels
     double m_movedGlobalGain = 0;                      ///< decibels

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "MadeWaves.h"
+#include "Fixtures/Sound/MadeWaves.h"
 #include "Platform/EqualizerEngine/BiquadEqualizer.h"
 
 #include <array>
