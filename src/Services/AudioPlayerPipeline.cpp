@@ -286,6 +286,11 @@ void AudioPlayerService::syncIsPlayingWithPlayer()
 
 void AudioPlayerService::play()
 {
+    if (m_wasStoppedWhileFetching && m_currentOnlineSong) {
+        // What is loaded is the song before.
+        playOnlineSong(OnlineSong(*m_currentOnlineSong), {});
+        return;
+    }
     if (m_usingEqualizerEngine && m_parts.equalizer) {
         // The end of a song takes its duration away, and without one the next end would not be seen.
         if (m_duration <= 0)
@@ -327,6 +332,36 @@ void AudioPlayerService::pause()
     stopAudioLevelSimulation();
     updateNowPlayingInfo();
     persistPlaybackState(true);
+}
+
+void AudioPlayerService::stop()
+{
+    const bool isWithoutAddress = m_addressTransfer || m_wasStoppedWhileFetching;
+    leaveAddress();
+    m_wasStoppedWhileFetching = isWithoutAddress;
+    setIsLoading(false);
+    cancelSeek();
+    setCurrentTime(0);
+    pause();
+    if (m_usingEqualizerEngine || !m_player || !m_playerItem) {
+        standAtStart();
+        return;
+    }
+    // What the stream player still tells of its old position is late.
+    m_isSeeking = true;
+    m_player->seek(0, 0, 0, [self = QPointer<AudioPlayerService>(this), serial = m_seekSerial](bool) {
+        if (self && serial == self->m_seekSerial)
+            self->m_isSeeking = false;
+    });
+}
+
+bool AudioPlayerService::canSeek() const
+{
+    if (m_duration <= 0 || m_isLoading || m_wasStoppedWhileFetching)
+        return false;
+    if (m_usingEqualizerEngine)
+        return true;
+    return m_playerItem && m_playerItem->status() != PlayerItem::Status::failed;
 }
 
 void AudioPlayerService::togglePlayPause()
