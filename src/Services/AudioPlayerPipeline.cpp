@@ -323,7 +323,8 @@ void AudioPlayerService::resumeObservers()
         detach(loadDuration(m_playerItem, DurationLog::none));
 }
 
-void AudioPlayerService::pause()
+/// The engine in use stands still, and a seek under way leaves it so.
+void AudioPlayerService::pauseEngine()
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
         m_parts.equalizer->pause();
@@ -332,6 +333,11 @@ void AudioPlayerService::pause()
         m_resumesAfterSeek = false;
         m_player->pause();
     }
+}
+
+void AudioPlayerService::pause()
+{
+    pauseEngine();
     setIsPlaying(false);
     stopAudioLevelSimulation();
     updateNowPlayingInfo();

@@ -200,6 +200,9 @@ private:
     void cancelSeek();
     void seekFinished(bool finished);
     QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log);
+    bool isAboutToSound() const;
+    void pauseEngine();
+    void withholdAddress();
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
     void stopAudioLevelSimulation();
