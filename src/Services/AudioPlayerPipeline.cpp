@@ -302,6 +302,8 @@ void AudioPlayerService::play()
         if (!resumeEqualizerEngine())
             return;
     } else if (m_player) {
+        if (replaysFailedItem())
+            return;
         resumeObservers();
         m_resumesAfterSeek = true;
         m_player->play();

@@ -203,6 +203,7 @@ private:
     bool isAboutToSound() const;
     void pauseEngine();
     void withholdAddress();
+    bool replaysFailedItem();
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
     void stopAudioLevelSimulation();

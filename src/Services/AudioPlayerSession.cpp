@@ -3,6 +3,9 @@
 #include "Services/AudioPlayerService.h"
 
 #include "Platform/HttpTransfer.h"
+#include "Services/Seams/EqualizerEngine.h"
+
+#include <QPointer>
 
 namespace cadorel {
 
@@ -24,6 +27,32 @@ void AudioPlayerService::withholdAddress()
     leaveAddress();
     m_wasStoppedWhileFetching = true;
     setIsLoading(false);
+}
+
+/// An item that failed plays nothing any more, though what it wanted, a sound device or the network, may be
+/// back: whoever says play means the song, from where it stood.
+/// @return whether it began anew, on the engine of its choice, with nothing left to do
+bool AudioPlayerService::replaysFailedItem()
+{
+    if (!m_playerItem || m_playerItem->status() != PlayerItem::Status::failed)
+        return false;
+    const MediaAsset asset = m_playerItem->asset();
+    const double position = m_currentTime;
+    if (position <= 0 && asset.url.isLocalFile() && m_parts.equalizer && m_parts.equalizer->isEnabled()) {
+        playURL(asset.url);
+        return true;
+    }
+    removeTimeObserver();
+    removeEndObserver();
+    installItem(makeCurrentItem(asset));
+    if (position <= 0)
+        return false;
+    m_isSeeking = true;
+    m_player->seek(position, 0, 0, [self = QPointer<AudioPlayerService>(this), serial = m_seekSerial](bool) {
+        if (self && serial == self->m_seekSerial)
+            self->m_isSeeking = false;
+    });
+    return false;
 }
 
 void AudioPlayerService::handleInterruption(AudioSession::InterruptionType type, bool shouldResume)

@@ -72,6 +72,10 @@ private Q_SLOTS:
     void pulledHeadphonesLeaveAPausedPlayerPaused();
     void pulledHeadphonesHoldASongWhoseAddressIsOnItsWay();
 
+    void aSongThatFailedBeginsAnewWhenItIsPlayed();
+    void aSongThatFailedOnItsWayGoesOnWhereItStood();
+    void aSongThatFailedTriesTheEngineAgain();
+
 private:
     static void engines();
     /// A file plays at 30 of 200 seconds, on the engine that the row of data names.
@@ -494,6 +498,61 @@ void AudioPlayerSessionTest::pulledHeadphonesHoldASongWhoseAddressIsOnItsWay()
     QVERIFY(bench.player().isLoading());
     bench.playOnline(song);
     QVERIFY(isSounding(bench));
+}
+
+void AudioPlayerSessionTest::aSongThatFailedBeginsAnewWhenItIsPlayed()
+{
+    DesktopBench bench;
+    bench.start().playSong(webSong(u"w"_s, 200), {});
+    bench.item().fail(u"没有可用的音频设备"_s);
+    QVERIFY(!bench.player().isPlaying());
+    const qsizetype items = bench.stream().items.size();
+    bench.player().play();
+    QCOMPARE(bench.stream().items.size(), items + 1);
+    QCOMPARE(bench.item().asset().url, webSong(u"w"_s).assetURL());
+    QVERIFY(bench.player().isPlaying());
+    QVERIFY(bench.stream().seeks.isEmpty());
+    // It shows its progress and is followed by the next one, like any other.
+    bench.stream().tick(5);
+    QCOMPARE(bench.player().currentTime(), 5.0);
+    QCOMPARE(bench.stream().timeObservers(), 1);
+    bench.reachEnd();
+    QVERIFY(!bench.player().isPlaying());
+}
+
+void AudioPlayerSessionTest::aSongThatFailedOnItsWayGoesOnWhereItStood()
+{
+    DesktopBench bench;
+    bench.start();
+    bench.playFile(u"a"_s);
+    bench.stream().tick(30);
+    bench.item().fail(u"没有可用的音频设备"_s);
+    bench.player().play();
+    QCOMPARE(bench.stream().seeks.size(), 1);
+    QCOMPARE(bench.stream().seeks.constFirst().time, 30.0);
+    QCOMPARE(bench.stream().seeks.constFirst().toleranceBefore, 0.0);
+    QVERIFY(bench.player().isPlaying());
+    bench.stream().tick(0);
+    QCOMPARE(bench.player().currentTime(), 30.0);
+    bench.stream().finishSeek(true, 30);
+    bench.stream().tick(31);
+    QCOMPARE(bench.player().currentTime(), 31.0);
+    QCOMPARE(bench.player().duration(), 200.0);
+}
+
+void AudioPlayerSessionTest::aSongThatFailedTriesTheEngineAgain()
+{
+    DesktopBench bench;
+    bench.equalizer.enabled = true;
+    bench.equalizer.failure = "没有可用的音频设备";
+    bench.start().playSong(fileSong(u"a"_s), {});
+    QVERIFY(!bench.player().usingEqualizerEngine());
+    bench.item().fail(u"没有可用的音频设备"_s);
+    bench.equalizer.failure.clear();
+    bench.player().play();
+    QVERIFY(bench.player().usingEqualizerEngine());
+    QVERIFY(bench.equalizer.playing);
+    QVERIFY(bench.player().isPlaying());
 }
 
 QTEST_GUILESS_MAIN(AudioPlayerSessionTest)
