@@ -177,10 +177,9 @@ void AudioPlayerService::leaveStreamPlayer()
 /// The other engine plays on: a state that a seek or an interruption had taken away comes back.
 void AudioPlayerService::goOnPlaying()
 {
-    if (m_isPlaying)
-        return;
     setIsPlaying(true);
-    startAudioLevelSimulation();
+    if (!isSimulatingLevels())
+        startAudioLevelSimulation();
 }
 
 // MARK: playing

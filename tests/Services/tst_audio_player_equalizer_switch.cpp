@@ -79,7 +79,7 @@ void arrive(PlayerBench &bench)
 /// What the levels and the desktop show agrees with the player.
 bool showsPlaying(PlayerBench &bench, bool playing)
 {
-    return bench.player().isPlaying() == playing && bench.levels.running == playing &&
+    return bench.player().isPlaying() == playing && bench.player().isSimulatingLevels() == playing &&
            bench.mediaCenter.publishedPlaying == playing;
 }
 
@@ -196,7 +196,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOnTheEngineTakesThePlaceOver()
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(player.currentTime(), 42.5);
     QCOMPARE(songOf(player).id(), u"a"_s);
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
     bench.equalizer.position = 43;
     bench.home.clock().advance(tick);
     QCOMPARE(player.currentTime(), 43.0);
@@ -303,11 +303,11 @@ void AudioPlayerEqualizerSwitchTest::switchedOnWhilePausedKeepsPlaceAndStaysPaus
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.currentTime(), 42.5);
     // An idle player runs no timer.
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     player.play();
     QCOMPARE(bench.equalizer.calls.constLast(), u"play"_s);
     QVERIFY(showsPlaying(bench, true));
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
     QCOMPARE(bench.stream().rate(), 0.0);
 }
 
@@ -407,7 +407,7 @@ void AudioPlayerEqualizerSwitchTest::engineThatFailsLeavesTheStreamPlayerPaused(
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.playError(), std::optional(u"无法读取此文件"_s));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::engineThatFailsToSoundLeavesTheStreamPlayerPaused()
@@ -486,7 +486,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOffTheStreamPlayerTakesThePlaceOver
     QCOMPARE(bench.stream().seeks.constFirst().toleranceAfter, 0.0);
     QCOMPARE(bench.stream().volume, 0.5F);
     QVERIFY(!player.usingEqualizerEngine());
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     bench.item().becomeReady();
     arrive(bench);
     QCOMPARE(bench.stream().calls.constLast(), u"play"_s);
@@ -540,7 +540,7 @@ void AudioPlayerEqualizerSwitchTest::streamPlayerWaitsUntilTheEngineHasFadedOut(
     QCOMPARE(bench.stream().rate(), 1.0);
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::pausedWhileTheEngineFadesOutStaysPaused()
@@ -740,7 +740,7 @@ void AudioPlayerEqualizerSwitchTest::offAndOnInOneGoEndsOnTheEngine()
     QCOMPARE(bench.equalizer.position, 42.5);
     arrive(bench);
     QCOMPARE(bench.stream().rate(), 0.0);
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
 }
 
 void AudioPlayerEqualizerSwitchTest::onAndOffInOneGoEndsOnTheStreamPlayer()
@@ -756,7 +756,7 @@ void AudioPlayerEqualizerSwitchTest::onAndOffInOneGoEndsOnTheStreamPlayer()
     QCOMPARE(bench.stream().rate(), 1.0);
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::theSameAgainSwitchesNothing()
@@ -830,7 +830,7 @@ void AudioPlayerEqualizerSwitchTest::deviceThatGoesAwayStopsTheSong()
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.playError(), std::optional(u"音频设备已断开"_s));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     QVERIFY(bench.snapshot().contains("\"position\":42.5,"));
 }
 
@@ -853,7 +853,7 @@ void AudioPlayerEqualizerSwitchTest::songThatLostItsDevicePlaysOnOnceThereIsOne(
     player.play();
     QCOMPARE(player.playError(), std::optional(u"没有可用的音频设备"_s));
     QVERIFY(showsPlaying(bench, false));
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     bench.equalizer.playFailure.clear();
     player.play();
     QVERIFY(showsPlaying(bench, true));
@@ -873,7 +873,7 @@ void AudioPlayerEqualizerSwitchTest::repeatedSongWithoutADeviceStops()
     bench.home.clock().advance(tick);
     QVERIFY(showsPlaying(bench, false));
     QVERIFY(player.playError());
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::soughtPastTheEndIsSilentUntilTheClockEndsIt()
