@@ -5,10 +5,10 @@
 
 #include "Platform/HttpTransfer.h"
 #include "Services/APIConfigService.h"
+#include "Services/AudioLevels.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Cloud/CloudSongCache.h"
 #include "Services/LocalMusicImportService.h"
-#include "Services/Seams/AudioLevelSimulation.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
 #include "Services/SharedServices.h"
@@ -45,7 +45,10 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
     , m_importService(importService)
     , m_parts(std::move(parts))
     , m_cloudSongs(std::make_unique<CloudSongCache>(platform))
+    , m_levels(
+          std::make_unique<AudioLevels>(*platform.clock, *platform.random, [this] { return m_isPlaying; }))
 {
+    connect(m_levels.get(), &AudioLevels::audioLevelsChanged, this, &AudioPlayerService::audioLevelsChanged);
     if (m_parts.mediaCenter) {
         m_parts.mediaCenter->setupAudioSession(*this);
         m_parts.mediaCenter->setupRemoteCommandCenter(*this);
@@ -422,14 +425,22 @@ void AudioPlayerService::updateNowPlayingInfo()
 
 void AudioPlayerService::startAudioLevelSimulation()
 {
-    if (m_parts.levels)
-        m_parts.levels->startAudioLevelSimulation();
+    m_levels->startAudioLevelSimulation();
 }
 
 void AudioPlayerService::stopAudioLevelSimulation()
 {
-    if (m_parts.levels)
-        m_parts.levels->stopAudioLevelSimulation();
+    m_levels->stopAudioLevelSimulation();
+}
+
+const QList<qreal> &AudioPlayerService::audioLevels() const
+{
+    return m_levels->audioLevels();
+}
+
+bool AudioPlayerService::isSimulatingLevels() const
+{
+    return m_levels->isRunning();
 }
 
 } // namespace cadorel

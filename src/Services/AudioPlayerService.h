@@ -22,6 +22,7 @@
 
 namespace cadorel {
 
+class AudioLevels;
 class CloudSongCache;
 class LocalMusicImportService;
 struct CloudMetadata;
@@ -37,6 +38,7 @@ class AudioPlayerService : public QObject
     Q_PROPERTY(double currentTime READ currentTime NOTIFY currentTimeChanged)
     Q_PROPERTY(double duration READ duration NOTIFY durationChanged)
     Q_PROPERTY(float volume READ volume WRITE setVolume NOTIFY volumeChanged)
+    Q_PROPERTY(QList<qreal> audioLevels READ audioLevels NOTIFY audioLevelsChanged)
     Q_PROPERTY(QString playError READ playErrorText NOTIFY playErrorChanged)
     Q_PROPERTY(QString playModeSymbol READ playModeSymbol NOTIFY playModeChanged)
     Q_PROPERTY(QString playModeLabel READ playModeLabel NOTIFY playModeChanged)
@@ -69,6 +71,10 @@ public:
     double duration() const { return m_duration; }
     /// Amplitude factor, 0...1.
     float volume() const { return m_volume; }
+    /// Seven bars that move like music while the player plays, 0.1...1; they change 12 times a second.
+    const QList<qreal> &audioLevels() const;
+    /// A timer moves the bars.
+    bool isSimulatingLevels() const;
     /// What went wrong, for a listener to read.
     const std::optional<QString> &playError() const { return m_playError; }
     QString playErrorText() const { return m_playError.value_or(QString()); }
@@ -129,6 +135,7 @@ Q_SIGNALS:
     void currentTimeChanged();
     void durationChanged();
     void volumeChanged();
+    void audioLevelsChanged();
     void playErrorChanged();
 
 private:
@@ -203,6 +210,7 @@ private:
     LocalMusicImportService &m_importService;
     AudioPlayerParts m_parts;
     std::unique_ptr<CloudSongCache> m_cloudSongs;
+    std::unique_ptr<AudioLevels> m_levels;
 
     QList<Song> m_queue;
     QList<OnlineSong> m_onlineQueue;

@@ -15,6 +15,12 @@ class FakeEqualizerEngine : public EqualizerEngine
 public:
     QStringList calls;
     bool enabled = false;
+    /// As a listener switches it.
+    void setEnabled(bool value)
+    {
+        enabled = value;
+        Q_EMIT isEnabledChanged(value);
+    }
     bool playing = false;
     double position = 0;
     /// Length of every file.
@@ -22,6 +28,8 @@ public:
     float volume = -1;
     /// Why the next file cannot be prepared; empty prepares it.
     std::string failure;
+    /// Why it cannot play; empty plays.
+    std::string playFailure;
 
     bool isEnabled() const override { return enabled; }
     bool isPlaying() const override { return playing; }
@@ -39,6 +47,8 @@ public:
     void play() override
     {
         calls.append(QStringLiteral("play"));
+        if (!playFailure.empty())
+            throw std::runtime_error(playFailure);
         playing = true;
     }
     void pause() override

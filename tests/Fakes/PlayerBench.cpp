@@ -42,7 +42,6 @@ AudioPlayerService &PlayerBench::start()
                          .streaming = m_streaming.get(),
                          .onlineAddresses = &addresses,
                          .mediaCenter = desktop,
-                         .levels = &levels,
                          .updateSongMetadata = [this](const Song &song) { updatedSongs.append(song); }});
     console.take();
     return *m_player;
@@ -82,6 +81,11 @@ void PlayerBench::answerDuration(std::expected<double, QString> seconds)
 {
     item().answerDuration(std::move(seconds));
     settle();
+}
+
+int PlayerBench::playbackTimers()
+{
+    return home.clock().activeTimers() - (m_player->isSimulatingLevels() ? 1 : 0);
 }
 
 QByteArray PlayerBench::snapshot()

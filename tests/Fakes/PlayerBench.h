@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Fakes/ConsoleLines.h"
-#include "Fakes/FakeAudioLevels.h"
 #include "Fakes/FakeEqualizerEngine.h"
 #include "Fakes/FakeMediaCenter.h"
 #include "Fakes/FakeOnlineSongAddresses.h"
@@ -30,7 +29,6 @@ public:
     FakeMediaCenter mediaCenter;
     /// From the next start on the player tells the machine's own desktop instead of `mediaCenter`.
     bool usesSystemMediaCenter = false;
-    FakeAudioLevels levels;
     /// What the player learnt of songs on servers, in order.
     QList<Song> updatedSongs;
 
@@ -53,6 +51,8 @@ public:
     /// Tells the length of the current item, and lets the player take it.
     void answerDuration(std::expected<double, QString> seconds);
     void reachEnd() { stream().reachEnd(); }
+    /// How many timers follow the playback: all but that of the level bars.
+    int playbackTimers();
     /// The stored snapshot; empty when there is none.
     QByteArray snapshot();
 

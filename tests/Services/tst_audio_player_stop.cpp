@@ -49,7 +49,7 @@ void AudioPlayerStopTest::stoppedSongStandsAtItsBeginning()
     QCOMPARE(songOf(player).id(), u"a"_s);
     QCOMPARE(bench.stream().seeks.constLast().time, 0.0);
     QCOMPARE(bench.stream().seeks.constLast().toleranceAfter, 0.0);
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
     QCOMPARE(bench.mediaCenter.publishedTime, 0.0);
     QVERIFY(!bench.mediaCenter.publishedPlaying);
 }
@@ -79,7 +79,7 @@ void AudioPlayerStopTest::playedAgainTheSongStartsAnew()
     bench.stream().finishSeek();
     player.play();
     QVERIFY(player.isPlaying());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     bench.stream().tick(0.25);
     QCOMPARE(player.currentTime(), 0.25);
 }
