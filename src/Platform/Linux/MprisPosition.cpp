@@ -63,7 +63,8 @@ bool MprisPosition::take(const NowPlayingInfo &info)
     // The same figure again is mostly the last one told for another reason, unless the song has stopped.
     if (!isNew && !isOff)
         return false;
-    const bool hasJumped = isOff || std::abs(told - computed) > limit || hasLanded(told, computed, moment);
+    const bool isAsked = hasLanded(told, computed, moment);
+    const bool hasJumped = isAsked || isOff || std::abs(told - computed) > limit;
     m_told = told;
     m_reading = {.position = told, .time = moment, .rate = rate};
     // Who hears of play and pause takes that as an occasion to look.
@@ -76,10 +77,11 @@ bool MprisPosition::hasLanded(double position, double expected, std::chrono::nan
 {
     if (!m_target)
         return false;
+    const bool isLate = moment - m_targetSince > targetLimit;
     const bool isNearer = std::abs(position - *m_target) <= std::abs(position - expected);
-    if (isNearer || moment - m_targetSince > targetLimit)
+    if (isNearer || isLate)
         m_target.reset();
-    return isNearer;
+    return isNearer && !isLate;
 }
 
 void MprisPosition::expect(double position)

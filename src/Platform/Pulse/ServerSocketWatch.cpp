@@ -79,9 +79,11 @@ void ServerSocketWatch::start()
 
 void ServerSocketWatch::stop()
 {
-    // It may be the one that called.
-    if (m_watcher)
-        m_watcher.release()->deleteLater();
+    if (!m_watcher)
+        return;
+    // It may be the one that called, and may have more to tell.
+    m_watcher->disconnect(this);
+    m_watcher.release()->deleteLater();
 }
 
 void ServerSocketWatch::watchNearest()

@@ -40,10 +40,11 @@ inline FittedTone fitTone(std::span<const float> sound, double hertz, int sample
     double xc = 0;
     double xs = 0;
     double xx = 0;
-    const double w = 2 * std::numbers::pi * hertz / sampleRate;
-    for (std::size_t i = 0; i < sound.size(); ++i) {
-        const double c = std::cos(w * static_cast<double>(i));
-        const double s = std::sin(w * static_cast<double>(i));
+    const std::complex<double> turn = std::polar(1.0, 2 * std::numbers::pi * hertz / sampleRate);
+    std::complex<double> pointer = 1;
+    for (std::size_t i = 0; i < sound.size(); ++i, pointer *= turn) {
+        const double c = pointer.real();
+        const double s = pointer.imag();
         const double x = double{sound[i]};
         cc += c * c;
         ss += s * s;
