@@ -161,11 +161,18 @@ private:
     void playURLWithAVPlayer(const QUrl &url);
     void playWithEqualizerEngine(const QUrl &url);
     void stopEqualizerEngine();
+    bool resumeEqualizerEngine();
     void startEqualizerTimeUpdates();
+    void equalizerTick();
+    void engineFellSilent(const QString &reason);
     void setupEqualizerObserver();
     void onEqualizerStateChanged(bool isEnabled);
     void switchToEqualizerEngine(const QUrl &url, double position, bool shouldPlay);
     void switchToAVPlayer(const QUrl &url, double position, bool shouldPlay);
+    void streamPlayerTookOver();
+    void leaveStreamPlayer();
+    void goOnPlaying();
+    double heardPosition() const;
     void playWebDAVURL(const QUrl &url);
     void playStreamingAsset(const MediaAsset &asset, const QUrl &originalURL);
     QCoro::Task<void> downloadForCache(QUrl url);
@@ -177,6 +184,7 @@ private:
     QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song,
                                                       std::shared_ptr<HttpTransfer> transfer);
     void playAsset(const MediaAsset &asset, const QUrl &url, DurationLog log);
+    std::shared_ptr<PlayerItem> makeCurrentItem(const MediaAsset &asset);
     std::shared_ptr<PlayerItem> prepareItem(const MediaAsset &asset);
     void installItem(const std::shared_ptr<PlayerItem> &item);
     void observeItem();
