@@ -78,7 +78,6 @@ void AudioPlayerService::switchToEqualizerEngine(const QUrl &url, double positio
 {
     print(u"🎛️ 切换到均衡器引擎，位置: "_s + consoleNumber(position));
     cancelSeek();
-    m_resumesAfterSeek = false;
     if (m_player) {
         // That it falls silent is no news: the song goes on.
         const QSignalBlocker unnoticed(m_player.get());
