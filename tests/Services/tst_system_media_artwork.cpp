@@ -262,7 +262,7 @@ void SystemMediaArtworkTest::coverStandsBesideItsOwnSongAlone()
             wrong.append(info.title);
     };
     // A worker is now and then done with a cover before anybody waits for it.
-    constexpr int songs = 200;
+    constexpr int songs = 100;
     for (int side = 1; side <= songs; ++side) {
         player.playSong(withCover(fileSong(QString::number(side)), ArtworkData(madePng(Qt::green, side))),
                         {});
