@@ -7,6 +7,7 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
+#include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
@@ -14,6 +15,7 @@
 #include "Services/SharedServices.h"
 #include "Services/WebDAVService.h"
 #include "Utils/KeychainHelper.h"
+#include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaylistPageViewModel.h"
@@ -77,6 +79,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
                      &OnlineSongListModel::moveCovers);
     NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
+    EqualizerViewModel equalizer(EqualizerService::shared(), audioPlayer);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
@@ -87,7 +90,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                  {u"servers"_s, QVariant::fromValue(&servers)},
                                  {u"online"_s, QVariant::fromValue(&online)},
                                  {u"playlists"_s, QVariant::fromValue(&playlists)},
-                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)}});
+                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
+                                 {u"equalizer"_s, QVariant::fromValue(&equalizer)}});
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -14,6 +14,7 @@ ApplicationWindow {
     required property OnlineViewModel online
     required property PlaylistsViewModel playlists
     required property NavidromeServersViewModel navidrome
+    required property EqualizerViewModel equalizer
 
     property int currentTab: RootTabBar.Library
 
@@ -42,6 +43,10 @@ ApplicationWindow {
     Shortcut {
         sequence: "Ctrl+Right"
         onActivated: window.viewModel.next()
+    }
+    Shortcut {
+        sequence: "Ctrl+E"
+        onActivated: window.equalizer.open()
     }
     Shortcut {
         sequence: "Ctrl+1"
@@ -92,6 +97,7 @@ ApplicationWindow {
                     library: window.library
                     playlists: window.playlists
                     onServersRequested: serversView.isShown = true
+                    onEqualizerRequested: window.equalizer.open()
                 }
                 ServersView {
                     id: serversView
@@ -153,6 +159,7 @@ ApplicationWindow {
             visible: window.viewModel.hasCurrentSong
             viewModel: window.viewModel
             playback: window.playback
+            equalizer: window.equalizer
         }
         RootTabBar {
             id: tabBar
@@ -207,6 +214,18 @@ ApplicationWindow {
         // qmllint disable unqualified
         sourceComponent: PlaylistSheets {
             playlists: window.playlists
+        }
+        // qmllint enable unqualified
+    }
+    Loader {
+        readonly property bool isNeeded: window.equalizer.isOpen
+
+        active: false
+        onIsNeededChanged: active = true
+        // qmllint disable unqualified
+        sourceComponent: EqualizerView {
+            objectName: "equalizerView"
+            equalizer: window.equalizer
         }
         // qmllint enable unqualified
     }

@@ -8,6 +8,7 @@ Item {
 
     required property CadorelViewModel viewModel
     required property PlaybackViewModel playback
+    required property EqualizerViewModel equalizer
 
     readonly property AudioPlayerService player: viewModel.audioPlayer
     readonly property bool wide: width >= Metrics.wideWidth
@@ -64,7 +65,7 @@ Item {
 
             x: Math.round((body.width - width) / 2)
             y: root.wide ? 0 : seekBar.y + seekBar.height
-            spacing: root.wide ? Metrics.rowSpacing : Metrics.cardPadding
+            spacing: root.wide ? Metrics.rowSpacing : root.contentWidth < Metrics.phoneWidth - 2 * Metrics.screenMargin ? Metrics.grid : Metrics.cardPadding
 
             IconButton {
                 objectName: "previousButton"
@@ -92,7 +93,7 @@ Item {
 
         IconButton {
             objectName: "playModeButton"
-            x: root.wide ? volumeSlider.x - width : (Metrics.symbol - width) / 2
+            x: root.wide ? equalizerButton.x - width : (Metrics.symbol - width) / 2
             y: root.wide ? volumeSlider.y : transport.y
             symbol: root.player.playModeSymbol
             text: root.player.playModeLabel
@@ -100,6 +101,18 @@ Item {
             onClicked: root.player.togglePlayMode()
         }
 
+        IconButton {
+            id: equalizerButton
+
+            objectName: "playerEqualizerButton"
+            x: (root.wide ? volumeSlider.x : volumeButton.x) - width
+            y: root.wide ? volumeSlider.y : transport.y
+            symbol: "slider.vertical.3"
+            text: "均衡器"
+            color: root.equalizer.isEnabled ? SystemColors.accent : SystemColors.secondaryLabel
+            Accessible.description: root.equalizer.isEnabled ? "已开启" : "已关闭"
+            onClicked: root.equalizer.open()
+        }
         VolumeSlider {
             id: volumeSlider
 
@@ -109,6 +122,8 @@ Item {
             player: root.player
         }
         VolumeButton {
+            id: volumeButton
+
             objectName: "volumeButton"
             x: body.width - width - (Metrics.symbol - width) / 2
             y: transport.y

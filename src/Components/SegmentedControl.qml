@@ -2,7 +2,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 
 /// One choice of a few, which are all in sight. The arrow keys walk over them, Space and Return choose.
 FocusScope {
@@ -40,7 +40,8 @@ FocusScope {
             id: segments
 
             model: root.options
-            delegate: AbstractButton {
+            // A screen reader learns what a button is from its type alone.
+            delegate: T.RadioButton {
                 id: segment
 
                 required property int index
@@ -53,7 +54,8 @@ FocusScope {
                 focusPolicy: Qt.TabFocus
                 hoverEnabled: true
                 text: modelData
-                Accessible.role: Accessible.RadioButton
+                checkable: false
+                autoExclusive: false
                 Accessible.name: text
                 Accessible.checkable: true
                 Accessible.checked: isSelected

@@ -11,6 +11,10 @@ Slider {
     readonly property real room: availableWidth - Metrics.handleSize
     readonly property real handleX: Math.round(visualPosition * room * Screen.devicePixelRatio) / Screen.devicePixelRatio
 
+    /// Where a screen reader looks for the ends.
+    readonly property real minimumValue: from
+    readonly property real maximumValue: to
+
     implicitHeight: Metrics.touchTarget - Metrics.cardPadding
     padding: 0
     focusPolicy: Qt.TabFocus

@@ -76,6 +76,7 @@ void AudioPlayerService::playOnlineSong(const OnlineSong &song, const QList<Onli
 void AudioPlayerService::leaveAddress()
 {
     ++m_onlineRequest;
+    m_wasStoppedWhileFetching = false;
     if (const auto transfer = std::exchange(m_addressTransfer, nullptr))
         transfer->cancel();
 }

@@ -5,7 +5,6 @@
 
 namespace cadorel {
 
-class AudioLevelSimulation;
 class EqualizerEngine;
 class MediaCenter;
 class OnlineSongAddresses;
@@ -20,7 +19,6 @@ struct AudioPlayerParts
     WebDAVStreamingService *streaming = nullptr;
     OnlineSongAddresses *onlineAddresses = nullptr;
     MediaCenter *mediaCenter = nullptr;
-    AudioLevelSimulation *levels = nullptr;
     /// Takes what the copy of a server's song told of it over to the list of such songs.
     std::function<void(const Song &)> updateSongMetadata = {};
 };

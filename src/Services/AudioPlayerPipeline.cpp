@@ -139,8 +139,8 @@ void AudioPlayerService::preparePlayerForResume(const QUrl &url, double position
     }
 }
 
-/// Makes the item of an asset, watches its status and sets the times back.
-std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &asset)
+/// Makes the item of an asset and watches its status.
+std::shared_ptr<PlayerItem> AudioPlayerService::makeCurrentItem(const MediaAsset &asset)
 {
     if (!m_player)
         m_player = m_platform.makeStreamPlayer();
@@ -148,6 +148,13 @@ std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &as
     removeItemObserver();
     m_playerItem = m_player->makeItem(asset);
     observeItem();
+    return m_playerItem;
+}
+
+/// The same for a song that begins: the times are set back.
+std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &asset)
+{
+    makeCurrentItem(asset);
     setCurrentTime(0);
     setDuration(0);
     return m_playerItem;
@@ -286,12 +293,14 @@ void AudioPlayerService::syncIsPlayingWithPlayer()
 
 void AudioPlayerService::play()
 {
+    if (m_wasStoppedWhileFetching && m_currentOnlineSong) {
+        // What is loaded is the song before.
+        playOnlineSong(OnlineSong(*m_currentOnlineSong), {});
+        return;
+    }
     if (m_usingEqualizerEngine && m_parts.equalizer) {
-        // The end of a song takes its duration away, and without one the next end would not be seen.
-        if (m_duration <= 0)
-            setDuration(m_parts.equalizer->duration());
-        m_parts.equalizer->play();
-        startEqualizerTimeUpdates();
+        if (!resumeEqualizerEngine())
+            return;
     } else if (m_player) {
         resumeObservers();
         m_resumesAfterSeek = true;
@@ -329,6 +338,36 @@ void AudioPlayerService::pause()
     persistPlaybackState(true);
 }
 
+void AudioPlayerService::stop()
+{
+    const bool isWithoutAddress = m_addressTransfer || m_wasStoppedWhileFetching;
+    leaveAddress();
+    m_wasStoppedWhileFetching = isWithoutAddress;
+    setIsLoading(false);
+    cancelSeek();
+    setCurrentTime(0);
+    pause();
+    if (m_usingEqualizerEngine || !m_player || !m_playerItem) {
+        standAtStart();
+        return;
+    }
+    // What the stream player still tells of its old position is late.
+    m_isSeeking = true;
+    m_player->seek(0, 0, 0, [self = QPointer<AudioPlayerService>(this), serial = m_seekSerial](bool) {
+        if (self && serial == self->m_seekSerial)
+            self->m_isSeeking = false;
+    });
+}
+
+bool AudioPlayerService::canSeek() const
+{
+    if (m_duration <= 0 || m_isLoading || m_wasStoppedWhileFetching)
+        return false;
+    if (m_usingEqualizerEngine)
+        return true;
+    return m_playerItem && m_playerItem->status() != PlayerItem::Status::failed;
+}
+
 void AudioPlayerService::togglePlayPause()
 {
     if (m_isPlaying)
@@ -340,9 +379,10 @@ void AudioPlayerService::togglePlayPause()
 void AudioPlayerService::seek(double time)
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
+        const double target = isUsableTime(time) ? time : 0;
         m_isSeeking = true;
-        setCurrentTime(time);
-        m_parts.equalizer->seek(time);
+        setCurrentTime(target);
+        m_parts.equalizer->seek(target);
         m_isSeeking = false;
         updateNowPlayingInfo();
         return;

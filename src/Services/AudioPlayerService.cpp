@@ -5,13 +5,15 @@
 
 #include "Platform/HttpTransfer.h"
 #include "Services/APIConfigService.h"
+#include "Services/AudioLevels.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Cloud/CloudSongCache.h"
+#include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
-#include "Services/Seams/AudioLevelSimulation.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
 #include "Services/SharedServices.h"
+#include "Services/SystemMediaCenter.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Utils/ProcessHash.h"
@@ -44,13 +46,17 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
     , m_importService(importService)
     , m_parts(std::move(parts))
     , m_cloudSongs(std::make_unique<CloudSongCache>(platform))
+    , m_levels(
+          std::make_unique<AudioLevels>(*platform.clock, *platform.random, [this] { return m_isPlaying; }))
 {
+    connect(m_levels.get(), &AudioLevels::audioLevelsChanged, this, &AudioPlayerService::audioLevelsChanged);
     if (m_parts.mediaCenter) {
         m_parts.mediaCenter->setupAudioSession(*this);
         m_parts.mediaCenter->setupRemoteCommandCenter(*this);
         m_parts.mediaCenter->setupNowPlayingInfo(*this);
         m_parts.mediaCenter->setupInterruptionObservers(*this);
     }
+    setupEqualizerObserver();
     restoreLastPlaybackState();
 }
 
@@ -72,8 +78,11 @@ AudioPlayerService &AudioPlayerService::shared()
         LocalMusicImportService &importService = LocalMusicImportService::shared();
         return std::make_unique<AudioPlayerService>(
             processPlatform(), importService,
-            AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
+            AudioPlayerParts{.equalizer =
+                                 processPlatform().makeAudioEngine ? &EqualizerService::shared() : nullptr,
+                             .streaming = &WebDAVStreamingService::shared(),
                              .onlineAddresses = &APIConfigService::shared(),
+                             .mediaCenter = &SystemMediaCenter::shared(),
                              // Asked for when it is needed: the player comes up before it.
                              .updateSongMetadata = [](const Song &song) {
                                  WebDAVService::shared().updateSongMetadata(song);
@@ -420,14 +429,22 @@ void AudioPlayerService::updateNowPlayingInfo()
 
 void AudioPlayerService::startAudioLevelSimulation()
 {
-    if (m_parts.levels)
-        m_parts.levels->startAudioLevelSimulation();
+    m_levels->startAudioLevelSimulation();
 }
 
 void AudioPlayerService::stopAudioLevelSimulation()
 {
-    if (m_parts.levels)
-        m_parts.levels->stopAudioLevelSimulation();
+    m_levels->stopAudioLevelSimulation();
+}
+
+const QList<qreal> &AudioPlayerService::audioLevels() const
+{
+    return m_levels->audioLevels();
+}
+
+bool AudioPlayerService::isSimulatingLevels() const
+{
+    return m_levels->isRunning();
 }
 
 } // namespace cadorel

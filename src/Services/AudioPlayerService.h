@@ -22,6 +22,7 @@
 
 namespace cadorel {
 
+class AudioLevels;
 class CloudSongCache;
 class LocalMusicImportService;
 struct CloudMetadata;
@@ -37,6 +38,7 @@ class AudioPlayerService : public QObject
     Q_PROPERTY(double currentTime READ currentTime NOTIFY currentTimeChanged)
     Q_PROPERTY(double duration READ duration NOTIFY durationChanged)
     Q_PROPERTY(float volume READ volume WRITE setVolume NOTIFY volumeChanged)
+    Q_PROPERTY(QList<qreal> audioLevels READ audioLevels NOTIFY audioLevelsChanged)
     Q_PROPERTY(QString playError READ playErrorText NOTIFY playErrorChanged)
     Q_PROPERTY(QString playModeSymbol READ playModeSymbol NOTIFY playModeChanged)
     Q_PROPERTY(QString playModeLabel READ playModeLabel NOTIFY playModeChanged)
@@ -69,11 +71,17 @@ public:
     double duration() const { return m_duration; }
     /// Amplitude factor, 0...1.
     float volume() const { return m_volume; }
+    /// Seven bars that move like music while the player plays, 0.1...1; they change 12 times a second.
+    const QList<qreal> &audioLevels() const;
+    /// A timer moves the bars.
+    bool isSimulatingLevels() const;
     /// What went wrong, for a listener to read.
     const std::optional<QString> &playError() const { return m_playError; }
     QString playErrorText() const { return m_playError.value_or(QString()); }
     void clearPlayError() { setPlayError(std::nullopt); }
     bool usingEqualizerEngine() const { return m_usingEqualizerEngine; }
+    /// A seek leads somewhere in the current song.
+    bool canSeek() const;
     /// Quality asked of the online platforms.
     QString audioQuality() const;
 
@@ -90,6 +98,8 @@ public:
     Q_INVOKABLE void play();
     Q_INVOKABLE void pause();
     Q_INVOKABLE void togglePlayPause();
+    /// Ends the sound and stands at the beginning: played again, the song starts anew.
+    void stop();
     /// @param time seconds
     Q_INVOKABLE void seek(double time);
     Q_INVOKABLE void setVolume(float v);
@@ -125,6 +135,7 @@ Q_SIGNALS:
     void currentTimeChanged();
     void durationChanged();
     void volumeChanged();
+    void audioLevelsChanged();
     void playErrorChanged();
 
 private:
@@ -150,11 +161,18 @@ private:
     void playURLWithAVPlayer(const QUrl &url);
     void playWithEqualizerEngine(const QUrl &url);
     void stopEqualizerEngine();
+    bool resumeEqualizerEngine();
     void startEqualizerTimeUpdates();
+    void equalizerTick();
+    void engineFellSilent(const QString &reason);
     void setupEqualizerObserver();
     void onEqualizerStateChanged(bool isEnabled);
     void switchToEqualizerEngine(const QUrl &url, double position, bool shouldPlay);
     void switchToAVPlayer(const QUrl &url, double position, bool shouldPlay);
+    void streamPlayerTookOver();
+    void leaveStreamPlayer();
+    void goOnPlaying();
+    double heardPosition() const;
     void playWebDAVURL(const QUrl &url);
     void playStreamingAsset(const MediaAsset &asset, const QUrl &originalURL);
     QCoro::Task<void> downloadForCache(QUrl url);
@@ -166,6 +184,7 @@ private:
     QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song,
                                                       std::shared_ptr<HttpTransfer> transfer);
     void playAsset(const MediaAsset &asset, const QUrl &url, DurationLog log);
+    std::shared_ptr<PlayerItem> makeCurrentItem(const MediaAsset &asset);
     std::shared_ptr<PlayerItem> prepareItem(const MediaAsset &asset);
     void installItem(const std::shared_ptr<PlayerItem> &item);
     void observeItem();
@@ -199,6 +218,7 @@ private:
     LocalMusicImportService &m_importService;
     AudioPlayerParts m_parts;
     std::unique_ptr<CloudSongCache> m_cloudSongs;
+    std::unique_ptr<AudioLevels> m_levels;
 
     QList<Song> m_queue;
     QList<OnlineSong> m_onlineQueue;
@@ -224,6 +244,7 @@ private:
     quint64 m_seekSerial = 0;                        ///< which seek is the latest
     quint64 m_onlineRequest = 0;                     ///< which fetch of an address is the latest
     std::shared_ptr<HttpTransfer> m_addressTransfer; ///< of the fetch under way
+    bool m_wasStoppedWhileFetching = false;          ///< the online song needs its address before it plays
     bool m_isObservingPlayerItem = false;
     bool m_usingEqualizerEngine = false;
     bool m_interruptionWasPlaying = false;

@@ -6,7 +6,6 @@
 #include "Platform/Preferences.h"
 #include "Services/Seams/EqualizerEngine.h"
 
-#include <QList>
 #include <QString>
 #include <QUrl>
 
@@ -28,8 +27,9 @@ public:
     static constexpr float lowestGain = -12;
     static constexpr float highestGain = 12;
 
-    /// Builds the engine and reads the settings.
+    /// Sets the engine up and reads the settings.
     /// @param preferences outlives the service
+    /// @param engine null leaves the settings alone: no file can be prepared
     EqualizerService(Preferences &preferences, std::unique_ptr<AudioEngine> engine);
     ~EqualizerService() override;
     Q_DISABLE_COPY_MOVE(EqualizerService)
@@ -46,14 +46,17 @@ public:
     void setEnabled(bool enabled);
     /// Applies the preset, but for `custom`, which keeps the gains.
     void setCurrentPreset(EqualizerPreset preset);
+    /// Makes the preset `custom`. A list with a gain that is no number is ignored.
     void setBands(const EqualizerGains &bands);
+    /// What is no number is ignored.
     void setPreampGain(float decibels);
 
     /// Takes over the gains of @p preset; `custom` changes nothing.
     void applyPreset(EqualizerPreset preset);
     /// Back to `flat`, and the preamp to 0.
     void reset();
-    /// Sets one band to @p gain decibels, within its limits; an index out of range is ignored.
+    /// Sets one band to @p gain decibels, within its limits, and makes the preset `custom`; an index out of
+    /// range is ignored.
     void setBand(int index, float gain);
     /// Decibels; 0 for an index out of range.
     float getBand(int index) const;
@@ -61,7 +64,7 @@ public:
     bool isPlaying() const override;
     double currentTime() const override;
     double duration() const override;
-    /// The sound device is open.
+    /// Whether the sound device is open.
     bool isEngineRunning() const;
 
     void prepareToPlay(const QUrl &file) override;
@@ -81,18 +84,18 @@ private:
     void loadSettings();
     void saveSettings();
     void updateEqualizerBands();
+    void startEngine();
+    double sampleRate() const;
 
     Preferences &m_preferences;
     std::unique_ptr<AudioEngine> m_audioEngine;
     std::shared_ptr<AudioFile> m_audioFile;
-    std::shared_ptr<AudioFile> m_scheduledFile;
     bool m_isEnabled = false;
     EqualizerPreset m_currentPreset = EqualizerPreset::flat;
     EqualizerGains m_bands{};
     float m_preampGain = 0;
     bool m_isApplyingPreset = false;
-    bool m_isPrepared = false;
-    double m_seekPosition = 0; ///< seconds
+    double m_seekPosition = 0; ///< where the node's clock began, in seconds
 };
 
 } // namespace cadorel

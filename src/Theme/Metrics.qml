@@ -39,6 +39,14 @@ QtObject {
     readonly property int trackHeight: 4
     readonly property int handleSize: 16
     readonly property int volumeWidth: 96
+    readonly property int gainHandleSize: 20
+    readonly property int gainLength: 208
+    readonly property int shortGainLength: 128
+    /// A sheet with less room than this takes short sliders.
+    readonly property int equalizerRoom: 600
+    readonly property int levelBarWidth: 3
+    readonly property int levelBarGap: 2
+    readonly property int levelBarHeight: 20
     readonly property int scrollBarWidth: 6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28

@@ -19,6 +19,24 @@ ConsoleSink &consoleSink()
     return sink;
 }
 
+/// Shortest text that reads back the same; with an exponent from @p firstWithExponent on, and for tiny ones.
+template <typename Number>
+QString shortestText(Number value, Number firstWithExponent)
+{
+    if (!std::isfinite(value))
+        return std::isnan(value) ? QStringLiteral("nan")
+               : value > 0       ? QStringLiteral("inf")
+                                 : QStringLiteral("-inf");
+    constexpr auto smallestPlain = static_cast<Number>(1e-4);
+    const Number size = std::abs(value);
+    const bool isPlain = size == 0 || (size >= smallestPlain && size < firstWithExponent);
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
+                                      isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    const QString text = QString::fromLatin1(buffer, result.ptr - buffer);
+    return isPlain && !text.contains(QLatin1Char('.')) ? text + QStringLiteral(".0") : text;
+}
+
 } // namespace
 
 void print(const QString &line)
@@ -49,20 +67,16 @@ void setConsoleSink(ConsoleSink sink)
 
 QString consoleNumber(double value)
 {
-    if (!std::isfinite(value))
-        return std::isnan(value) ? QStringLiteral("nan")
-               : value > 0       ? QStringLiteral("inf")
-                                 : QStringLiteral("-inf");
     // Plain digits for every length of sound that exists; only beyond those an exponent.
-    constexpr double smallestPlain = 1e-4;
     constexpr double firstWithExponent = 1e16;
-    const double size = std::abs(value);
-    const bool isPlain = size == 0 || (size >= smallestPlain && size < firstWithExponent);
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
-                                      isPlain ? std::chars_format::fixed : std::chars_format::scientific);
-    const QString text = QString::fromLatin1(buffer, result.ptr - buffer);
-    return isPlain && !text.contains(QLatin1Char('.')) ? text + QStringLiteral(".0") : text;
+    return shortestText(value, firstWithExponent);
+}
+
+QString consoleNumber(float value)
+{
+    // Up to here every whole number is a float.
+    constexpr float firstWithExponent = 16777218;
+    return shortestText(value, firstWithExponent);
 }
 
 } // namespace cadorel

@@ -23,5 +23,7 @@ void setConsoleSink(ConsoleSink sink);
 
 /// Text of a number in a log line: the shortest that reads back the same, "3.0" and "2.5", "nan" and "inf".
 QString consoleNumber(double value);
+/// The shortest that reads back as the same float: "0.1", not the digits that it has as a double.
+QString consoleNumber(float value);
 
 } // namespace cadorel

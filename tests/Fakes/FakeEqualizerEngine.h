@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <stdexcept>
 
 namespace cadorel {
@@ -15,6 +16,12 @@ class FakeEqualizerEngine : public EqualizerEngine
 public:
     QStringList calls;
     bool enabled = false;
+    /// As a listener switches it.
+    void setEnabled(bool value)
+    {
+        enabled = value;
+        Q_EMIT isEnabledChanged(value);
+    }
     bool playing = false;
     double position = 0;
     /// Length of every file.
@@ -22,6 +29,10 @@ public:
     float volume = -1;
     /// Why the next file cannot be prepared; empty prepares it.
     std::string failure;
+    /// Why it cannot play; empty plays.
+    std::string playFailure;
+    /// Called when it begins to sound.
+    std::function<void()> onPlay;
 
     bool isEnabled() const override { return enabled; }
     bool isPlaying() const override { return playing; }
@@ -39,6 +50,10 @@ public:
     void play() override
     {
         calls.append(QStringLiteral("play"));
+        if (!playFailure.empty())
+            throw std::runtime_error(playFailure);
+        if (onPlay)
+            onPlay();
         playing = true;
     }
     void pause() override

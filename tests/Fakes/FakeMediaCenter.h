@@ -33,7 +33,7 @@ public:
     {
         setUp(QStringLiteral("interruptions"), player);
     }
-    void updateNowPlayingInfo(const AudioPlayerService &player) override
+    void updateNowPlayingInfo(AudioPlayerService &player) override
     {
         ++updates;
         mergedArtwork = {};

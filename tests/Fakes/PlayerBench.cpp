@@ -31,13 +31,17 @@ AudioPlayerService &PlayerBench::start()
 {
     m_importService = std::make_unique<LocalMusicImportService>(home.platform);
     m_streaming = std::make_unique<WebDAVStreamingService>(home.platform);
+    if (usesSystemMediaCenter)
+        m_systemMediaCenter = std::make_unique<SystemMediaCenter>(home.platform, &addresses);
+    MediaCenter *desktop = &mediaCenter;
+    if (m_systemMediaCenter)
+        desktop = m_systemMediaCenter.get();
     m_player = std::make_unique<AudioPlayerService>(
         home.platform, *m_importService,
         AudioPlayerParts{.equalizer = &equalizer,
                          .streaming = m_streaming.get(),
                          .onlineAddresses = &addresses,
-                         .mediaCenter = &mediaCenter,
-                         .levels = &levels,
+                         .mediaCenter = desktop,
                          .updateSongMetadata = [this](const Song &song) { updatedSongs.append(song); }});
     console.take();
     return *m_player;
@@ -61,6 +65,7 @@ void PlayerBench::stop()
             each->answerDuration(std::unexpected(u"the test has ended"_s));
     }
     settle();
+    m_systemMediaCenter.reset();
     m_streaming.reset();
     settle();
     m_importService.reset();
@@ -76,6 +81,11 @@ void PlayerBench::answerDuration(std::expected<double, QString> seconds)
 {
     item().answerDuration(std::move(seconds));
     settle();
+}
+
+int PlayerBench::playbackTimers()
+{
+    return home.clock().activeTimers() - (m_player->isSimulatingLevels() ? 1 : 0);
 }
 
 QByteArray PlayerBench::snapshot()

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "Fakes/ConsoleLines.h"
-#include "Fakes/FakeAudioLevels.h"
 #include "Fakes/FakeEqualizerEngine.h"
 #include "Fakes/FakeMediaCenter.h"
 #include "Fakes/FakeOnlineSongAddresses.h"
 #include "Fakes/TestPlatform.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/SystemMediaCenter.h"
 #include "Services/WebDAVStreamingService.h"
 
 namespace cadorel {
@@ -27,7 +27,8 @@ public:
     FakeEqualizerEngine equalizer;
     FakeOnlineSongAddresses addresses;
     FakeMediaCenter mediaCenter;
-    FakeAudioLevels levels;
+    /// From the next start on the player tells the machine's own desktop instead of `mediaCenter`.
+    bool usesSystemMediaCenter = false;
     /// What the player learnt of songs on servers, in order.
     QList<Song> updatedSongs;
 
@@ -40,6 +41,7 @@ public:
     AudioPlayerService &player() { return *m_player; }
     LocalMusicImportService &importService() { return *m_importService; }
     WebDAVStreamingService &streaming() { return *m_streaming; }
+    SystemMediaCenter &systemMediaCenter() { return *m_systemMediaCenter; }
     /// The player's stream player; the test has made it needed.
     FakeStreamPlayer &stream() { return *home.streamPlayer(); }
     FakePlayerItem &item() { return *stream().lastItem(); }
@@ -49,12 +51,15 @@ public:
     /// Tells the length of the current item, and lets the player take it.
     void answerDuration(std::expected<double, QString> seconds);
     void reachEnd() { stream().reachEnd(); }
+    /// How many timers follow the playback: all but that of the level bars.
+    int playbackTimers();
     /// The stored snapshot; empty when there is none.
     QByteArray snapshot();
 
 private:
     std::unique_ptr<LocalMusicImportService> m_importService;
     std::unique_ptr<WebDAVStreamingService> m_streaming;
+    std::unique_ptr<SystemMediaCenter> m_systemMediaCenter;
     std::unique_ptr<AudioPlayerService> m_player;
 };
 

@@ -40,6 +40,9 @@ TestPlatform::TestPlatform()
     platform.random = std::make_unique<FakeRandom>();
     platform.system = std::make_unique<FakeSystem>();
     platform.assetReader = std::make_unique<FakeAssetReader>();
+    platform.audioSession = std::make_unique<FakeAudioSession>();
+    platform.nowPlayingCenter = std::make_shared<FakeNowPlayingCenter>();
+    platform.remoteCommandCenter = std::make_shared<FakeRemoteCommandCenter>();
     platform.httpClient = std::make_unique<FakeHttpClient>();
     platform.secretStore = std::make_unique<FakeSecretStore>();
     KeychainHelper::setStore(platform.secretStore.get());

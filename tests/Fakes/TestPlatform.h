@@ -2,11 +2,14 @@
 #pragma once
 
 #include "Fakes/FakeAssetReader.h"
+#include "Fakes/FakeAudioSession.h"
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeFilePicker.h"
 #include "Fakes/FakeHttpClient.h"
+#include "Fakes/FakeNowPlayingCenter.h"
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
+#include "Fakes/FakeRemoteCommandCenter.h"
 #include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSystem.h"
@@ -32,6 +35,15 @@ public:
     FakeRandom &random() { return static_cast<FakeRandom &>(*platform.random); }
     FakeSystem &system() { return static_cast<FakeSystem &>(*platform.system); }
     FakeAssetReader &assetReader() { return static_cast<FakeAssetReader &>(*platform.assetReader); }
+    FakeAudioSession &audioSession() { return static_cast<FakeAudioSession &>(*platform.audioSession); }
+    FakeNowPlayingCenter &nowPlayingCenter()
+    {
+        return static_cast<FakeNowPlayingCenter &>(*platform.nowPlayingCenter);
+    }
+    FakeRemoteCommandCenter &remoteCommandCenter()
+    {
+        return static_cast<FakeRemoteCommandCenter &>(*platform.remoteCommandCenter);
+    }
     FakeHttpClient &web() { return static_cast<FakeHttpClient &>(*platform.httpClient); }
     /// What KeychainHelper keeps passwords in while this machine lives.
     FakeSecretStore &secrets() { return static_cast<FakeSecretStore &>(*platform.secretStore); }

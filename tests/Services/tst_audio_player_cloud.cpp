@@ -40,7 +40,7 @@ void AudioPlayerCloudTest::streamStartsWithItsLogLines()
     QCOMPARE(asset.resourceLoader, &bench.streaming());
     QVERIFY(bench.player().isPlaying());
     QVERIFY(!bench.player().isLoading());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     QCOMPARE(bench.mediaCenter.publishedTitle, song.title());
     QVERIFY(bench.mediaCenter.publishedPlaying);
     QCOMPARE(bench.stream().calls, (QStringList{u"replace a.mp3"_s, u"play"_s}));

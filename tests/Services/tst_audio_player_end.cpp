@@ -78,7 +78,7 @@ void AudioPlayerEndTest::sequentialOnTheLastSongStopsButNextGoesToTheFirst()
 {
     PlayerBench bench;
     playThree(bench, 2, PlayMode::sequential);
-    bench.levels.running = true;
+    QVERIFY(bench.player().isSimulatingLevels());
     const int updates = bench.mediaCenter.updates;
     bench.reachEnd();
     AudioPlayerService &player = bench.player();
@@ -86,7 +86,7 @@ void AudioPlayerEndTest::sequentialOnTheLastSongStopsButNextGoesToTheFirst()
     QCOMPARE(songOf(player).id(), u"c"_s);
     QCOMPARE(player.currentTime(), 0.0);
     QCOMPARE(player.duration(), 0.0);
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
     QVERIFY(bench.mediaCenter.updates > updates);
     QVERIFY(!bench.mediaCenter.publishedPlaying);
     QCOMPARE(bench.mediaCenter.publishedTime, 0.0);
@@ -137,7 +137,7 @@ void AudioPlayerEndTest::repeatOneSeeksAndPlaysTheSameItem()
     bench.stream().finishSeek();
     QVERIFY(bench.player().isPlaying());
     QCOMPARE(bench.player().currentTime(), 0.0);
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
 }
 
 void AudioPlayerEndTest::repeatOneShowsTheDurationASecondTime()

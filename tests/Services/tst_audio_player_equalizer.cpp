@@ -77,9 +77,9 @@ void AudioPlayerEqualizerTest::filePlaysOnTheEngineWithItsLogLines()
     QVERIFY(player.isPlaying());
     QCOMPARE(player.currentTime(), 0.0);
     QCOMPARE(player.duration(), 200.5);
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     QVERIFY(bench.mediaCenter.publishedPlaying);
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
     QCOMPARE(bench.console.take(),
              (QStringList{u"🔍 播放检查: isFileURL=true, EQ启用=true, URL=file"_s,
                           u"🎛️ 使用均衡器引擎播放: a.mp3"_s, u"🎛️ 均衡器引擎播放开始，时长: 200.5s"_s}));
@@ -105,7 +105,7 @@ void AudioPlayerEqualizerTest::webSongGoesToTheStreamPlayerAndStopsTheEngine()
     bench.player().playSong(webSong(u"w"_s, 100), {});
     QCOMPARE(bench.equalizer.calls, (QStringList{u"stop"_s}));
     QVERIFY(!bench.player().usingEqualizerEngine());
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     QVERIFY(bench.player().isPlaying());
     QCOMPARE(bench.stream().rate(), 1.0);
 }
@@ -123,11 +123,11 @@ void AudioPlayerEqualizerTest::engineThatFailsLeavesTheSongToTheStreamPlayer()
                           u"⏳ PlayerItem 状态: unknown (加载中...)"_s}));
     QVERIFY(!player.usingEqualizerEngine());
     QVERIFY(player.isPlaying());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     QVERIFY(bench.item().asset().prefersPreciseDuration);
     QCOMPARE(bench.stream().calls, (QStringList{u"replace a.mp3"_s, u"play"_s}));
     QVERIFY(!bench.stream().waitsToMinimizeStalling);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     bench.answerDuration(150);
     QCOMPARE(player.duration(), 150.0);
     QCOMPARE(bench.console.take(), QStringList());
@@ -196,7 +196,7 @@ void AudioPlayerEqualizerTest::endIsHalfASecondBeforeTheEnd()
     QCOMPARE(bench.equalizer.calls,
              ends ? (QStringList{u"stop"_s, u"prepare b.mp3"_s, u"play"_s}) : QStringList());
     QVERIFY(bench.player().isPlaying());
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
 }
 
 void AudioPlayerEqualizerTest::unknownDurationHasNoEnd()
@@ -215,7 +215,7 @@ void AudioPlayerEqualizerTest::lastSongOfTheQueueStopsAndIdles()
     play(bench, PlayMode::sequential, 2);
     reach(bench, 199.6);
     QVERIFY(!bench.player().isPlaying());
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
     // An idle player runs no timer, stands at the start and stays there.
     QCOMPARE(bench.home.clock().activeTimers(), 0);
     QCOMPARE(bench.player().currentTime(), 0.0);
@@ -251,7 +251,7 @@ void AudioPlayerEqualizerTest::repeatOneShowsItsDurationAndEndsASecondTime()
         QCOMPARE(bench.player().currentTime(), 0.0);
         QCOMPARE(bench.player().duration(), 200.0);
         QVERIFY(bench.player().isPlaying());
-        QCOMPARE(bench.home.clock().activeTimers(), 1);
+        QCOMPARE(bench.playbackTimers(), 1);
         reach(bench, 100);
         QCOMPARE(bench.player().currentTime(), 100.0);
     }
@@ -269,7 +269,7 @@ void AudioPlayerEqualizerTest::pauseStopsTheTicks()
     QCOMPARE(bench.equalizer.calls, (QStringList{u"pause"_s}));
     QCOMPARE(bench.home.clock().activeTimers(), 0);
     QVERIFY(!bench.player().isPlaying());
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
 }
 
 void AudioPlayerEqualizerTest::playStartsThemAgain()
@@ -279,9 +279,9 @@ void AudioPlayerEqualizerTest::playStartsThemAgain()
     bench.player().pause();
     bench.player().play();
     bench.player().play();
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
     QVERIFY(bench.player().isPlaying());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     reach(bench, 7);
     QCOMPARE(bench.player().currentTime(), 7.0);
 }
@@ -293,7 +293,7 @@ void AudioPlayerEqualizerTest::stateIsThatOfTheEngine()
     bench.equalizer.playing = false;
     bench.player().syncIsPlayingWithPlayer();
     QVERIFY(!bench.player().isPlaying());
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
     bench.equalizer.playing = true;
     bench.player().syncIsPlayingWithPlayer();
     QVERIFY(bench.player().isPlaying());
@@ -333,7 +333,7 @@ void AudioPlayerEqualizerTest::switchedOffTheNextSongUsesTheStreamPlayer()
     QVERIFY(!bench.player().usingEqualizerEngine());
     QCOMPARE(bench.equalizer.calls, (QStringList{u"stop"_s}));
     QCOMPARE(bench.stream().calls, (QStringList{u"replace b.mp3"_s, u"play"_s}));
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerTest::lateLengthOfTheStreamPlayersItemIsIgnored()

@@ -139,7 +139,7 @@ void AudioPlayerPipelineTest::filePlaysWithItsLogLines()
     QVERIFY(bench.stream().waitsToMinimizeStalling);
     QCOMPARE(bench.stream().observerInterval(), 250ms);
     QVERIFY(player.isPlaying());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     QVERIFY(bench.mediaCenter.publishedPlaying);
     bench.answerDuration(200.25);
     QCOMPARE(player.duration(), 200.25);
@@ -303,12 +303,12 @@ void AudioPlayerPipelineTest::stopOfThePlayerStopsTheLevelsButItsStartStartsNone
 {
     PlayerBench bench;
     bench.start().playSong(fileSong(u"a"_s), {});
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     bench.stream().setState(1, Status::waitingToPlay);
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
     bench.stream().setState(1, Status::playing);
     QVERIFY(bench.player().isPlaying());
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
 }
 
 void AudioPlayerPipelineTest::itemTellsItsStatus()
@@ -379,11 +379,11 @@ void AudioPlayerPipelineTest::playAndPause()
     bench.stream().calls.clear();
     player.pause();
     QVERIFY(!player.isPlaying());
-    QVERIFY(!bench.levels.running);
+    QVERIFY(!bench.player().isSimulatingLevels());
     QVERIFY(!bench.mediaCenter.publishedPlaying);
     player.play();
     QVERIFY(player.isPlaying());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     QVERIFY(bench.mediaCenter.publishedPlaying);
     QCOMPARE(bench.stream().calls, (QStringList{u"pause"_s, u"play"_s}));
 }

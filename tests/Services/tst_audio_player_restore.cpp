@@ -252,7 +252,7 @@ void AudioPlayerRestoreTest::restoredSongPlaysAndIsFollowedByTheNextOne()
     bench.answerDuration(200);
     player.togglePlayPause();
     QVERIFY(player.isPlaying());
-    QVERIFY(bench.levels.running);
+    QVERIFY(bench.player().isSimulatingLevels());
     bench.stream().tick(43);
     QCOMPARE(player.currentTime(), 43.0);
     bench.reachEnd();

@@ -104,6 +104,19 @@ private Q_SLOTS:
         QFETCH(const QString, text);
         QCOMPARE(consoleNumber(value), text);
     }
+
+    void floatHasNoMoreDigitsThanItNeeds()
+    {
+        QCOMPARE(consoleNumber(0.1F), u"0.1"_s);
+        QCOMPARE(consoleNumber(-3.3F), u"-3.3"_s);
+        QCOMPARE(consoleNumber(6.0F), u"6.0"_s);
+        QCOMPARE(consoleNumber(-0.0F), u"-0.0"_s);
+        QCOMPARE(consoleNumber(0.0001F), u"0.0001"_s);
+        QCOMPARE(consoleNumber(16777216.0F), u"16777216.0"_s);
+        QCOMPARE(consoleNumber(16777218.0F), u"1.6777218e+07"_s);
+        QCOMPARE(consoleNumber(std::numeric_limits<float>::quiet_NaN()), u"nan"_s);
+        QCOMPARE(consoleNumber(-std::numeric_limits<float>::infinity()), u"-inf"_s);
+    }
 };
 
 int main(int argc, char **argv)

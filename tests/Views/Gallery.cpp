@@ -297,9 +297,11 @@ int main(int argc, char **argv)
     }
     using States = void (*)(const Gallery &gallery);
     const QList<QPair<QString, States>> groups = {
-        {u"library"_s, &libraryStates}, {u"import"_s, &importStates},       {u"picker"_s, &pickerStates},
-        {u"form"_s, &formStates},       {u"server"_s, &serverStates},       {u"online"_s, &searchStates},
-        {u"charts"_s, &chartStates},    {u"navidrome"_s, &navidromeStates}, {u"playlists"_s, &playlistStates},
+        {u"library"_s, &libraryStates},    {u"import"_s, &importStates},
+        {u"picker"_s, &pickerStates},      {u"form"_s, &formStates},
+        {u"server"_s, &serverStates},      {u"online"_s, &searchStates},
+        {u"charts"_s, &chartStates},       {u"navidrome"_s, &navidromeStates},
+        {u"playlists"_s, &playlistStates}, {u"equalizer"_s, &equalizerStates},
     };
     const QStringList wanted = QCoreApplication::arguments().mid(2);
     setConsoleSink([](const QString &) {});

@@ -67,6 +67,8 @@ void chartStates(const Gallery &gallery);
 /// The states of the playlists and of what other lists offer with them.
 void playlistStates(const Gallery &gallery);
 
+/// The states of the equalizer's sheet and of what leads to it.
+void equalizerStates(const Gallery &gallery);
 /// Puts made songs into the music folder, for the next scan.
 void addSongs(TestWindow &test);
 /// The states of Subsonic servers in the servers' place.

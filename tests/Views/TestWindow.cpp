@@ -5,6 +5,7 @@
 #include "Fakes/FakeRandom.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
+#include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
@@ -14,6 +15,7 @@
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
@@ -120,9 +122,13 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     apiConfig = std::make_unique<APIConfigService>(platform);
     onlineMusicService = std::make_unique<OnlineMusicService>(platform, *apiConfig);
+    auto madeEngine = std::make_unique<FakeAudioEngine>();
+    audioEngine = madeEngine.get();
+    equalizerService = std::make_unique<EqualizerService>(*platform.preferences, std::move(madeEngine));
     audioPlayer =
         std::make_unique<AudioPlayerService>(platform, *importService,
-                                             AudioPlayerParts{.streaming = streaming.get(),
+                                             AudioPlayerParts{.equalizer = equalizerService.get(),
+                                                              .streaming = streaming.get(),
                                                               .onlineAddresses = apiConfig.get(),
                                                               .updateSongMetadata = [this](const Song &song) {
                                                                   webDAVService->updateSongMetadata(song);
@@ -137,6 +143,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     playback = std::make_unique<PlaybackViewModel>(*viewModel, apiConfig.get());
     servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
     navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
+    equalizer = std::make_unique<EqualizerViewModel>(*equalizerService, *audioPlayer);
     online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
     playlists = std::make_unique<PlaylistsViewModel>(
         *viewModel, *playlistService, platform,
@@ -237,7 +244,8 @@ bool TestWindow::show()
                                   {u"servers"_s, QVariant::fromValue(servers.get())},
                                   {u"online"_s, QVariant::fromValue(online.get())},
                                   {u"playlists"_s, QVariant::fromValue(playlists.get())},
-                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())}});
+                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())},
+                                  {u"equalizer"_s, QVariant::fromValue(equalizer.get())}});
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Fakes/FakeAssetReader.h"
+#include "Fakes/FakeAudioEngine.h"
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeFolders.h"
 #include "Fakes/FakeSecretStore.h"
@@ -24,6 +25,8 @@ namespace cadorel {
 class APIConfigService;
 class AudioPlayerService;
 class CadorelViewModel;
+class EqualizerService;
+class EqualizerViewModel;
 class LibraryViewModel;
 class LocalMusicImportService;
 class OnlineMusicService;
@@ -91,6 +94,7 @@ public:
     QTemporaryDir home;
     Platform platform;
     FakeStreamPlayer *player = nullptr; // null until the first song
+    FakeAudioEngine *audioEngine = nullptr;
     FakeAssetReader *reader = nullptr;
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
@@ -107,6 +111,7 @@ public:
     std::unique_ptr<WebDAVStreamingService> streaming;
     std::unique_ptr<APIConfigService> apiConfig;
     std::unique_ptr<OnlineMusicService> onlineMusicService;
+    std::unique_ptr<EqualizerService> equalizerService;
     std::unique_ptr<AudioPlayerService> audioPlayer;
     std::unique_ptr<CadorelViewModel> viewModel;
     std::unique_ptr<LibraryViewModel> library;
@@ -117,6 +122,7 @@ public:
     std::unique_ptr<RemoteCovers> remoteCovers;
     std::unique_ptr<PlaylistsViewModel> playlists;
     std::unique_ptr<NavidromeServersViewModel> navidrome;
+    std::unique_ptr<EqualizerViewModel> equalizer;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

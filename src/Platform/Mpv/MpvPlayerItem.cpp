@@ -115,6 +115,7 @@ void MpvPlayerItem::beginLoading()
     m_status = Status::unknown;
     m_error.clear();
     m_currentTime = unknown;
+    m_advancing = false;
     m_timescale = 0;
     m_seekable = false;
     m_engineDuration = unknown;
@@ -147,8 +148,32 @@ void MpvPlayerItem::fail(const QString &description)
 
 void MpvPlayerItem::setCurrentTime(double seconds)
 {
+    m_currentTime = withinLength(seconds);
+    m_timeTold = std::chrono::steady_clock::now();
+}
+
+void MpvPlayerItem::setAdvancing(bool advancing)
+{
+    if (m_advancing == advancing)
+        return;
+    // It stands where it has come to, or goes on from where it stood.
+    setCurrentTime(currentTime());
+    m_advancing = advancing;
+}
+
+double MpvPlayerItem::currentTime() const
+{
+    if (!m_advancing)
+        return m_currentTime;
+    const std::chrono::duration<double> since = std::chrono::steady_clock::now() - m_timeTold;
+    return withinLength(m_currentTime + since.count());
+}
+
+double MpvPlayerItem::withinLength(double seconds) const
+{
     const double limit = duration();
-    m_currentTime = std::isnan(limit) ? seconds : std::clamp(seconds, 0.0, limit);
+    // No number stays none.
+    return seconds < 0 ? 0 : seconds > limit ? limit : seconds;
 }
 
 } // namespace cadorel

@@ -6,6 +6,7 @@
 
 #include <QPromise>
 
+#include <chrono>
 #include <limits>
 
 namespace cadorel {
@@ -21,8 +22,9 @@ public:
     const MediaAsset &asset() const override { return m_asset; }
     Status status() const override { return m_status; }
     QString errorDescription() const override { return m_error; }
-    /// As of the last tick of a time observer, start, stop or jump.
-    double currentTime() const override { return m_currentTime; }
+    /// As of the last tick of a time observer, start, stop or jump, and as much further as it has played
+    /// since.
+    double currentTime() const override;
     /// The exact length once loadDuration() has counted it, before that libmpv's.
     double duration() const override;
     int timescale() const override { return m_timescale; }
@@ -44,8 +46,10 @@ private:
     void beginLoading();
     void becomeReady();
     void fail(const QString &description);
-    /// Never beyond a known length.
+    /// Neither beyond a known length nor before the start.
     void setCurrentTime(double seconds);
+    /// Whether its sound goes on as time does.
+    void setAdvancing(bool advancing);
     void setTimescale(int ticksPerSecond) { m_timescale = ticksPerSecond; }
     bool isSeekable() const { return m_seekable; }
     void setSeekable(bool seekable) { m_seekable = seekable; }
@@ -62,6 +66,7 @@ private:
     bool scanCounts() const;
     void watchScan(const QFuture<DurationResult> &scan);
     void answerDuration(const DurationResult &result);
+    double withinLength(double seconds) const;
     bool durationAnswered() const { return m_durationPromise.future().isFinished(); }
 
     static constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
@@ -74,6 +79,8 @@ private:
     Status m_status = Status::unknown;
     QString m_error;
     double m_currentTime = unknown;
+    std::chrono::steady_clock::time_point m_timeTold; ///< when that was the position
+    bool m_advancing = false;
     double m_engineDuration = unknown;
     bool m_engineDurationFinal = false;
     double m_preciseDuration = unknown;

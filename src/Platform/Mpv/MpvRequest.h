@@ -11,6 +11,7 @@ struct MpvRequest
     enum class Kind : quint64 {
         load,
         seek,
+        heardPosition,
         positionTick,
         positionJump,
         duration,

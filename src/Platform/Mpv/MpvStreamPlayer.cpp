@@ -73,7 +73,7 @@ bool isPlayable(const MpvPlayerItem &item)
 MpvStreamPlayer::MpvStreamPlayer(const AssetReader &reader, const QList<MpvHandle::Option> &extraOptions)
     : m_scanner(reader)
     , m_mpv(playerOptions(extraOptions))
-    , m_observers([this] { requestPosition(false); })
+    , m_observers([this] { requestHeardPosition(false); })
 {
     using Kind = MpvRequest::Kind;
     m_mpv.observe(MpvRequest{Kind::pausedForCache}.tag(), "paused-for-cache", MPV_FORMAT_FLAG);
@@ -101,8 +101,10 @@ void MpvStreamPlayer::replaceCurrentItem(std::shared_ptr<PlayerItem> item)
 {
     cancelSeek();
     const auto old = std::exchange(m_item, std::dynamic_pointer_cast<MpvPlayerItem>(std::move(item)));
-    if (old)
+    if (old) {
+        old->setAdvancing(false);
         old->abandonDuration(abandonedItemText());
+    }
     scheduleLoad(0);
     if (m_item)
         m_item->beginLoading();
@@ -116,6 +118,7 @@ void MpvStreamPlayer::scheduleLoad(double startTime)
     ++m_load;
     m_outputOpen = false;
     m_tickRequested = false;
+    m_heardPosition.reset();
     // Commands given in one go become one load, which begins where the last seek wants it.
     if (std::exchange(m_phase, Phase::scheduled) != Phase::scheduled)
         QMetaObject::invokeMethod(this, &MpvStreamPlayer::flushLoad, Qt::QueuedConnection);
@@ -184,7 +187,7 @@ void MpvStreamPlayer::setRate(double rate)
     if (eventsAreOurs())
         m_mpv.setProperty("pause", rate == 0);
     if (m_phase == Phase::ready)
-        requestPosition(true);
+        requestHeardPosition(true);
     Q_EMIT rateChanged();
     refreshStatus();
 }
@@ -201,9 +204,16 @@ StreamPlayer::TimeControlStatus MpvStreamPlayer::timeControlStatus() const
 void MpvStreamPlayer::refreshStatus()
 {
     const TimeControlStatus status = timeControlStatus();
-    m_observers.setRunning(m_phase == Phase::ready && status == TimeControlStatus::playing);
+    setAdvancing(m_phase == Phase::ready && status == TimeControlStatus::playing);
     if (std::exchange(m_announcedStatus, status) != status)
         Q_EMIT timeControlStatusChanged();
+}
+
+void MpvStreamPlayer::setAdvancing(bool advancing)
+{
+    m_observers.setRunning(advancing);
+    if (m_item)
+        m_item->setAdvancing(advancing);
 }
 
 void MpvStreamPlayer::setVolume(float volume)
@@ -227,6 +237,17 @@ int MpvStreamPlayer::addPeriodicTimeObserver(std::chrono::milliseconds interval,
 void MpvStreamPlayer::removeTimeObserver(int observer)
 {
     m_observers.remove(observer);
+}
+
+/// While a file plays libmpv brings "time-pos" up to date a few times a second only; the position of the
+/// sound is worked out when it is asked for, but there is none around a seek and at the end. Replies keep the
+/// order.
+void MpvStreamPlayer::requestHeardPosition(bool jumped)
+{
+    if (jumped || !m_tickRequested)
+        m_mpv.requestProperty(MpvRequest{MpvRequest::Kind::heardPosition, m_load}.tag(), "audio-pts",
+                              MPV_FORMAT_DOUBLE);
+    requestPosition(jumped);
 }
 
 void MpvStreamPlayer::requestPosition(bool jumped)

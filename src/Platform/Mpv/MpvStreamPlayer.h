@@ -93,6 +93,8 @@ private:
     void completeLater(std::function<void(bool)> completion, bool finished);
     void callCompletions();
     void requestPosition(bool jumped);
+    void requestHeardPosition(bool jumped);
+    void setAdvancing(bool advancing);
 
     // What libmpv tells: MpvStreamPlayerEvents.cpp
     static void wake(void *player);
@@ -110,6 +112,7 @@ private:
     void failItem(const QString &description);
     void propertyReplied(const mpv_event &event);
     void propertyChanged(const mpv_event &event);
+    std::optional<double> newestPosition(const mpv_event &reply);
     void positionTold(std::optional<double> seconds, bool jumped);
     void settleSeek(bool finished);
     void requestDuration();
@@ -140,6 +143,8 @@ private:
     QTimer m_seekGuard;
     TimeObservers m_observers;
     bool m_tickRequested = false;
+    /// Told ahead of the next answer to a request for the position, which it is better than.
+    std::optional<double> m_heardPosition;
 
     /// Number of the current load: replies that carry another are late.
     quint64 m_load = 0;

@@ -220,13 +220,13 @@ void MpvStreamPlayer::reachEnd()
 
     m_phase = Phase::ended;
     m_entry = -1;
+    setAdvancing(false);
     // Paused within the last sounds, or sought to the end while paused: play() takes it from there.
     m_startTime = played ? 0 : m_seek ? m_seek->time : item->currentTime();
     if (played || m_seek)
         item->setCurrentTime(std::isnan(item->duration()) ? item->currentTime() : item->duration());
     item->endEngineDuration();
     m_rate = 0;
-    m_observers.setRunning(false);
     item->becomeReady();
     if (current() && played)
         Q_EMIT rateChanged();
@@ -258,7 +258,7 @@ void MpvStreamPlayer::failItem(const QString &description)
     const quint64 load = m_load;
     m_phase = Phase::failed;
     const bool rateMoves = std::exchange(m_rate, 0) != 0;
-    m_observers.setRunning(false);
+    setAdvancing(false);
     item->fail(description);
     if (m_load == load)
         settleSeek(false);
@@ -288,12 +288,15 @@ void MpvStreamPlayer::propertyReplied(const mpv_event &event)
     case Kind::output:
         m_outputOpen = event.error >= 0;
         break;
+    case Kind::heardPosition:
+        m_heardPosition = number(event);
+        break;
     case Kind::positionTick:
         m_tickRequested = false;
-        positionTold(number(event), false);
+        positionTold(newestPosition(event), false);
         break;
     case Kind::positionJump:
-        positionTold(number(event), true);
+        positionTold(newestPosition(event), true);
         break;
     case Kind::load:
     case Kind::seek:
@@ -318,6 +321,14 @@ void MpvStreamPlayer::propertyChanged(const mpv_event &event)
     default:
         break;
     }
+}
+
+/// The answer to a request for the position, or that of the sound, which came just before it.
+std::optional<double> MpvStreamPlayer::newestPosition(const mpv_event &reply)
+{
+    const std::optional<double> heard = std::exchange(m_heardPosition, {});
+    const std::optional<double> told = number(reply);
+    return told && heard ? heard : told;
 }
 
 void MpvStreamPlayer::positionTold(std::optional<double> seconds, bool jumped)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Models/ArtworkData.h"
+
 #include <QByteArray>
 #include <QImage>
 
@@ -16,5 +18,10 @@ bool isSafeToDecode(QImageReader &reader);
 /// The picture that encoded bytes from outside hold; a null image when they are none that is safe to decode.
 /// Takes as long as decoding takes: not for the main thread.
 QImage decodedCover(const QByteArray &bytes);
+/// The same, scaled down to at most @p longestSide pixels either way, which mostly saves decoding the rest.
+QImage decodedCover(const QByteArray &bytes, int longestSide);
+/// The same for the cover of a song of the library, which may be of any kind and size, as it may where the
+/// library shows it. Reads its file.
+QImage decodedCover(const ArtworkData &artwork, int longestSide);
 
 } // namespace cadorel

@@ -18,8 +18,9 @@ public:
     virtual void setupRemoteCommandCenter(AudioPlayerService &player) = 0;
     virtual void setupNowPlayingInfo(AudioPlayerService &player) = 0;
     virtual void setupInterruptionObservers(AudioPlayerService &player) = 0;
-    /// Publishes song, position and state anew; called at every tick and change of state.
-    virtual void updateNowPlayingInfo(const AudioPlayerService &player) = 0;
+    /// Publishes song, position and state anew, and asks for a cover that the player has not yet; called at
+    /// every tick and change of state.
+    virtual void updateNowPlayingInfo(AudioPlayerService &player) = 0;
     /// Adds a cover to what is published, until it is published anew.
     virtual void mergeNowPlayingArtwork(const QImage &artwork) = 0;
 };

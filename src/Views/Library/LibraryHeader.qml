@@ -11,6 +11,7 @@ Item {
     signal folderRequested
     signal musicFolderRequested
     signal serversRequested
+    signal equalizerRequested
 
     implicitHeight: titles.implicitHeight + Metrics.screenMargin + Metrics.rowSpacing
 
@@ -18,7 +19,7 @@ Item {
         id: titles
 
         anchors.left: parent.left
-        anchors.right: serversButton.left
+        anchors.right: equalizerButton.left
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Metrics.rowSpacing
 
@@ -37,6 +38,17 @@ Item {
             color: SystemColors.secondaryLabel
             visible: root.songCount > 0
         }
+    }
+    IconButton {
+        id: equalizerButton
+
+        objectName: "equalizerButton"
+        anchors.right: serversButton.left
+        anchors.top: titles.top
+        symbol: "slider.vertical.3"
+        color: SystemColors.accent
+        text: "均衡器"
+        onClicked: root.equalizerRequested()
     }
     IconButton {
         id: serversButton

@@ -11,6 +11,7 @@ FocusScope {
     required property PlaylistsViewModel playlists
 
     signal serversRequested
+    signal equalizerRequested
 
     readonly property LocalMusicImportService importService: viewModel.importService
     readonly property bool isBusy: importService.isImporting || importService.isScanning
@@ -39,6 +40,7 @@ FocusScope {
             onFolderRequested: root.library.chooseFolder()
             onMusicFolderRequested: root.library.openMusicFolder()
             onServersRequested: root.serversRequested()
+            onEqualizerRequested: root.equalizerRequested()
         }
         ImportProgressBar {
             objectName: "importProgress"

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+#include <csignal>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
@@ -97,6 +99,11 @@ void SoundServer::stop()
     QFile::remove(socket());
 }
 
+void SoundServer::setHanging(bool hanging)
+{
+    ::kill(static_cast<pid_t>(m_server->processId()), hanging ? SIGSTOP : SIGCONT);
+}
+
 std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate,
                                                  const QString &file) const
 {
@@ -112,11 +119,31 @@ std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int samp
 
 QByteArray SoundServer::streams() const
 {
+    return ask({u"list"_s, u"sink-inputs"_s});
+}
+
+QByteArray SoundServer::ask(const QStringList &arguments) const
+{
     QProcess process;
     process.setProcessEnvironment(m_environment);
-    process.start(u"pactl"_s, {u"list"_s, u"sink-inputs"_s});
-    process.waitForFinished();
-    return process.readAllStandardOutput();
+    process.start(u"pactl"_s, arguments);
+    const bool isDone = process.waitForFinished() && process.exitCode() == 0;
+    return isDone ? "" + process.readAllStandardOutput().trimmed() : QByteArray();
+}
+
+QByteArray SoundServer::plugIn(const QString &name) const
+{
+    const QByteArray module =
+        ask({u"load-module"_s, u"module-null-sink"_s, u"sink_name="_s + name, u"rate=48000"_s});
+    return ask({u"set-default-sink"_s, name}).isNull() ? QByteArray() : module;
+}
+
+std::unique_ptr<QProcess> SoundServer::other(const QString &role) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(m_environment);
+    process->start(u"pacat"_s, {u"--raw"_s, u"--property=media.role="_s + role, u"/dev/zero"_s});
+    return process;
 }
 
 } // namespace cadorel

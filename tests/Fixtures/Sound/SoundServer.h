@@ -27,12 +27,25 @@ public:
     bool start();
     /// As if it had crashed.
     void stop();
+    /// Makes it answer nothing while true.
+    void setHanging(bool hanging);
 
     /// What records the device, on one channel, to its standard output or to a file.
     std::unique_ptr<QProcess> recording(const QString &format, int sampleRate,
                                         const QString &file = {}) const;
     /// What the server tells of the streams that play.
     QByteArray streams() const;
+    /// Asks the server as its user would; what pactl answers, empty when it is refused.
+    QByteArray ask(const QStringList &arguments) const;
+    /// Adds a device that new streams go to. @return its module, for unload(); empty on failure
+    QByteArray plugIn(const QString &name) const;
+    /// Takes away what a module brought: a device, or the server's manners.
+    bool unload(const QByteArray &module) const
+    {
+        return !ask({QStringLiteral("unload-module"), QString::fromLatin1(module)}).isNull();
+    }
+    /// Something else that plays, silence, with that role in the eyes of the server.
+    std::unique_ptr<QProcess> other(const QString &role) const;
 
 private:
     QString socket() const { return m_directory.filePath(QStringLiteral("native")); }

@@ -5,6 +5,7 @@
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
@@ -41,6 +42,7 @@ private Q_SLOTS:
     void aReplacedItemTellsNoDuration();
     void aDestroyedItemTellsNoDuration();
     void aRemovedObserverHearsNothing();
+    void aPlayingItemKnowsItsPositionAndAPausedOneKeepsIt();
     void aLoadedItemPlaysAndSeeks();
     void aLoadersFailureIsTheItems();
 
@@ -316,6 +318,27 @@ void TestStreamPlayerContract::aRemovedObserverHearsNothing()
         fake()->tick(0.1);
     QTRY_VERIFY(heardByOther > 0);
     QCOMPARE(heard, 0);
+}
+
+void TestStreamPlayerContract::aPlayingItemKnowsItsPositionAndAPausedOneKeepsIt()
+{
+    const auto item = load(m_song);
+    QVERIFY(becomesReady(item));
+    // Nobody observes the time.
+    m_player->play();
+    if (fake())
+        fake()->tick(0.5);
+    QTRY_VERIFY(item->currentTime() >= 0.5);
+    int told = 0;
+    m_player->addPeriodicTimeObserver(1h, [&](double) { ++told; });
+    m_player->pause();
+    if (fake())
+        fake()->tick(0.5);
+    QTRY_VERIFY(told > 0);
+    const double position = item->currentTime();
+    const QDeadlineTimer later(50ms);
+    QTRY_VERIFY(later.hasExpired());
+    QCOMPARE(item->currentTime(), position);
 }
 
 void TestStreamPlayerContract::aLoadedItemPlaysAndSeeks()

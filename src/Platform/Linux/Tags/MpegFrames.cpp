@@ -10,7 +10,8 @@ namespace cadorel {
 namespace {
 
 constexpr qint64 searchLimit = qint64(1024) * 1024;
-constexpr qint64 blockSize = qint64(256) * 1024;
+constexpr qint64 estimatedBytes = qint64(256) * 1024;
+constexpr qint64 damagedBlock = 4096;
 constexpr int chainLength = 3;
 
 /// kbit/s by bitrate index. ISO 11172-3 table 2.4.2.3 and ISO 13818-3 table 2.4.2.3.
@@ -127,32 +128,34 @@ std::optional<qint64> MpegFrames::first(qint64 from)
     return std::nullopt;
 }
 
+std::optional<FrameHeader> MpegFrames::next(qint64 &offset, std::optional<quint32> streamBits)
+{
+    while (offset + headerBytes <= m_end) {
+        const std::optional<FrameHeader> frame = at(offset);
+        if (frame && (!streamBits || frame->streamBits == *streamBits) && offset + frame->bytes <= m_end)
+            return frame;
+        const QByteArray damaged = m_file.read(offset + 1, std::min(damagedBlock, m_end - offset - 1));
+        const qsizetype mark = damaged.indexOf('\xff');
+        if (damaged.isEmpty())
+            break;
+        offset += 1 + (mark < 0 ? damaged.size() : mark);
+    }
+    return std::nullopt;
+}
+
 MpegFrames::Walk MpegFrames::walk(qint64 from, qint64 end)
 {
     Walk walk;
-    QByteArray block;
-    qint64 blockStart = 0;
     std::optional<quint32> streamBits;
-    qint64 offset = from;
-    while (offset + headerBytes <= end) {
-        if (offset < blockStart || offset + headerBytes > blockStart + block.size()) {
-            block = m_file.read(offset, std::min(blockSize, end - offset));
-            blockStart = offset;
-            if (block.size() < headerBytes)
-                break;
-        }
-        const qsizetype i = offset - blockStart;
-        const std::optional<FrameHeader> frame = parse(m_kind, block.constData() + i);
-        if (frame && (!streamBits || frame->streamBits == *streamBits)) {
-            streamBits = frame->streamBits;
-            walk.seconds += double(frame->samples) / frame->sampleRate;
-            walk.bytes += frame->bytes;
-            ++walk.frames;
-            offset += frame->bytes;
-        } else {
-            const qsizetype next = block.indexOf('\xff', i + 1);
-            offset = next < 0 ? blockStart + block.size() : blockStart + next;
-        }
+    for (qint64 offset = from; offset < end;) {
+        const std::optional<FrameHeader> frame = next(offset, streamBits);
+        if (!frame)
+            break;
+        streamBits = frame->streamBits;
+        walk.seconds += double(frame->samples) / frame->sampleRate;
+        walk.bytes += frame->bytes;
+        ++walk.frames;
+        offset += frame->bytes;
     }
     return walk;
 }
@@ -164,7 +167,7 @@ double MpegFrames::count(qint64 from)
 
 double MpegFrames::estimate(qint64 from)
 {
-    const Walk sample = walk(from, std::min(m_end, from + blockSize));
+    const Walk sample = walk(from, std::min(m_end, from + estimatedBytes));
     return sample.bytes > 0 ? sample.seconds * double(m_end - from) / double(sample.bytes) : 0;
 }
 

@@ -38,6 +38,9 @@ public:
     bool startsAt(qint64 offset) { return isChain(offset, true); }
     /// The frame at @p offset.
     std::optional<FrameHeader> at(qint64 offset);
+    /// The next whole frame of the stream at or after @p offset, which moves there. Damaged stretches are
+    /// skipped. @param streamBits those of the stream; nothing accepts any frame
+    std::optional<FrameHeader> next(qint64 &offset, std::optional<quint32> streamBits);
     /// Length in seconds of the frames from @p from to the end, each of them read. Damaged stretches are
     /// skipped.
     double count(qint64 from);

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// Seven bars that move like the music. They follow the player only while they are in sight; decoration, so a
+/// screen reader passes them over.
+Item {
+    id: root
+
+    required property AudioPlayerService player
+    property color color: SystemColors.accent
+
+    readonly property int count: 7
+    readonly property var levels: visible ? player.audioLevels : []
+
+    implicitWidth: count * Metrics.levelBarWidth + (count - 1) * Metrics.levelBarGap
+    implicitHeight: Metrics.levelBarHeight
+    Accessible.ignored: true
+
+    Repeater {
+        model: root.count
+        delegate: Rectangle {
+            required property int index
+
+            x: index * (Metrics.levelBarWidth + Metrics.levelBarGap)
+            y: root.height - height
+            width: Metrics.levelBarWidth
+            height: Math.max(width, Math.round(root.height * (root.levels[index] ?? 0)))
+            radius: width / 2
+            color: root.color
+        }
+    }
+}

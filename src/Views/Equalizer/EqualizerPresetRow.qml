@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Cadorel
+
+/// The presets in one line that scrolls. Tab comes to the chosen one, the arrow keys walk, Space and Return choose.
+FocusScope {
+    id: root
+
+    required property EqualizerViewModel equalizer
+    /// Room before the first and after the last one.
+    property int sideMargin: Metrics.screenMargin
+
+    implicitHeight: Metrics.touchTarget
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "预设"
+
+    function walkTo(row: int): void {
+        const chip = chips.itemAt(row);
+        if (chip)
+            chip.forceActiveFocus(Qt.TabFocusReason);
+    }
+    /// Scrolls as little as brings a preset into sight.
+    function reveal(row: int): void {
+        const chip = chips.itemAt(row);
+        if (chip) {
+            const end = chip.x + chip.width + 2 * sideMargin;
+            scrollTo(Math.max(end - flickable.width, Math.min(chip.x, flickable.contentX)));
+        }
+    }
+    function revealCurrent(): void {
+        reveal(equalizer.currentPresetRow);
+    }
+    function scrollTo(x: real): void {
+        flickable.contentX = Math.max(0, Math.min(flickable.contentWidth - flickable.width, x));
+    }
+
+    Connections {
+        target: root.equalizer
+
+        function onCurrentPresetChanged(): void {
+            root.revealCurrent();
+        }
+    }
+
+    Flickable {
+        id: flickable
+
+        objectName: "presetScroller"
+        anchors.fill: parent
+        contentWidth: line.width + 2 * root.sideMargin
+        flickableDirection: Flickable.HorizontalFlick
+        boundsBehavior: Flickable.StopAtBounds
+
+        Row {
+            id: line
+
+            x: root.sideMargin
+            height: parent.height
+            spacing: Metrics.rowSpacing
+
+            Repeater {
+                id: chips
+
+                model: root.equalizer.presets
+                // A screen reader learns what a button is from its type alone.
+                delegate: T.RadioButton {
+                    id: chip
+
+                    required property int index
+                    required property string name
+                    required property string symbol
+                    required property string description
+                    required property bool isCurrent
+
+                    readonly property color ink: isCurrent ? SystemColors.accent : SystemColors.label
+
+                    objectName: "preset" + index
+                    height: line.height
+                    implicitWidth: content.implicitWidth + 2 * Metrics.cardPadding
+                    text: name
+                    checkable: false
+                    autoExclusive: false
+                    focusPolicy: isCurrent ? Qt.TabFocus : Qt.NoFocus
+                    hoverEnabled: true
+                    Accessible.name: name
+                    Accessible.description: description
+                    Accessible.checkable: true
+                    Accessible.checked: isCurrent
+                    Accessible.onPressAction: chip.clicked()
+                    Keys.onReturnPressed: chip.clicked()
+                    Keys.onEnterPressed: chip.clicked()
+                    Keys.onLeftPressed: root.walkTo(index - 1)
+                    Keys.onRightPressed: root.walkTo(index + 1)
+                    onActiveFocusChanged: {
+                        if (activeFocus)
+                            root.reveal(index);
+                    }
+                    onClicked: root.equalizer.choosePreset(index)
+
+                    background: Item {
+                        Rectangle {
+                            anchors.fill: parent
+                            anchors.topMargin: Metrics.grid
+                            anchors.bottomMargin: Metrics.grid
+                            radius: height / 2
+                            color: chip.isCurrent ? SystemColors.accentTint : SystemColors.tertiaryBackground
+
+                            Rectangle {
+                                anchors.fill: parent
+                                radius: parent.radius
+                                color: chip.down ? SystemColors.pressed : chip.hovered ? SystemColors.hover : "transparent"
+                            }
+                            FocusRing {
+                                radius: parent.radius
+                                visible: chip.visualFocus
+                            }
+                        }
+                    }
+                    contentItem: Item {
+                        Row {
+                            id: content
+
+                            anchors.centerIn: parent
+                            spacing: Metrics.grid
+
+                            SymbolIcon {
+                                anchors.verticalCenter: parent.verticalCenter
+                                name: chip.symbol
+                                size: Metrics.symbolSmall
+                                color: chip.ink
+                            }
+                            StyledText {
+                                anchors.verticalCenter: parent.verticalCenter
+                                text: chip.name
+                                style: TextStyles.subheadline
+                                font.weight: chip.isCurrent ? Font.DemiBold : Font.Normal
+                                color: chip.ink
+                            }
+                        }
+                    }
+                }
+            }
+        }
+    }
+    // A mouse has no other way along the line.
+    WheelHandler {
+        enabled: flickable.contentWidth > flickable.width
+        onWheel: event => root.scrollTo(flickable.contentX - (event.angleDelta.y !== 0 ? event.angleDelta.y : event.angleDelta.x))
+    }
+}
