@@ -17,6 +17,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -169,6 +170,7 @@ private:
     void onEqualizerStateChanged(bool isEnabled);
     void switchToEqualizerEngine(const QUrl &url, double position, bool shouldPlay);
     void switchToAVPlayer(const QUrl &url, double position, bool shouldPlay);
+    void streamPlayerArrived(std::chrono::nanoseconds silentAt);
     void streamPlayerTookOver();
     void leaveStreamPlayer();
     void goOnPlaying();
@@ -253,6 +255,7 @@ private:
     bool m_usingEqualizerEngine = false;
     bool m_interruptionWasPlaying = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;
+    std::unique_ptr<ClockTimer> m_handoverTimer; ///< until the engine that was left is silent
     QMetaObject::Connection m_itemStatusConnection;
     QMetaObject::Connection m_endConnection;
     QMetaObject::Connection m_timeControlConnection;

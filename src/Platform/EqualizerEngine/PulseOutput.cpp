@@ -16,7 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// The longest that the main thread waits for a server that does not answer, connection and stream together.
-constexpr auto openingLimit = 900ms;
+constexpr auto openingLimit = 750ms;
 /// Sent ahead and not heard yet: a moved slider is heard so much later, and a busy machine has so much time.
 constexpr double latencySeconds = 0.1;
 /// What the server asks for at a time.
@@ -26,6 +26,8 @@ constexpr double restartSeconds = 0.01;
 /// How far ahead of what is heard the stream can still be overwritten: servers take it in pieces of some
 /// milliseconds, and not every one gives back what it has taken.
 constexpr double overwriteSeconds = 0.022;
+/// The same for a sound that begins: when it comes too late, its beginning is what is lost.
+constexpr double beginSeconds = 0.04;
 /// Silence before the first sound after a rest: a server may let that much go by unheard.
 constexpr double leadSeconds = 0.012;
 /// Shorter is heard as a click.
@@ -274,7 +276,7 @@ qint64 PulseOutput::startOfNext() const
     }
     if (hasRunDry())
         return m_written + framesIn(leadSeconds);
-    const qint64 earliest = qint64(position()) + framesIn(overwriteSeconds);
+    const qint64 earliest = qint64(position()) + framesIn(beginSeconds);
     return std::min(std::max(earliest, m_fadeEnd), m_written);
 }
 
