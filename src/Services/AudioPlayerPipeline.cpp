@@ -139,8 +139,8 @@ void AudioPlayerService::preparePlayerForResume(const QUrl &url, double position
     }
 }
 
-/// Makes the item of an asset, watches its status and sets the times back.
-std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &asset)
+/// Makes the item of an asset and watches its status.
+std::shared_ptr<PlayerItem> AudioPlayerService::makeCurrentItem(const MediaAsset &asset)
 {
     if (!m_player)
         m_player = m_platform.makeStreamPlayer();
@@ -148,6 +148,13 @@ std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &as
     removeItemObserver();
     m_playerItem = m_player->makeItem(asset);
     observeItem();
+    return m_playerItem;
+}
+
+/// The same for a song that begins: the times are set back.
+std::shared_ptr<PlayerItem> AudioPlayerService::prepareItem(const MediaAsset &asset)
+{
+    makeCurrentItem(asset);
     setCurrentTime(0);
     setDuration(0);
     return m_playerItem;
@@ -292,12 +299,11 @@ void AudioPlayerService::play()
         return;
     }
     if (m_usingEqualizerEngine && m_parts.equalizer) {
-        // The end of a song takes its duration away, and without one the next end would not be seen.
-        if (m_duration <= 0)
-            setDuration(m_parts.equalizer->duration());
-        m_parts.equalizer->play();
-        startEqualizerTimeUpdates();
+        if (!resumeEqualizerEngine())
+            return;
     } else if (m_player) {
+        if (replaysFailedItem())
+            return;
         resumeObservers();
         m_resumesAfterSeek = true;
         m_player->play();
@@ -319,7 +325,8 @@ void AudioPlayerService::resumeObservers()
         detach(loadDuration(m_playerItem, DurationLog::none));
 }
 
-void AudioPlayerService::pause()
+/// The engine in use stands still, and a seek under way leaves it so.
+void AudioPlayerService::pauseEngine()
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
         m_parts.equalizer->pause();
@@ -328,6 +335,11 @@ void AudioPlayerService::pause()
         m_resumesAfterSeek = false;
         m_player->pause();
     }
+}
+
+void AudioPlayerService::pause()
+{
+    pauseEngine();
     setIsPlaying(false);
     stopAudioLevelSimulation();
     updateNowPlayingInfo();
@@ -375,9 +387,10 @@ void AudioPlayerService::togglePlayPause()
 void AudioPlayerService::seek(double time)
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
+        const double target = isUsableTime(time) ? time : 0;
         m_isSeeking = true;
-        setCurrentTime(time);
-        m_parts.equalizer->seek(time);
+        setCurrentTime(target);
+        m_parts.equalizer->seek(target);
         m_isSeeking = false;
         updateNowPlayingInfo();
         return;

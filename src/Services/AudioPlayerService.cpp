@@ -8,6 +8,7 @@
 #include "Services/AudioLevels.h"
 #include "Services/AudioPlayerSupport.h"
 #include "Services/Cloud/CloudSongCache.h"
+#include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
@@ -55,6 +56,7 @@ AudioPlayerService::AudioPlayerService(Platform &platform, LocalMusicImportServi
         m_parts.mediaCenter->setupNowPlayingInfo(*this);
         m_parts.mediaCenter->setupInterruptionObservers(*this);
     }
+    setupEqualizerObserver();
     restoreLastPlaybackState();
 }
 
@@ -76,7 +78,9 @@ AudioPlayerService &AudioPlayerService::shared()
         LocalMusicImportService &importService = LocalMusicImportService::shared();
         return std::make_unique<AudioPlayerService>(
             processPlatform(), importService,
-            AudioPlayerParts{.streaming = &WebDAVStreamingService::shared(),
+            AudioPlayerParts{.equalizer =
+                                 processPlatform().makeAudioEngine ? &EqualizerService::shared() : nullptr,
+                             .streaming = &WebDAVStreamingService::shared(),
                              .onlineAddresses = &APIConfigService::shared(),
                              .mediaCenter = &SystemMediaCenter::shared(),
                              // Asked for when it is needed: the player comes up before it.

@@ -17,6 +17,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -161,11 +162,19 @@ private:
     void playURLWithAVPlayer(const QUrl &url);
     void playWithEqualizerEngine(const QUrl &url);
     void stopEqualizerEngine();
+    bool resumeEqualizerEngine();
     void startEqualizerTimeUpdates();
+    void equalizerTick();
+    void engineFellSilent(const QString &reason);
     void setupEqualizerObserver();
     void onEqualizerStateChanged(bool isEnabled);
     void switchToEqualizerEngine(const QUrl &url, double position, bool shouldPlay);
     void switchToAVPlayer(const QUrl &url, double position, bool shouldPlay);
+    void streamPlayerArrived(std::chrono::nanoseconds silentAt);
+    void streamPlayerTookOver();
+    void leaveStreamPlayer();
+    void goOnPlaying();
+    double heardPosition() const;
     void playWebDAVURL(const QUrl &url);
     void playStreamingAsset(const MediaAsset &asset, const QUrl &originalURL);
     QCoro::Task<void> downloadForCache(QUrl url);
@@ -177,6 +186,7 @@ private:
     QCoro::Task<std::optional<QUrl>> fetchRealPlayUrl(OnlineSong song,
                                                       std::shared_ptr<HttpTransfer> transfer);
     void playAsset(const MediaAsset &asset, const QUrl &url, DurationLog log);
+    std::shared_ptr<PlayerItem> makeCurrentItem(const MediaAsset &asset);
     std::shared_ptr<PlayerItem> prepareItem(const MediaAsset &asset);
     void installItem(const std::shared_ptr<PlayerItem> &item);
     void observeItem();
@@ -192,6 +202,10 @@ private:
     void cancelSeek();
     void seekFinished(bool finished);
     QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log);
+    bool isAboutToSound() const;
+    void pauseEngine();
+    void withholdAddress();
+    bool replaysFailedItem();
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
     void stopAudioLevelSimulation();
@@ -241,6 +255,7 @@ private:
     bool m_usingEqualizerEngine = false;
     bool m_interruptionWasPlaying = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;
+    std::unique_ptr<ClockTimer> m_handoverTimer; ///< until the engine that was left is silent
     QMetaObject::Connection m_itemStatusConnection;
     QMetaObject::Connection m_endConnection;
     QMetaObject::Connection m_timeControlConnection;

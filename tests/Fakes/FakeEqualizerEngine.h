@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <stdexcept>
 
 namespace cadorel {
@@ -30,6 +31,8 @@ public:
     std::string failure;
     /// Why it cannot play; empty plays.
     std::string playFailure;
+    /// Called when it begins to sound.
+    std::function<void()> onPlay;
 
     bool isEnabled() const override { return enabled; }
     bool isPlaying() const override { return playing; }
@@ -49,6 +52,8 @@ public:
         calls.append(QStringLiteral("play"));
         if (!playFailure.empty())
             throw std::runtime_error(playFailure);
+        if (onPlay)
+            onPlay();
         playing = true;
     }
     void pause() override

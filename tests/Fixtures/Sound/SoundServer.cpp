@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+#include <csignal>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
@@ -95,6 +97,11 @@ void SoundServer::stop()
     end(m_listener);
     end(m_server);
     QFile::remove(socket());
+}
+
+void SoundServer::setHanging(bool hanging)
+{
+    ::kill(static_cast<pid_t>(m_server->processId()), hanging ? SIGSTOP : SIGCONT);
 }
 
 std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate,

@@ -27,6 +27,8 @@ public:
     bool start();
     /// As if it had crashed.
     void stop();
+    /// Makes it answer nothing while true.
+    void setHanging(bool hanging);
 
     /// What records the device, on one channel, to its standard output or to a file.
     std::unique_ptr<QProcess> recording(const QString &format, int sampleRate,
