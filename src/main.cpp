@@ -112,6 +112,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     QObject::connect(&application, &QGuiApplication::aboutToQuit, &player,
                      [&player] { player.setScenePhase(CadorelApp::ScenePhase::background); });
+    const RemoteCommandCenter &desktop = *platform.remoteCommandCenter;
+    QObject::connect(&desktop, &RemoteCommandCenter::raiseCommand, &scene, [&scene] { scene.raise({}); });
+    QObject::connect(&desktop, &RemoteCommandCenter::quitCommand, &application, &QGuiApplication::quit);
     const SignalWatcher signalWatcher;
     QObject::connect(&signalWatcher, &SignalWatcher::terminationRequested, &application,
                      &QGuiApplication::quit);

@@ -68,7 +68,7 @@ void setEqualizer(PlayerBench &bench, bool enabled)
 /// What the levels and the desktop show agrees with the player.
 bool showsPlaying(PlayerBench &bench, bool playing)
 {
-    return bench.player().isPlaying() == playing && bench.levels.running == playing &&
+    return bench.player().isPlaying() == playing && bench.player().isSimulatingLevels() == playing &&
            bench.mediaCenter.publishedPlaying == playing;
 }
 
@@ -179,7 +179,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOnTheEngineTakesThePlaceOver()
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(player.currentTime(), 42.5);
     QCOMPARE(songOf(player).id(), u"a"_s);
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
     bench.equalizer.position = 43;
     bench.home.clock().advance(tick);
     QCOMPARE(player.currentTime(), 43.0);
@@ -286,11 +286,11 @@ void AudioPlayerEqualizerSwitchTest::switchedOnWhilePausedKeepsPlaceAndStaysPaus
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.currentTime(), 42.5);
     // An idle player runs no timer.
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     player.play();
     QCOMPARE(bench.equalizer.calls.constLast(), u"play"_s);
     QVERIFY(showsPlaying(bench, true));
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
     QCOMPARE(bench.stream().rate(), 0.0);
 }
 
@@ -390,7 +390,7 @@ void AudioPlayerEqualizerSwitchTest::engineThatFailsLeavesTheStreamPlayerPaused(
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.playError(), std::optional(u"无法读取此文件"_s));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::engineThatFailsToSoundLeavesTheStreamPlayerPaused()
@@ -469,7 +469,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOffTheStreamPlayerTakesThePlaceOver
     QCOMPARE(bench.stream().seeks.constFirst().toleranceAfter, 0.0);
     QCOMPARE(bench.stream().volume, 0.5F);
     QVERIFY(!player.usingEqualizerEngine());
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     bench.item().becomeReady();
     bench.stream().finishSeek();
     QCOMPARE(bench.stream().calls.constLast(), u"play"_s);
@@ -673,7 +673,7 @@ void AudioPlayerEqualizerSwitchTest::offAndOnInOneGoEndsOnTheEngine()
     QCOMPARE(bench.equalizer.position, 42.5);
     bench.stream().finishSeek();
     QCOMPARE(bench.stream().rate(), 0.0);
-    QCOMPARE(bench.home.clock().activeTimers(), 1);
+    QCOMPARE(bench.playbackTimers(), 1);
 }
 
 void AudioPlayerEqualizerSwitchTest::onAndOffInOneGoEndsOnTheStreamPlayer()
@@ -689,7 +689,7 @@ void AudioPlayerEqualizerSwitchTest::onAndOffInOneGoEndsOnTheStreamPlayer()
     QCOMPARE(bench.stream().rate(), 1.0);
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::theSameAgainSwitchesNothing()
@@ -763,7 +763,7 @@ void AudioPlayerEqualizerSwitchTest::deviceThatGoesAwayStopsTheSong()
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.playError(), std::optional(u"音频设备已断开"_s));
     QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     QVERIFY(bench.snapshot().contains("\"position\":42.5,"));
 }
 
@@ -786,7 +786,7 @@ void AudioPlayerEqualizerSwitchTest::songThatLostItsDevicePlaysOnOnceThereIsOne(
     player.play();
     QCOMPARE(player.playError(), std::optional(u"没有可用的音频设备"_s));
     QVERIFY(showsPlaying(bench, false));
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
     bench.equalizer.playFailure.clear();
     player.play();
     QVERIFY(showsPlaying(bench, true));
@@ -806,7 +806,7 @@ void AudioPlayerEqualizerSwitchTest::repeatedSongWithoutADeviceStops()
     bench.home.clock().advance(tick);
     QVERIFY(showsPlaying(bench, false));
     QVERIFY(player.playError());
-    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    QCOMPARE(bench.playbackTimers(), 0);
 }
 
 void AudioPlayerEqualizerSwitchTest::soughtPastTheEndIsSilentUntilTheClockEndsIt()
