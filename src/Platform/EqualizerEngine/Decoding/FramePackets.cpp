@@ -13,6 +13,9 @@ namespace {
 /// How many samples a decoder of layer III is behind: its filter bank's 528 and one.
 constexpr int decoderDelay = 529;
 constexpr int framesBetweenPlaces = 16;
+/// A frame may lean on 255 or 511 bytes of sound before it (ISO 11172-3, main_data_begin); frames of 8 kbit/s
+/// have 11 each.
+constexpr int framesLeantOn = 32;
 /// How far an encoder's byte count may be from the file's before the file counts as cut or joined.
 constexpr qint64 byteTolerance = 4096;
 
@@ -84,6 +87,7 @@ bool FramePackets::read(AVPacket &packet)
 
 void FramePackets::seek(qint64 time)
 {
+    time -= qint64(framesLeantOn) * m_first.samples;
     while (m_places.back().sample < time) {
         Place place = m_places.back();
         std::optional<FrameHeader> frame;
