@@ -202,6 +202,10 @@ private:
     void cancelSeek();
     void seekFinished(bool finished);
     QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log);
+    bool isAboutToSound() const;
+    void pauseEngine();
+    void withholdAddress();
+    bool replaysFailedItem();
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
     void stopAudioLevelSimulation();
