@@ -5,6 +5,7 @@
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/SignalWatcher.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Platform/Pulse/MediaRole.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
@@ -112,6 +113,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     QObject::connect(&application, &QGuiApplication::aboutToQuit, &player,
                      [&player] { player.setScenePhase(CadorelApp::ScenePhase::background); });
+    const RemoteCommandCenter &desktop = *platform.remoteCommandCenter;
+    QObject::connect(&desktop, &RemoteCommandCenter::raiseCommand, &scene, [&scene] { scene.raise({}); });
+    QObject::connect(&desktop, &RemoteCommandCenter::quitCommand, &application, &QGuiApplication::quit);
     const SignalWatcher signalWatcher;
     QObject::connect(&signalWatcher, &SignalWatcher::terminationRequested, &application,
                      &QGuiApplication::quit);
@@ -126,6 +130,7 @@ int main(int argc, char *argv[])
 {
     const QByteArray activationToken = SingleInstance::activationToken();
     chooseRenderer();
+    declareMusic();
     QGuiApplication application(argc, argv);
     // The player engine reads and writes numbers with a point, whatever the listener's language.
     std::setlocale(LC_NUMERIC, "C");

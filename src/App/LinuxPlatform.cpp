@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "App/LinuxPlatform.h"
 
+#include "Platform/EqualizerEngine/DecodedAudioFile.h"
+#include "Platform/EqualizerEngine/OutputAudioEngine.h"
+#include "Platform/EqualizerEngine/PulseLink.h"
+#include "Platform/EqualizerEngine/PulseOutput.h"
 #include "Platform/Linux/FallbackSecretStore.h"
 #include "Platform/Linux/FileSecretStore.h"
 #include "Platform/Linux/LibsecretStore.h"
 #include "Platform/Linux/LinuxSystem.h"
+#include "Platform/Linux/MprisPlayer.h"
 #include "Platform/Linux/PortalFilePicker.h"
+#include "Platform/Linux/PulseAudioSession.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/SystemRandom.h"
 #include "Platform/Linux/Tags/FileAssetReader.h"
@@ -30,6 +36,15 @@ Platform makeLinuxPlatform(const Directories &directories)
     platform.makeStreamPlayer = [&reader = *platform.assetReader] {
         return std::make_unique<MpvStreamPlayer>(reader);
     };
+    platform.makeAudioEngine = [] {
+        const auto link = std::make_shared<PulseLink>();
+        return std::make_unique<OutputAudioEngine>([link] { return std::make_unique<PulseOutput>(link); },
+                                                   &DecodedAudioFile::open);
+    };
+    platform.audioSession = std::make_unique<PulseAudioSession>();
+    const auto desktop = std::make_shared<MprisPlayer>(directories, *platform.clock);
+    platform.nowPlayingCenter = desktop;
+    platform.remoteCommandCenter = desktop;
     platform.httpClient = std::make_unique<NetworkHttpClient>();
     platform.secretStore = std::make_unique<FallbackSecretStore>(
         std::make_unique<LibsecretStore>(),

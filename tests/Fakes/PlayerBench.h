@@ -41,6 +41,7 @@ public:
     AudioPlayerService &player() { return *m_player; }
     LocalMusicImportService &importService() { return *m_importService; }
     WebDAVStreamingService &streaming() { return *m_streaming; }
+    SystemMediaCenter &systemMediaCenter() { return *m_systemMediaCenter; }
     /// The player's stream player; the test has made it needed.
     FakeStreamPlayer &stream() { return *home.streamPlayer(); }
     FakePlayerItem &item() { return *stream().lastItem(); }

@@ -48,6 +48,12 @@ bool isAlike(const NowPlayingInfo &one, const NowPlayingInfo &other)
     return told(one) == told(other);
 }
 
+/// It stands at its start, as a song does that was stopped.
+bool isAtRest(const NowPlayingInfo &info)
+{
+    return info.playbackRate == 0 && info.elapsedPlaybackTime < MprisPosition::toleranceAtRest;
+}
+
 } // namespace
 
 MprisPlayer::MprisPlayer(const Directories &directories, const Clock &clock, MprisBus::Connect connect)
@@ -76,6 +82,7 @@ QDBusConnection MprisPlayer::connectToSession(const QString &connectionName)
 void MprisPlayer::setNowPlayingInfo(const NowPlayingInfo &info)
 {
     const bool saysMore = !isAlike(info, m_info);
+    m_isStopped = m_isStopped && info.songId == m_info.songId && isAtRest(info);
     const QString url = m_cover.url();
     m_info = info;
     m_cover.setCover(info.songId.isEmpty() ? std::nullopt : info.artwork);
@@ -93,7 +100,7 @@ void MprisPlayer::setPlaybackControls(const PlaybackControls &controls)
 
 QVariantMap MprisPlayer::announcedProperties() const
 {
-    return mpris::playerProperties(m_info, m_controls, m_cover.url());
+    return mpris::playerProperties(m_info, m_controls, m_cover.url(), m_isStopped);
 }
 
 void MprisPlayer::announceSoon()
@@ -187,7 +194,16 @@ MprisEndpoint::Result MprisPlayer::call(const QString &method, const QVariantLis
         else if (method == "PlayPause"_L1) // which alone is to tell
             return std::unexpected(MprisError{QDBusError::Failed, u"there is nothing to play"_s});
     }
+    if (method == "Stop"_L1)
+        noteStop();
     return {};
+}
+
+void MprisPlayer::noteStop()
+{
+    // A player that has stopped looks like one that was paused at the start, but for who asked it to.
+    m_isStopped = isAtRest(m_info);
+    announceSoon();
 }
 
 double MprisPlayer::length() const

@@ -42,6 +42,7 @@ private:
     void seek(double position);
     void seekBy(qint64 offset);
     void setPosition(const QString &trackId, qint64 position);
+    void noteStop();
     double length() const;
     /// The player interface's properties that are announced.
     QVariantMap announcedProperties() const;
@@ -54,6 +55,7 @@ private:
     MprisCoverFile m_cover;
     /// What others on the bus know.
     QVariantMap m_announced;
+    bool m_isStopped = false;
     bool m_isAnnouncing = false;
     bool m_hasJumped = false;
     MprisObject m_object;

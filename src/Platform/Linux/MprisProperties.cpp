@@ -26,9 +26,9 @@ QString busText(const QString &text)
     return QString::fromUcs4(reinterpret_cast<const char32_t *>(characters.constData()), characters.size());
 }
 
-QString playbackStatus(const NowPlayingInfo &info)
+QString playbackStatus(const NowPlayingInfo &info, bool isStopped)
 {
-    if (info.songId.isEmpty())
+    if (info.songId.isEmpty() || isStopped)
         return u"Stopped"_s;
     return info.playbackRate > 0 ? u"Playing"_s : u"Paused"_s;
 }
@@ -94,10 +94,10 @@ QVariantMap rootProperties()
 }
 
 QVariantMap playerProperties(const NowPlayingInfo &info, const PlaybackControls &controls,
-                             const QString &artUrl)
+                             const QString &artUrl, bool isStopped)
 {
     constexpr double onlyRate = 1;
-    return {{u"PlaybackStatus"_s, playbackStatus(info)},
+    return {{u"PlaybackStatus"_s, playbackStatus(info, isStopped)},
             {u"LoopStatus"_s, loopStatus(controls.playMode)},
             {u"Rate"_s, onlyRate},
             {u"Shuffle"_s, controls.playMode == PlayMode::shuffle},

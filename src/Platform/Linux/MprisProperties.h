@@ -32,8 +32,9 @@ QDBusObjectPath trackId(const QString &songId);
 QVariantMap rootProperties();
 /// Those of the player interface but Position. What is unknown has no entry in Metadata.
 /// @param artUrl address of a local file; empty: no cover
+/// @param isStopped the song was stopped rather than paused
 QVariantMap playerProperties(const NowPlayingInfo &info, const PlaybackControls &controls,
-                             const QString &artUrl);
+                             const QString &artUrl, bool isStopped);
 
 /// The mode that setting LoopStatus leads to; nothing for an unknown value. Repeating all is no change while
 /// shuffling, which never ends.

@@ -70,6 +70,8 @@ QMap<QString, Interface> readInterfaces(const QString &xml)
             current->silentProperties.append(property);
         }
     }
+    if (reader.hasError())
+        return {};
     for (Interface &interface : result) {
         for (QStringList *names :
              {&interface.methods, &interface.signalNames, &interface.properties, &interface.silentProperties})

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void lengthsThatAreNoneAreLeftOut();
     void theTrackIdTellsSongsApartAndNothingElse();
     void theStatusFollowsSongAndRate();
+    void whatTheDesktopStoppedIsStopped();
     void theControlsAreTold();
     void changesOfOneTurnAreOneSignal();
     void onlyWhatChangedIsAnnounced();
@@ -153,6 +154,39 @@ void TestMprisNowPlaying::theStatusFollowsSongAndRate()
     QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Paused"_s);
     m_bench->tell(NowPlayingInfo{});
     QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Stopped"_s);
+}
+
+void TestMprisNowPlaying::whatTheDesktopStoppedIsStopped()
+{
+    QVERIFY(m_bench->begin());
+    NowPlayingInfo stopped = MprisBench::song();
+    stopped.playbackRate = 0;
+    const auto stop = [&] { m_bench->tell(stopped); };
+    connect(&m_bench->player(), &RemoteCommandCenter::stopCommand, this, stop);
+    const auto status = [this] { return client().get(u"PlaybackStatus"_s).toString(); };
+    const auto isStoppedAgain = [&] {
+        m_bench->tell(MprisBench::song());
+        client().play(u"Stop"_s);
+        return status() == "Stopped"_L1;
+    };
+    QVERIFY(isStoppedAgain());
+    const QList<QVariantMap> changes = client().takeChanges();
+    QCOMPARE(changes, QList{QVariantMap({{u"PlaybackStatus"_s, u"Stopped"_s}})});
+    QVERIFY(client().metadata().contains(u"xesam:title"_s)); // Play begins it anew
+    m_bench->tell(MprisBench::song());
+    QCOMPARE(status(), u"Playing"_s);
+    m_bench->tell(stopped); // somebody paused it at the start
+    QCOMPARE(status(), u"Paused"_s);
+    QVERIFY(isStoppedAgain());
+    NowPlayingInfo moved = stopped;
+    moved.elapsedPlaybackTime = 5;
+    m_bench->tell(moved);
+    QCOMPARE(status(), u"Paused"_s);
+    QVERIFY(isStoppedAgain());
+    stopped = MprisBench::song(u"another"_s);
+    stopped.playbackRate = 0;
+    m_bench->tell(stopped);
+    QCOMPARE(status(), u"Paused"_s);
 }
 
 void TestMprisNowPlaying::theControlsAreTold()
