@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Figure: from the command to play a local MP3 to its first sound.
-#include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundServer.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Support/HeardSound.h"
 #include "Support/MadeSound.h"
 #include "Support/ProcessUsage.h"
 #include "Support/Report.h"
@@ -22,21 +22,7 @@ namespace {
 
 constexpr int runs = 9;
 constexpr int soundSeconds = 5;
-constexpr float audible = 0.02F;
 constexpr double bar = 1.2;
-
-/// Seconds from a command to the first sound that follows it, told by the clock of the recording.
-template <typename Command>
-double secondsToSound(Recorder &recorder, Command command)
-{
-    if (!recorder.hearSilence(200ms, 20s))
-        qFatal("the device does not fall silent");
-    recorder.clear();
-    command();
-    if (!recorder.hearSound(audible, 20s))
-        qFatal("no sound is heard");
-    return static_cast<double>(recorder.firstAbove(audible)) / Recorder::sampleRate;
-}
 
 double ofReference(Recorder &recorder, const QString &file)
 {
@@ -74,16 +60,9 @@ int main(int argc, char *argv[])
         Platform platform = home.platform();
         LocalMusicImportService service(platform);
         AudioPlayerService player(platform, service);
-        const auto song = [](const QString &path) {
-            SongFields fields;
-            fields.id = path;
-            fields.title = path;
-            fields.assetURL = QUrl::fromLocalFile(path);
-            return Song(fields);
-        };
-        first.append(secondsToSound(recorder, [&] { player.playSong(song(file), {}); }));
+        first.append(secondsToSound(recorder, [&] { player.playSong(songAt(file), {}); }));
         player.pause();
-        next.append(secondsToSound(recorder, [&] { player.playSong(song(other), {}); }));
+        next.append(secondsToSound(recorder, [&] { player.playSong(songAt(other), {}); }));
         player.pause();
         resumed.append(secondsToSound(recorder, [&] { player.play(); }));
         player.pause();

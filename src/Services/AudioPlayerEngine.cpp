@@ -20,6 +20,7 @@
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -27,6 +28,8 @@ namespace {
 constexpr double engineEndMargin = 0.5;
 /// Positions that are handed over to the stream player are multiples of one over this, in seconds.
 constexpr double handoverTimescale = 600;
+/// The equalizer engine's last sound fades out on its way to the ear; by then it is over.
+constexpr auto fadingTime = 50ms;
 
 } // namespace
 
@@ -116,6 +119,7 @@ void AudioPlayerService::switchToAVPlayer(const QUrl &url, double position, bool
 {
     print(u"🎛️ 切换回 AVPlayer，位置: "_s + consoleNumber(position));
     stopEqualizerEngine();
+    const auto silentAt = m_platform.clock->monotonic() + fadingTime;
     m_usingEqualizerEngine = false;
     leaveStreamPlayer();
     const std::shared_ptr<PlayerItem> item = makeCurrentItem({.url = url, .prefersPreciseDuration = true});
@@ -126,14 +130,28 @@ void AudioPlayerService::switchToAVPlayer(const QUrl &url, double position, bool
     m_isSeeking = true;
     m_resumesAfterSeek = shouldPlay;
     const double target = std::round(position * handoverTimescale) / handoverTimescale;
-    m_player->seek(target, 0, 0, [self = QPointer<AudioPlayerService>(this), serial = m_seekSerial](bool) {
-        if (self && serial == self->m_seekSerial)
-            self->streamPlayerTookOver();
-    });
+    m_player->seek(target, 0, 0,
+                   [self = QPointer<AudioPlayerService>(this), serial = m_seekSerial, silentAt](bool) {
+                       if (self && serial == self->m_seekSerial)
+                           self->streamPlayerArrived(silentAt);
+                   });
     observeTimeAndEnd();
     if (m_duration <= 0)
         detach(loadDuration(item, DurationLog::none));
     print(u"✅ 已切换回 AVPlayer"_s);
+}
+
+void AudioPlayerService::streamPlayerArrived(std::chrono::nanoseconds silentAt)
+{
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(silentAt - m_platform.clock->monotonic());
+    if (left <= 0ms || !m_resumesAfterSeek) {
+        streamPlayerTookOver();
+        return;
+    }
+    m_handoverTimer = m_platform.clock->singleShot(left, [this, serial = m_seekSerial] {
+        if (serial == m_seekSerial)
+            streamPlayerTookOver();
+    });
 }
 
 void AudioPlayerService::streamPlayerTookOver()
@@ -159,10 +177,9 @@ void AudioPlayerService::leaveStreamPlayer()
 /// The other engine plays on: a state that a seek or an interruption had taken away comes back.
 void AudioPlayerService::goOnPlaying()
 {
-    if (m_isPlaying)
-        return;
     setIsPlaying(true);
-    startAudioLevelSimulation();
+    if (!isSimulatingLevels())
+        startAudioLevelSimulation();
 }
 
 // MARK: playing

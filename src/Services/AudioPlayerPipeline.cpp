@@ -302,6 +302,8 @@ void AudioPlayerService::play()
         if (!resumeEqualizerEngine())
             return;
     } else if (m_player) {
+        if (replaysFailedItem())
+            return;
         resumeObservers();
         m_resumesAfterSeek = true;
         m_player->play();
@@ -323,7 +325,8 @@ void AudioPlayerService::resumeObservers()
         detach(loadDuration(m_playerItem, DurationLog::none));
 }
 
-void AudioPlayerService::pause()
+/// The engine in use stands still, and a seek under way leaves it so.
+void AudioPlayerService::pauseEngine()
 {
     if (m_usingEqualizerEngine && m_parts.equalizer) {
         m_parts.equalizer->pause();
@@ -332,6 +335,11 @@ void AudioPlayerService::pause()
         m_resumesAfterSeek = false;
         m_player->pause();
     }
+}
+
+void AudioPlayerService::pause()
+{
+    pauseEngine();
     setIsPlaying(false);
     stopAudioLevelSimulation();
     updateNowPlayingInfo();

@@ -17,6 +17,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -169,6 +170,7 @@ private:
     void onEqualizerStateChanged(bool isEnabled);
     void switchToEqualizerEngine(const QUrl &url, double position, bool shouldPlay);
     void switchToAVPlayer(const QUrl &url, double position, bool shouldPlay);
+    void streamPlayerArrived(std::chrono::nanoseconds silentAt);
     void streamPlayerTookOver();
     void leaveStreamPlayer();
     void goOnPlaying();
@@ -200,6 +202,10 @@ private:
     void cancelSeek();
     void seekFinished(bool finished);
     QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log);
+    bool isAboutToSound() const;
+    void pauseEngine();
+    void withholdAddress();
+    bool replaysFailedItem();
     void updateNowPlayingInfo();
     void startAudioLevelSimulation();
     void stopAudioLevelSimulation();
@@ -249,6 +255,7 @@ private:
     bool m_usingEqualizerEngine = false;
     bool m_interruptionWasPlaying = false;
     std::unique_ptr<ClockTimer> m_eqTimeUpdateTimer;
+    std::unique_ptr<ClockTimer> m_handoverTimer; ///< until the engine that was left is silent
     QMetaObject::Connection m_itemStatusConnection;
     QMetaObject::Connection m_endConnection;
     QMetaObject::Connection m_timeControlConnection;

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <limits>
 
 namespace cadorel {
 
@@ -57,6 +58,12 @@ QRect rectangle(const QVariant &extents)
     numbers >> x >> y >> width >> height;
     numbers.endStructure();
     return {x, y, width, height};
+}
+
+const QString &valueInterface()
+{
+    static const QString name = u"org.a11y.atspi.Value"_s;
+    return name;
 }
 
 /// Numbers of states, by the desktop's interface.
@@ -146,10 +153,9 @@ QVariantList AccessibleWindow::call(const QString &path, const QString &interfac
     return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
 }
 
-QVariant AccessibleWindow::property(const QString &path, const QString &name)
+QVariant AccessibleWindow::property(const QString &path, const QString &interface, const QString &name)
 {
-    const QVariantList answer =
-        call(path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {accessible(), name});
+    const QVariantList answer = call(path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {interface, name});
     return answer.isEmpty() ? QVariant() : answer.constFirst().value<QDBusVariant>().variant();
 }
 
@@ -160,12 +166,13 @@ AccessibleWindow::Item AccessibleWindow::item(const QString &path)
     const QVariantList state = call(path, accessible(), u"GetState"_s);
     const QVariantList place = call(path, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {onScreen});
     const quint64 bits = state.isEmpty() ? 0 : states(state.constFirst());
-    return {.name = property(path, u"Name"_s).toString(),
+    return {.name = property(path, accessible(), u"Name"_s).toString(),
             .role = role.isEmpty() ? QString() : role.constFirst().toString(),
-            .description = property(path, u"Description"_s).toString(),
+            .description = property(path, accessible(), u"Description"_s).toString(),
             .place = place.isEmpty() ? QRect() : rectangle(place.constFirst()),
             .isShown = ((bits >> showingState) & 1) != 0,
-            .isEnabled = ((bits >> enabledState) & 1) != 0};
+            .isEnabled = ((bits >> enabledState) & 1) != 0,
+            .path = path};
 }
 
 void AccessibleWindow::collect(const QString &path, int depth, QList<Item> &items)
@@ -218,6 +225,18 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
                                  << (item.isEnabled ? "" : "disabled");
     }
     return found;
+}
+
+double AccessibleWindow::value(const Item &item)
+{
+    const QVariant value = property(item.path, valueInterface(), u"CurrentValue"_s);
+    return value.isValid() ? value.toDouble() : std::numeric_limits<double>::quiet_NaN();
+}
+
+void AccessibleWindow::setValue(const Item &item, double value)
+{
+    call(item.path, u"org.freedesktop.DBus.Properties"_s, u"Set"_s,
+         {valueInterface(), u"CurrentValue"_s, QVariant::fromValue(QDBusVariant(value))});
 }
 
 } // namespace cadorel

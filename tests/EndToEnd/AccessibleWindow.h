@@ -30,6 +30,8 @@ public:
         QRect place = {};
         bool isShown = false;
         bool isEnabled = false;
+        /// Where it is on the bus.
+        QString path = {};
     };
     using Matches = std::function<bool(const Item &)>;
 
@@ -48,12 +50,16 @@ public:
     /// Waits for an item that is enabled and at rest. @return the one in front; nothing after @p
     /// limitMs
     std::optional<Item> find(const Matches &matches, int limitMs = 20'000);
+    /// Value of a slider; not a number when the item is none.
+    double value(const Item &item);
+    /// Moves a slider.
+    void setValue(const Item &item, double value);
 
 private:
     QString player();
     QVariantList call(const QString &path, const QString &interface, const QString &method,
                       const QVariantList &arguments = {});
-    QVariant property(const QString &path, const QString &name);
+    QVariant property(const QString &path, const QString &interface, const QString &name);
     void collect(const QString &path, int depth, QList<Item> &items);
     Item item(const QString &path);
 

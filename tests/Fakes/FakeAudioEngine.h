@@ -69,7 +69,7 @@ public:
     /// Lets the listener hear @p seconds more of what plays; nothing moves while it does not.
     void advance(double seconds)
     {
-        if (m_isRunning && m_node.playing)
+        if (m_node.isPlaying())
             m_node.sampleTime += seconds * m_node.sampleRate;
     }
     /// The sound device goes away.
@@ -88,11 +88,16 @@ public:
     {
         calls.append(QStringLiteral("connect %1 %2").arg(connected.sampleRate).arg(connected.channelCount));
         m_node.drop();
+        m_isRunning = m_isRunning && connected == m_connected;
+        m_connected = connected;
         m_node.sampleRate = connected.sampleRate;
     }
     void start() override
     {
         calls.append(QStringLiteral("start"));
+        if (m_isRunning)
+            return;
+        m_node.playing = false;
         if (!startFailure.empty())
             throw std::runtime_error(startFailure);
         m_isRunning = true;
@@ -115,6 +120,8 @@ private:
         void play() override
         {
             engine.calls.append(QStringLiteral("node play"));
+            if (!engine.m_isRunning)
+                return;
             playing = true;
             started = true;
         }
@@ -128,7 +135,7 @@ private:
             engine.calls.append(QStringLiteral("node stop"));
             drop();
         }
-        bool isPlaying() const override { return playing; }
+        bool isPlaying() const override { return playing && engine.m_isRunning; }
         void setVolume(float value) override { engine.volume = value; }
         std::optional<NodeTime> playerTime() const override
         {
@@ -177,6 +184,7 @@ private:
 
     Node m_node{*this};
     Unit m_equalizer{*this};
+    AudioFormat m_connected;
     bool m_isRunning = false;
 };
 

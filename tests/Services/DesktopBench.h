@@ -3,6 +3,7 @@
 
 #include "Fakes/PlayerBench.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 namespace cadorel {
@@ -49,8 +50,9 @@ public:
         constexpr double interval = 0.25;
         for (int tick = 1; tick <= ticks; ++tick) {
             stream().tick(tick * interval);
-            settle();
+            QCoreApplication::processEvents();
         }
+        settle();
     }
 };
 

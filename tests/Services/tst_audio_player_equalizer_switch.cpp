@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The equalizer switched on and off while a song is there: the song changes engines and keeps its place.
+#include "Fakes/FakeAudioEngine.h"
 #include "Fakes/PlayerBench.h"
+#include "Services/EqualizerService.h"
+#include "Services/SharedServices.h"
 
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -65,6 +69,13 @@ void setEqualizer(PlayerBench &bench, bool enabled)
     settle();
 }
 
+/// The stream player is where it was sent, after a while that is longer than the engine takes to fall silent.
+void arrive(PlayerBench &bench)
+{
+    bench.home.clock().advance(100ms);
+    bench.stream().finishSeek();
+}
+
 /// What the levels and the desktop show agrees with the player.
 bool showsPlaying(PlayerBench &bench, bool playing)
 {
@@ -106,6 +117,9 @@ private Q_SLOTS:
     void switchedOffTheStreamPlayerTakesThePlaceOver();
     void placeHandedToTheStreamPlayerIsTheOneHeardNow();
     void engineIsSilentBeforeTheStreamPlayerSounds();
+    void streamPlayerWaitsUntilTheEngineHasFadedOut();
+    void pausedWhileTheEngineFadesOutStaysPaused();
+    void leftWhileTheEngineFadesOutPlaysTheOtherSong();
     void stateStaysWhileTheStreamPlayerLoads();
     void ticksOnTheWayMoveNothing();
     void switchedOffWhilePausedKeepsPlaceAndStaysPaused();
@@ -133,6 +147,9 @@ private Q_SLOTS:
     void repeatedSongWithoutADeviceStops();
     void soughtPastTheEndIsSilentUntilTheClockEndsIt();
     void seekThatIsNoTimeIsTheStart();
+
+    void thePlayerOfTheProcessPlaysThroughTheEqualizer_data();
+    void thePlayerOfTheProcessPlaysThroughTheEqualizer();
 };
 
 void AudioPlayerEqualizerSwitchTest::hearsOfTheSwitchFromTheEventLoop()
@@ -226,7 +243,7 @@ void AudioPlayerEqualizerSwitchTest::nobodyIsToldOfAPauseOnTheWay()
     QSignalSpy states(&player, &AudioPlayerService::isPlayingChanged);
     setEqualizer(bench, true);
     setEqualizer(bench, false);
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(states.size(), 0);
     QVERIFY(showsPlaying(bench, true));
     QVERIFY(!bench.player().playError());
@@ -471,7 +488,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOffTheStreamPlayerTakesThePlaceOver
     QVERIFY(!player.usingEqualizerEngine());
     QCOMPARE(bench.playbackTimers(), 0);
     bench.item().becomeReady();
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().calls.constLast(), u"play"_s);
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(player.currentTime(), 42.5);
@@ -501,9 +518,59 @@ void AudioPlayerEqualizerSwitchTest::engineIsSilentBeforeTheStreamPlayerSounds()
     setEqualizer(bench, false);
     QVERIFY(!bench.equalizer.playing);
     QCOMPARE(bench.stream().rate(), 0.0);
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().rate(), 1.0);
     QVERIFY(!bench.equalizer.playing);
+}
+
+void AudioPlayerEqualizerSwitchTest::streamPlayerWaitsUntilTheEngineHasFadedOut()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = playEngine(bench, 42.5);
+    setEqualizer(bench, false);
+    bench.home.clock().advance(10ms);
+    bench.item().becomeReady();
+    bench.stream().finishSeek();
+    QCOMPARE(bench.stream().rate(), 0.0);
+    QVERIFY(showsPlaying(bench, true));
+    bench.home.clock().advance(39ms);
+    bench.stream().tick(42.5);
+    QCOMPARE(bench.stream().rate(), 0.0);
+    bench.home.clock().advance(1ms);
+    QCOMPARE(bench.stream().rate(), 1.0);
+    QVERIFY(showsPlaying(bench, true));
+    QCOMPARE(player.currentTime(), 42.5);
+    QCOMPARE(bench.playbackTimers(), 0);
+}
+
+void AudioPlayerEqualizerSwitchTest::pausedWhileTheEngineFadesOutStaysPaused()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = playEngine(bench, 42.5);
+    setEqualizer(bench, false);
+    bench.stream().finishSeek();
+    player.pause();
+    bench.home.clock().advance(100ms);
+    QCOMPARE(bench.stream().rate(), 0.0);
+    QVERIFY(showsPlaying(bench, false));
+    // No seek is under way any more.
+    bench.stream().tick(42.6);
+    QCOMPARE(player.currentTime(), 42.6);
+}
+
+void AudioPlayerEqualizerSwitchTest::leftWhileTheEngineFadesOutPlaysTheOtherSong()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = playEngine(bench, 42.5);
+    setEqualizer(bench, false);
+    bench.stream().finishSeek();
+    setEqualizer(bench, true);
+    player.next();
+    bench.home.clock().advance(100ms);
+    QVERIFY(player.usingEqualizerEngine());
+    QCOMPARE(songOf(player).id(), u"b"_s);
+    QCOMPARE(bench.stream().rate(), 0.0);
+    QVERIFY(showsPlaying(bench, true));
 }
 
 void AudioPlayerEqualizerSwitchTest::stateStaysWhileTheStreamPlayerLoads()
@@ -515,7 +582,7 @@ void AudioPlayerEqualizerSwitchTest::stateStaysWhileTheStreamPlayerLoads()
     QSignalSpy durations(&player, &AudioPlayerService::durationChanged);
     setEqualizer(bench, false);
     QVERIFY(showsPlaying(bench, true));
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(states.size(), 0);
     QCOMPARE(times.size(), 0);
     QCOMPARE(durations.size(), 0);
@@ -528,7 +595,7 @@ void AudioPlayerEqualizerSwitchTest::ticksOnTheWayMoveNothing()
     setEqualizer(bench, false);
     bench.stream().tick(0);
     QCOMPARE(player.currentTime(), 42.5);
-    bench.stream().finishSeek();
+    arrive(bench);
     bench.stream().tick(42.75);
     QCOMPARE(player.currentTime(), 42.75);
 }
@@ -542,7 +609,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOffWhilePausedKeepsPlaceAndStaysPau
     player.pause();
     setEqualizer(bench, false);
     bench.item().becomeReady();
-    bench.stream().finishSeek();
+    arrive(bench);
     QVERIFY(!bench.stream().calls.contains(u"play"_s));
     QCOMPARE(bench.stream().calls.constLast(), u"seek 42.6"_s);
     QVERIFY(showsPlaying(bench, false));
@@ -558,7 +625,7 @@ void AudioPlayerEqualizerSwitchTest::pausedOnTheWayStaysPaused()
     AudioPlayerService &player = playEngine(bench, 42.5);
     setEqualizer(bench, false);
     player.pause();
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().rate(), 0.0);
     QVERIFY(showsPlaying(bench, false));
     QCOMPARE(player.currentTime(), 42.5);
@@ -571,7 +638,7 @@ void AudioPlayerEqualizerSwitchTest::playedOnTheWayPlays()
     player.pause();
     setEqualizer(bench, false);
     player.play();
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().rate(), 1.0);
     QVERIFY(showsPlaying(bench, true));
 }
@@ -582,7 +649,7 @@ void AudioPlayerEqualizerSwitchTest::soughtOnTheWayGoesThere()
     AudioPlayerService &player = playEngine(bench, 42.5);
     setEqualizer(bench, false);
     player.seek(150);
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().rate(), 1.0);
     QVERIFY(bench.player().isPlaying());
     QCOMPARE(player.currentTime(), 150.0);
@@ -620,7 +687,7 @@ void AudioPlayerEqualizerSwitchTest::songOnTheStreamPlayerEndsAndIsFollowed()
     PlayerBench bench;
     AudioPlayerService &player = playEngine(bench, 42.5);
     setEqualizer(bench, false);
-    bench.stream().finishSeek();
+    arrive(bench);
     bench.reachEnd();
     QCOMPARE(songOf(player).id(), u"b"_s);
     QVERIFY(!player.usingEqualizerEngine());
@@ -638,7 +705,7 @@ void AudioPlayerEqualizerSwitchTest::unknownDurationIsAskedForAgain()
     // The end took the duration away.
     QCOMPARE(player.duration(), 0.0);
     setEqualizer(bench, false);
-    bench.stream().finishSeek();
+    arrive(bench);
     bench.answerDuration(200);
     QCOMPARE(player.duration(), 200.0);
     QCOMPARE(player.currentTime(), 0.0);
@@ -655,7 +722,7 @@ void AudioPlayerEqualizerSwitchTest::switchedOnAgainOnTheWayBackResumes()
     QCOMPARE(bench.equalizer.calls, (QStringList{u"prepare a.mp3"_s, u"seek 42.5"_s, u"play"_s}));
     QVERIFY(showsPlaying(bench, true));
     // The stream player arrives too late.
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().rate(), 0.0);
     QVERIFY(player.usingEqualizerEngine());
 }
@@ -671,7 +738,7 @@ void AudioPlayerEqualizerSwitchTest::offAndOnInOneGoEndsOnTheEngine()
     QVERIFY(bench.equalizer.playing);
     QVERIFY(showsPlaying(bench, true));
     QCOMPARE(bench.equalizer.position, 42.5);
-    bench.stream().finishSeek();
+    arrive(bench);
     QCOMPARE(bench.stream().rate(), 0.0);
     QCOMPARE(bench.playbackTimers(), 1);
 }
@@ -683,7 +750,7 @@ void AudioPlayerEqualizerSwitchTest::onAndOffInOneGoEndsOnTheStreamPlayer()
     bench.equalizer.setEnabled(true);
     bench.equalizer.setEnabled(false);
     settle();
-    bench.stream().finishSeek();
+    arrive(bench);
     QVERIFY(!player.usingEqualizerEngine());
     QVERIFY(!bench.equalizer.playing);
     QCOMPARE(bench.stream().rate(), 1.0);
@@ -831,6 +898,39 @@ void AudioPlayerEqualizerSwitchTest::seekThatIsNoTimeIsTheStart()
         QCOMPARE(player.currentTime(), 0.0);
         QCOMPARE(bench.equalizer.position, 0.0);
     }
+}
+
+void AudioPlayerEqualizerSwitchTest::thePlayerOfTheProcessPlaysThroughTheEqualizer_data()
+{
+    QTest::addColumn<bool>("machineHasOne");
+    QTest::newRow("with an engine") << true;
+    QTest::newRow("without") << false;
+}
+
+void AudioPlayerEqualizerSwitchTest::thePlayerOfTheProcessPlaysThroughTheEqualizer()
+{
+    QFETCH(bool, machineHasOne);
+    const ConsoleLines console;
+    TestPlatform home;
+    home.platform.preferences->setBool(u"equalizer_enabled"_s, true);
+    if (machineHasOne)
+        home.platform.makeAudioEngine = [] { return std::make_unique<FakeAudioEngine>(); };
+    setProcessPlatform(&home.platform);
+    const auto release = qScopeGuard([&] {
+        if (home.streamPlayer())
+            home.streamPlayer()->lastItem()->answerDuration(std::unexpected(u"the test has ended"_s));
+        settle();
+        releaseSharedServices();
+        setProcessPlatform(nullptr);
+    });
+    AudioPlayerService &player = AudioPlayerService::shared();
+    QVERIFY(EqualizerService::shared().isEnabled());
+    player.playSong(fileSong(u"a"_s), {});
+    QCOMPARE(player.usingEqualizerEngine(), machineHasOne);
+    QVERIFY(player.isPlaying());
+    EqualizerService::shared().setEnabled(false);
+    settle();
+    QVERIFY(!player.usingEqualizerEngine());
 }
 
 QTEST_GUILESS_MAIN(AudioPlayerEqualizerSwitchTest)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Covers on their way to the desktop.
 #include "Fixtures/MadePicture.h"
+#include "Services/Cloud/CoverRequest.h"
 #include "Services/CloudBench.h"
 #include "Services/DesktopBench.h"
 
@@ -214,9 +215,8 @@ void SystemMediaArtworkTest::replacedCoverIsShown()
     bench.start().playSong(withCover(fileSong(u"a"_s), ArtworkData(madePng(Qt::green, 20))), {});
     QTRY_VERIFY(bench.shown().artwork);
     bench.player().playSong(withCover(fileSong(u"a"_s), ArtworkData(madePng(Qt::red, 30))), {});
-    QVERIFY(!bench.shown().artwork);
-    QTRY_VERIFY(bench.shown().artwork);
-    QCOMPARE(bench.shown().artwork->size(), QSize(30, 30));
+    const auto shownSize = [&bench] { return bench.shown().artwork.value_or(QImage()).size(); };
+    QTRY_COMPARE(shownSize(), QSize(30, 30));
 }
 
 void SystemMediaArtworkTest::coverOfTheSongBeforeIsDropped()
@@ -232,6 +232,13 @@ void SystemMediaArtworkTest::coverOfTheSongBeforeIsDropped()
         QCOMPARE(bench.shown().title, u"Title b"_s);
         QVERIFY(!bench.shown().artwork);
     }
+    // Decoded, and not told yet.
+    player.playSong(withCover(fileSong(u"a"_s), ArtworkData(madePng(Qt::green, 20))), {});
+    QVERIFY(QThreadPool::globalInstance()->waitForDone());
+    player.playSong(fileSong(u"b"_s), {});
+    finishWork();
+    QVERIFY(!bench.shown().artwork);
+
     BusyWorkers workers;
     player.playSong(withCover(fileSong(u"a"_s), ArtworkData(madePng(Qt::green, 20))), {});
     bench.playOnline(onlineSong(u"1"_s));
@@ -304,8 +311,8 @@ void SystemMediaArtworkTest::remoteCoverIsAskedForWithLimits()
     QCOMPARE(request.url, QUrl(coverUrl));
     QCOMPARE(request.method, "GET"_ba);
     QVERIFY(request.headers.isEmpty());
-    QCOMPARE(request.sizeLimit, SystemMediaCenter::largestCover);
-    QCOMPARE(request.totalTimeout, std::chrono::milliseconds(SystemMediaCenter::totalTimeout));
+    QCOMPARE(request.sizeLimit, largestCover);
+    QVERIFY(request.totalTimeout.count() > 0);
 }
 
 void SystemMediaArtworkTest::importedSongAsksForNoRemoteCover()
@@ -407,8 +414,9 @@ void SystemMediaArtworkTest::remoteCoverThatIsDecodedTooLateIsDropped()
     BusyWorkers workers;
     bench.home.web().answer(picture(madePng(Qt::red, 8)));
     settle();
-    player.playSong(next, {});
+    // Decoded, and not told yet.
     workers.release();
+    player.playSong(next, {});
     finishWork();
     QCOMPARE(bench.shown().title, u"Title b"_s);
     QVERIFY(!bench.shown().artwork);
@@ -458,7 +466,7 @@ void SystemMediaArtworkTest::onlineCoverIsFetchedOnceAndShown()
     QCOMPARE(bench.home.web().pending.size(), size_t{1});
     const HttpRequest request = bench.home.web().pending.front().request;
     QCOMPARE(request.url, QUrl(onlineCoverUrl + u'1'));
-    QCOMPARE(request.sizeLimit, SystemMediaCenter::largestCover);
+    QCOMPARE(request.sizeLimit, largestCover);
     bench.home.web().answer(picture(madeJpeg(Qt::red, 24)));
     QTRY_VERIFY(bench.shown().artwork);
     QCOMPARE(bench.shown().artwork->size(), QSize(24, 24));

@@ -310,6 +310,7 @@ void EqualizerViewModelTest::fileThatTheEngineCannotOpenIsToldApart()
     Bench bench;
     bench.engine->openFailure = "cannot decode";
     bench.equalizer.setEnabled(true);
+    settle();
     bench.playFile();
     settle();
     bench.home.streamPlayer()->lastItem()->answerDuration(100);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/EqualizerEngine/DecodedAudioFile.h"
 
+#include "Platform/EqualizerEngine/Decoding/CountedPackets.h"
 #include "Platform/EqualizerEngine/Decoding/FramePackets.h"
-#include "Platform/EqualizerEngine/Decoding/ScannedPackets.h"
 #include "Platform/EqualizerEngine/Decoding/TimedPackets.h"
 #include "Platform/UnplayableFile.h"
 
@@ -46,7 +46,7 @@ std::unique_ptr<PacketSource> openSource(const std::shared_ptr<FileBytes> &file)
         fail(input.error().reason == MediaInput::Failure::silent ? silentFileText() : unrecognisedFileText());
     if (TimedPackets::suits(**input))
         return std::make_unique<TimedPackets>(request, *std::move(input));
-    return std::make_unique<ScannedPackets>(request, *std::move(input));
+    return std::make_unique<CountedPackets>(request, *std::move(input));
 }
 
 bool isOneBit(AVCodecID id)

@@ -4,6 +4,7 @@
 #include "Platform/AudioEngine.h"
 #include "Platform/EqualizerEngine/AudioOutput.h"
 #include "Platform/EqualizerEngine/BiquadEqualizer.h"
+#include "Platform/EqualizerEngine/DecodedAudioFile.h"
 #include "Platform/EqualizerEngine/StreamingPlayerNode.h"
 
 #include <functional>
@@ -21,7 +22,7 @@ public:
 
     /// @param makeOutput makes one for each time that a device is opened
     /// @param openFile as openFile() tells
-    OutputAudioEngine(OutputFactory makeOutput, FileOpener openFile);
+    explicit OutputAudioEngine(OutputFactory makeOutput, FileOpener openFile = DecodedAudioFile::open);
     ~OutputAudioEngine() override;
     Q_DISABLE_COPY_MOVE(OutputAudioEngine)
 

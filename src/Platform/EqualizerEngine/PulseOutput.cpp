@@ -16,16 +16,20 @@ namespace {
 using namespace std::chrono_literals;
 
 /// The longest that the main thread waits for a server that does not answer, connection and stream together.
-constexpr auto openingLimit = 900ms;
+constexpr auto openingLimit = 750ms;
 /// Sent ahead and not heard yet: a moved slider is heard so much later, and a busy machine has so much time.
-constexpr double latencySeconds = 0.1;
+constexpr double latencySeconds = 0.13;
 /// What the server asks for at a time.
 constexpr double requestSeconds = 0.025;
 /// After it ran dry the server waits for so much.
 constexpr double restartSeconds = 0.01;
-/// How far ahead of what is heard the stream can still be overwritten: the server's answer about the place
-/// is not newer, and a device takes its sound a little before.
-constexpr double overwriteSeconds = 0.012;
+/// How far ahead of what is heard the stream can still be overwritten: servers take it in pieces of some
+/// milliseconds, and not every one gives back what it has taken.
+constexpr double overwriteSeconds = 0.022;
+/// The same for a sound that begins: when it comes too late, its beginning is what is lost.
+constexpr double beginSeconds = 0.04;
+/// Silence before the first sound after a rest: a server may let that much go by unheard.
+constexpr double leadSeconds = 0.012;
 /// Shorter is heard as a click.
 constexpr double fadeSeconds = 0.005;
 /// From the end of the fade until the tap is closed.
@@ -266,15 +270,14 @@ qint64 PulseOutput::fill(qint64 frameCount)
 
 qint64 PulseOutput::startOfNext() const
 {
-    if (!m_isCorked && hasRunDry())
-        return m_written + framesIn(overwriteSeconds);
-    if (!m_isCorked) {
-        const qint64 earliest = qint64(position()) + framesIn(overwriteSeconds);
-        return std::min(std::max(earliest, m_fadeEnd), m_written);
+    if (m_isCorked) {
+        const qint64 rest = m_rest.value_or(qint64(position()) + framesIn(overwriteSeconds));
+        return std::max(rest + framesIn(leadSeconds), m_fadeEnd);
     }
-    // A server may let the first milliseconds after a rest go by unheard.
-    const qint64 rest = m_rest.value_or(qint64(position()) + framesIn(overwriteSeconds));
-    return std::max(rest + framesIn(overwriteSeconds), m_fadeEnd);
+    if (hasRunDry())
+        return m_written + framesIn(leadSeconds);
+    const qint64 earliest = qint64(position()) + framesIn(beginSeconds);
+    return std::min(std::max(earliest, m_fadeEnd), m_written);
 }
 
 void PulseOutput::moveTo(qint64 frame)

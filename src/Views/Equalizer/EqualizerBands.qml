@@ -58,6 +58,7 @@ Rectangle {
                 StyledText {
                     objectName: "bandText" + band.index
                     width: parent.width
+                    height: TextStyles.caption2.line
                     text: band.gainText
                     style: TextStyles.caption2
                     color: SystemColors.secondaryLabel

@@ -17,7 +17,9 @@ namespace {
 constexpr int highest = 8'000; // of 32,768: loud enough, and far from what any player must limit
 constexpr double typicalPower = (highest / 32'768.0) * (highest / 32'768.0) / 3;
 constexpr double silence = 1e-4;
+constexpr float audible = 0.0005F;
 constexpr double alike = 0.95;
+constexpr std::ptrdiff_t nearby = 3 * MarkedSound::sampleRate;
 
 double dot(const float *a, const float *b, std::size_t count)
 {
@@ -92,6 +94,40 @@ MarkedSound::Place MarkedSound::find(std::span<const float> piece) const
     return find(piece, 0, std::ssize(m_samples));
 }
 
+std::optional<double> MarkedSound::endOf(std::span<const float> recording, double near) const
+{
+    constexpr std::ptrdiff_t longestFade = sampleRate / 10;
+    constexpr std::ptrdiff_t step = momentSamples / 2;
+    const auto isAudible = [](float sample) { return std::abs(sample) > audible; };
+    const auto last = std::find_if(recording.rbegin(), recording.rend(), isAudible);
+    const std::ptrdiff_t end = std::distance(last, recording.rend());
+    const auto expected = static_cast<std::ptrdiff_t>(near * sampleRate);
+    for (std::ptrdiff_t at = end; at >= momentSamples && end - at <= longestFade; at -= step) {
+        const auto piece = recording.subspan(static_cast<std::size_t>(at - momentSamples), momentSamples);
+        const Place place = find(piece, expected - sampleRate, expected + sampleRate);
+        if (place.likeness >= alike)
+            return place.seconds() + static_cast<double>(end - at + momentSamples) / sampleRate;
+    }
+    return std::nullopt;
+}
+
+MarkedSound::Mix MarkedSound::mix(std::span<const float> piece, std::ptrdiff_t first,
+                                  std::ptrdiff_t second) const
+{
+    const std::ptrdiff_t last = std::ssize(m_samples) - std::ssize(piece);
+    if (std::min(first, second) < 0 || std::max(first, second) > last)
+        return {};
+    // Least squares: piece ~ a x(first) + b x(second).
+    const std::span one(m_samples.data() + first, piece.size());
+    const std::span other(m_samples.data() + second, piece.size());
+    const double both = dot(one.data(), other.data(), piece.size());
+    const double ofOne = dot(piece.data(), one.data(), piece.size());
+    const double ofOther = dot(piece.data(), other.data(), piece.size());
+    const double determinant = energy(one) * energy(other) - both * both;
+    return {(ofOne * energy(other) - ofOther * both) / determinant,
+            (ofOther * energy(one) - ofOne * both) / determinant};
+}
+
 std::vector<MarkedSound::Moment> MarkedSound::follow(std::span<const float> recording) const
 {
     std::vector<Moment> moments;
@@ -102,11 +138,13 @@ std::vector<MarkedSound::Moment> MarkedSound::follow(std::span<const float> reco
         moment.recorded = at;
         moment.isSilent = energy(piece) < silence * silence * momentSamples;
         if (!moment.isSilent) {
-            // It mostly goes on where it was.
+            // It mostly goes on where it was, or not far from there.
             Place place;
             if (expected)
                 place = find(piece, *expected, *expected);
-            if (place.likeness < alike)
+            if (expected && place.likeness < alike)
+                place = find(piece, *expected - nearby, *expected + nearby);
+            if (!expected)
                 place = find(piece);
             if (place.likeness >= alike) {
                 moment.place = place;

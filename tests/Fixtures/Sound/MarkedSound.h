@@ -39,6 +39,20 @@ public:
     /// The same in all of it.
     Place find(std::span<const float> piece) const;
 
+    /// Where in this sound a recording ends, in seconds, silence at its end left out. What is faded at the
+    /// end counts by its length. Looks within a second of @p near; nothing when the recording is from
+    /// elsewhere.
+    std::optional<double> endOf(std::span<const float> recording, double near) const;
+
+    /// How loud two places are in a piece of sound that may hold both at once.
+    struct Mix
+    {
+        double first = 0;
+        double second = 0;
+    };
+    /// @param first, @param second where in this sound the piece would begin; not the same
+    Mix mix(std::span<const float> piece, std::ptrdiff_t first, std::ptrdiff_t second) const;
+
     /// A piece of a recording, a hundredth of a second long.
     struct Moment
     {
@@ -49,7 +63,7 @@ public:
         std::optional<Place> place;
     };
     static constexpr std::ptrdiff_t momentSamples = sampleRate / 100;
-    /// What a recording tells, moment by moment.
+    /// What a recording tells, moment by moment, as long as no jump in it is farther than three seconds.
     std::vector<Moment> follow(std::span<const float> recording) const;
 
 private:

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void findsAPieceToTheSample();
     void tellsHowLoudAPieceIs();
     void twoPiecesAtOnceAreLikeNone();
+    void tellsWhereARecordingEnds();
+    void tellsTwoPlacesApart();
     void followsAJumpWithAGap();
 
 private:
@@ -58,6 +60,29 @@ void MarkedSoundTest::twoPiecesAtOnceAreLikeNone()
         QVERIFY(!moment.isSilent);
         QVERIFY(!moment.place);
     }
+}
+
+void MarkedSoundTest::tellsWhereARecordingEnds()
+{
+    std::vector<float> recording = piece(48'000, 24'000);
+    for (std::size_t i = 0; i < 960; ++i)
+        recording[23'040 + i] *= 1 - static_cast<float>(i) / 960;
+    recording.resize(40'000);
+    const std::optional<double> end = m_sound.endOf(recording, 1.2);
+    QVERIFY(end && std::abs(*end - 1.5) < 0.001);
+    QVERIFY(!m_sound.endOf(recording, 3));
+    QVERIFY(!m_sound.endOf(std::vector<float>(40'000), 1.2));
+}
+
+void MarkedSoundTest::tellsTwoPlacesApart()
+{
+    std::vector<float> both = piece(1000, 120);
+    const std::vector<float> other = piece(100'000, 120);
+    std::ranges::transform(both, other, both.begin(), [](float a, float b) { return a / 4 + b; });
+    const MarkedSound::Mix mix = m_sound.mix(both, 1000, 100'000);
+    QVERIFY(std::abs(mix.first - 0.25) < 0.001);
+    QVERIFY(std::abs(mix.second - 1) < 0.001);
+    QVERIFY(std::abs(m_sound.mix(other, 1000, 100'000).first) < 0.001);
 }
 
 void MarkedSoundTest::followsAJumpWithAGap()

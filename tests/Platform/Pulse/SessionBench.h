@@ -55,7 +55,7 @@ public:
         player.replaceCurrentItem(m_item);
         player.play();
         session.activate();
-        return QTest::qWaitFor([this] { return !stream().isEmpty(); }, soundPatienceMs) && catchUp();
+        return QTest::qWaitFor([this] { return !stream().isEmpty(); }, soundPatienceMs) && isWatching();
     }
     /// The server's number of the player's stream; empty when there is none.
     QString stream() const
@@ -65,18 +65,31 @@ public:
                 .arg(QCoreApplication::applicationPid()));
         return mine.match(QString::fromUtf8(server.streams())).captured(1);
     }
+    /// Whether the session has begun to look: a device that was there before is not told.
+    bool isWatching()
+    {
+        constexpr int moments = 20;
+        for (int moment = 0; moment < moments; ++moment) {
+            if (!catchUp(soundPatienceMs / moments))
+                continue;
+            const bool isDone = catchUp();
+            told.removeAll(QStringLiteral("newDeviceAvailable"));
+            return isDone;
+        }
+        return false;
+    }
     /// Whether the session has seen all that the server did so far: it tells of a device that came last.
-    bool catchUp()
+    bool catchUp(int limitMs = soundPatienceMs)
     {
         const QByteArray module =
             server.ask({QStringLiteral("load-module"), QStringLiteral("module-null-sink")});
-        const bool isSeen = !module.isEmpty() && waitFor(QStringLiteral("newDeviceAvailable"));
+        const bool isSeen = !module.isEmpty() && waitFor(QStringLiteral("newDeviceAvailable"), limitMs);
         return server.unload(module) && isSeen;
     }
     /// Waits until the session has told that, and forgets it.
-    bool waitFor(const QString &word)
+    bool waitFor(const QString &word, int limitMs = soundPatienceMs)
     {
-        return QTest::qWaitFor([&] { return told.removeOne(word); }, soundPatienceMs);
+        return QTest::qWaitFor([&] { return told.removeOne(word); }, limitMs);
     }
 
 private:

@@ -13,6 +13,9 @@ namespace {
 /// How many samples a decoder of layer III is behind: its filter bank's 528 and one.
 constexpr int decoderDelay = 529;
 constexpr int framesBetweenPlaces = 16;
+/// A frame may lean on 255 or 511 bytes of sound before it (ISO 11172-3, main_data_begin); frames of 8 kbit/s
+/// have 11 each.
+constexpr int framesLeantOn = 32;
 /// How far an encoder's byte count may be from the file's before the file counts as cut or joined.
 constexpr qint64 byteTolerance = 4096;
 
@@ -58,14 +61,15 @@ void FramePackets::readHeader(const AudioSignature &signature)
         return;
     const qint64 told = m_next.offset + header->bytes;
     m_next.offset += m_first.bytes;
+    if (header->gaps)
+        m_begin = header->gaps->delay + decoderDelay;
+    // Of a file that was cut, or joined from several, the header tells another's length.
     const bool whole = header->bytes > 0 && std::abs(told - signature.audioEnd) <= byteTolerance;
     if (!whole)
         return;
     m_end = header->frames * m_first.samples;
-    if (header->gaps && m_end > 0) {
-        m_begin = header->gaps->delay + decoderDelay;
+    if (header->gaps && m_end > 0)
         m_end -= std::max(0, header->gaps->padding - decoderDelay);
-    }
 }
 
 bool FramePackets::read(AVPacket &packet)
@@ -84,6 +88,7 @@ bool FramePackets::read(AVPacket &packet)
 
 void FramePackets::seek(qint64 time)
 {
+    time -= qint64(framesLeantOn) * m_first.samples;
     while (m_places.back().sample < time) {
         Place place = m_places.back();
         std::optional<FrameHeader> frame;

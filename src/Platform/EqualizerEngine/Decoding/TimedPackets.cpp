@@ -14,6 +14,9 @@ namespace cadorel {
 
 namespace {
 
+/// The list of edits counts in the unit of the whole film, 1/600 s or so.
+constexpr qint64 editsPerSecond = 500;
+
 bool isPcm(const AVCodecParameters &parameters)
 {
     return av_get_exact_bits_per_sample(parameters.codec_id) > 0 && parameters.block_align > 0 &&
@@ -43,7 +46,7 @@ bool TimedPackets::suits(const MediaInput &input)
     const AVStream *stream = input.audio();
     if (stream->duration == AV_NOPTS_VALUE || stream->duration <= 0 || stream->time_base.num <= 0)
         return false;
-    for (const char *name : {"flac", "ogg", "mov", "wv", "tta", "tak", "ape", "dsf", "iff"}) {
+    for (const char *name : {"flac", "mov", "wv", "tta", "tak", "ape", "dsf", "iff"}) {
         if (isNamed(input, name))
             return true;
     }
@@ -63,22 +66,23 @@ TimedPackets::TimedPackets(MediaInput::Request request, std::unique_ptr<MediaInp
     const AVStream *stream = m_input->audio();
     avcodec_parameters_copy(m_parameters.get(), stream->codecpar);
     m_end = stream->duration + (stream->start_time == AV_NOPTS_VALUE ? 0 : stream->start_time);
-    // The last page counts what comes before the song, too (RFC 7845, section 4).
-    if (isNamed(*m_input, "ogg") && m_parameters->codec_id == AV_CODEC_ID_OPUS)
-        m_end -= m_parameters->initial_padding;
+    if (!isNamed(*m_input, "mov"))
+        return;
+    MediaInput::Request unedited = m_request;
+    unedited.unedited = true;
+    if (const auto recorded = MediaInput::open(unedited))
+        m_recordedLength = (*recorded)->audio()->duration;
 }
 
 bool TimedPackets::readNext(AVPacket &packet)
 {
-    while (m_input && av_read_frame(m_input->context(), &packet) >= 0) {
-        if (packet.stream_index == m_input->audio()->index && packet.size > 0) {
-            if (m_soundOffset < 0)
-                m_soundOffset = packet.pos;
-            return true;
-        }
-        av_packet_unref(&packet);
+    if (!m_input || !m_input->readSound(packet))
+        return false;
+    if (m_soundOffset < 0) {
+        m_soundOffset = packet.pos;
+        m_firstTime = packet.pts == AV_NOPTS_VALUE ? 0 : packet.pts;
     }
-    return false;
+    return true;
 }
 
 bool TimedPackets::read(AVPacket &packet)
@@ -94,16 +98,22 @@ void TimedPackets::seek(qint64 time)
 {
     const auto readWaiting = [this] {
         av_packet_unref(m_waiting.get());
-        return m_hasWaiting = readNext(*m_waiting);
+        m_hasWaiting = readNext(*m_waiting);
+        return m_hasWaiting;
     };
-    if (m_input &&
+    const auto begins = [this](qint64 atMost) {
+        return m_waiting->pts != AV_NOPTS_VALUE && m_waiting->pts <= atMost;
+    };
+    const bool found =
+        m_input &&
         av_seek_frame(m_input->context(), m_input->audio()->index, time, AVSEEK_FLAG_BACKWARD) >= 0 &&
-        readWaiting() && m_waiting->pts != AV_NOPTS_VALUE && m_waiting->pts <= time)
-        return;
-    rewind();
-    while (readWaiting() && m_waiting->pts != AV_NOPTS_VALUE &&
-           m_waiting->pts + m_waiting->duration <= time) {
+        readWaiting() && begins(time);
+    if (!found) {
+        rewind();
+        readWaiting();
     }
+    while (m_hasWaiting && begins(time - m_waiting->duration))
+        readWaiting();
 }
 
 void TimedPackets::rewind()
@@ -121,6 +131,11 @@ qint64 TimedPackets::end(qint64 songBegin) const
         // A recording that was cut off still announces its whole length.
         const qint64 there = (m_request.file->size() - m_soundOffset) / m_parameters->block_align;
         return std::min(m_end, songBegin + there);
+    }
+    if (m_recordedLength) {
+        const qint64 recordedEnd = m_firstTime + *m_recordedLength;
+        if (std::abs(recordedEnd - m_end) <= av_rescale_q(1, {1, editsPerSecond}, m_timeBase))
+            return recordedEnd;
     }
     return m_end;
 }

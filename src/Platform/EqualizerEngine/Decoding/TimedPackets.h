@@ -29,7 +29,10 @@ private:
     AvPointer<AVCodecParameters> m_parameters;
     AVRational m_timeBase;
     qint64 m_end;
+    /// How long an MP4 is without its list of edits.
+    std::optional<qint64> m_recordedLength;
     std::optional<qint64> m_gaplessLength;
+    qint64 m_firstTime = 0;
     qint64 m_soundOffset = -1;
     /// The first packet after a seek, read already.
     AvPointer<AVPacket> m_waiting;

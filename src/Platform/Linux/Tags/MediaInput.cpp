@@ -8,6 +8,7 @@
 extern "C" {
 #include <libavformat/avformat.h>
 #include <libavformat/avio.h>
+#include <libavutil/dict.h>
 #include <libavutil/error.h>
 #include <libavutil/mem.h>
 }
@@ -19,6 +20,8 @@ namespace cadorel {
 namespace {
 
 constexpr int bufferBytes = 32 * 1024;
+/// Some containers fail for good, some only in a damaged stretch.
+constexpr int mostErrors = 1000;
 constexpr qint64 probeBytes = qint64(1024) * 1024;
 constexpr qint64 probeMicroseconds = 5'000'000;
 /// Containers of sound. None of those that refer to other files, no images and no texts; and not bare MPEG
@@ -73,8 +76,13 @@ std::expected<void, MediaInput::Failure> MediaInput::start()
     m_context->format_whitelist = av_strdup(containers);
     m_context->probesize = probeBytes;
     m_context->max_analyze_duration = probeMicroseconds;
+    AVDictionary *options = nullptr;
+    if (m_request.unedited)
+        av_dict_set(&options, "ignore_editlist", "1", 0);
     // On a failure libavformat frees the context itself.
-    if (const int error = avformat_open_input(&m_context, nullptr, nullptr, nullptr); error < 0)
+    const int error = avformat_open_input(&m_context, nullptr, nullptr, &options);
+    av_dict_free(&options);
+    if (error < 0)
         return unrecognised(error);
     if (m_context->probe_score <= AVPROBE_SCORE_RETRY)
         return std::unexpected(Failure{Failure::unrecognised, u"not an audio file"_s});
@@ -97,6 +105,23 @@ std::expected<void, MediaInput::Failure> MediaInput::start()
 AVStream *MediaInput::audio() const
 {
     return m_context->streams[m_audio];
+}
+
+bool MediaInput::readSound(AVPacket &packet)
+{
+    for (int errors = 0; errors < mostErrors;) {
+        const int result = av_read_frame(m_context, &packet);
+        if (result == AVERROR_EOF)
+            return false;
+        if (result < 0) {
+            ++errors;
+            continue;
+        }
+        if (packet.stream_index == m_audio && packet.size > 0)
+            return true;
+        av_packet_unref(&packet);
+    }
+    return false;
 }
 
 int MediaInput::read(void *self, unsigned char *to, int length)

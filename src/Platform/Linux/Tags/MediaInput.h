@@ -8,6 +8,7 @@
 struct AVDictionary;
 struct AVFormatContext;
 struct AVIOContext;
+struct AVPacket;
 struct AVStream;
 
 namespace cadorel {
@@ -25,6 +26,8 @@ public:
         qint64 readLimit = std::numeric_limits<qint64>::max();
         /// Whether every other stream, a cover for instance, is passed over.
         bool soundOnly = false;
+        /// Whether an MP4 is given as it was recorded, without its list of edits.
+        bool unedited = false;
     };
 
     /// Why there is no input.
@@ -50,6 +53,8 @@ public:
     AVFormatContext *context() const { return m_context; }
     /// The stream of sound that is the song.
     AVStream *audio() const;
+    /// The song's next packet, behind whatever is damaged. @return false at the end
+    bool readSound(AVPacket &packet);
     /// How many bytes were read.
     qint64 bytesRead() const { return m_request.readLimit - m_left; }
     bool atLimit() const { return m_left == 0; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/EqualizerEngine/Decoding/PacketMeasure.h"
 #include "Platform/EqualizerEngine/Decoding/PacketSource.h"
 #include "Platform/Linux/Tags/MediaInput.h"
 
@@ -8,13 +9,13 @@
 
 namespace cadorel {
 
-/// A container whose times are coarse or missing, Matroska's milliseconds for instance: all packets are
-/// looked at once, and their samples counted.
-class ScannedPackets final : public PacketSource
+/// A container whose times are coarse, wrong in places or missing: Matroska counts milliseconds, and the
+/// times in a page of Ogg are guesses. The samples of all packets are counted, when the container does not
+/// tell the length already at the opening, else before the first seek.
+class CountedPackets final : public PacketSource
 {
 public:
-    /// Reads @p input to its end.
-    ScannedPackets(MediaInput::Request request, std::unique_ptr<MediaInput> input);
+    CountedPackets(MediaInput::Request request, std::unique_ptr<MediaInput> input);
 
     const AVCodecParameters &parameters() const override { return *m_parameters; }
     AVRational timeBase() const override { return {1, m_sampleRate}; }
@@ -33,14 +34,19 @@ private:
         /// Its first sample, counted.
         qint64 sample = 0;
         int samples = 0;
+        /// Tells it from its neighbours.
+        quint32 mark = 0;
     };
     struct Trial;
 
+    std::optional<qint64> toldLength() const;
     bool readNext(AVPacket &packet);
-    void scan(Trial &trial);
-    void count(const Trial &trial);
+    void add(const AVPacket &packet);
+    void tryDecoding(Trial &trial);
+    void countAll();
     bool agreesWithTimes() const;
     void countByTimes();
+    qint64 startOf(size_t i) const;
     std::optional<size_t> find(const AVPacket &packet) const;
 
     MediaInput::Request m_request;
@@ -48,7 +54,15 @@ private:
     AvPointer<AVCodecParameters> m_parameters;
     AVRational m_containerUnit;
     int m_sampleRate = 1;
+    /// Of a packet that does not tell it.
+    int m_usualSamples = 0;
+    PacketMeasure m_measure;
+    /// The packets as far as they are known.
     std::vector<Entry> m_entries;
+    bool m_complete = false;
+    /// Whether the container tells the song's length.
+    bool m_isLengthTold = false;
+    int m_behindSong = 0;
     qint64 m_begin = 0;
     qint64 m_end = 0;
     /// The packet that the container gives next, and the first one that is wanted.
