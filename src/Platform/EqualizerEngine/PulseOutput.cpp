@@ -68,14 +68,20 @@ PulseOutput::~PulseOutput()
 {
     if (!m_connection)
         return;
-    const std::scoped_lock guard(m_connection->thread());
-    cancelCork();
-    if (m_stream) {
-        pa_stream_set_state_callback(m_stream.get(), nullptr, nullptr);
-        pa_stream_set_write_callback(m_stream.get(), nullptr, nullptr);
-        pa_stream_disconnect(m_stream.get());
-        m_stream.reset();
+    {
+        const std::scoped_lock guard(m_connection->thread());
+        if (std::exchange(m_plays, false) && !m_mustPlace)
+            fallSilent();
+        cancelCork();
+        m_isOpen = false;
+        forgetRest();
+        if (m_stream) {
+            pa_stream_set_state_callback(m_stream.get(), nullptr, nullptr);
+            pa_stream_set_write_callback(m_stream.get(), nullptr, nullptr);
+        }
     }
+    if (m_stream)
+        m_link->endSoon(std::move(m_connection), std::move(m_stream));
 }
 
 PulsePtr<pa_stream> PulseOutput::newStream() const
@@ -385,16 +391,24 @@ void PulseOutput::corkSoon()
         this);
 }
 
-void PulseOutput::askForRest()
+void PulseOutput::forgetRest()
 {
     m_rest.reset();
+    if (m_restAnswer)
+        pa_operation_cancel(m_restAnswer.get());
+    m_restAnswer.reset();
+}
+
+void PulseOutput::askForRest()
+{
+    forgetRest();
     const auto told = [](pa_stream *stream, int success, void *self) {
         auto *output = static_cast<PulseOutput *>(self);
         const pa_timing_info *timing = pa_stream_get_timing_info(stream);
         if (success != 0 && output->m_isCorked && timing && timing->read_index_corrupt == 0)
             output->m_rest = timing->read_index / qint64(pa_frame_size(pa_stream_get_sample_spec(stream)));
     };
-    letGo(pa_stream_update_timing_info(m_stream.get(), told, this));
+    m_restAnswer.reset(pa_stream_update_timing_info(m_stream.get(), told, this));
 }
 
 void PulseOutput::cancelCork()

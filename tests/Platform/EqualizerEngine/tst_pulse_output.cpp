@@ -25,16 +25,18 @@ constexpr float audible = 0.002F;
 /// The sound of a ramp, recorded.
 struct Bench
 {
-    explicit Bench(const SoundServer &server, AudioFormat format = mono)
+    explicit Bench(const SoundServer &server, AudioFormat format = mono,
+                   std::shared_ptr<PulseLink> link = std::make_shared<PulseLink>())
         : recorder(server)
         , ramp(format)
+        , output(std::move(link))
     {
         output.open(ramp.format(), ramp.source());
     }
 
     Recorder recorder;
     RampSource ramp;
-    PulseOutput output{std::make_shared<PulseLink>()};
+    PulseOutput output;
 };
 
 /// A stretch of a recording without a jump.
@@ -193,6 +195,31 @@ private Q_SLOTS:
             return count;
         };
         QVERIFY(succeedsOnce([&] { return clicks() <= 2; }));
+    }
+
+    void endsWithoutAClick()
+    {
+        const auto noStreamIsLeft = [this] {
+            return QTest::qWaitFor([this] { return !m_server.streams().contains("Sink Input #"); });
+        };
+        const auto endsSoftly = [this, noStreamIsLeft](bool dropped) {
+            const auto link = std::make_shared<PulseLink>();
+            std::optional<Bench> bench(std::in_place, m_server, mono, link);
+            Recorder recorder(m_server);
+            bench->output.play();
+            if (!QTest::qWaitFor([&] { return bench->output.framesHeard() > 24'000; }))
+                return false;
+            if (dropped)
+                bench->output.drop();
+            bench.reset();
+            if (!recorder.hearSilence(100ms, 5s) || !noStreamIsLeft())
+                return false;
+            const auto &samples = recorder.samples();
+            const auto end = std::size_t(recorder.lastAbove(0.001F));
+            return end > 480 && std::abs(samples[end]) < 0.01F;
+        };
+        QVERIFY(succeedsOnce([&] { return endsSoftly(true); }));
+        QVERIFY(succeedsOnce([&] { return endsSoftly(false); }));
     }
 
     void anotherSoundFollowsADropAtOnce()
