@@ -247,7 +247,8 @@ void TestMediaControls::nextAndPrevious()
     QCOMPARE(ask({u"pause"_s}), QString());
     QTRY_COMPARE(status(), u"Paused"_s);
     QCOMPARE(ask({u"position"_s, u"1"_s}), QString());
-    QTRY_COMPARE(position(), 1.0);
+    const auto hasJustBegun = [this] { return position() > 0 && position() < 2; };
+    QTRY_VERIFY(hasJustBegun()); // seeking is not exact
     QCOMPARE(ask({u"previous"_s}), QString());
     QTRY_COMPARE(title(), red.title);
     QTRY_COMPARE(status(), u"Playing"_s);

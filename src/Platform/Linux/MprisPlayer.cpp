@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/MprisPlayer.h"
 
+#include "Platform/Clock.h"
 #include "Platform/Linux/MprisProperties.h"
 
 #include <QDBusMessage>
@@ -19,6 +20,9 @@ namespace cadorel {
 namespace {
 
 constexpr double microsecondsPerSecond = 1e6;
+
+/// A song that stands at its start so soon after it was asked to stop has stopped.
+constexpr std::chrono::seconds stopLimit{2};
 
 struct Command
 {
@@ -57,7 +61,8 @@ bool isAtRest(const NowPlayingInfo &info)
 } // namespace
 
 MprisPlayer::MprisPlayer(const Directories &directories, const Clock &clock, MprisBus::Connect connect)
-    : m_position(clock)
+    : m_clock(clock)
+    , m_position(clock)
     , m_cover(directories.caches + u"/NowPlaying"_s)
     , m_announced(announcedProperties())
     , m_object(*this)
@@ -82,13 +87,16 @@ QDBusConnection MprisPlayer::connectToSession(const QString &connectionName)
 void MprisPlayer::setNowPlayingInfo(const NowPlayingInfo &info)
 {
     const bool saysMore = !isAlike(info, m_info);
-    m_isStopped = m_isStopped && info.songId == m_info.songId && isAtRest(info);
+    const bool wasStopped = m_isStopped;
+    m_isStopped = isAtRest(info) && info.songId == m_info.songId && (wasStopped || isStopping());
+    if (m_isStopped || info.songId != m_info.songId)
+        m_stopAsked.reset();
     const QString url = m_cover.url();
     m_info = info;
     m_cover.setCover(info.songId.isEmpty() ? std::nullopt : info.artwork);
     const bool hasJumped = m_position.take(info);
     m_hasJumped = m_hasJumped || hasJumped;
-    if (saysMore || hasJumped || m_cover.url() != url)
+    if (saysMore || hasJumped || wasStopped != m_isStopped || m_cover.url() != url)
         announceSoon();
 }
 
@@ -196,6 +204,8 @@ MprisEndpoint::Result MprisPlayer::call(const QString &method, const QVariantLis
     }
     if (method == "Stop"_L1)
         noteStop();
+    else
+        m_stopAsked.reset();
     return {};
 }
 
@@ -203,7 +213,14 @@ void MprisPlayer::noteStop()
 {
     // A player that has stopped looks like one that was paused at the start, but for who asked it to.
     m_isStopped = isAtRest(m_info);
+    if (!m_isStopped)
+        m_stopAsked = m_clock.monotonic(); // it takes a moment to stand there
     announceSoon();
+}
+
+bool MprisPlayer::isStopping() const
+{
+    return m_stopAsked && m_clock.monotonic() - *m_stopAsked < stopLimit;
 }
 
 double MprisPlayer::length() const

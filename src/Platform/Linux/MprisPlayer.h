@@ -11,6 +11,9 @@
 
 #include <QVariantMap>
 
+#include <chrono>
+#include <optional>
+
 namespace cadorel {
 
 /// The desktop's media controls over the session bus, both ways, by the Media Player Remote Interfacing
@@ -43,12 +46,14 @@ private:
     void seekBy(qint64 offset);
     void setPosition(const QString &trackId, qint64 position);
     void noteStop();
+    bool isStopping() const;
     double length() const;
     /// The player interface's properties that are announced.
     QVariantMap announcedProperties() const;
     void announceSoon();
     void announce();
 
+    const Clock &m_clock;
     NowPlayingInfo m_info;
     PlaybackControls m_controls;
     MprisPosition m_position;
@@ -56,6 +61,7 @@ private:
     /// What others on the bus know.
     QVariantMap m_announced;
     bool m_isStopped = false;
+    std::optional<std::chrono::nanoseconds> m_stopAsked;
     bool m_isAnnouncing = false;
     bool m_hasJumped = false;
     MprisObject m_object;

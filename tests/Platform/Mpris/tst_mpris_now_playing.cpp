@@ -38,6 +38,7 @@ private Q_SLOTS:
     void theTrackIdTellsSongsApartAndNothingElse();
     void theStatusFollowsSongAndRate();
     void whatTheDesktopStoppedIsStopped();
+    void stoppingMayTakeAMoment();
     void theControlsAreTold();
     void changesOfOneTurnAreOneSignal();
     void onlyWhatChangedIsAnnounced();
@@ -187,6 +188,37 @@ void TestMprisNowPlaying::whatTheDesktopStoppedIsStopped()
     stopped.playbackRate = 0;
     m_bench->tell(stopped);
     QCOMPARE(status(), u"Paused"_s);
+}
+
+void TestMprisNowPlaying::stoppingMayTakeAMoment()
+{
+    NowPlayingInfo playing = MprisBench::song();
+    playing.elapsedPlaybackTime = 30;
+    NowPlayingInfo stopped = MprisBench::song();
+    stopped.playbackRate = 0;
+    QVERIFY(m_bench->begin(playing));
+    QCOMPARE(client().play(u"Stop"_s), QString());
+    QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Playing"_s);
+    m_bench->clock().advance(250ms);
+    playing.elapsedPlaybackTime = 0;
+    m_bench->tell(playing);
+    m_bench->tell(stopped);
+    QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Stopped"_s);
+    // Nobody stops it this time.
+    m_bench->tell(playing);
+    m_bench->tell(stopped);
+    QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Paused"_s);
+    // A stop that did not come about is no reason later on, and neither is one that was taken back.
+    m_bench->tell(playing);
+    QCOMPARE(client().play(u"Stop"_s), QString());
+    m_bench->clock().advance(1min);
+    m_bench->tell(stopped);
+    QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Paused"_s);
+    m_bench->tell(playing);
+    QCOMPARE(client().play(u"Stop"_s), QString());
+    QCOMPARE(client().play(u"Play"_s), QString());
+    m_bench->tell(stopped);
+    QCOMPARE(client().get(u"PlaybackStatus"_s).toString(), u"Paused"_s);
 }
 
 void TestMprisNowPlaying::theControlsAreTold()
