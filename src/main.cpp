@@ -5,6 +5,7 @@
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/SignalWatcher.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Platform/Pulse/MediaRole.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
@@ -129,6 +130,7 @@ int main(int argc, char *argv[])
 {
     const QByteArray activationToken = SingleInstance::activationToken();
     chooseRenderer();
+    declareMusic();
     QGuiApplication application(argc, argv);
     // The player engine reads and writes numbers with a point, whatever the listener's language.
     std::setlocale(LC_NUMERIC, "C");

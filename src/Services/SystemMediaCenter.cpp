@@ -6,6 +6,7 @@
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/Cloud/CoverImage.h"
+#include "Services/Cloud/CoverRequest.h"
 #include "Services/Seams/OnlineSongAddresses.h"
 #include "Services/SharedServices.h"
 #include "Utils/Console.h"
@@ -335,11 +336,7 @@ QCoro::Task<SystemMediaCenter::Artwork> SystemMediaCenter::fetchArtwork(QUrl url
         before->cancel();
     if (!m_platform.httpClient)
         co_return givenUp;
-    HttpRequest request;
-    request.url = url;
-    request.idleTimeout = idleTimeout;
-    request.totalTimeout = totalTimeout;
-    request.sizeLimit = largestCover;
+    HttpRequest request = coverRequest(url);
     request.transfer = transfer;
     const std::expected<HttpResponse, HttpError> response = co_await m_platform.httpClient->send(request);
     if (!self || transfer->isCancelled())

@@ -14,7 +14,6 @@
 #include <QString>
 #include <QUrl>
 
-#include <chrono>
 #include <expected>
 #include <memory>
 #include <optional>
@@ -30,12 +29,8 @@ class SystemMediaCenter : public QObject, public MediaCenter
 {
     Q_OBJECT
 public:
-    /// A longer picture from the network is no cover, in bytes.
-    static constexpr qint64 largestCover = qint64{10} * 1024 * 1024;
     /// Longest side of a published cover in pixels; a larger one is scaled down.
     static constexpr int longestSide = 1024;
-    static constexpr std::chrono::seconds idleTimeout{30};
-    static constexpr std::chrono::seconds totalTimeout{120};
 
     /// @param platform and @param onlineAddresses outlive the object; null: online songs have no covers. A
     /// player that is set up with it goes before it.

@@ -5,6 +5,7 @@
 #include "Platform/HttpClient.h"
 #include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
+#include "Services/Cloud/CoverRequest.h"
 #include "Utils/Tasks.h"
 
 #include <QPointer>
@@ -163,11 +164,7 @@ QCoro::Task<void> RemoteCovers::fetch(QString key, std::shared_ptr<Order> order)
     ++m_running;
     const auto transfer = std::make_shared<HttpTransfer>();
     order->transfer = transfer;
-    HttpRequest request;
-    request.url = order->url;
-    request.idleTimeout = idleTimeout;
-    request.totalTimeout = totalTimeout;
-    request.sizeLimit = largestCover;
+    HttpRequest request = coverRequest(order->url);
     request.transfer = transfer;
     const std::expected<HttpResponse, HttpError> response = co_await m_client.send(request);
     if (!self)

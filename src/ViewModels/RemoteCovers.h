@@ -35,13 +35,8 @@ public:
 
     /// Requests under way at one time: fewer than a server's connections, so that a search does not wait.
     static constexpr int mostRequests = 4;
-    /// A longer picture is no cover, in bytes.
-    static constexpr qint64 largestCover = qint64{10} * 1024 * 1024;
     /// What is kept of covers that arrived, in bytes.
     static constexpr qsizetype cacheBytes = qsizetype{32} * 1024 * 1024;
-    static constexpr std::chrono::seconds idleTimeout{30};
-    /// For the whole of one cover: a server that trickles must not block a place for ever.
-    static constexpr std::chrono::seconds totalTimeout{120};
     /// How long a server's refusal, or an answer that is no picture, counts.
     static constexpr std::chrono::minutes refusalMemory{5};
     /// The same for a server that could not be reached: the network may be back sooner.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndToEnd/AccessibleWindow.h"
+#include "EndToEnd/PressInWindow.h"
 #include "EndToEnd/RunningPlayer.h"
 #include "EndToEnd/SecretWatch.h"
 #include "EndToEnd/VirtualDisplay.h"
@@ -7,6 +8,7 @@
 #include "Fixtures/MadeSong.h"
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundServer.h"
+#include "Platform/Mpris/MprisClient.h"
 #include "Servers/DavTree.h"
 #include "Servers/OnlineApiServer.h"
 #include "Servers/SubsonicServer.h"
@@ -42,13 +44,6 @@ const Source imported{u"海边的歌"_s, 500};
 const Source dav{u"云上的歌"_s, 700};
 const Source subsonic{u"家里的歌"_s, 1100};
 constexpr double seconds = 120;
-
-AccessibleWindow::Matches isRowOf(const QString &title)
-{
-    return [beginning = title + u'，'](const Item &item) {
-        return item.role == "list item"_L1 && item.name.startsWith(beginning);
-    };
-}
 
 /// Value of a query item in a request line, as it was sent.
 QString sent(const QByteArray &request, const QString &name)
@@ -107,6 +102,8 @@ private:
     std::unique_ptr<SubsonicServer> m_subsonic;
     std::unique_ptr<OnlineApiServer> m_online;
     std::unique_ptr<SecretWatch> m_watch;
+    std::unique_ptr<SecretWatch> m_addresses;
+    std::unique_ptr<MprisClient> m_desktop;
     std::unique_ptr<RunningPlayer> m_player;
     QString m_output;
     QByteArray m_titles;
@@ -131,6 +128,11 @@ void FourSourcesTest::init()
     m_watch = std::make_unique<SecretWatch>(QStringList{davPassword, subsonicPassword});
     QVERIFY(m_watch->watchBus(m_keyring->bus()));
     startServers();
+    // The player keeps addresses in its files, but the desktop has no use for them.
+    m_addresses = std::make_unique<SecretWatch>(QStringList{
+        m_dav->address().authority(), m_subsonic->address().authority(), m_online->address().authority()});
+    QVERIFY(m_addresses->watchBus(m_keyring->bus()));
+    m_desktop = std::make_unique<MprisClient>(m_keyring->bus());
     const auto look = [this] {
         if (!m_player || !m_player->isRunning())
             return;
@@ -172,6 +174,8 @@ void FourSourcesTest::cleanup()
     m_sampling.stop();
     m_sampling.disconnect();
     m_player.reset();
+    m_desktop.reset();
+    m_addresses.reset();
     m_watch.reset();
     m_online.reset();
     m_subsonic.reset();
@@ -197,13 +201,7 @@ bool FourSourcesTest::startPlayer()
 
 bool FourSourcesTest::press(const AccessibleWindow::Matches &matches)
 {
-    // What slides in goes on doing so after it was found.
-    if (!m_window->find(matches) || !m_player->standsStill())
-        return false;
-    const std::optional<Item> item = m_window->find(matches);
-    if (item)
-        m_player->click(item->place.center().x(), item->place.center().y());
-    return item.has_value();
+    return pressInWindow(*m_window, *m_player, matches);
 }
 
 bool FourSourcesTest::fill(const QString &label, const QString &text)
@@ -228,6 +226,9 @@ void FourSourcesTest::hearAndLike(const Source &song)
     QVERIFY(press(isRowOf(song.title)));
     QVERIFY(m_recorder->hearTone(song.hertz));
     QTRY_COMPARE(m_player->windowTitle(), song.title);
+    // The desktop shows it too: it has gone over the bus that is watched.
+    QTRY_COMPARE(m_desktop->metadata().value(u"xesam:title"_s).toString(), song.title);
+    QCOMPARE(m_desktop->get(u"PlaybackStatus"_s).toString(), u"Playing"_s);
     const std::optional<Item> place = m_window->find(isRowOf(song.title));
     QVERIFY(place.has_value());
     m_player->rightClick(place->place.center().x(), place->place.center().y());
@@ -333,6 +334,8 @@ void FourSourcesTest::lookForSecrets()
     m_watch->lookAtFiles(m_home->path());
     QVERIFY(m_watch->lookAtBus());
     QCOMPARE(m_watch->findings(), QStringList());
+    QVERIFY(m_addresses->lookAtBus());
+    QCOMPARE(m_addresses->findings(), QStringList());
 }
 
 void FourSourcesTest::everySourceIsHeardLikedAndFoundAgain()

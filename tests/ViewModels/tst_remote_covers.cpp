@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fakes/TestPlatform.h"
+#include "Services/Cloud/CoverRequest.h"
 #include "ViewModels/RemoteCovers.h"
 
 #include <QTest>
@@ -284,7 +285,7 @@ void RemoteCoversTest::whatCouldNotBeHadIsLeftAloneForAWhile_data()
     }
     row("nothing", 300s, [] { return FakeHttpClient::Result(picture({})); });
     row("larger than a cover", 300s,
-        [] { return FakeHttpClient::Result(picture(QByteArray(RemoteCovers::largestCover + 1, 'x'))); });
+        [] { return FakeHttpClient::Result(picture(QByteArray(largestCover + 1, 'x'))); });
     row("redirect", 300s, [] { return failed(HttpError::Kind::redirect); });
     row("untrusted", 300s, [] { return failed(HttpError::Kind::untrusted); });
     row("no connection", 30s, [] { return failed(HttpError::Kind::connection); });

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 /// The longest that the main thread waits for a server that does not answer, connection and stream together.
 constexpr auto openingLimit = 750ms;
 /// Sent ahead and not heard yet: a moved slider is heard so much later, and a busy machine has so much time.
-constexpr double latencySeconds = 0.1;
+constexpr double latencySeconds = 0.13;
 /// What the server asks for at a time.
 constexpr double requestSeconds = 0.025;
 /// After it ran dry the server waits for so much.

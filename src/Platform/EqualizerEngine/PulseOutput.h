@@ -14,7 +14,7 @@
 
 namespace cadorel {
 
-/// Plays on the sound server, PulseAudio or one that speaks its protocol. About a tenth of a second is sent
+/// Plays on the sound server, PulseAudio or one that speaks its protocol. An eighth of a second is sent
 /// ahead; for a pause, or another song, that is overwritten where it has not been heard yet, so that it
 /// fades out at once and nothing is lost. Silence closes the stream's tap after a moment, and from then on
 /// nothing wakes.

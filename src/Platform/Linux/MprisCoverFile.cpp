@@ -149,19 +149,24 @@ QCoro::Task<void> MprisCoverFile::writeWanted()
     m_isBusy = false;
 }
 
-void MprisCoverFile::publish(const File &file)
+/// @param file a copy, for it may be one of those in the list
+void MprisCoverFile::publish(File file)
 {
-    const File published = file; // which may lie in the list
-    m_files.removeIf([&published](const File &other) { return other.key == published.key; });
-    m_files.append(published);
     QStringList old;
-    while (m_files.size() > mostFiles)
-        old.append(m_files.takeFirst().path);
+    const bool isWanted = file.key == m_key; // or it was written for a song that is over
+    if (isWanted) {
+        m_files.removeIf([&file](const File &other) { return other.key == file.key; });
+        m_files.append(file);
+        while (m_files.size() > mostFiles)
+            old.append(m_files.takeFirst().path);
+    } else {
+        old.append(file.path);
+    }
     if (!old.isEmpty())
         QThreadPool::globalInstance()->start([old] { removeFiles(old); });
-    if (published.key != m_key)
-        return; // written for a song that is over
-    m_url = QUrl::fromLocalFile(published.path).toString(QUrl::FullyEncoded);
+    if (!isWanted)
+        return;
+    m_url = QUrl::fromLocalFile(file.path).toString(QUrl::FullyEncoded);
     Q_EMIT urlChanged();
 }
 

@@ -49,7 +49,7 @@ private:
 
     QCoro::Task<void> sweepThenWrite();
     QCoro::Task<void> writeWanted();
-    void publish(const File &file);
+    void publish(File file);
 
     const QString m_directory;
     /// What the names of this run's files begin with.

@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QtConcurrent>
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <tuple>
@@ -339,6 +340,9 @@ void MpvStreamPlayer::positionTold(std::optional<double> seconds, bool jumped)
 
     // On the way to another position libmpv tells of neither.
     const bool travels = m_seek && m_seek->stage != PendingSeek::Stage::readsPosition;
+    // libmpv takes off what the device is late by, also where the device has been given nothing yet.
+    if (seconds && !travels && m_seek && m_seek->exact && m_rate == 0)
+        seconds = std::max(*seconds, m_seek->time);
     if (seconds && !travels)
         item->setCurrentTime(*seconds);
     if (m_phase == Phase::open && m_outputOpen) {

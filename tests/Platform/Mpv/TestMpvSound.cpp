@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <cmath>
 #include <functional>
 #include <memory>
 
@@ -37,6 +38,7 @@ private Q_SLOTS:
     void playsWhatTheFileHolds();
     void isSilentAfterPause();
     void playsFromWhereItWasSoughtTo();
+    void pausedItStandsWhereItWasSoughtTo();
     void halfVolumeIsHalfAmplitude();
     void theLastItemSoundsToItsEnd();
     void nextItemLeavesTheTailAlone();
@@ -156,6 +158,24 @@ void TestMpvSound::playsFromWhereItWasSoughtTo()
     QTRY_VERIFY(finished.has_value());
     QVERIFY(finished == true);
     QVERIFY(hears([](const Spectrum &heard) { return isTone(heard, 1320, 0.5); }));
+}
+
+void TestMpvSound::pausedItStandsWhereItWasSoughtTo()
+{
+    load(m_oneKilohertz);
+    m_player->play();
+    QVERIFY(m_recorder->hearSound(audible, 5s));
+    m_player->pause();
+    // The device is open already, and what is on its way to it is no part of the new song.
+    for (const double position : {16.0, 5.5, 0.25}) {
+        const auto item = load(m_twoTones);
+        std::optional<bool> finished;
+        m_player->seek(position, 0, 0, [&](bool done) { finished = done; });
+        QTRY_VERIFY(finished.has_value());
+        QVERIFY(isReady(item));
+        QVERIFY2(std::abs(item->currentTime() - position) < 0.02,
+                 qPrintable(u"%1 instead of %2"_s.arg(item->currentTime()).arg(position)));
+    }
 }
 
 void TestMpvSound::halfVolumeIsHalfAmplitude()

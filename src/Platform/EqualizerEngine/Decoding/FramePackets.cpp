@@ -61,14 +61,15 @@ void FramePackets::readHeader(const AudioSignature &signature)
         return;
     const qint64 told = m_next.offset + header->bytes;
     m_next.offset += m_first.bytes;
+    if (header->gaps)
+        m_begin = header->gaps->delay + decoderDelay;
+    // Of a file that was cut, or joined from several, the header tells another's length.
     const bool whole = header->bytes > 0 && std::abs(told - signature.audioEnd) <= byteTolerance;
     if (!whole)
         return;
     m_end = header->frames * m_first.samples;
-    if (header->gaps && m_end > 0) {
-        m_begin = header->gaps->delay + decoderDelay;
+    if (header->gaps && m_end > 0)
         m_end -= std::max(0, header->gaps->padding - decoderDelay);
-    }
 }
 
 bool FramePackets::read(AVPacket &packet)

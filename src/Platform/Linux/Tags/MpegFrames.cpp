@@ -130,15 +130,25 @@ std::optional<qint64> MpegFrames::first(qint64 from)
 
 std::optional<FrameHeader> MpegFrames::next(qint64 &offset, std::optional<quint32> streamBits)
 {
+    const auto fits = [&](const std::optional<FrameHeader> &frame, qint64 place) {
+        return frame && (!streamBits || frame->streamBits == *streamBits) && place + frame->bytes <= m_end;
+    };
     while (offset + headerBytes <= m_end) {
-        const std::optional<FrameHeader> frame = at(offset);
-        if (frame && (!streamBits || frame->streamBits == *streamBits) && offset + frame->bytes <= m_end)
+        if (const auto frame = at(offset); fits(frame, offset))
             return frame;
-        const QByteArray damaged = m_file.read(offset + 1, std::min(damagedBlock, m_end - offset - 1));
-        const qsizetype mark = damaged.indexOf('\xff');
+        const qint64 blockStart = offset + 1;
+        const QByteArray damaged = m_file.read(blockStart, std::min(damagedBlock, m_end - blockStart));
         if (damaged.isEmpty())
             break;
-        offset += 1 + (mark < 0 ? damaged.size() : mark);
+        offset = blockStart + damaged.size();
+        for (qsizetype i = damaged.indexOf('\xff'); i >= 0; i = damaged.indexOf('\xff', i + 1)) {
+            // What reaches over the block's end is looked at again from there.
+            const bool whole = i + headerBytes <= damaged.size();
+            if (!whole || fits(parse(m_kind, damaged.constData() + i), blockStart + i)) {
+                offset = blockStart + i;
+                break;
+            }
+        }
     }
     return std::nullopt;
 }
