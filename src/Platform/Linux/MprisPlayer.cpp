@@ -64,7 +64,6 @@ MprisPlayer::MprisPlayer(const Directories &directories, const Clock &clock, Mpr
     : m_clock(clock)
     , m_position(clock)
     , m_cover(directories.caches + u"/NowPlaying"_s)
-    , m_announced(announcedProperties())
     , m_object(*this)
     , m_bus(std::move(connect), m_object, clock)
 {
