@@ -51,6 +51,37 @@ pa_buffer_attr bufferOf(const pa_sample_spec &spec)
             .fragsize = UINT32_MAX};
 }
 
+/// Where the channels of an AudioFormat are heard, eight at most.
+pa_channel_map mapOf(int channelCount)
+{
+    switch (channelCount) {
+    case 1:
+        return {.channels = 1, .map = {PA_CHANNEL_POSITION_MONO}};
+    case 4:
+        return {.channels = 4,
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_REAR_LEFT, PA_CHANNEL_POSITION_REAR_RIGHT}};
+    case 5:
+        return {.channels = 5,
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_FRONT_CENTER, PA_CHANNEL_POSITION_REAR_LEFT,
+                        PA_CHANNEL_POSITION_REAR_RIGHT}};
+    case 7:
+        return {.channels = 7,
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_FRONT_CENTER, PA_CHANNEL_POSITION_LFE,
+                        PA_CHANNEL_POSITION_REAR_CENTER, PA_CHANNEL_POSITION_SIDE_LEFT,
+                        PA_CHANNEL_POSITION_SIDE_RIGHT}};
+    default:
+        // 2, 3, 6 or 8: so many of these.
+        return {.channels = static_cast<uint8_t>(channelCount),
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_FRONT_CENTER, PA_CHANNEL_POSITION_LFE,
+                        PA_CHANNEL_POSITION_REAR_LEFT, PA_CHANNEL_POSITION_REAR_RIGHT,
+                        PA_CHANNEL_POSITION_SIDE_LEFT, PA_CHANNEL_POSITION_SIDE_RIGHT}};
+    }
+}
+
 void letGo(pa_operation *operation)
 {
     if (operation)
@@ -89,9 +120,8 @@ PulsePtr<pa_stream> PulseOutput::newStream() const
     const pa_sample_spec spec{.format = PA_SAMPLE_FLOAT32NE,
                               .rate = static_cast<uint32_t>(m_format.sampleRate),
                               .channels = static_cast<uint8_t>(m_format.channelCount)};
-    pa_channel_map map;
-    if (!pa_sample_spec_valid(&spec) ||
-        !pa_channel_map_init_extend(&map, spec.channels, PA_CHANNEL_MAP_WAVEEX))
+    const pa_channel_map map = mapOf(m_format.channelCount);
+    if (!pa_sample_spec_valid(&spec) || !pa_channel_map_valid(&map))
         return {};
     // No title and no path: whatever sits on this desktop can read the names of streams.
     const PulsePtr<pa_proplist> properties(pa_proplist_new());
