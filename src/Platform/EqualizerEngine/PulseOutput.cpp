@@ -356,8 +356,12 @@ void PulseOutput::pause()
     if (!m_connection)
         return;
     const std::scoped_lock guard(m_connection->thread());
-    if (!std::exchange(m_plays, false) || m_mustPlace)
+    if (!std::exchange(m_plays, false))
         return;
+    if (m_mustPlace) {
+        corkAgain();
+        return;
+    }
     const qint64 cut = fallSilent();
     const std::span<const float> back = m_recent.from(cut);
     std::vector<float> again(back.begin(), back.end());
@@ -373,8 +377,12 @@ void PulseOutput::drop()
     if (!m_connection)
         return;
     const std::scoped_lock guard(m_connection->thread());
-    if (std::exchange(m_plays, false) && !m_mustPlace)
-        fallSilent();
+    if (std::exchange(m_plays, false)) {
+        if (m_mustPlace)
+            corkAgain();
+        else
+            fallSilent();
+    }
     m_again.clear();
     m_nextAgain = 0;
     m_fadesIn = 0;
@@ -439,6 +447,13 @@ void PulseOutput::askForRest()
             output->m_rest = timing->read_index / qint64(pa_frame_size(pa_stream_get_sample_spec(stream)));
     };
     m_restAnswer.reset(pa_stream_update_timing_info(m_stream.get(), told, this));
+}
+
+/// Nothing sounded since play(), which took back the closing of the tap.
+void PulseOutput::corkAgain()
+{
+    if (m_isOpen && !m_isCorked)
+        corkSoon();
 }
 
 void PulseOutput::cancelCork()

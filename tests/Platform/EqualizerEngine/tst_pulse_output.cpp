@@ -343,6 +343,29 @@ private Q_SLOTS:
         }
     }
 
+    void silenceClosesTheTapThoughNothingCame_data()
+    {
+        QTest::addColumn<bool>("dropped");
+        QTest::newRow("paused") << false;
+        QTest::newRow("dropped") << true;
+    }
+
+    void silenceClosesTheTapThoughNothingCame()
+    {
+        QFETCH(const bool, dropped);
+        Bench bench(m_server);
+        bench.ramp.limitTo(0.2);
+        bench.output.play();
+        QTRY_COMPARE(bench.output.framesHeard(), 9'600.0);
+        bench.output.drop();
+        bench.output.play(); // of a file that cannot be read that fast
+        if (dropped)
+            bench.output.drop();
+        else
+            bench.output.pause();
+        QTRY_VERIFY(m_server.streams().contains("Corked: yes"));
+    }
+
     void streamTellsWhatItIsAndNotWhatItPlays()
     {
         Bench bench(m_server);
