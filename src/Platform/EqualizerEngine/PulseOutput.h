@@ -47,6 +47,7 @@ private:
     qint64 fallSilent();
     void setCorked(bool corked);
     void corkSoon();
+    void corkAgain();
     void cancelCork();
     void askForRest();
     void forgetRest();
