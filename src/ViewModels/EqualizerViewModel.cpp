@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace cadorel {
 
@@ -173,8 +174,8 @@ void EqualizerViewModel::refreshStatus()
 QString EqualizerViewModel::currentStatus() const
 {
     const std::optional<Song> &song = m_player.currentSong();
-    const bool isStream =
-        m_player.currentOnlineSong() || (song && song->assetURL() && !song->assetURL()->isLocalFile());
+    const std::optional<QUrl> url = song ? song->assetURL() : std::nullopt;
+    const bool isStream = m_player.currentOnlineSong() || (url && !url->isLocalFile());
     if (isStream)
         return u"仅对本地文件生效，当前歌曲来自网络"_s;
     if (!m_service.isEnabled())

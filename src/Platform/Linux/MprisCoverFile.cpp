@@ -103,11 +103,12 @@ MprisCoverFile::~MprisCoverFile()
 
 void MprisCoverFile::setCover(const std::optional<QImage> &cover)
 {
-    const qint64 key = cover && !cover->isNull() ? cover->cacheKey() : 0;
+    const QImage image = cover.value_or(QImage());
+    const qint64 key = image.isNull() ? 0 : image.cacheKey();
     if (key == m_key)
         return;
     m_key = key;
-    m_cover = key != 0 ? *cover : QImage();
+    m_cover = image;
     m_url.clear();
     const auto standing = std::ranges::find(m_files, key, &File::key);
     if (standing != m_files.end())

@@ -29,7 +29,7 @@ QImage readScaled(QImageReader &reader, int longestSide)
     const QSize size = reader.size();
     if (isTooLarge(size))
         reader.setScaledSize(fitting(size));
-    const QImage image = reader.read();
+    QImage image = reader.read();
     // Formats that tell no size before they are decoded.
     if (isTooLarge(image.size()))
         return image.scaled(fitting(image.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
