@@ -32,9 +32,6 @@ Slider {
     function request(decibels: real): void {
         gainRequested(Math.max(from, Math.min(to, decibels)));
     }
-    function requestZero(): void {
-        gainRequested(0);
-    }
 
     implicitWidth: Metrics.touchTarget
     implicitHeight: Metrics.touchTarget
@@ -71,7 +68,7 @@ Slider {
         else if (event.key === Qt.Key_End)
             request(to);
         else if (event.key === Qt.Key_0)
-            requestZero();
+            request(0);
         else
             return;
         // Who goes on with the keyboard after a click sees where it is.
@@ -86,13 +83,17 @@ Slider {
     }
     // The press beneath it still sets the value when it is let go, so zero comes after that.
     TapHandler {
-        onDoubleTapped: Qt.callLater(root.requestZero)
+        onDoubleTapped: afterRelease.start()
+    }
+    Timer {
+        id: afterRelease
+
+        interval: 0
+        onTriggered: root.gainRequested(0)
     }
 
     background: Item {
         Rectangle {
-            id: track
-
             x: root.isUpright ? Math.round((root.width - width) / 2) : Metrics.gainHandleSize / 2
             y: root.isUpright ? Metrics.gainHandleSize / 2 : Math.round((root.height - height) / 2)
             width: root.isUpright ? Metrics.trackHeight : root.reach

@@ -5,7 +5,8 @@
 
 namespace cadorel {
 
-/// The shape of decoded sound: interleaved 32-bit floats, full scale being -1...1.
+/// The shape of decoded sound: interleaved 32-bit floats, full scale being -1...1. The channels stand in the
+/// order that FLAC gives to their number (RFC 9639, section 9.1.3).
 struct AudioFormat
 {
     /// Frames a second.

@@ -96,10 +96,12 @@ QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
     if (!url && m_parts.onlineAddresses)
         url = m_parts.onlineAddresses->getPlayUrl(song, audioQuality());
     setIsLoading(false);
-    if (url)
+    if (url) {
         playURL(*url);
-    else
-        setPlayError(u"无法获取播放链接"_s);
+        co_return;
+    }
+    setPlayError(u"无法获取播放链接"_s);
+    updateNowPlayingInfo();
 }
 
 QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong song,

@@ -61,6 +61,7 @@ void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
     const std::optional<QUrl> url = song.assetURL();
     if (!url) {
         print(u"No asset URL for song"_s);
+        updateNowPlayingInfo();
         return;
     }
     if (!url->userName().isEmpty() && !url->password().isEmpty()) {
@@ -222,6 +223,7 @@ void AudioPlayerService::itemStatusChanged()
         if (!m_addressTransfer)
             setPlayError(shown);
         setIsPlaying(false);
+        updateNowPlayingInfo();
         break;
     }
     }

@@ -51,6 +51,9 @@ private Q_SLOTS:
     void controlsFollowThePlayer();
     void controlsAreToldOnlyWhenTheyChange();
     void seekIsOfferedOnlyWhereItLeadsSomewhere();
+    void songThatFailsWhilePausedOffersNoSeek();
+    void songThatCannotPlayIsShownAllTheSame();
+    void onlineSongWithoutAnAddressIsShownAllTheSame();
     void interruptionStopsAndResumes();
     void interruptionWithoutResumeLeavesThePlayerPaused();
     void interruptionOfAPausedPlayerResumesNothing();
@@ -533,6 +536,46 @@ void SystemMediaCenterTest::seekIsOfferedOnlyWhereItLeadsSomewhere()
 }
 
 // MARK: session
+
+void SystemMediaCenterTest::songThatFailsWhilePausedOffersNoSeek()
+{
+    DesktopBench bench;
+    AudioPlayerService &player = bench.start();
+    bench.playFile(u"a"_s);
+    player.pause();
+    QVERIFY(bench.controls().canSeek);
+    bench.item().fail(u"坏了"_s);
+    QVERIFY(!bench.controls().canSeek);
+}
+
+void SystemMediaCenterTest::songThatCannotPlayIsShownAllTheSame()
+{
+    DesktopBench bench;
+    AudioPlayerService &player = bench.start();
+    bench.playFile(u"a"_s);
+    player.pause();
+    SongFields fields;
+    fields.id = u"nowhere"_s;
+    fields.title = u"哪里"_s;
+    player.playSong(Song(fields), {});
+    QCOMPARE(bench.shown().title, u"哪里"_s);
+    QCOMPARE(bench.shown().playbackRate, 0.0);
+}
+
+void SystemMediaCenterTest::onlineSongWithoutAnAddressIsShownAllTheSame()
+{
+    DesktopBench bench;
+    AudioPlayerService &player = bench.start();
+    bench.playFile(u"a"_s);
+    player.pause();
+    const OnlineSong song = onlineSong(u"1"_s);
+    bench.addresses.silent = true;
+    player.playOnlineSong(song, {});
+    settle();
+    QVERIFY(player.playError().has_value());
+    QCOMPARE(bench.shown().title, song.name);
+    QCOMPARE(bench.shown().playbackRate, 0.0);
+}
 
 void SystemMediaCenterTest::interruptionStopsAndResumes()
 {

@@ -15,21 +15,19 @@ namespace cadorel {
 class PeakLimiter
 {
 public:
-    /// Forgets the peaks so far.
+    /// Makes ready for sound of this rate, in frames a second, as after reset().
     void prepare(double sampleRate);
+    /// Forgets the peaks so far.
     void reset();
 
-    /// Writes @p sampleCount samples of interleaved @p channels from @p input to @p output, limited.
+    /// Writes so many frames of interleaved sound from @p input to @p output, limited to -1...1.
     void process(const double *input, float *output, int frames, int channels);
-
-    /// The factor that the last frame was turned down by; 1 when it was not.
-    double gain() const { return m_gain; }
 
 private:
     double m_release = 0; ///< part of the way back to 1 in one frame
     int m_holdFrames = 0;
     int m_heldFor = 0;
-    double m_gain = 1;
+    double m_gain = 1; ///< the factor of the last frame
 };
 
 } // namespace cadorel

@@ -51,6 +51,37 @@ pa_buffer_attr bufferOf(const pa_sample_spec &spec)
             .fragsize = UINT32_MAX};
 }
 
+/// Where the channels of an AudioFormat are heard, eight at most.
+pa_channel_map mapOf(int channelCount)
+{
+    switch (channelCount) {
+    case 1:
+        return {.channels = 1, .map = {PA_CHANNEL_POSITION_MONO}};
+    case 4:
+        return {.channels = 4,
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_REAR_LEFT, PA_CHANNEL_POSITION_REAR_RIGHT}};
+    case 5:
+        return {.channels = 5,
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_FRONT_CENTER, PA_CHANNEL_POSITION_REAR_LEFT,
+                        PA_CHANNEL_POSITION_REAR_RIGHT}};
+    case 7:
+        return {.channels = 7,
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_FRONT_CENTER, PA_CHANNEL_POSITION_LFE,
+                        PA_CHANNEL_POSITION_REAR_CENTER, PA_CHANNEL_POSITION_SIDE_LEFT,
+                        PA_CHANNEL_POSITION_SIDE_RIGHT}};
+    default:
+        // 2, 3, 6 or 8: so many of these.
+        return {.channels = static_cast<uint8_t>(channelCount),
+                .map = {PA_CHANNEL_POSITION_FRONT_LEFT, PA_CHANNEL_POSITION_FRONT_RIGHT,
+                        PA_CHANNEL_POSITION_FRONT_CENTER, PA_CHANNEL_POSITION_LFE,
+                        PA_CHANNEL_POSITION_REAR_LEFT, PA_CHANNEL_POSITION_REAR_RIGHT,
+                        PA_CHANNEL_POSITION_SIDE_LEFT, PA_CHANNEL_POSITION_SIDE_RIGHT}};
+    }
+}
+
 void letGo(pa_operation *operation)
 {
     if (operation)
@@ -68,14 +99,20 @@ PulseOutput::~PulseOutput()
 {
     if (!m_connection)
         return;
-    const std::scoped_lock guard(m_connection->thread());
-    cancelCork();
-    if (m_stream) {
-        pa_stream_set_state_callback(m_stream.get(), nullptr, nullptr);
-        pa_stream_set_write_callback(m_stream.get(), nullptr, nullptr);
-        pa_stream_disconnect(m_stream.get());
-        m_stream.reset();
+    {
+        const std::scoped_lock guard(m_connection->thread());
+        if (std::exchange(m_plays, false) && !m_mustPlace)
+            fallSilent();
+        cancelCork();
+        m_isOpen = false;
+        forgetRest();
+        if (m_stream) {
+            pa_stream_set_state_callback(m_stream.get(), nullptr, nullptr);
+            pa_stream_set_write_callback(m_stream.get(), nullptr, nullptr);
+        }
     }
+    if (m_stream)
+        m_link->endSoon(std::move(m_connection), std::move(m_stream));
 }
 
 PulsePtr<pa_stream> PulseOutput::newStream() const
@@ -83,9 +120,8 @@ PulsePtr<pa_stream> PulseOutput::newStream() const
     const pa_sample_spec spec{.format = PA_SAMPLE_FLOAT32NE,
                               .rate = static_cast<uint32_t>(m_format.sampleRate),
                               .channels = static_cast<uint8_t>(m_format.channelCount)};
-    pa_channel_map map;
-    if (!pa_sample_spec_valid(&spec) ||
-        !pa_channel_map_init_extend(&map, spec.channels, PA_CHANNEL_MAP_WAVEEX))
+    const pa_channel_map map = mapOf(m_format.channelCount);
+    if (!pa_sample_spec_valid(&spec) || !pa_channel_map_valid(&map))
         return {};
     // No title and no path: whatever sits on this desktop can read the names of streams.
     const PulsePtr<pa_proplist> properties(pa_proplist_new());
@@ -320,8 +356,12 @@ void PulseOutput::pause()
     if (!m_connection)
         return;
     const std::scoped_lock guard(m_connection->thread());
-    if (!std::exchange(m_plays, false) || m_mustPlace)
+    if (!std::exchange(m_plays, false))
         return;
+    if (m_mustPlace) {
+        corkAgain();
+        return;
+    }
     const qint64 cut = fallSilent();
     const std::span<const float> back = m_recent.from(cut);
     std::vector<float> again(back.begin(), back.end());
@@ -337,8 +377,12 @@ void PulseOutput::drop()
     if (!m_connection)
         return;
     const std::scoped_lock guard(m_connection->thread());
-    if (std::exchange(m_plays, false) && !m_mustPlace)
-        fallSilent();
+    if (std::exchange(m_plays, false)) {
+        if (m_mustPlace)
+            corkAgain();
+        else
+            fallSilent();
+    }
     m_again.clear();
     m_nextAgain = 0;
     m_fadesIn = 0;
@@ -385,16 +429,31 @@ void PulseOutput::corkSoon()
         this);
 }
 
-void PulseOutput::askForRest()
+void PulseOutput::forgetRest()
 {
     m_rest.reset();
+    if (m_restAnswer)
+        pa_operation_cancel(m_restAnswer.get());
+    m_restAnswer.reset();
+}
+
+void PulseOutput::askForRest()
+{
+    forgetRest();
     const auto told = [](pa_stream *stream, int success, void *self) {
         auto *output = static_cast<PulseOutput *>(self);
         const pa_timing_info *timing = pa_stream_get_timing_info(stream);
         if (success != 0 && output->m_isCorked && timing && timing->read_index_corrupt == 0)
             output->m_rest = timing->read_index / qint64(pa_frame_size(pa_stream_get_sample_spec(stream)));
     };
-    letGo(pa_stream_update_timing_info(m_stream.get(), told, this));
+    m_restAnswer.reset(pa_stream_update_timing_info(m_stream.get(), told, this));
+}
+
+/// Nothing sounded since play(), which took back the closing of the tap.
+void PulseOutput::corkAgain()
+{
+    if (m_isOpen && !m_isCorked)
+        corkSoon();
 }
 
 void PulseOutput::cancelCork()

@@ -47,8 +47,10 @@ private:
     qint64 fallSilent();
     void setCorked(bool corked);
     void corkSoon();
+    void corkAgain();
     void cancelCork();
     void askForRest();
+    void forgetRest();
     void askForTiming();
     bool hasRunDry() const;
     double position() const;
@@ -77,6 +79,7 @@ private:
     qint64 m_seek = 0;
     /// Where the server stands while the tap is closed; nothing until it has told.
     std::optional<qint64> m_rest = 0;
+    PulsePtr<pa_operation> m_restAnswer;
     /// End of the last fade-out: nothing is put before it.
     qint64 m_fadeEnd = 0;
     /// m_anchor is where frame m_anchorFrame of the source is in the stream.

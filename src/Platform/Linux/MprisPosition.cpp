@@ -92,7 +92,8 @@ void MprisPosition::expect(double position)
 
 std::chrono::microseconds MprisPosition::now() const
 {
-    const std::chrono::duration<double> position(bounded(m_reading.at(m_clock.monotonic())));
+    const std::chrono::nanoseconds moment = std::min(m_clock.monotonic(), m_reading.time + longestSilence);
+    const std::chrono::duration<double> position(bounded(m_reading.at(moment)));
     return std::chrono::round<std::chrono::microseconds>(position);
 }
 

@@ -22,6 +22,9 @@ public:
     static constexpr double tolerance = 0.4;
     /// The same while the song stands still.
     static constexpr double toleranceAtRest = 0.01;
+    /// The player tells four times a second while the song moves. After so long without a word it waits for
+    /// the first bytes of a stream, although it counts as playing.
+    static constexpr std::chrono::seconds longestSilence{2};
 
     /// @param clock outlives this object
     explicit MprisPosition(const Clock &clock);
@@ -32,7 +35,7 @@ public:
     /// The desktop asked for this position, in seconds: also a small jump to it counts.
     void expect(double position);
 
-    /// The position now, never beyond the end of the song.
+    /// The position now, never beyond the end of the song, nor far from what was told last.
     std::chrono::microseconds now() const;
 
 private:

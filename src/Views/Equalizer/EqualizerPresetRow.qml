@@ -79,7 +79,9 @@ FocusScope {
 
                     objectName: "preset" + index
                     height: line.height
-                    implicitWidth: content.implicitWidth + 2 * Metrics.cardPadding
+                    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+                    leftPadding: Metrics.cardPadding
+                    rightPadding: Metrics.cardPadding
                     text: name
                     checkable: false
                     autoExclusive: false
@@ -119,26 +121,21 @@ FocusScope {
                             }
                         }
                     }
-                    contentItem: Item {
-                        Row {
-                            id: content
+                    contentItem: Row {
+                        spacing: Metrics.grid
 
-                            anchors.centerIn: parent
-                            spacing: Metrics.grid
-
-                            SymbolIcon {
-                                anchors.verticalCenter: parent.verticalCenter
-                                name: chip.symbol
-                                size: Metrics.symbolSmall
-                                color: chip.ink
-                            }
-                            StyledText {
-                                anchors.verticalCenter: parent.verticalCenter
-                                text: chip.name
-                                style: TextStyles.subheadline
-                                font.weight: chip.isCurrent ? Font.DemiBold : Font.Normal
-                                color: chip.ink
-                            }
+                        SymbolIcon {
+                            anchors.verticalCenter: parent.verticalCenter
+                            name: chip.symbol
+                            size: Metrics.symbolSmall
+                            color: chip.ink
+                        }
+                        StyledText {
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: chip.name
+                            style: TextStyles.subheadline
+                            font.weight: chip.isCurrent ? Font.DemiBold : Font.Normal
+                            color: chip.ink
                         }
                     }
                 }

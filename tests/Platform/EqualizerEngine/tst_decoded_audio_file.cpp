@@ -26,6 +26,8 @@ private Q_SLOTS:
     void losesNothing();
     void keepsChannels_data();
     void keepsChannels();
+    void channelsHaveTheirUsualPlaces_data();
+    void channelsHaveTheirUsualPlaces();
     void bringsHighRatesDown_data();
     void bringsHighRatesDown();
     void readsOneBitSound_data();
@@ -244,6 +246,51 @@ void DecodedAudioFileTest::keepsChannels()
     for (int i = 0; i < channels; ++i)
         QVERIFY2(std::abs(peaks[size_t(i)] - 0.1F * float(i + 1)) < 0.001F,
                  qPrintable(QString::number(peaks[size_t(i)])));
+}
+
+void DecodedAudioFileTest::channelsHaveTheirUsualPlaces_data()
+{
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<int>("channels");
+    QTest::addColumn<int>("sounding");
+    QTest::addColumn<QList<int>>("heard");
+    // Left, right, middle; four: left, right, back left, back right; five: with a middle before these.
+    QTest::newRow("middle of three") << u"3.0"_s << 3 << 2 << QList<int>{2};
+    QTest::newRow("back of three") << u"3.0(back)"_s << 3 << 2 << QList<int>{0, 1};
+    QTest::newRow("back right of quad") << u"quad"_s << 4 << 3 << QList<int>{3};
+    QTest::newRow("middle of 4.0") << u"4.0"_s << 4 << 2 << QList<int>{0, 1};
+    QTest::newRow("back of 4.0") << u"4.0"_s << 4 << 3 << QList<int>{2, 3};
+    QTest::newRow("back left of 5.0") << u"5.0"_s << 5 << 3 << QList<int>{3};
+    QTest::newRow("left side of 5.0") << u"5.0(side)"_s << 5 << 3 << QList<int>{3};
+    QTest::newRow("right side of 5.1") << u"5.1(side)"_s << 6 << 5 << QList<int>{5};
+    QTest::newRow("back of hexagonal") << u"hexagonal"_s << 6 << 5 << QList<int>{4, 5};
+    QTest::newRow("back of 6.1") << u"6.1"_s << 7 << 4 << QList<int>{4};
+    QTest::newRow("right side of 7.1") << u"7.1"_s << 8 << 7 << QList<int>{7};
+}
+
+void DecodedAudioFileTest::channelsHaveTheirUsualPlaces()
+{
+    QFETCH(const QString, layout);
+    QFETCH(const int, channels);
+    QFETCH(const int, sounding);
+    QFETCH(const QList<int>, heard);
+    QStringList tones(channels, u"0"_s);
+    tones[sounding] = u"0.4*sin(2*PI*100*t)"_s;
+    const QString source = u"aevalsrc=%1:s=48000:d=0.2:c=%2"_s.arg(tones.join(u'|'), layout);
+    const QString path = m_folder.path(u"places.wav"_s);
+    QVERIFY(runFfmpeg({u"-f"_s, u"lavfi"_s, u"-i"_s, source, path}));
+    const auto file = DecodedAudioFile::open(QUrl::fromLocalFile(path));
+    QCOMPARE(file->processingFormat().channelCount, channels);
+    const Sound sound = readToEnd(*file);
+    QList<int> loud;
+    for (int channel = 0; channel < channels; ++channel) {
+        float peak = 0;
+        for (size_t i = size_t(channel); i < sound.size(); i += size_t(channels))
+            peak = std::max(peak, std::abs(sound[i]));
+        if (peak > 0.15F)
+            loud.append(channel);
+    }
+    QCOMPARE(loud, heard);
 }
 
 void DecodedAudioFileTest::bringsHighRatesDown_data()

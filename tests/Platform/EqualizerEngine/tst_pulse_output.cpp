@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fixtures/Sound/MadeWaves.h"
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/SoundServer.h"
 #include "Platform/EqualizerEngine/PulseOutput.h"
@@ -11,9 +12,11 @@
 #include <climits>
 #include <cmath>
 #include <functional>
+#include <numbers>
 
 namespace cadorel {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -25,16 +28,18 @@ constexpr float audible = 0.002F;
 /// The sound of a ramp, recorded.
 struct Bench
 {
-    explicit Bench(const SoundServer &server, AudioFormat format = mono)
+    explicit Bench(const SoundServer &server, AudioFormat format = mono,
+                   std::shared_ptr<PulseLink> link = std::make_shared<PulseLink>())
         : recorder(server)
         , ramp(format)
+        , output(std::move(link))
     {
         output.open(ramp.format(), ramp.source());
     }
 
     Recorder recorder;
     RampSource ramp;
-    PulseOutput output{std::make_shared<PulseLink>()};
+    PulseOutput output;
 };
 
 /// A stretch of a recording without a jump.
@@ -195,6 +200,31 @@ private Q_SLOTS:
         QVERIFY(succeedsOnce([&] { return clicks() <= 2; }));
     }
 
+    void endsWithoutAClick()
+    {
+        const auto noStreamIsLeft = [this] {
+            return QTest::qWaitFor([this] { return !m_server.streams().contains("Sink Input #"); });
+        };
+        const auto endsSoftly = [this, noStreamIsLeft](bool dropped) {
+            const auto link = std::make_shared<PulseLink>();
+            std::optional<Bench> bench(std::in_place, m_server, mono, link);
+            Recorder recorder(m_server);
+            bench->output.play();
+            if (!QTest::qWaitFor([&] { return bench->output.framesHeard() > 24'000; }))
+                return false;
+            if (dropped)
+                bench->output.drop();
+            bench.reset();
+            if (!recorder.hearSilence(100ms, 5s) || !noStreamIsLeft())
+                return false;
+            const auto &samples = recorder.samples();
+            const auto end = std::size_t(recorder.lastAbove(0.001F));
+            return end > 480 && std::abs(samples[end]) < 0.01F;
+        };
+        QVERIFY(succeedsOnce([&] { return endsSoftly(true); }));
+        QVERIFY(succeedsOnce([&] { return endsSoftly(false); }));
+    }
+
     void anotherSoundFollowsADropAtOnce()
     {
         const auto follows = [this] {
@@ -274,6 +304,66 @@ private Q_SLOTS:
         QTRY_VERIFY(bench.output.framesHeard() > 0.5 * rate);
         QVERIFY(bench.recorder.hearSound(0.1F, 5s));
         QVERIFY(bench.output.framesHeard() < 5.0 * rate);
+    }
+
+    void noChannelIsLostOnTwoSpeakers_data()
+    {
+        QTest::addColumn<int>("channels");
+        for (int channels = 1; channels <= 8; ++channels)
+            QTest::addRow("%d channels", channels) << channels;
+    }
+
+    void noChannelIsLostOnTwoSpeakers()
+    {
+        QFETCH(const int, channels);
+        const auto hertzOf = [](int channel) { return 400.0 + 300.0 * channel; };
+        Recorder recorder(m_server);
+        PulseOutput output(std::make_shared<PulseLink>());
+        qint64 next = 0;
+        output.open({.sampleRate = Recorder::sampleRate, .channelCount = channels}, [&](float *interleaved,
+                                                                                        qint64 frameCount) {
+            for (qint64 i = 0; i < frameCount; ++i, ++next)
+                for (int channel = 0; channel < channels; ++channel)
+                    *interleaved++ = float(0.1 * std::sin(2 * std::numbers::pi * hertzOf(channel) *
+                                                          double(next) / Recorder::sampleRate));
+            return frameCount;
+        });
+        output.play();
+        QVERIFY(recorder.hearSound(0.02F, 5s));
+        recorder.clear();
+        QVERIFY(recorder.hear(300ms));
+        for (int channel = 0; channel < channels; ++channel) {
+            // What is meant for a subwoofer, the fourth of six and more, has no place on two speakers.
+            // Servers play what is meant for the back more softly than the rest.
+            if (channels >= 6 && channel == 3)
+                continue;
+            const double heard =
+                fitTone(recorder.samples(), hertzOf(channel), Recorder::sampleRate).amplitude;
+            QVERIFY2(heard > 0.001, qPrintable(u"channel %1: %2"_s.arg(channel).arg(heard)));
+        }
+    }
+
+    void silenceClosesTheTapThoughNothingCame_data()
+    {
+        QTest::addColumn<bool>("dropped");
+        QTest::newRow("paused") << false;
+        QTest::newRow("dropped") << true;
+    }
+
+    void silenceClosesTheTapThoughNothingCame()
+    {
+        QFETCH(const bool, dropped);
+        Bench bench(m_server);
+        bench.ramp.limitTo(0.2);
+        bench.output.play();
+        QTRY_COMPARE(bench.output.framesHeard(), 9'600.0);
+        bench.output.drop();
+        bench.output.play(); // of a file that cannot be read that fast
+        if (dropped)
+            bench.output.drop();
+        else
+            bench.output.pause();
+        QTRY_VERIFY(m_server.streams().contains("Corked: yes"));
     }
 
     void streamTellsWhatItIsAndNotWhatItPlays()

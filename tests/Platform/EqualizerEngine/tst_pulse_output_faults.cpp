@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A sound server that is not there, hangs, goes or moves the stream; and one that is left in peace.
+#include "CountingFile.h"
 #include "Fixtures/Sound/Recorder.h"
 #include "Fixtures/Sound/RunProgram.h"
 #include "Fixtures/Sound/SoundServer.h"
+#include "Platform/EqualizerEngine/OutputAudioEngine.h"
 #include "Platform/EqualizerEngine/PulseOutput.h"
 #include "RampSource.h"
 
@@ -191,6 +193,35 @@ private Q_SLOTS:
         QTRY_VERIFY(next.framesHeard() > 10'000);
     }
 
+    void engineThatLostItsServerGoesOnWithTheNext()
+    {
+        SoundServer server;
+        QVERIFY(server.start());
+        const auto link = std::make_shared<PulseLink>();
+        OutputAudioEngine engine(
+            [link] { return std::make_unique<PulseOutput>(link); },
+            [](const QUrl &) { return std::make_shared<CountingFile>(4'800'000, mono); });
+        engine.connectNodes(mono);
+        engine.start();
+        engine.playerNode().scheduleFile(engine.openFile({}));
+        engine.playerNode().play();
+        const auto time = [&engine] { return engine.playerNode().playerTime()->sampleTime; };
+        QTRY_VERIFY(time() > 10'000);
+        server.stop();
+        QTRY_VERIFY(!engine.isRunning());
+        QVERIFY(!engine.playerNode().isPlaying());
+        const double lost = time();
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, engine.start());
+        QVERIFY(!engine.isRunning());
+        QVERIFY(server.start());
+        engine.start();
+        QVERIFY(engine.isRunning());
+        QVERIFY(time() >= lost && time() < lost + 12'000);
+        engine.playerNode().play();
+        QVERIFY(engine.playerNode().isPlaying());
+        QTRY_VERIFY(time() > lost + 24'000);
+    }
+
     void movedStreamGoesOn()
     {
         SoundServer server;
@@ -211,7 +242,7 @@ private Q_SLOTS:
             QTRY_VERIFY(output.framesHeard() > before + 48'000);
             QVERIFY(output.isOpen());
         }
-        // The device under the stream goes away: the server saves the stream to the other one, or ends it.
+        // Back where it can be heard.
         Recorder recorder(server);
         QVERIFY(recorder.hearSound(0.01F, 5s));
     }
@@ -236,7 +267,10 @@ private Q_SLOTS:
         QTest::qWait(1'000); // a second of nothing
         QVERIFY(sleepsOfOtherThreads() - sleeps <= 1);
         output.play();
-        QTest::qWait(300);
+        const double begin = output.framesHeard();
+        sleeps = sleepsOfOtherThreads();
+        QTRY_VERIFY(output.framesHeard() > begin + 48'000);
+        qInfo() << "wake-ups in a second of playing:" << sleepsOfOtherThreads() - sleeps;
         QVERIFY(sleepsOfOtherThreads() - sleeps > 5); // that it would have been noticed
     }
 };

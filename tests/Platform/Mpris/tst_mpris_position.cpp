@@ -19,6 +19,7 @@ private Q_SLOTS:
 
     void nothingIsAtTheStart();
     void aPlayingSongRunsOn();
+    void aSongThatWaitsForItsBeginningStands();
     void aPausedSongStands();
     void theEndIsNotPassed();
     void noNumberIsTheStart_data();
@@ -76,6 +77,16 @@ void TestMprisPosition::aPlayingSongRunsOn()
     tell(10);
     m_clock->advance(1500ms);
     QCOMPARE(now(), 11.5);
+}
+
+void TestMprisPosition::aSongThatWaitsForItsBeginningStands()
+{
+    tell(0);
+    m_clock->advance(1min);
+    QVERIFY(now() <= 2);
+    // Who computes on by themselves hears where it is when it begins.
+    QVERIFY(tell(0.25));
+    QCOMPARE(now(), 0.25);
 }
 
 void TestMprisPosition::aPausedSongStands()

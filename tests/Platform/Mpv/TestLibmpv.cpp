@@ -3,6 +3,7 @@
 #include "Fixtures/Sound/SoundFiles.h"
 #include "Platform/Mpv/MpvHandle.h"
 
+#include <QDeadlineTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -32,6 +33,7 @@ private Q_SLOTS:
     void exactSeeksLandOnTheSample();
     void packetSeeksLandEarly_data();
     void packetSeeksLandEarly();
+    void thePositionOfTheSoundIsTheNewerOne();
     void aSeekIsAnsweredThenBegunThenRestarted();
     void anEndIsTheEndOfTheFile();
     void beginningAtTheEndEndsInOneOfTwoWays_data();
@@ -227,6 +229,25 @@ void TestLibmpv::packetSeeksLandEarly()
     QVERIFY(next(MPV_EVENT_PLAYBACK_RESTART).id != MPV_EVENT_NONE);
     const double landed = number("time-pos");
     QVERIFY2(landed <= 13.38 && landed >= 12.37, qPrintable(QString::number(landed)));
+}
+
+void TestLibmpv::thePositionOfTheSoundIsTheNewerOne()
+{
+    load(m_song, "pause=no");
+    double mostBehind = 0;
+    for (int asked = 0; asked < 40; ++asked) {
+        // Requests that follow each other closely bring "time-pos" up to date.
+        const QDeadlineTimer deadline(73);
+        QTRY_VERIFY(deadline.hasExpired());
+        m_mpv.requestProperty(0, "audio-pts", MPV_FORMAT_DOUBLE);
+        m_mpv.requestProperty(0, "time-pos", MPV_FORMAT_DOUBLE);
+        const double heard = next(MPV_EVENT_GET_PROPERTY_REPLY).number;
+        const double told = next(MPV_EVENT_GET_PROPERTY_REPLY).number;
+        QVERIFY(std::isfinite(heard) && std::isfinite(told));
+        QVERIFY2(heard > told - 0.005, qPrintable(u"%1 before %2"_s.arg(heard).arg(told)));
+        mostBehind = std::max(mostBehind, heard - told);
+    }
+    QVERIFY2(mostBehind > 0.03, qPrintable(QString::number(mostBehind)));
 }
 
 void TestLibmpv::aSeekIsAnsweredThenBegunThenRestarted()

@@ -21,9 +21,11 @@ constexpr int soundPatienceMs = 20'000;
 class SessionBench
 {
 public:
-    explicit SessionBench(const QString &song)
+    /// @param systemBus where logind may be; it outlives the object
+    explicit SessionBench(const QString &song,
+                          const QDBusConnection &systemBus = QDBusConnection(QStringLiteral("no bus")))
         : player(reader, {{"ao", "pulse"}})
-        , session(QDBusConnection(QStringLiteral("no bus")))
+        , session(systemBus)
         , m_song(song)
     {
         QObject::connect(&session, &AudioSession::interrupted, &session,

@@ -299,13 +299,13 @@ void TestCorkWatch::triggers_are_what_the_module_says_data()
     QTest::addColumn<QSet<QByteArray>>("roles");
     QTest::addColumn<bool>("everywhere");
     const QSet phone{"phone"_ba};
+    const QSet both{"phone"_ba, "event"_ba};
     const QByteArray module = "module-role-cork"_ba;
-    QTest::newRow("another module") << "module-role-ducking"_ba << "trigger_roles=phone"_ba
-                                    << QSet<QByteArray>() << false;
+    const QSet<QByteArray> none;
+    QTest::newRow("another module") << "module-role-ducking"_ba << QByteArray() << none << false;
     QTest::newRow("no argument") << module << QByteArray() << phone << false;
     QTest::newRow("other arguments") << module << "cork_roles=music,video"_ba << phone << false;
-    QTest::newRow("roles") << module << "trigger_roles=phone,event cork_roles=music"_ba
-                           << QSet{"phone"_ba, "event"_ba} << false;
+    QTest::newRow("roles") << module << "trigger_roles=phone,event cork_roles=music"_ba << both << false;
     QTest::newRow("groups") << module << "trigger_roles=phone/no_role"_ba << QSet{"phone"_ba, "no_role"_ba}
                             << false;
     QTest::newRow("double quotes") << module << "cork_roles=\"music\" trigger_roles=\"a b,phone\""_ba

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Machine/FakeLogind.h"
 #include "Platform/Pulse/MediaRole.h"
 #include "SessionBench.h"
 
@@ -26,6 +27,8 @@ private Q_SLOTS:
     void what_another_player_is_asked_is_none();
     void a_song_that_begins_in_a_call_is_interrupted();
     void a_server_that_dies_in_a_call_asks_for_nothing();
+    void a_call_around_a_sleep_asks_for_nothing_data();
+    void a_call_around_a_sleep_asks_for_nothing();
     void a_device_that_goes_is_told();
     void the_last_device_that_goes_is_told();
     void the_listener_moves_the_sound();
@@ -183,6 +186,45 @@ void TestPulseAudioSession::a_server_that_dies_in_a_call_asks_for_nothing()
     QVERIFY(m_bench->waitFor(u"ended"_s));
     QCOMPARE(m_bench->told, QStringList());
     end(call);
+}
+
+void TestPulseAudioSession::a_call_around_a_sleep_asks_for_nothing_data()
+{
+    QTest::addColumn<bool>("isCallFirst");
+    QTest::newRow("the call comes first") << true;
+    QTest::newRow("the sleep comes first") << false;
+}
+
+void TestPulseAudioSession::a_call_around_a_sleep_asks_for_nothing()
+{
+    QFETCH(bool, isCallFirst);
+    FakeLogind logind;
+    QVERIFY(logind.appear());
+    m_bench.emplace(m_song, logind.client());
+    QVERIFY(m_bench->start());
+    QVERIFY(QTest::qWaitFor([&logind] { return logind.isHeldUp(); }, soundPatienceMs));
+    QVERIFY(!cork().isEmpty());
+    if (!isCallFirst) {
+        logind.prepareForSleep(true);
+        QVERIFY(m_bench->waitFor(u"began"_s));
+    }
+    auto call = m_bench->server.other(u"phone"_s);
+    if (isCallFirst) {
+        QVERIFY(m_bench->waitFor(u"began"_s));
+        // Whatever plays in spite of the call stops for the sleep.
+        logind.prepareForSleep(true);
+        QVERIFY(m_bench->waitFor(u"began"_s));
+    }
+    QVERIFY(m_bench->catchUp());
+    logind.prepareForSleep(false);
+    QVERIFY(QTest::qWaitFor([&logind] { return logind.isHeldUp(); }, soundPatienceMs));
+    QVERIFY(m_bench->catchUp());
+    QCOMPARE(m_bench->told, QStringList()); // the call goes on
+    end(call);
+    QVERIFY(m_bench->waitFor(u"ended"_s));
+    QVERIFY(m_bench->catchUp());
+    QCOMPARE(m_bench->told, QStringList());
+    m_bench.reset(); // before its bus
 }
 
 void TestPulseAudioSession::a_device_that_goes_is_told()

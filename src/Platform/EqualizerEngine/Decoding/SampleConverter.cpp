@@ -11,11 +11,28 @@ namespace {
 /// The planes of a frame's samples: one for each channel, or one for all.
 constexpr size_t mostPlanes = 64;
 
+/// The places of so many channels in the order of an AudioFormat.
+AVChannelLayout usualLayout(int channels)
+{
+    AVChannelLayout layout = {};
+    switch (channels) {
+    case 3:
+        av_channel_layout_from_mask(&layout, AV_CH_LAYOUT_SURROUND);
+        break;
+    case 4:
+        av_channel_layout_from_mask(&layout, AV_CH_LAYOUT_QUAD);
+        break;
+    default:
+        av_channel_layout_default(&layout, channels);
+    }
+    return layout;
+}
+
 void copyLayout(AVChannelLayout &to, const AVFrame &frame)
 {
     // Files that do not say which channel is which have them in the usual order.
     if (frame.ch_layout.order == AV_CHANNEL_ORDER_UNSPEC)
-        av_channel_layout_default(&to, frame.ch_layout.nb_channels);
+        to = usualLayout(frame.ch_layout.nb_channels);
     else
         av_channel_layout_copy(&to, &frame.ch_layout);
 }
@@ -25,7 +42,11 @@ void copyLayout(AVChannelLayout &to, const AVFrame &frame)
 SampleConverter::SampleConverter(const AVFrame &first, const AudioFormat &format)
     : m_format(format)
 {
-    copyLayout(m_layout, first);
+    // One channel is heard from the middle, and two from left and right, whatever a file calls them.
+    if (format.channelCount <= 2)
+        copyLayout(m_layout, first);
+    else
+        m_layout = usualLayout(format.channelCount);
 }
 
 SampleConverter::~SampleConverter()
@@ -39,6 +60,16 @@ void SampleConverter::reset()
     m_context.reset();
 }
 
+void SampleConverter::connect(const AVFrame &frame, AVChannelLayout &layout)
+{
+    SwrContext *context = nullptr;
+    swr_alloc_set_opts2(&context, &m_layout, AV_SAMPLE_FMT_FLT, m_format.sampleRate, &layout,
+                        AVSampleFormat(frame.format), frame.sample_rate, 0, nullptr);
+    m_context.reset(context);
+    if (!m_context || swr_init(m_context.get()) < 0)
+        m_context.reset();
+}
+
 bool SampleConverter::adapt(const AVFrame &frame)
 {
     AVChannelLayout layout = {};
@@ -46,12 +77,10 @@ bool SampleConverter::adapt(const AVFrame &frame)
     const bool same = m_context && frame.format == m_inFormat && frame.sample_rate == m_inRate &&
                       av_channel_layout_compare(&layout, &m_inLayout) == 0;
     if (!same) {
-        SwrContext *context = nullptr;
-        swr_alloc_set_opts2(&context, &m_layout, AV_SAMPLE_FMT_FLT, m_format.sampleRate, &layout,
-                            AVSampleFormat(frame.format), frame.sample_rate, 0, nullptr);
-        m_context.reset(context);
-        if (!m_context || swr_init(m_context.get()) < 0)
-            m_context.reset();
+        connect(frame, layout);
+        // Places that nobody knows how to mix: better heard from elsewhere than not at all.
+        if (!m_context && layout.nb_channels == m_format.channelCount)
+            connect(frame, m_layout);
         m_inFormat = frame.format;
         m_inRate = frame.sample_rate;
         av_channel_layout_copy(&m_inLayout, &layout);

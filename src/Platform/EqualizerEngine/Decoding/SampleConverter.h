@@ -12,7 +12,8 @@ namespace cadorel {
 class SampleConverter
 {
 public:
-    /// @param first a frame of the song: its channels are given as they are
+    /// @param first a frame of the song: channels whose places differ from those of @p format are mixed into
+    /// them
     SampleConverter(const AVFrame &first, const AudioFormat &format);
     ~SampleConverter();
     SampleConverter(const SampleConverter &) = delete;
@@ -30,6 +31,7 @@ public:
 
 private:
     bool adapt(const AVFrame &frame);
+    void connect(const AVFrame &frame, AVChannelLayout &layout);
     void run(const uint8_t **planes, int count, std::vector<float> &samples);
 
     AudioFormat m_format;
