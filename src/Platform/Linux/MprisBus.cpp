@@ -22,7 +22,7 @@ namespace cadorel {
 
 namespace {
 
-// What the bus answers to RequestName, and the flag that asks it not to queue us (D-Bus Specification).
+// What the bus answers to RequestName, and the flag that asks it not to queue us (D-Bus).
 constexpr uint primaryOwner = 1;
 constexpr uint nameExists = 3;
 constexpr uint doNotQueue = 4;

@@ -35,10 +35,12 @@ void removeFiles(const QStringList &paths)
 }
 
 /// Removes what is in the directory. @param except beginning of names that stay
-void sweep(const QString &directory, const QString &except)
+void sweep(const QString &directory, const QString &except, const std::atomic_bool &isAbandoned)
 {
     const QDir folder(directory);
     for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        if (isAbandoned)
+            return; // what comes now may be the next one's
         if (!name.startsWith(except))
             QFile::remove(folder.filePath(name));
     }
@@ -121,7 +123,10 @@ QCoro::Task<void> MprisCoverFile::sweepThenWrite()
 {
     const QPointer<MprisCoverFile> self(this);
     m_isBusy = true;
-    co_await QtConcurrent::run(sweep, m_directory, m_prefix);
+    const auto job = [directory = m_directory, prefix = m_prefix, isAbandoned = m_isAbandoned] {
+        sweep(directory, prefix, *isAbandoned);
+    };
+    co_await QtConcurrent::run(job);
     if (self)
         co_await writeWanted();
 }

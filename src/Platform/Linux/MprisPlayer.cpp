@@ -172,7 +172,7 @@ MprisEndpoint::Result MprisPlayer::change(const QString &name, const QVariant &v
             return std::unexpected(MprisError{QDBusError::InvalidArgs, u"no such Volume"_s});
         Q_EMIT changeVolumeCommand(std::clamp(volume, 0.0, 1.0));
     } else if (name == "Rate"_L1 && value.toDouble() == 0) {
-        return call(u"Pause"_s, {}); // so the specification; other rates are outside of what can be played
+        return call(u"Pause"_s, {}); // as MPRIS wants it; other rates cannot be played
     }
     return {};
 }

@@ -16,9 +16,9 @@
 
 namespace cadorel {
 
-/// The desktop's media controls over the session bus, both ways, by the Media Player Remote Interfacing
-/// Specification (MPRIS) 2.2. Changes are announced once per turn of the event loop, the position only when
-/// it jumps. Where there is no bus nothing happens. Main thread; no timers.
+/// The desktop's media controls over the session bus, both ways, by MPRIS 2.2, the interfaces of desktops for
+/// media players. Changes are announced once per turn of the event loop, the position only when it jumps.
+/// Where there is no bus nothing happens. Main thread; no timers.
 class MprisPlayer : public RemoteCommandCenter, public NowPlayingCenter, private MprisEndpoint
 {
     Q_OBJECT

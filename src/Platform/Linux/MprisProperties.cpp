@@ -15,7 +15,7 @@ namespace cadorel::mpris {
 
 namespace {
 
-// Paths below /org/mpris are the specification's own.
+// Paths below /org/mpris are not a player's to use.
 constexpr QLatin1StringView trackFolder{"/com/cadorel/track/"};
 constexpr QLatin1StringView noTrack{"/org/mpris/MediaPlayer2/TrackList/NoTrack"};
 

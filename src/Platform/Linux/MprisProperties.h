@@ -15,7 +15,7 @@ namespace cadorel {
 struct NowPlayingInfo;
 struct PlaybackControls;
 
-/// The words of the Media Player Remote Interfacing Specification (MPRIS), version 2.2.
+/// The words of MPRIS 2.2, the interfaces by which desktops speak to media players.
 namespace mpris {
 
 inline constexpr QLatin1StringView objectPath{"/org/mpris/MediaPlayer2"};
