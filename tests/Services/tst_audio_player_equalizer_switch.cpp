@@ -1,98 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The equalizer switched on and off while a song is there: the song changes engines and keeps its place.
-#include "Fakes/FakeAudioEngine.h"
-#include "Fakes/PlayerBench.h"
-#include "Services/EqualizerService.h"
-#include "Services/SharedServices.h"
+// The equalizer switched on while a song is there, and what is no switch: the song changes engines and keeps
+// its place.
+#include "Services/EqualizerSwitchBench.h"
 
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace cadorel;
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-
-namespace {
-
-constexpr auto tick = 250ms;
-
-QString switchedOn(const QString &position)
-{
-    return u"🎛️ 均衡器状态变化: 启用，当前位置: "_s + position + u"s"_s;
-}
-
-QString switchedOff(const QString &position)
-{
-    return u"🎛️ 均衡器状态变化: 关闭，当前位置: "_s + position + u"s"_s;
-}
-
-/// Drops what was called and said so far.
-void drop(PlayerBench &bench)
-{
-    bench.equalizer.calls.clear();
-    if (bench.home.streamPlayer())
-        bench.stream().calls.clear();
-    bench.console.take();
-}
-
-/// Song "a" of three plays on the stream player, loaded, at @p position.
-AudioPlayerService &playStream(PlayerBench &bench, double position)
-{
-    AudioPlayerService &player = bench.start();
-    const QList<Song> queue = fileSongs({u"a"_s, u"b"_s, u"c"_s});
-    player.playSong(queue[0], queue);
-    bench.item().becomeReady();
-    bench.answerDuration(199.5);
-    bench.stream().tick(position);
-    drop(bench);
-    return player;
-}
-
-/// The same on the engine, where the tick has seen @p position.
-AudioPlayerService &playEngine(PlayerBench &bench, double position)
-{
-    bench.equalizer.enabled = true;
-    AudioPlayerService &player = bench.start();
-    const QList<Song> queue = fileSongs({u"a"_s, u"b"_s, u"c"_s});
-    player.playSong(queue[0], queue);
-    bench.equalizer.position = position;
-    bench.home.clock().advance(tick);
-    drop(bench);
-    return player;
-}
-
-/// As the listener does it, and the player has heard of it.
-void setEqualizer(PlayerBench &bench, bool enabled)
-{
-    bench.equalizer.setEnabled(enabled);
-    settle();
-}
-
-/// The stream player is where it was sent, after a while that is longer than the engine takes to fall silent.
-void arrive(PlayerBench &bench)
-{
-    bench.home.clock().advance(100ms);
-    bench.stream().finishSeek();
-}
-
-/// What the levels and the desktop show agrees with the player.
-bool showsPlaying(PlayerBench &bench, bool playing)
-{
-    return bench.player().isPlaying() == playing && bench.player().isSimulatingLevels() == playing &&
-           bench.mediaCenter.publishedPlaying == playing;
-}
-
-} // namespace
 
 class AudioPlayerEqualizerSwitchTest : public QObject
 {
     Q_OBJECT
+
 private Q_SLOTS:
     void hearsOfTheSwitchFromTheEventLoop();
     void switchAtStartIsNoChange();
     void withoutAnEqualizerNothingIsObserved();
-
     void switchedOnTheEngineTakesThePlaceOver();
     void switchedOnAtTheStartSeeksNowhere();
     void placeHandedToTheEngineIsTheOneHeardNow();
@@ -107,49 +30,19 @@ private Q_SLOTS:
     void switchedOnDuringASeekOfAPausedSongStaysPaused();
     void restoredSongIsTakenOverPaused();
     void songThatEndedIsTakenOverAtItsStart();
-
     void engineThatFailsLeavesTheStreamPlayerPaused();
     void engineThatFailsToSoundLeavesTheStreamPlayerPaused();
     void engineThatFailsWhilePausedIsOnlyLogged();
     void afterAFailureTheStreamPlayerPlaysOn();
     void afterAFailureDuringASeekItDoesNotResumeByItself();
-
-    void switchedOffTheStreamPlayerTakesThePlaceOver();
-    void placeHandedToTheStreamPlayerIsTheOneHeardNow();
-    void engineIsSilentBeforeTheStreamPlayerSounds();
-    void streamPlayerWaitsUntilTheEngineHasFadedOut();
-    void pausedWhileTheEngineFadesOutStaysPaused();
-    void leftWhileTheEngineFadesOutPlaysTheOtherSong();
-    void stateStaysWhileTheStreamPlayerLoads();
-    void ticksOnTheWayMoveNothing();
-    void switchedOffWhilePausedKeepsPlaceAndStaysPaused();
-    void pausedOnTheWayStaysPaused();
-    void playedOnTheWayPlays();
-    void soughtOnTheWayGoesThere();
-    void leftOnTheWayPlaysTheOtherSong();
-    void streamPlayerThatCannotLoadShowsItsError();
-    void songOnTheStreamPlayerEndsAndIsFollowed();
-    void unknownDurationIsAskedForAgain();
-
     void switchedOnAgainOnTheWayBackResumes();
     void offAndOnInOneGoEndsOnTheEngine();
     void onAndOffInOneGoEndsOnTheStreamPlayer();
     void theSameAgainSwitchesNothing();
-
     void streamFromAServerIsNotSwitchedAndTheNextFileUsesTheEngine();
     void webSongIsNotSwitched();
     void onlineSongWhoseAddressIsFetchedIsNotSwitched();
     void noSongIsNotSwitched();
-
-    void deviceThatGoesAwayStopsTheSong();
-    void deviceThatGoesAwayWhilePausedIsNoError();
-    void songThatLostItsDevicePlaysOnOnceThereIsOne();
-    void repeatedSongWithoutADeviceStops();
-    void soughtPastTheEndIsSilentUntilTheClockEndsIt();
-    void seekThatIsNoTimeIsTheStart();
-
-    void thePlayerOfTheProcessPlaysThroughTheEqualizer_data();
-    void thePlayerOfTheProcessPlaysThroughTheEqualizer();
 };
 
 void AudioPlayerEqualizerSwitchTest::hearsOfTheSwitchFromTheEventLoop()
@@ -470,248 +363,6 @@ void AudioPlayerEqualizerSwitchTest::afterAFailureDuringASeekItDoesNotResumeByIt
     QCOMPARE(bench.stream().rate(), 1.0);
 }
 
-void AudioPlayerEqualizerSwitchTest::switchedOffTheStreamPlayerTakesThePlaceOver()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    player.setVolume(0.5F);
-    setEqualizer(bench, false);
-    QCOMPARE(bench.console.take(),
-             (QStringList{switchedOff(u"42.5"_s), u"🎛️ 切换回 AVPlayer，位置: 42.5"_s,
-                          u"⏳ PlayerItem 状态: unknown (加载中...)"_s, u"✅ 已切换回 AVPlayer"_s}));
-    QCOMPARE(bench.equalizer.calls, QStringList{u"stop"_s});
-    QCOMPARE(bench.stream().calls, (QStringList{u"replace a.mp3"_s, u"seek 42.5"_s}));
-    QVERIFY(bench.item().asset().prefersPreciseDuration);
-    QCOMPARE(bench.stream().seeks.constFirst().toleranceBefore, 0.0);
-    QCOMPARE(bench.stream().seeks.constFirst().toleranceAfter, 0.0);
-    QCOMPARE(bench.stream().volume, 0.5F);
-    QVERIFY(!player.usingEqualizerEngine());
-    QCOMPARE(bench.playbackTimers(), 0);
-    bench.item().becomeReady();
-    arrive(bench);
-    QCOMPARE(bench.stream().calls.constLast(), u"play"_s);
-    QVERIFY(showsPlaying(bench, true));
-    QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(player.duration(), 200.0);
-    bench.stream().tick(43);
-    QCOMPARE(player.currentTime(), 43.0);
-    // The player's own state is observed again.
-    bench.stream().setState(0, StreamPlayer::TimeControlStatus::paused);
-    QVERIFY(showsPlaying(bench, false));
-}
-
-void AudioPlayerEqualizerSwitchTest::placeHandedToTheStreamPlayerIsTheOneHeardNow()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    bench.equalizer.position = 42.7001;
-    setEqualizer(bench, false);
-    // Rounded to the six hundredth part of a second.
-    QCOMPARE(bench.stream().seeks.constFirst().time, 42.7);
-    QCOMPARE(player.currentTime(), 42.7001);
-}
-
-void AudioPlayerEqualizerSwitchTest::engineIsSilentBeforeTheStreamPlayerSounds()
-{
-    PlayerBench bench;
-    playEngine(bench, 10);
-    setEqualizer(bench, false);
-    QVERIFY(!bench.equalizer.playing);
-    QCOMPARE(bench.stream().rate(), 0.0);
-    arrive(bench);
-    QCOMPARE(bench.stream().rate(), 1.0);
-    QVERIFY(!bench.equalizer.playing);
-}
-
-void AudioPlayerEqualizerSwitchTest::streamPlayerWaitsUntilTheEngineHasFadedOut()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    bench.home.clock().advance(10ms);
-    bench.item().becomeReady();
-    bench.stream().finishSeek();
-    QCOMPARE(bench.stream().rate(), 0.0);
-    QVERIFY(showsPlaying(bench, true));
-    bench.home.clock().advance(39ms);
-    bench.stream().tick(42.5);
-    QCOMPARE(bench.stream().rate(), 0.0);
-    bench.home.clock().advance(1ms);
-    QCOMPARE(bench.stream().rate(), 1.0);
-    QVERIFY(showsPlaying(bench, true));
-    QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.playbackTimers(), 0);
-}
-
-void AudioPlayerEqualizerSwitchTest::pausedWhileTheEngineFadesOutStaysPaused()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    bench.stream().finishSeek();
-    player.pause();
-    bench.home.clock().advance(100ms);
-    QCOMPARE(bench.stream().rate(), 0.0);
-    QVERIFY(showsPlaying(bench, false));
-    // No seek is under way any more.
-    bench.stream().tick(42.6);
-    QCOMPARE(player.currentTime(), 42.6);
-}
-
-void AudioPlayerEqualizerSwitchTest::leftWhileTheEngineFadesOutPlaysTheOtherSong()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    bench.stream().finishSeek();
-    setEqualizer(bench, true);
-    player.next();
-    bench.home.clock().advance(100ms);
-    QVERIFY(player.usingEqualizerEngine());
-    QCOMPARE(songOf(player).id(), u"b"_s);
-    QCOMPARE(bench.stream().rate(), 0.0);
-    QVERIFY(showsPlaying(bench, true));
-}
-
-void AudioPlayerEqualizerSwitchTest::stateStaysWhileTheStreamPlayerLoads()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    QSignalSpy states(&player, &AudioPlayerService::isPlayingChanged);
-    QSignalSpy times(&player, &AudioPlayerService::currentTimeChanged);
-    QSignalSpy durations(&player, &AudioPlayerService::durationChanged);
-    setEqualizer(bench, false);
-    QVERIFY(showsPlaying(bench, true));
-    arrive(bench);
-    QCOMPARE(states.size(), 0);
-    QCOMPARE(times.size(), 0);
-    QCOMPARE(durations.size(), 0);
-}
-
-void AudioPlayerEqualizerSwitchTest::ticksOnTheWayMoveNothing()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    bench.stream().tick(0);
-    QCOMPARE(player.currentTime(), 42.5);
-    arrive(bench);
-    bench.stream().tick(42.75);
-    QCOMPARE(player.currentTime(), 42.75);
-}
-
-void AudioPlayerEqualizerSwitchTest::switchedOffWhilePausedKeepsPlaceAndStaysPaused()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    // Heard after the last tick, before the pause.
-    bench.equalizer.position = 42.6;
-    player.pause();
-    setEqualizer(bench, false);
-    bench.item().becomeReady();
-    arrive(bench);
-    QVERIFY(!bench.stream().calls.contains(u"play"_s));
-    QCOMPARE(bench.stream().calls.constLast(), u"seek 42.6"_s);
-    QVERIFY(showsPlaying(bench, false));
-    QCOMPARE(player.currentTime(), 42.6);
-    player.play();
-    QCOMPARE(bench.stream().rate(), 1.0);
-    QVERIFY(showsPlaying(bench, true));
-}
-
-void AudioPlayerEqualizerSwitchTest::pausedOnTheWayStaysPaused()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    player.pause();
-    arrive(bench);
-    QCOMPARE(bench.stream().rate(), 0.0);
-    QVERIFY(showsPlaying(bench, false));
-    QCOMPARE(player.currentTime(), 42.5);
-}
-
-void AudioPlayerEqualizerSwitchTest::playedOnTheWayPlays()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    player.pause();
-    setEqualizer(bench, false);
-    player.play();
-    arrive(bench);
-    QCOMPARE(bench.stream().rate(), 1.0);
-    QVERIFY(showsPlaying(bench, true));
-}
-
-void AudioPlayerEqualizerSwitchTest::soughtOnTheWayGoesThere()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    player.seek(150);
-    arrive(bench);
-    QCOMPARE(bench.stream().rate(), 1.0);
-    QVERIFY(bench.player().isPlaying());
-    QCOMPARE(player.currentTime(), 150.0);
-    QVERIFY(bench.stream().seeks.isEmpty());
-}
-
-void AudioPlayerEqualizerSwitchTest::leftOnTheWayPlaysTheOtherSong()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    player.next();
-    settle();
-    QCOMPARE(songOf(player).id(), u"b"_s);
-    QCOMPARE(player.currentTime(), 0.0);
-    QVERIFY(showsPlaying(bench, true));
-    QCOMPARE(bench.stream().calls,
-             (QStringList{u"replace a.mp3"_s, u"seek 42.5"_s, u"replace b.mp3"_s, u"play"_s}));
-}
-
-void AudioPlayerEqualizerSwitchTest::streamPlayerThatCannotLoadShowsItsError()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    bench.item().fail(u"没有可用的音频设备"_s);
-    settle();
-    QCOMPARE(player.playError(), std::optional(u"没有可用的音频设备"_s));
-    QVERIFY(!player.isPlaying());
-    QVERIFY(!bench.stream().calls.contains(u"play"_s));
-}
-
-void AudioPlayerEqualizerSwitchTest::songOnTheStreamPlayerEndsAndIsFollowed()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    setEqualizer(bench, false);
-    arrive(bench);
-    bench.reachEnd();
-    QCOMPARE(songOf(player).id(), u"b"_s);
-    QVERIFY(!player.usingEqualizerEngine());
-    QVERIFY(showsPlaying(bench, true));
-}
-
-void AudioPlayerEqualizerSwitchTest::unknownDurationIsAskedForAgain()
-{
-    PlayerBench bench;
-    bench.equalizer.enabled = true;
-    AudioPlayerService &player = bench.start();
-    player.playSong(fileSong(u"a"_s), {fileSong(u"a"_s)});
-    bench.equalizer.position = 199.6;
-    bench.home.clock().advance(tick);
-    // The end took the duration away.
-    QCOMPARE(player.duration(), 0.0);
-    setEqualizer(bench, false);
-    arrive(bench);
-    bench.answerDuration(200);
-    QCOMPARE(player.duration(), 200.0);
-    QCOMPARE(player.currentTime(), 0.0);
-    QVERIFY(showsPlaying(bench, false));
-}
-
 void AudioPlayerEqualizerSwitchTest::switchedOnAgainOnTheWayBackResumes()
 {
     PlayerBench bench;
@@ -819,118 +470,6 @@ void AudioPlayerEqualizerSwitchTest::noSongIsNotSwitched()
     QCOMPARE(bench.console.take(), QStringList{u"🎛️ 均衡器状态变化: 非本地文件，无需切换引擎"_s});
     QCOMPARE(bench.equalizer.calls, QStringList());
     QCOMPARE(bench.home.streamPlayersMade(), 0);
-}
-
-void AudioPlayerEqualizerSwitchTest::deviceThatGoesAwayStopsTheSong()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    bench.equalizer.playing = false;
-    bench.home.clock().advance(tick);
-    QVERIFY(showsPlaying(bench, false));
-    QCOMPARE(player.playError(), std::optional(u"音频设备已断开"_s));
-    QCOMPARE(player.currentTime(), 42.5);
-    QCOMPARE(bench.playbackTimers(), 0);
-    QVERIFY(bench.snapshot().contains("\"position\":42.5,"));
-}
-
-void AudioPlayerEqualizerSwitchTest::deviceThatGoesAwayWhilePausedIsNoError()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    player.pause();
-    bench.home.clock().advance(4 * tick);
-    QVERIFY(!player.playError());
-}
-
-void AudioPlayerEqualizerSwitchTest::songThatLostItsDevicePlaysOnOnceThereIsOne()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    bench.equalizer.playing = false;
-    bench.home.clock().advance(tick);
-    bench.equalizer.playFailure = "没有可用的音频设备";
-    player.play();
-    QCOMPARE(player.playError(), std::optional(u"没有可用的音频设备"_s));
-    QVERIFY(showsPlaying(bench, false));
-    QCOMPARE(bench.playbackTimers(), 0);
-    bench.equalizer.playFailure.clear();
-    player.play();
-    QVERIFY(showsPlaying(bench, true));
-    QCOMPARE(player.currentTime(), 42.5);
-    bench.equalizer.position = 43;
-    bench.home.clock().advance(tick);
-    QCOMPARE(player.currentTime(), 43.0);
-}
-
-void AudioPlayerEqualizerSwitchTest::repeatedSongWithoutADeviceStops()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    player.setPlayMode(PlayMode::repeatOne);
-    bench.equalizer.playFailure = "没有可用的音频设备";
-    bench.equalizer.position = 199.6;
-    bench.home.clock().advance(tick);
-    QVERIFY(showsPlaying(bench, false));
-    QVERIFY(player.playError());
-    QCOMPARE(bench.playbackTimers(), 0);
-}
-
-void AudioPlayerEqualizerSwitchTest::soughtPastTheEndIsSilentUntilTheClockEndsIt()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    player.seek(250);
-    QCOMPARE(songOf(player).id(), u"a"_s);
-    QVERIFY(player.isPlaying());
-    bench.home.clock().advance(tick);
-    QCOMPARE(songOf(player).id(), u"b"_s);
-    QVERIFY(showsPlaying(bench, true));
-}
-
-void AudioPlayerEqualizerSwitchTest::seekThatIsNoTimeIsTheStart()
-{
-    PlayerBench bench;
-    AudioPlayerService &player = playEngine(bench, 42.5);
-    for (const double time : {-1.0, qQNaN(), qInf()}) {
-        player.seek(30);
-        player.seek(time);
-        QCOMPARE(player.currentTime(), 0.0);
-        QCOMPARE(bench.equalizer.position, 0.0);
-    }
-}
-
-void AudioPlayerEqualizerSwitchTest::thePlayerOfTheProcessPlaysThroughTheEqualizer_data()
-{
-    QTest::addColumn<bool>("machineHasOne");
-    QTest::newRow("with an engine") << true;
-    QTest::newRow("without") << false;
-}
-
-void AudioPlayerEqualizerSwitchTest::thePlayerOfTheProcessPlaysThroughTheEqualizer()
-{
-    QFETCH(bool, machineHasOne);
-    const ConsoleLines console;
-    TestPlatform home;
-    home.platform.preferences->setBool(u"equalizer_enabled"_s, true);
-    if (machineHasOne)
-        home.platform.makeAudioEngine = [] { return std::make_unique<FakeAudioEngine>(); };
-    setProcessPlatform(&home.platform);
-    const auto release = qScopeGuard([&] {
-        if (home.streamPlayer())
-            home.streamPlayer()->lastItem()->answerDuration(std::unexpected(u"the test has ended"_s));
-        settle();
-        releaseSharedServices();
-        setProcessPlatform(nullptr);
-    });
-    AudioPlayerService &player = AudioPlayerService::shared();
-    QVERIFY(EqualizerService::shared().isEnabled());
-    player.playSong(fileSong(u"a"_s), {});
-    QCOMPARE(player.usingEqualizerEngine(), machineHasOne);
-    QVERIFY(player.isPlaying());
-    EqualizerService::shared().setEnabled(false);
-    settle();
-    QVERIFY(!player.usingEqualizerEngine());
 }
 
 QTEST_GUILESS_MAIN(AudioPlayerEqualizerSwitchTest)
