@@ -60,11 +60,7 @@ class TestPulseOutputFaults : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase()
-    {
-        if (!SoundServer::available())
-            QSKIP("no sound server on this machine");
-    }
+    void initTestCase() { QVERIFY2(SoundServer::available(), "no PulseAudio: scripts/setup installs it"); }
 
     void withoutAServerOpeningFailsAtOnce()
     {
