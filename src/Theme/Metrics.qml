@@ -30,6 +30,13 @@ QtObject {
     readonly property int sheetRadius: 16
     readonly property int focusRing: 2
 
+    readonly property int segmentWidth: 88
+    readonly property int segmentRadius: 6
+    readonly property int settingsItemHeight: 48
+    readonly property int settingsSquare: 30
+    readonly property int settingsSymbol: 18
+    readonly property int statusDot: 8
+
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
     readonly property int symbol: 24
