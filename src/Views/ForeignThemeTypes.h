@@ -10,6 +10,10 @@
 #include "Theme/ThemeManager.h"
 #include "Theme/ThemeType.h"
 #include "Views/InterfaceParts.h"
+#include "Theme/Springs.h"
+#include "Theme/Surface.h"
+#include "Theme/ThemeType.h"
+#include "Theme/ThemedSurfaces.h"
 
 #include <QtQml/qqml.h>
 
@@ -75,6 +79,29 @@ struct ForeignThemeTypes
     QML_FOREIGN(cadorel::ThemeTypes)
     QML_NAMED_ELEMENT(ThemeTypes)
     QML_UNCREATABLE("names only")
+};
+
+struct ForeignSurface
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Surface)
+    QML_VALUE_TYPE(surface)
+};
+
+struct ForeignThemedSurfaces
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemedSurfaces)
+    QML_NAMED_ELEMENT(Surfaces)
+    QML_SINGLETON
+};
+
+struct ForeignSprings
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Springs)
+    QML_NAMED_ELEMENT(Springs)
+    QML_SINGLETON
 };
 
 } // namespace cadorel
