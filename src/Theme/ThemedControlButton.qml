@@ -12,9 +12,18 @@ ScaleButtonStyle {
     implicitHeight: size
 
     background: SurfaceImage {
+        objectName: "circle"
         surface: Surfaces.controlButton(root.theme, root.size)
 
+        ThemedHighlight {
+            anchors.fill: parent
+            radius: height / 2
+            isHovered: root.hovered
+            isPressed: root.down
+            theme: root.theme
+        }
         ThemedFocusRing {
+            objectName: "focusRing"
             controlRadius: root.size / 2
             theme: root.theme
             visible: root.visualFocus
@@ -25,9 +34,13 @@ ScaleButtonStyle {
             objectName: "glyph"
             anchors.centerIn: parent
             name: root.systemName
-            size: Math.round(0.4 * root.size)
+            size: Metrics.glyphOf(root.size)
             color: root.theme.useNeumorphism ? root.theme.primaryTextColor : root.theme.primaryColor
             opacity: root.enabled ? 1 : Metrics.disabledOpacity
         }
+    }
+    StyledToolTip {
+        text: root.text
+        visible: root.text !== "" && root.hovered && !root.down
     }
 }

@@ -14,9 +14,11 @@ T.AbstractButton {
     implicitWidth: Metrics.touchTarget
     implicitHeight: Metrics.touchTarget
     hoverEnabled: true
+    // A click leaves the keyboard where it was.
     focusPolicy: Qt.TabFocus
     text: isFavorite ? "取消喜欢" : "喜欢"
     Accessible.name: text
+    Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
     onClicked: pulse.restart()
@@ -27,16 +29,12 @@ T.AbstractButton {
         interval: 300
     }
 
-    background: Rectangle {
+    background: ThemedHighlight {
         radius: height / 2
-        color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-
-        ThemedFocusRing {
-            anchors.margins: 0
-            radius: parent.radius
-            theme: root.theme
-            visible: root.visualFocus
-        }
+        isHovered: root.hovered
+        isPressed: root.down
+        isFocused: root.visualFocus
+        theme: root.theme
     }
     contentItem: Item {
         SymbolIcon {
@@ -45,14 +43,20 @@ T.AbstractButton {
             name: root.isFavorite ? AppIcons.favorite.heartFill : AppIcons.favorite.heart
             size: 28
             color: root.isFavorite ? root.theme.primaryColor : root.theme.secondaryTextColor
+            opacity: root.enabled ? 1 : Metrics.disabledOpacity
             scale: root.isAnimating ? 1.3 : 1
 
             Behavior on scale {
+                // It springs up more lively than it comes back.
                 ResponseSpring {
                     response: 0.3
                     damping: root.isAnimating ? 0.5 : 0.6
                 }
             }
         }
+    }
+    StyledToolTip {
+        text: root.text
+        visible: root.hovered && !root.down
     }
 }

@@ -8,16 +8,16 @@ ScaleButtonStyle {
     property bool isPlaying: false
     property real size: 64
 
-    readonly property real glyphSize: 0.4 * size
-
     implicitWidth: size
     implicitHeight: size
     text: isPlaying ? "暂停" : "播放"
 
     background: SurfaceImage {
+        objectName: "circle"
         surface: Surfaces.playButton(root.theme, root.size)
 
         ThemedFocusRing {
+            objectName: "focusRing"
             controlRadius: root.size / 2
             theme: root.theme
             visible: root.visualFocus
@@ -30,8 +30,9 @@ ScaleButtonStyle {
             // The triangle alone is heavier on its left.
             anchors.horizontalCenterOffset: root.isPlaying ? 0 : 2
             name: root.isPlaying ? AppIcons.playback.pause : AppIcons.playback.play
-            size: Math.round(root.glyphSize)
+            size: Metrics.glyphOf(root.size)
             color: root.theme.useNeumorphism ? root.theme.primaryColor : "white"
+            opacity: root.enabled ? 1 : Metrics.disabledOpacity
         }
     }
 }

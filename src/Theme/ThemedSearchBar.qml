@@ -2,7 +2,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A field for what to look for. Return submits it, Escape and the button at its end empty it.
+/// A field for what to look for. Return submits it, Escape and the button at its end empty it, the arrow down
+/// leaves it for what was found.
 FocusScope {
     id: root
 
@@ -11,30 +12,35 @@ FocusScope {
     property AppTheme theme: ThemeEnvironment.theme
 
     /// Somebody has changed the text, also by emptying it.
-    signal edited
+    signal edited(string text)
     signal submitted
+    signal leftDownwards
 
     implicitWidth: Metrics.menuWidth
     implicitHeight: Math.max(TextStyles.body.line, Metrics.symbolSmall) + 2 * Metrics.cardPadding
+    opacity: enabled ? 1 : Metrics.disabledOpacity
 
     function clear(): void {
         field.text = "";
-        edited();
+        edited("");
     }
 
     SurfaceImage {
+        objectName: "ground"
         anchors.fill: parent
         surface: Surfaces.searchBar(root.theme)
     }
     ThemedFocusRing {
-        anchors.margins: 0
-        radius: Metrics.controlRadius
+        objectName: "focusRing"
+        controlRadius: Metrics.controlRadius
+        outset: 0
         theme: root.theme
         visible: field.activeFocus
     }
     SymbolIcon {
         id: lens
 
+        objectName: "lens"
         anchors.left: parent.left
         anchors.leftMargin: Metrics.cardPadding
         anchors.verticalCenter: parent.verticalCenter
@@ -57,15 +63,16 @@ FocusScope {
         focus: true
         color: root.theme.primaryTextColor
         font.pixelSize: TextStyles.body.size
-        selectionColor: root.theme.primaryColor
+        selectionColor: Contrast.groundFor("white", root.theme.primaryColor)
         selectedTextColor: "white"
         selectByMouse: true
         inputMethodHints: Qt.ImhNoAutoUppercase
         Accessible.role: Accessible.EditableText
         Accessible.name: root.placeholder
         Accessible.searchEdit: true
-        onTextEdited: root.edited()
+        onTextEdited: root.edited(text)
         onAccepted: root.submitted()
+        Keys.onDownPressed: root.leftDownwards()
         Keys.onEscapePressed: event => {
             event.accepted = text !== "";
             if (event.accepted)
@@ -81,7 +88,7 @@ FocusScope {
             Accessible.ignored: true
         }
     }
-    IconButton {
+    ThemedIconButton {
         id: clearButton
 
         objectName: root.objectName + "Clear"
@@ -90,7 +97,7 @@ FocusScope {
         visible: root.text !== ""
         symbol: AppIcons.status.xmarkCircle
         symbolSize: Metrics.symbolSmall
-        color: root.theme.secondaryTextColor
+        theme: root.theme
         text: "清空输入"
         onClicked: {
             root.clear();

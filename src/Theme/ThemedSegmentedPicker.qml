@@ -8,7 +8,7 @@ import QtQuick.Templates as T
 FocusScope {
     id: root
 
-    /// What can be chosen, and what is. A choice is told and shown at once; who keeps it sets it again.
+    /// What can be chosen, and which of it is. A choice is told; who keeps it sets `selection`.
     property var selection
     property var options: []
     /// The text of an option.
@@ -18,15 +18,17 @@ FocusScope {
     property string name
 
     readonly property int selectedIndex: options.indexOf(selection)
-    /// Every label lies on the ground of the look or on the knob; both let it be read.
-    readonly property color knobColor: theme.useNeumorphism ? theme.surfaceColor : Contrast.groundFor("white", theme.primaryColor)
-    readonly property color selectedColor: theme.useNeumorphism ? theme.primaryTextColor : "white"
-    readonly property color otherColor: theme.useNeumorphism ? Contrast.textOn(theme.surfaceColor, theme.secondaryTextColor) : Contrast.textOn(theme.backgroundColor, theme.primaryTextColor)
+    // Labels lie on the track or on the pill, and can be read on both.
+    readonly property color trackColor: theme.useNeumorphism ? theme.surfaceColor : Contrast.over(Qt.alpha(theme.primaryColor, 0.1), theme.backgroundColor)
+    readonly property color pillColor: theme.useNeumorphism ? "transparent" : Contrast.groundFor("white", theme.primaryColor)
+    readonly property color selectedColor: theme.useNeumorphism ? Contrast.textOn(theme.surfaceColor, theme.primaryColor) : "white"
+    readonly property color otherColor: Contrast.textOn(trackColor, theme.primaryTextColor)
 
     signal selected(var option)
 
     implicitWidth: options.length * Metrics.segmentWidth
     implicitHeight: Math.max(Metrics.touchTarget, TextStyles.subheadline.line + 2 * Metrics.rowSpacing + 2 * Metrics.grid)
+    opacity: enabled ? 1 : Metrics.disabledOpacity
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
@@ -40,91 +42,103 @@ FocusScope {
         anchors.fill: parent
         theme: root.theme
     }
-    Item {
-        anchors.fill: parent
-        anchors.margins: Metrics.grid
+    Rectangle {
+        id: pill
 
-        Rectangle {
-            id: flatKnob
+        // The place and not x is what moves: a window that is made wider moves nothing.
+        property real place: root.selectedIndex
 
-            objectName: "knob"
-            x: Math.max(0, root.selectedIndex) * width
-            width: root.options.length > 0 ? parent.width / root.options.length : 0
-            height: parent.height
-            radius: Metrics.segmentRadius
-            color: root.theme.useNeumorphism ? "transparent" : root.knobColor
-            visible: root.selectedIndex >= 0
+        objectName: "pill"
+        x: Metrics.grid + place * width
+        y: Metrics.grid
+        width: row.width / Math.max(1, root.options.length)
+        height: root.height - 2 * Metrics.grid
+        radius: Metrics.segmentRadius
+        color: root.pillColor
+        visible: root.selectedIndex >= 0
 
-            Behavior on x {
-                NumberAnimation {
-                    duration: Motion.scaled(200)
-                    easing.type: Easing.InOutQuad
-                }
-            }
+        Behavior on place {
+            enabled: pill.visible
 
-            SurfaceImage {
-                anchors.fill: parent
-                surface: Surfaces.neumorphismRaised(root.theme, Metrics.segmentRadius)
-                visible: root.theme.useNeumorphism
+            NumberAnimation {
+                objectName: "slide"
+                duration: Motion.scaled(200)
+                easing.type: Easing.InOutQuad
             }
         }
-        Row {
+
+        SurfaceImage {
             anchors.fill: parent
+            surface: Surfaces.neumorphismPressed(root.theme, Metrics.segmentRadius)
+            visible: root.theme.useNeumorphism
+        }
+    }
+    Row {
+        id: row
 
-            Repeater {
-                id: segments
+        anchors.fill: parent
+        anchors.leftMargin: Metrics.grid
+        anchors.rightMargin: Metrics.grid
 
-                model: root.options
-                // A screen reader learns what a button is from its type alone.
-                delegate: T.RadioButton {
-                    id: segment
+        Repeater {
+            id: segments
 
-                    required property int index
-                    required property var modelData
-                    readonly property bool isSelected: index === root.selectedIndex
+            model: root.options
+            // A screen reader learns what a button is from its type alone.
+            delegate: T.RadioButton {
+                id: segment
 
-                    objectName: root.objectName + index
-                    width: parent ? parent.width / segments.count : 0
-                    height: parent ? parent.height : 0
-                    focusPolicy: Qt.TabFocus
-                    hoverEnabled: true
-                    text: root.label(modelData)
-                    checkable: false
-                    autoExclusive: false
-                    Accessible.name: text
-                    Accessible.checkable: true
-                    Accessible.checked: isSelected
-                    Accessible.onPressAction: segment.clicked()
-                    Keys.onReturnPressed: segment.clicked()
-                    Keys.onEnterPressed: segment.clicked()
-                    Keys.onLeftPressed: root.walkTo(index - 1)
-                    Keys.onRightPressed: root.walkTo(index + 1)
-                    onClicked: {
-                        if (!isSelected)
-                            root.selected(modelData);
+                required property int index
+                required property var modelData
+                readonly property bool isSelected: index === root.selectedIndex
+
+                objectName: root.objectName + index
+                width: pill.width
+                height: row.height
+                // The whole height answers a finger.
+                topInset: Metrics.grid
+                bottomInset: Metrics.grid
+                leftPadding: Metrics.grid
+                rightPadding: Metrics.grid
+                focusPolicy: Qt.TabFocus
+                hoverEnabled: true
+                text: root.label(modelData)
+                checkable: false
+                autoExclusive: false
+                Accessible.name: text
+                Accessible.checkable: true
+                Accessible.checked: isSelected
+                Accessible.onPressAction: segment.clicked()
+                Keys.onReturnPressed: segment.clicked()
+                Keys.onEnterPressed: segment.clicked()
+                Keys.onLeftPressed: root.walkTo(index - 1)
+                Keys.onRightPressed: root.walkTo(index + 1)
+                onClicked: {
+                    if (!isSelected)
+                        root.selected(modelData);
+                }
+
+                background: ThemedHighlight {
+                    radius: Metrics.segmentRadius
+                    isHovered: segment.hovered && !segment.isSelected
+                    isPressed: segment.down && !segment.isSelected
+                    theme: root.theme
+
+                    ThemedFocusRing {
+                        objectName: "focusRing"
+                        controlRadius: Metrics.segmentRadius
+                        outset: 0
+                        theme: root.theme
+                        border.color: segment.isSelected ? root.selectedColor : root.theme.primaryColor
+                        visible: segment.visualFocus
                     }
-
-                    background: Item {
-                        Rectangle {
-                            anchors.fill: parent
-                            radius: Metrics.segmentRadius
-                            color: segment.isSelected ? "transparent" : segment.down ? SystemColors.pressed : segment.hovered ? SystemColors.hover : "transparent"
-                        }
-                        ThemedFocusRing {
-                            anchors.margins: 0
-                            radius: Metrics.segmentRadius
-                            theme: root.theme
-                            border.color: segment.isSelected ? root.selectedColor : root.theme.primaryColor
-                            visible: segment.visualFocus
-                        }
-                    }
-                    contentItem: StyledText {
-                        text: segment.text
-                        style: TextStyles.subheadline
-                        font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
-                        color: segment.isSelected ? root.selectedColor : root.otherColor
-                        horizontalAlignment: Text.AlignHCenter
-                    }
+                }
+                contentItem: StyledText {
+                    text: segment.text
+                    style: TextStyles.subheadline
+                    font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
+                    color: segment.isSelected ? root.selectedColor : root.otherColor
+                    horizontalAlignment: Text.AlignHCenter
                 }
             }
         }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Templates as T
 
-/// One WebDAV server of a list: what it is called, where it is, whether it is connected and what it holds.
+/// One WebDAV server of a list: what it is called, where it is, whether it is connected and what it holds. The
+/// dots, a long press and the right button open the menu of what can be done with it.
 T.ItemDelegate {
     id: root
 
@@ -13,7 +13,7 @@ T.ItemDelegate {
     property int songCount: 0
     property AppTheme theme: ThemeEnvironment.theme
 
-    readonly property string status: isConnected ? "已连接 · " + songCount + " 首歌曲" : "未连接"
+    readonly property string status: (isConnected ? "已连接" : "未连接") + (isConnected || songCount > 0 ? " · " + songCount + " 首歌曲" : "")
 
     signal tapped
     signal editRequested
@@ -29,29 +29,42 @@ T.ItemDelegate {
     Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
-    Keys.onMenuPressed: menu.popup(root, Qt.point(root.width, root.height / 2))
+    Keys.onMenuPressed: menu.popup(root, Qt.point(root.width - menu.width, root.height / 2))
     onClicked: tapped()
-    onPressAndHold: menu.popup()
+    onPressAndHold: menu.popup(root, Qt.point(pressX, pressY))
 
     TapHandler {
         // A finger has no buttons: every touch would count.
         acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
         acceptedButtons: Qt.RightButton
-        onTapped: menu.popup()
+        onTapped: eventPoint => menu.popup(root, eventPoint.position)
     }
-    StyledMenu {
+    ThemedMenu {
         id: menu
 
         objectName: "serverRowMenu"
+        theme: root.theme
 
-        StyledMenuItem {
+        ThemedMenuItem {
+            objectName: "scanItem"
+            symbol: AppIcons.action.refresh
+            text: "扫描"
+            theme: root.theme
+            onTriggered: root.scanRequested()
+        }
+        ThemedMenuItem {
+            objectName: "editItem"
             symbol: AppIcons.action.edit
             text: "编辑"
+            theme: root.theme
             onTriggered: root.editRequested()
         }
-        StyledMenuItem {
-            symbol: AppIcons.action.delete_
+        ThemedMenuItem {
+            objectName: "deleteItem"
+            symbol: AppIcons.action.delete
             text: "删除"
+            destructive: true
+            theme: root.theme
             onTriggered: root.deleteRequested()
         }
     }
@@ -59,22 +72,19 @@ T.ItemDelegate {
     background: ThemedRowModifier {
         theme: root.theme
 
-        Rectangle {
+        ThemedHighlight {
             anchors.fill: parent
-            radius: Metrics.cardRadius
-            color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-        }
-        ThemedFocusRing {
-            anchors.margins: 0
-            radius: Metrics.cardRadius
+            isHovered: root.hovered
+            isPressed: root.down
+            isFocused: root.visualFocus
             theme: root.theme
-            visible: root.visualFocus
         }
     }
     contentItem: Item {
         SurfaceImage {
             id: tile
 
+            objectName: "tile"
             anchors.left: parent.left
             anchors.leftMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
@@ -93,8 +103,8 @@ T.ItemDelegate {
 
             anchors.left: tile.right
             anchors.leftMargin: Metrics.cardPadding
-            anchors.right: scanButton.left
-            anchors.rightMargin: Metrics.rowSpacing
+            anchors.right: moreButton.left
+            anchors.rightMargin: Metrics.grid
             anchors.verticalCenter: parent.verticalCenter
 
             StyledText {
@@ -113,13 +123,14 @@ T.ItemDelegate {
             }
             Row {
                 width: parent.width
-                spacing: Metrics.grid + Metrics.hairline
+                spacing: Metrics.grid
 
                 Rectangle {
                     id: dot
 
                     objectName: "statusDot"
-                    anchors.verticalCenter: parent.verticalCenter
+                    // On the first line, where the text has two.
+                    y: Math.round((TextStyles.footnote.line - height) / 2)
                     width: Metrics.statusDot
                     height: Metrics.statusDot
                     radius: width / 2
@@ -131,32 +142,26 @@ T.ItemDelegate {
                     text: root.status
                     style: TextStyles.footnote
                     color: root.theme.secondaryTextColor
+                    // A count is never cut off.
+                    elide: Text.ElideNone
+                    wrapMode: Text.Wrap
                 }
             }
         }
-        IconButton {
-            id: scanButton
-
-            objectName: "scanButton"
-            anchors.right: moreButton.left
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: AppIcons.action.refresh
-            symbolSize: Metrics.symbolSmall
-            color: root.theme.primaryColor
-            text: "扫描“" + root.config.name + "”"
-            enabled: root.isConnected
-            onClicked: root.scanRequested()
-        }
-        IconButton {
+        ThemedIconButton {
             id: moreButton
 
             objectName: "moreButton"
             anchors.right: parent.right
+            anchors.rightMargin: Metrics.grid
             anchors.verticalCenter: parent.verticalCenter
+            // The keyboard has the menu key for it.
+            focusPolicy: Qt.NoFocus
             symbol: AppIcons.navigation.more
-            color: root.theme.secondaryTextColor
+            isOpen: menu.visible
+            theme: root.theme
             text: "“" + root.config.name + "”的更多操作"
-            onClicked: menu.popup(moreButton, Qt.point(0, moreButton.height))
+            onClicked: menu.popup(moreButton, Qt.point(moreButton.width - menu.width, moreButton.height))
         }
     }
 }

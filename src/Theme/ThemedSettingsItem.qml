@@ -17,26 +17,25 @@ T.AbstractButton {
     implicitHeight: Math.max(Metrics.settingsItemHeight, titleText.implicitHeight + 2 * Metrics.cardPadding)
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
+    opacity: enabled ? 1 : Metrics.disabledOpacity
     text: title
     Accessible.name: subtitle === "" ? title : title + "，" + subtitle
+    Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
-    background: Rectangle {
-        radius: Metrics.controlRadius
-        color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-
-        ThemedFocusRing {
-            anchors.margins: 0
-            radius: parent.radius
-            theme: root.theme
-            visible: root.visualFocus
-        }
+    background: ThemedHighlight {
+        radius: Metrics.coverRadius
+        isHovered: root.hovered
+        isPressed: root.down
+        isFocused: root.visualFocus
+        theme: root.theme
     }
     contentItem: Item {
         SurfaceImage {
             id: square
 
+            objectName: "square"
             anchors.left: parent.left
             anchors.leftMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
@@ -45,6 +44,7 @@ T.AbstractButton {
             surface: Surfaces.settingsIcon(root.theme, root.iconColor)
 
             SymbolIcon {
+                objectName: "glyph"
                 anchors.centerIn: parent
                 name: root.icon
                 size: Metrics.settingsSymbol
@@ -68,7 +68,7 @@ T.AbstractButton {
 
             objectName: "itemSubtitle"
             anchors.right: chevron.left
-            anchors.rightMargin: Metrics.rowSpacing
+            anchors.rightMargin: root.subtitle === "" ? 0 : Metrics.grid
             anchors.baseline: titleText.baseline
             // A long word on how things stand leaves the title half of the row.
             width: Math.min(implicitWidth, parent.width / 2 - Metrics.settingsSquare)
@@ -79,13 +79,13 @@ T.AbstractButton {
         SymbolIcon {
             id: chevron
 
+            objectName: "chevron"
             anchors.right: parent.right
             anchors.rightMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
             name: AppIcons.navigation.forward
             size: TextStyles.caption1.size
-            color: root.theme.secondaryTextColor
-            opacity: 0.6
+            color: Qt.alpha(root.theme.secondaryTextColor, 0.6 * root.theme.secondaryTextColor.a)
         }
     }
 }

@@ -18,6 +18,8 @@ T.ItemDelegate {
     property bool showsFocus: false
     property AppTheme theme: ThemeEnvironment.theme
 
+    readonly property color currentColor: Contrast.textOn(theme.surfaceColor, theme.primaryColor)
+
     signal menuRequested(point position)
 
     implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
@@ -40,16 +42,12 @@ T.ItemDelegate {
     background: ThemedRowModifier {
         theme: root.theme
 
-        Rectangle {
+        ThemedHighlight {
             anchors.fill: parent
-            radius: Metrics.cardRadius
-            color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-        }
-        ThemedFocusRing {
-            anchors.margins: 0
-            radius: Metrics.cardRadius
+            isHovered: root.hovered
+            isPressed: root.down
+            isFocused: root.showsFocus
             theme: root.theme
-            visible: root.showsFocus
         }
     }
     contentItem: Item {
@@ -80,7 +78,7 @@ T.ItemDelegate {
                 objectName: "title"
                 width: parent.width
                 text: root.title
-                color: root.isCurrent ? root.theme.primaryColor : root.theme.primaryTextColor
+                color: root.isCurrent ? root.currentColor : root.theme.primaryTextColor
             }
             StyledText {
                 objectName: "subtitle"
@@ -103,7 +101,7 @@ T.ItemDelegate {
                 objectName: "favoriteMark"
                 name: root.isFavorite ? AppIcons.favorite.heartFill : ""
                 size: Metrics.symbolTiny
-                color: root.theme.isKawaiiPink ? root.theme.primaryColor : SystemColors.red
+                color: root.theme.primaryColor
                 visible: root.isFavorite
             }
             SymbolIcon {
