@@ -12,8 +12,11 @@
 #include "Views/InterfaceParts.h"
 #include "Theme/Springs.h"
 #include "Theme/Surface.h"
+#include "Theme/SystemColorTable.h"
+#include "Theme/ThemeManager.h"
 #include "Theme/ThemeType.h"
 #include "Theme/ThemedSurfaces.h"
+#include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
 

@@ -4,9 +4,9 @@
 #include "Components/CoverImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
+#include "Theme/SurfaceImageProvider.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeManager.h"
-#include "Theme/SurfaceImageProvider.h"
 #include "ViewModels/CoverRegistry.h"
 
 #include <QFont>
