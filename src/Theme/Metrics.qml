@@ -64,7 +64,7 @@ QtObject {
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
-    readonly property int sheetDuration: 300
+    readonly property int sheetDuration: Motion.scaled(300)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
