@@ -64,6 +64,11 @@ QtObject {
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
+    readonly property real hoverOpacity: 0.05
+    /// A press is seen at least this long.
+    readonly property int pressDuration: 100
+    /// Between two drawings of a large picture whose size changes.
+    readonly property int redrawInterval: 100
     readonly property int sheetDuration: 300
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200

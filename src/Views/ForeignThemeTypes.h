@@ -3,7 +3,10 @@
 #pragma once
 
 #include "Theme/AppTheme.h"
+#include "Theme/Springs.h"
+#include "Theme/Surface.h"
 #include "Theme/ThemeType.h"
+#include "Theme/ThemedSurfaces.h"
 
 #include <QtQml/qqml.h>
 
@@ -23,6 +26,29 @@ struct ForeignThemeTypes
     QML_FOREIGN(cadorel::ThemeTypes)
     QML_NAMED_ELEMENT(ThemeTypes)
     QML_UNCREATABLE("names only")
+};
+
+struct ForeignSurface
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Surface)
+    QML_VALUE_TYPE(surface)
+};
+
+struct ForeignThemedSurfaces
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemedSurfaces)
+    QML_NAMED_ELEMENT(Surfaces)
+    QML_SINGLETON
+};
+
+struct ForeignSprings
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Springs)
+    QML_NAMED_ELEMENT(Springs)
+    QML_SINGLETON
 };
 
 } // namespace cadorel

@@ -3,6 +3,7 @@
 
 #include "Components/CoverImageProvider.h"
 #include "Components/SymbolImageProvider.h"
+#include "Theme/SurfaceImageProvider.h"
 #include "ViewModels/CoverRegistry.h"
 
 #include <QFont>
@@ -28,6 +29,7 @@ void installUserInterface(QQmlEngine &engine, RemoteCovers *remoteCovers)
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), remoteCovers));
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
+    engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
 }
 
 void installFonts()
