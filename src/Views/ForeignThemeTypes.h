@@ -4,6 +4,12 @@
 
 #include "Platform/DesktopAppearance.h"
 #include "Theme/AppTheme.h"
+#include "Theme/Contrast.h"
+#include "Theme/Progress.h"
+#include "Theme/SystemColorTable.h"
+#include "Theme/ThemeManager.h"
+#include "Theme/ThemeType.h"
+#include "Views/InterfaceParts.h"
 #include "Theme/Springs.h"
 #include "Theme/Surface.h"
 #include "Theme/ThemeType.h"
