@@ -6,10 +6,6 @@
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
-#include "Theme/SystemColorTable.h"
-#include "Theme/ThemeManager.h"
-#include "Theme/ThemeType.h"
-#include "Views/InterfaceParts.h"
 #include "Theme/Springs.h"
 #include "Theme/Surface.h"
 #include "Theme/SystemColorTable.h"
@@ -61,6 +57,13 @@ public:
     {
         return partOf(engine, &InterfaceParts::desktopAppearance);
     }
+};
+
+struct ForeignSystemColorTable
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::SystemColorTable)
+    QML_VALUE_TYPE(systemColorTable)
 };
 
 struct ForeignThemeManager
