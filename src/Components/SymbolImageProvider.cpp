@@ -22,9 +22,9 @@ constexpr int bytesPerKilobyte = 1024;
 constexpr int defaultSide = 24;
 constexpr int largestSide = 1024;
 
-/// How much larger than asked for the pictures are drawn. Where a point is no whole number of pixels, a symbol
-/// often begins amid a pixel: a picture of the exact size would be smeared over the pixels beside, while one
-/// of twice the size is averaged to what belongs into each.
+/// How much larger than asked for the pictures are drawn. Where a point is no whole number of pixels, a
+/// symbol often begins amid a pixel: a picture of the exact size would be smeared over the pixels beside,
+/// while one of twice the size is averaged to what belongs into each.
 int oversampling()
 {
     const qreal ratio = qGuiApp->devicePixelRatio();
