@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/APIConfigService.h"
 
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 #include "Utils/PercentCoding.h"
 
 namespace cadorel {

@@ -4,6 +4,7 @@
 #include "Services/AudioPlayerService.h"
 
 #include "Platform/HttpTransfer.h"
+#include "Platform/SharedServices.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioLevels.h"
 #include "Services/AudioPlayerSupport.h"
@@ -12,7 +13,6 @@
 #include "Services/LocalMusicImportService.h"
 #include "Services/Seams/EqualizerEngine.h"
 #include "Services/Seams/MediaCenter.h"
-#include "Services/SharedServices.h"
 #include "Services/SystemMediaCenter.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"

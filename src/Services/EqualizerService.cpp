@@ -2,7 +2,7 @@
 #include "Services/EqualizerService.h"
 
 #include "Platform/Platform.h"
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 #include "Utils/Console.h"
 #include "Utils/LogText.h"
 

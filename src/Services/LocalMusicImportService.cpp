@@ -2,8 +2,8 @@
 // State, index, removal and queries. Imports are in LocalMusicImports.cpp, the scan in LocalMusicScan.cpp.
 #include "Services/LocalMusicImportService.h"
 
+#include "Platform/SharedServices.h"
 #include "Services/Import/ImportIndex.h"
-#include "Services/SharedServices.h"
 #include "Utils/Console.h"
 #include "Utils/StableHash.h"
 #include "Utils/SystemErrorText.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/LyricsOffsetService.h"
 
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,7 +4,7 @@
 #include "Models/DecodingError.h"
 #include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 #include "Services/Subsonic/NavidromeRequestError.h"
 #include "Services/Subsonic/SubsonicRefusal.h"
 #include "Services/Subsonic/SubsonicSongs.h"

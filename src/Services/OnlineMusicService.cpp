@@ -3,9 +3,9 @@
 #include "Services/OnlineMusicService.h"
 
 #include "Platform/HttpTransfer.h"
+#include "Platform/SharedServices.h"
 #include "Services/Online/OnlineAnswers.h"
 #include "Services/Online/ToldAddress.h"
-#include "Services/SharedServices.h"
 #include "Utils/Utf8Text.h"
 
 #include <QJsonDocument>

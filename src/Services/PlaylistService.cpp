@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/PlaylistService.h"
 
+#include "Platform/SharedServices.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Playlists/PlaylistCover.h"
 #include "Services/Playlists/PlaylistSongs.h"
 #include "Services/Seams/MediaLibrarySource.h"
-#include "Services/SharedServices.h"
 #include "Utils/Console.h"
 #include "Utils/LogText.h"
 

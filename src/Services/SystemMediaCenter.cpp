@@ -3,12 +3,12 @@
 
 #include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
+#include "Platform/SharedServices.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/Cloud/CoverImage.h"
 #include "Services/Cloud/CoverRequest.h"
 #include "Services/Seams/OnlineSongAddresses.h"
-#include "Services/SharedServices.h"
 #include "Utils/Console.h"
 #include "Utils/StableHash.h"
 #include "Utils/Tasks.h"

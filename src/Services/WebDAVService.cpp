@@ -6,7 +6,7 @@
 #include "Models/DecodingError.h"
 #include "Platform/HttpStatus.h"
 #include "Platform/HttpTransfer.h"
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 #include "Services/WebDAV/TransportError.h"
 #include "Services/WebDAV/WebDAVSongStore.h"
 #include "Services/WebDAV/WebDAVXMLParser.h"

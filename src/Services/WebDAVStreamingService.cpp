@@ -3,7 +3,7 @@
 
 #include "Platform/HttpTransfer.h"
 #include "Platform/ResourceLoadingRequest.h"
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 #include "Services/WebDAV/AudioTypeIdentifier.h"
 #include "Services/WebDAV/LargestSong.h"
 #include "Utils/Console.h"

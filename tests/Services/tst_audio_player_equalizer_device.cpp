@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The engine without its sound device, at and past the end of its song, and put together as in the program.
 #include "Fakes/FakeAudioEngine.h"
+#include "Platform/SharedServices.h"
 #include "Services/EqualizerService.h"
 #include "Services/EqualizerSwitchBench.h"
-#include "Services/SharedServices.h"
 
 #include <QScopeGuard>
 #include <QTest>

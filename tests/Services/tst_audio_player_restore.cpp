@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fakes/PlayerBench.h"
 #include "Models/PlaybackSnapshot.h"
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 #include "Utils/ProcessHash.h"
 #include "Utils/StableHash.h"
 

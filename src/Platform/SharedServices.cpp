@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Services/SharedServices.h"
+#include "Platform/SharedServices.h"
 
 #include <QtGlobal>
 

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Theme/AppTheme.h"
+
+namespace cadorel {
+
+/// The plain look, in the desktop's own colours.
+class ClassicTheme : public AppTheme
+{
+    Q_OBJECT
+public:
+    explicit ClassicTheme(ColorScheme scheme);
+
+    QColor backgroundColor() const override;
+    QColor surfaceColor() const override;
+    QColor primaryColor() const override;
+    QColor primaryTextColor() const override;
+    QColor secondaryTextColor() const override;
+    QColor lightShadow() const override;
+    QColor darkShadow() const override;
+    ThemeType themeType() const override { return ThemeType::classic; }
+    NowPlayingConfig nowPlayingConfig() const override;
+};
+
+} // namespace cadorel

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/ColorScheme.h"
+
+#include <QColor>
+#include <QMetaType>
+
+namespace cadorel {
+
+/// The colours by role and by name that all looks are made of, for one scheme.
+struct SystemColorTable
+{
+    Q_GADGET
+    Q_PROPERTY(QColor background MEMBER background CONSTANT)
+    Q_PROPERTY(QColor secondaryBackground MEMBER secondaryBackground CONSTANT)
+    Q_PROPERTY(QColor tertiaryBackground MEMBER tertiaryBackground CONSTANT)
+    Q_PROPERTY(QColor label MEMBER label CONSTANT)
+    Q_PROPERTY(QColor secondaryLabel MEMBER secondaryLabel CONSTANT)
+    Q_PROPERTY(QColor tertiaryLabel MEMBER tertiaryLabel CONSTANT)
+    Q_PROPERTY(QColor separator MEMBER separator CONSTANT)
+    Q_PROPERTY(QColor gray MEMBER gray CONSTANT)
+    Q_PROPERTY(QColor brown MEMBER brown CONSTANT)
+    Q_PROPERTY(QColor red MEMBER red CONSTANT)
+    Q_PROPERTY(QColor orange MEMBER orange CONSTANT)
+    Q_PROPERTY(QColor yellow MEMBER yellow CONSTANT)
+    Q_PROPERTY(QColor green MEMBER green CONSTANT)
+    Q_PROPERTY(QColor mint MEMBER mint CONSTANT)
+    Q_PROPERTY(QColor teal MEMBER teal CONSTANT)
+    Q_PROPERTY(QColor blue MEMBER blue CONSTANT)
+    Q_PROPERTY(QColor indigo MEMBER indigo CONSTANT)
+    Q_PROPERTY(QColor purple MEMBER purple CONSTANT)
+    Q_PROPERTY(QColor pink MEMBER pink CONSTANT)
+    Q_PROPERTY(QColor accent MEMBER accent CONSTANT)
+public:
+    QColor background;
+    QColor secondaryBackground;
+    QColor tertiaryBackground;
+    QColor label;
+    QColor secondaryLabel;
+    QColor tertiaryLabel;
+    QColor separator;
+    QColor gray;
+    QColor brown;
+    QColor red;
+    QColor orange;
+    QColor yellow;
+    QColor green;
+    QColor mint;
+    QColor teal;
+    QColor blue;
+    QColor indigo;
+    QColor purple;
+    QColor pink;
+    /// The desktop's own accent, not the listener's.
+    QColor accent;
+};
+
+/// The colours of that scheme. Any thread.
+const SystemColorTable &systemColors(ColorScheme scheme);
+
+} // namespace cadorel

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+namespace cadorel {
+
+/// Names of the looks, in a class so that screens know them as "ThemeType.classic".
+class ThemeTypes
+{
+    Q_GADGET
+public:
+    enum class Type { classic, neumorphism, kawaiiPink };
+    Q_ENUM(Type)
+};
+
+/// The looks of the player, in the order in which they are offered.
+using ThemeType = ThemeTypes::Type;
+
+/// All of them, in their order.
+const QList<ThemeType> &allThemeTypes();
+/// The text that stands for the look in the preferences.
+QString rawValue(ThemeType type);
+/// The look of a stored text; nothing for an unknown one.
+std::optional<ThemeType> themeTypeOf(const QString &rawValue);
+/// Name as a listener reads it.
+QString displayName(ThemeType type);
+/// Name of its symbol.
+QString icon(ThemeType type);
+
+} // namespace cadorel
