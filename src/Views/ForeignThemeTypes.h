@@ -2,11 +2,30 @@
 // Names that the screens know the types of the looks by.
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
 #include "Theme/AppTheme.h"
+#include "Theme/Contrast.h"
+#include "Theme/Progress.h"
+#include "Theme/SystemColorTable.h"
+#include "Theme/ThemeManager.h"
+#include "Theme/ThemeType.h"
+#include "Views/InterfaceParts.h"
 #include "Theme/Springs.h"
 #include "Theme/Surface.h"
 #include "Theme/ThemeType.h"
 #include "Theme/ThemedSurfaces.h"
+#include "Theme/SystemColorTable.h"
+#include "Theme/ThemeManager.h"
+#include "Theme/ThemeType.h"
+#include "Theme/Contrast.h"
+#include "Theme/Progress.h"
+#include "Theme/Springs.h"
+#include "Theme/Surface.h"
+#include "Theme/SystemColorTable.h"
+#include "Theme/ThemeManager.h"
+#include "Theme/ThemeType.h"
+#include "Theme/ThemedSurfaces.h"
+#include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
 
@@ -18,6 +37,59 @@ struct ForeignAppTheme
     QML_FOREIGN(cadorel::AppTheme)
     QML_NAMED_ELEMENT(AppTheme)
     QML_UNCREATABLE("made by the theme factory")
+};
+
+struct ForeignContrast
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Contrast)
+    QML_NAMED_ELEMENT(Contrast)
+    QML_SINGLETON
+public:
+    static Contrast *create(QQmlEngine *, QJSEngine *) { return new Contrast; }
+};
+
+struct ForeignProgress
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Progress)
+    QML_NAMED_ELEMENT(Progress)
+    QML_SINGLETON
+public:
+    static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
+};
+
+struct ForeignDesktopAppearance
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::DesktopAppearance)
+    QML_NAMED_ELEMENT(DesktopAppearance)
+    QML_SINGLETON
+public:
+    static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::desktopAppearance);
+    }
+};
+
+struct ForeignSystemColorTable
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::SystemColorTable)
+    QML_VALUE_TYPE(systemColorTable)
+};
+
+struct ForeignThemeManager
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemeManager)
+    QML_NAMED_ELEMENT(ThemeManager)
+    QML_SINGLETON
+public:
+    static ThemeManager *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::themeManager);
+    }
 };
 
 struct ForeignThemeTypes
