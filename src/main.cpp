@@ -8,6 +8,7 @@
 #include "Platform/Pulse/MediaRole.h"
 #include "Platform/SharedServices.h"
 #include "Services/APIConfigService.h"
+#include "Services/AppIconService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
@@ -15,6 +16,7 @@
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
+#include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/EqualizerViewModel.h"
@@ -84,10 +86,13 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     EqualizerViewModel equalizer(EqualizerService::shared(), audioPlayer);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
+    KawaiiDecorations kawaiiDecorations(*platform.clock, *platform.random);
     QQmlApplicationEngine engine;
     installUserInterface(engine, {.remoteCovers = &remoteCovers,
                                   .desktopAppearance = platform.desktopAppearance.get(),
-                                  .themeManager = &ThemeManager::shared()});
+                                  .themeManager = &ThemeManager::shared(),
+                                  .kawaiiDecorations = &kawaiiDecorations,
+                                  .appIconService = &AppIconService::shared()});
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},

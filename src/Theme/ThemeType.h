@@ -10,10 +10,12 @@
 namespace cadorel {
 
 /// Names of the looks, in a class so that screens know them as "ThemeType.classic".
-class ThemeTypes
+class ThemeTypes : public QObject
 {
-    Q_GADGET
+    Q_OBJECT
 public:
+    ThemeTypes() = delete;
+
     enum class Type { classic, neumorphism, kawaiiPink };
     Q_ENUM(Type)
 };

@@ -5,7 +5,9 @@
 
 namespace cadorel {
 
+class AppIconService;
 class DesktopAppearance;
+class KawaiiDecorations;
 class RemoteCovers;
 class ThemeManager;
 
@@ -18,6 +20,10 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
+    /// What the pink look decorates with; nothing else asks for it.
+    KawaiiDecorations *kawaiiDecorations = nullptr;
+    /// What the screen of icons needs.
+    AppIconService *appIconService = nullptr;
 };
 
 /// What installUserInterface() was given for that engine. Main thread.

@@ -5,6 +5,7 @@
 #include "Fakes/FakeRandom.h"
 #include "Platform/PaletteAppearance.h"
 #include "Services/APIConfigService.h"
+#include "Services/AppIconService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
@@ -13,6 +14,7 @@
 #include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
+#include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
@@ -111,6 +113,8 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     platform.httpClient = std::move(network);
     // Light or dark as a test sets the palette.
     platform.desktopAppearance = std::make_unique<PaletteAppearance>();
+    kawaiiDecorations = std::make_unique<KawaiiDecorations>(*platform.clock, *platform.random);
+    appIconService = std::make_unique<AppIconService>(*platform.system);
     themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
@@ -244,7 +248,9 @@ bool TestWindow::show()
     engine = std::make_unique<QQmlApplicationEngine>();
     installUserInterface(*engine, {.remoteCovers = remoteCovers.get(),
                                    .desktopAppearance = platform.desktopAppearance.get(),
-                                   .themeManager = themeManager.get()});
+                                   .themeManager = themeManager.get(),
+                                   .kawaiiDecorations = kawaiiDecorations.get(),
+                                   .appIconService = appIconService.get()});
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},

@@ -23,10 +23,12 @@
 namespace cadorel {
 
 class APIConfigService;
+class AppIconService;
 class AudioPlayerService;
 class CadorelViewModel;
 class EqualizerService;
 class EqualizerViewModel;
+class KawaiiDecorations;
 class LibraryViewModel;
 class LocalMusicImportService;
 class OnlineMusicService;
@@ -124,6 +126,8 @@ public:
     std::unique_ptr<PlaylistsViewModel> playlists;
     std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<EqualizerViewModel> equalizer;
+    std::unique_ptr<KawaiiDecorations> kawaiiDecorations;
+    std::unique_ptr<AppIconService> appIconService;
     std::unique_ptr<ThemeManager> themeManager;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
