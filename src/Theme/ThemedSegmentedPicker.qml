@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One choice of a few, which are all in sight. The arrow keys walk over them, Space and Return choose.
 FocusScope {
@@ -62,7 +63,7 @@ FocusScope {
 
             NumberAnimation {
                 objectName: "slide"
-                duration: DesktopAppearance.reducesMotion ? 0 : 200
+                duration: Motion.scaled(200)
                 easing.type: Easing.InOutQuad
             }
         }
