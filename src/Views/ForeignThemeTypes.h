@@ -2,7 +2,6 @@
 // Names that the screens know the types of the looks by.
 #pragma once
 
-#include "Platform/DesktopAppearance.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
@@ -44,19 +43,6 @@ struct ForeignProgress
     QML_SINGLETON
 public:
     static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
-};
-
-struct ForeignDesktopAppearance
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::DesktopAppearance)
-    QML_NAMED_ELEMENT(DesktopAppearance)
-    QML_SINGLETON
-public:
-    static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::desktopAppearance);
-    }
 };
 
 struct ForeignSystemColorTable

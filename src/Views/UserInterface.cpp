@@ -14,8 +14,9 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 
-// Generated with the module; the library is static, so nothing else calls it.
+// Generated with the modules; the library is static, so nothing else calls them.
 void qml_register_types_Cadorel();
+void qml_register_types_Cadorel_Desktop();
 
 namespace cadorel {
 
@@ -51,6 +52,7 @@ const InterfaceParts &interfaceParts(const QQmlEngine &engine)
 void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
 {
     static const bool registered = [] {
+        qml_register_types_Cadorel_Desktop();
         qml_register_types_Cadorel();
         return true;
     }();
