@@ -2,7 +2,9 @@
 #include "Services/ThemeService.h"
 
 #include "Platform/DesktopAppearance.h"
+#include "Platform/Platform.h"
 #include "Platform/Preferences.h"
+#include "Platform/SharedServices.h"
 #include "Services/Pictures/PictureForms.h"
 #include "Services/StoredSettings.h"
 #include "Theme/ThemeManager.h"
@@ -46,6 +48,15 @@ ThemeService::ThemeService(Preferences &preferences, ThemeManager &themeManager,
 }
 
 ThemeService::~ThemeService() = default;
+
+ThemeService &ThemeService::shared()
+{
+    return sharedService<ThemeService>([] {
+        const Platform &platform = processPlatform();
+        return std::make_unique<ThemeService>(*platform.preferences, ThemeManager::shared(),
+                                              *platform.desktopAppearance);
+    });
+}
 
 /// Takes every setting that all looks share, as it is stored.
 void ThemeService::loadSavedColor()

@@ -68,6 +68,7 @@ public:
     ~ThemeService() override;
     Q_DISABLE_COPY_MOVE(ThemeService)
 
+    /// The one instance of the process, on its platform.
     static ThemeService &shared();
 
     QColor accentColor() const;
@@ -90,7 +91,6 @@ public:
     QColor customBackgroundColor() const;
     float customBackgroundBlur() const { return m_settings.backgroundBlur; }
     float albumCoverCornerRadius() const { return m_settings.albumCoverCornerRadius; }
-    QVariant miniPlayerPoint() const;
     std::optional<QPointF> miniPlayerPosition() const { return m_settings.miniPlayerPosition; }
     CassetteStyle selectedCassetteStyle() const { return m_settings.cassetteStyle; }
     const CassetteConfigs &cassetteConfigs() const { return m_settings.cassetteConfigs; }
@@ -168,6 +168,7 @@ Q_SIGNALS:
     void lyricsBlurEnabledChanged();
 
 private:
+    QVariant miniPlayerPoint() const;
     void loadSavedColor();
     void loadThemeSpecificSettings(ThemeType theme);
     void onThemeChanged(ThemeType type);

@@ -2,8 +2,10 @@
 #include "Views/UserInterface.h"
 
 #include "Components/CoverImageProvider.h"
+#include "Components/CustomImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
+#include "Services/ThemeService.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeManager.h"
 #include "ViewModels/CoverRegistry.h"
@@ -64,6 +66,9 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
+    if (parts.themeService)
+        engine.addImageProvider(QLatin1StringView(CustomImageProvider::id),
+                                new CustomImageProvider(parts.themeService->customPictures()));
 }
 
 void installFonts()
