@@ -6,6 +6,7 @@
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
 #include "Services/ThemeService.h"
+#include "Theme/SurfaceImageProvider.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeManager.h"
 #include "ViewModels/CoverRegistry.h"
@@ -66,6 +67,7 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
+    engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
     if (parts.themeService)
         engine.addImageProvider(QLatin1StringView(CustomImageProvider::id),
                                 new CustomImageProvider(parts.themeService->customPictures()));
