@@ -39,15 +39,14 @@ ThemeService::ThemeService(Preferences &preferences, ThemeManager &themeManager,
     , m_scheme(appearance.colorScheme())
     , m_dancingPicture(preferences, m_pictures, dancingPictureName)
     , m_backgroundPicture(preferences, m_pictures, backgroundPictureName)
+    , m_currentThemeType(themeManager.currentThemeType())
+    , m_announcedThemeType(m_currentThemeType)
 {
     loadSavedColor();
     connect(&themeManager, &ThemeManager::currentThemeTypeChanged, this, &ThemeService::onThemeChanged);
     connect(&appearance, &DesktopAppearance::colorSchemeChanged, this, &ThemeService::onColorSchemeChanged);
-    m_currentThemeType = m_announcedThemeType = themeManager.currentThemeType();
     loadThemeSpecificSettings(m_currentThemeType);
 }
-
-ThemeService::~ThemeService() = default;
 
 ThemeService &ThemeService::shared()
 {

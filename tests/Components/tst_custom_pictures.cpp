@@ -246,18 +246,12 @@ void TestCustomPictures::inkCanBeReadOnEveryAccent()
 
 void TestCustomPictures::withoutAServiceTheAccentIsTheFirst()
 {
-    QQmlEngine engine;
-    installUserInterface(engine, {.remoteCovers = nullptr,
-                                  .desktopAppearance = &m_appearance,
-                                  .themeManager = nullptr,
-                                  .themeService = nullptr});
-    auto *themeColor = engine.singletonInstance<ThemeColor *>("Cadorel", "ThemeColor");
-    QVERIFY(themeColor);
-    const QSignalSpy changes(themeColor, &ThemeColor::accentChanged);
-    QCOMPARE(themeColor->accent(), AppearanceOptions::presetColors(ColorScheme::light).at(0).color);
+    const ThemeColor themeColor(nullptr, m_appearance);
+    const QSignalSpy changes(&themeColor, &ThemeColor::accentChanged);
+    QCOMPARE(themeColor.accent(), AppearanceOptions::presetColors(ColorScheme::light).at(0).color);
     m_appearance.setColorScheme(ColorScheme::dark);
     QCOMPARE(changes.count(), 1);
-    QCOMPARE(themeColor->accent(), AppearanceOptions::presetColors(ColorScheme::dark).at(0).color);
+    QCOMPARE(themeColor.accent(), AppearanceOptions::presetColors(ColorScheme::dark).at(0).color);
 }
 
 QTEST_MAIN(TestCustomPictures)
