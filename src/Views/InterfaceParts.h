@@ -8,6 +8,7 @@ namespace cadorel {
 class DesktopAppearance;
 class RemoteCovers;
 class ThemeManager;
+class ThemeService;
 
 /// What screens meet of the program beside what the window is given. All of it outlives the engine.
 struct InterfaceParts
@@ -18,6 +19,8 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
+    /// Without one nothing of the appearance can be chosen.
+    ThemeService *themeService = nullptr;
 };
 
 /// What installUserInterface() was given for that engine. Main thread.
