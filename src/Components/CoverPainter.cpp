@@ -2,7 +2,7 @@
 #include "Components/CoverPainter.h"
 
 #include "Services/Cloud/CoverImage.h"
-#include "Utils/AppIcons.h"
+#include "Utils/SymbolFiles.h"
 
 #include <QBuffer>
 #include <QFile>

@@ -69,14 +69,14 @@ Item {
 
             IconButton {
                 objectName: "previousButton"
-                symbol: "backward.fill"
+                symbol: AppIcons.playback.previous
                 text: "上一首"
                 enabled: root.viewModel.hasCurrentSong
                 onClicked: root.viewModel.previous()
             }
             IconButton {
                 objectName: "playPauseButton"
-                symbol: root.player.isPlaying ? "pause.fill" : "play.fill"
+                symbol: root.player.isPlaying ? AppIcons.playback.pause : AppIcons.playback.play
                 symbolSize: Metrics.symbolLarge
                 text: root.player.isPlaying ? "暂停" : "播放"
                 enabled: root.viewModel.hasCurrentSong
@@ -84,7 +84,7 @@ Item {
             }
             IconButton {
                 objectName: "nextButton"
-                symbol: "forward.fill"
+                symbol: AppIcons.playback.next
                 text: "下一首"
                 enabled: root.viewModel.hasCurrentSong
                 onClicked: root.viewModel.next()

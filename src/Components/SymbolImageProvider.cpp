@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Components/SymbolImageProvider.h"
 
-#include "Utils/AppIcons.h"
+#include "Utils/SymbolFiles.h"
 
 #include <QColor>
 #include <QPainter>

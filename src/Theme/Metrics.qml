@@ -30,6 +30,13 @@ QtObject {
     readonly property int sheetRadius: 16
     readonly property int focusRing: 2
 
+    readonly property int segmentWidth: 88
+    readonly property int segmentRadius: 6
+    readonly property int settingsItemHeight: 48
+    readonly property int settingsSquare: 30
+    readonly property int settingsSymbol: 18
+    readonly property int statusDot: 8
+
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
     readonly property int symbol: 24
@@ -64,8 +71,16 @@ QtObject {
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
+    /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
+    readonly property real hoverOpacity: 0.07
+    readonly property real pressedOpacity: 0.14
     readonly property int sheetDuration: 300
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
+
+    /// Size of the symbol on a round button: 0.4 of its diameter, with whole pixels at each side.
+    function glyphOf(diameter: real): int {
+        return Math.max(0, diameter - 2 * Math.round(0.3 * diameter));
+    }
 }

@@ -5,7 +5,7 @@
 #include "Components/SymbolImageProvider.h"
 #include "Fixtures/MadePicture.h"
 #include "Models/Song.h"
-#include "Utils/AppIcons.h"
+#include "Utils/SymbolFiles.h"
 #include "ViewModels/CoverRegistry.h"
 
 #include <QBuffer>

@@ -5,7 +5,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
-#include "Utils/AppIcons.h"
+#include "Utils/SymbolFiles.h"
 #include "ViewModels/EqualizerBandModel.h"
 #include "ViewModels/EqualizerPresetModel.h"
 #include "ViewModels/EqualizerViewModel.h"

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QColor>
+#include <QObject>
+
+namespace cadorel {
+
+/// How well one colour is told from another. Screens know it as the singleton "Contrast". Any thread.
+class Contrast : public QObject
+{
+    Q_OBJECT
+public:
+    /// What text of any size needs; WCAG 2.1, success criterion 1.4.3.
+    static constexpr double legible = 4.5;
+
+    using QObject::QObject;
+
+    /// From 1 (the same) to 21 (black and white), by the relative luminance of WCAG 2.1. A translucent
+    /// @p foreground lies on @p ground; a translucent ground lies on white.
+    Q_INVOKABLE static double ratio(const QColor &foreground, const QColor &ground);
+    /// @p color, made darker or lighter within its hue until @p text can be read on it. The nearer way is
+    /// taken; a colour that is good enough stays as it is.
+    Q_INVOKABLE static QColor groundFor(const QColor &text, const QColor &color);
+    /// The same for a text of that colour on @p ground.
+    Q_INVOKABLE static QColor textOn(const QColor &ground, const QColor &color);
+    /// What @p upper looks like on an opaque @p lower.
+    Q_INVOKABLE static QColor over(const QColor &upper, const QColor &lower);
+};
+
+} // namespace cadorel

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// A large cover on its shadow. Without a picture its room is filled.
+Item {
+    id: root
+
+    /// Address of a picture; empty shows none.
+    property string image
+    property real size: 280
+    property real cornerRadius: 12
+    property AppTheme theme: ThemeEnvironment.theme
+
+    implicitWidth: size
+    implicitHeight: size
+    Accessible.ignored: true
+
+    AlbumCoverShadowModifier {
+        anchors.fill: parent
+        theme: root.theme
+
+        Rectangle {
+            objectName: "placeholder"
+            anchors.fill: parent
+            radius: root.cornerRadius
+            color: root.theme.surfaceColor
+            visible: picture.status !== Image.Ready
+        }
+        Image {
+            id: picture
+
+            objectName: "picture"
+            anchors.fill: parent
+            asynchronous: true
+            fillMode: Image.PreserveAspectCrop
+            sourceSize.width: root.size
+            sourceSize.height: root.size
+            source: root.image === "" ? "" : root.image + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
+        }
+    }
+}

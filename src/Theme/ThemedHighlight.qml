@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// What a row or a plain button shows of the mouse, the finger and the keyboard: laid over its ground, and made
+/// of the look's own text colour, since a look can be light on a dark desktop.
+Rectangle {
+    id: root
+
+    property bool isHovered: false
+    property bool isPressed: false
+    property bool isFocused: false
+    property AppTheme theme: ThemeEnvironment.theme
+
+    radius: Metrics.cardRadius
+    color: isPressed ? Qt.alpha(theme.primaryTextColor, Metrics.pressedOpacity) : isHovered ? Qt.alpha(theme.primaryTextColor, Metrics.hoverOpacity) : "transparent"
+
+    ThemedFocusRing {
+        objectName: "focusRing"
+        controlRadius: root.radius
+        outset: 0
+        theme: root.theme
+        visible: root.isFocused
+    }
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Window
+
+/// A symbol, or in the pink look the drawn picture that stands for it. Decoration: the control around it says
+/// what it is for.
+Item {
+    id: root
+
+    property string systemName
+    /// Name of the picture; empty leaves the symbol in every look.
+    property string kawaiiName
+    property real size: 24
+    property AppTheme theme: ThemeEnvironment.theme
+    /// Of the symbol; a picture has its own.
+    property color color: theme.primaryTextColor
+
+    readonly property bool isPicture: theme.isKawaiiPink && kawaiiName !== ""
+
+    implicitWidth: size
+    implicitHeight: size
+    Accessible.ignored: true
+
+    SymbolIcon {
+        objectName: "symbol"
+        name: root.isPicture ? "" : root.systemName
+        size: root.size
+        color: root.color
+    }
+    Image {
+        objectName: "picture"
+        width: root.size
+        height: root.size
+        fillMode: Image.PreserveAspectFit
+        sourceSize.width: root.size
+        sourceSize.height: root.size
+        source: root.isPicture ? Artwork.source(root.kawaiiName) : ""
+    }
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// An entry of ThemedMenu.
+StyledMenuItem {
+    id: root
+
+    property AppTheme theme: ThemeEnvironment.theme
+
+    ink: Contrast.textOn(theme.surfaceColor, destructive ? SystemColors.red : theme.primaryTextColor)
+
+    background: ThemedHighlight {
+        radius: Metrics.coverRadius
+        isHovered: root.highlighted
+        isPressed: root.down
+        theme: root.theme
+    }
+}

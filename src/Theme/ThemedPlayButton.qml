@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// The round button that plays and pauses.
+ScaleButtonStyle {
+    id: root
+
+    property bool isPlaying: false
+    property real size: 64
+
+    implicitWidth: size
+    implicitHeight: size
+    text: isPlaying ? "暂停" : "播放"
+
+    background: SurfaceImage {
+        objectName: "circle"
+        surface: Surfaces.playButton(root.theme, root.size)
+
+        ThemedFocusRing {
+            objectName: "focusRing"
+            controlRadius: root.size / 2
+            theme: root.theme
+            visible: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        SymbolIcon {
+            objectName: "glyph"
+            anchors.centerIn: parent
+            // The triangle alone is heavier on its left.
+            anchors.horizontalCenterOffset: root.isPlaying ? 0 : 2
+            name: root.isPlaying ? AppIcons.playback.pause : AppIcons.playback.play
+            size: Metrics.glyphOf(root.size)
+            color: root.theme.useNeumorphism ? root.theme.primaryColor : "white"
+            opacity: root.enabled ? 1 : Metrics.disabledOpacity
+        }
+    }
+}

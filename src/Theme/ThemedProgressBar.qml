@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Window
+
+/// How far something is, and by a drag or the arrow keys where it shall go.
+FocusScope {
+    id: root
+
+    /// From 0 to 1; what is beyond is drawn at the ends. Who owns it sets it to where progressDragged() tells;
+    /// until then a drag alone shows where it is.
+    property real progress: 0
+    readonly property bool isDragging: touch.pressed
+    property AppTheme theme: ThemeEnvironment.theme
+    /// For screen readers.
+    property string name: "进度"
+
+    // Where a screen reader looks for them.
+    readonly property real value: Progress.clamped(isDragging ? touch.reached : progress)
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
+    readonly property real stepSize: 0.05
+
+    readonly property real knobSize: isDragging ? 16 : 12
+    /// Whole device pixels: a value that creeps repaints nothing until it has gone one.
+    readonly property real fillWidth: Math.round(value * width * Screen.devicePixelRatio) / Screen.devicePixelRatio
+
+    /// A drag or a key has come to that place.
+    signal progressDragged(real progress)
+    /// True with every change by a drag or a key, false at its end.
+    signal editingChanged(bool isEditing)
+
+    implicitWidth: Metrics.menuWidth
+    implicitHeight: Metrics.touchTarget
+    activeFocusOnTab: true
+    opacity: enabled ? 1 : Metrics.disabledOpacity
+    Accessible.role: Accessible.Slider
+    Accessible.name: name
+    Accessible.focusable: true
+    Accessible.onIncreaseAction: root.goTo(value + stepSize)
+    Accessible.onDecreaseAction: root.goTo(value - stepSize)
+    Keys.onLeftPressed: root.goTo(value - stepSize)
+    Keys.onRightPressed: root.goTo(value + stepSize)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+        if (event.accepted)
+            root.goTo(event.key === Qt.Key_Home ? minimumValue : maximumValue);
+    }
+
+    function goTo(place: real): void {
+        progressDragged(Progress.clamped(place));
+        editingChanged(true);
+        editingChanged(false);
+    }
+
+    Item {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        height: Metrics.trackHeight
+
+        SurfaceImage {
+            objectName: "track"
+            anchors.fill: parent
+            surface: Surfaces.progressTrack(root.theme)
+        }
+        Rectangle {
+            objectName: "fill"
+            width: root.fillWidth
+            height: parent.height
+            radius: Math.min(width, height) / 2
+            color: root.theme.primaryColor
+        }
+    }
+    SurfaceImage {
+        objectName: "knob"
+        x: root.fillWidth - root.knobSize / 2
+        y: (root.height - height) / 2
+        width: root.knobSize
+        height: root.knobSize
+        surface: Surfaces.progressKnob(root.theme, root.knobSize)
+
+        Rectangle {
+            objectName: "halo"
+            anchors.centerIn: parent
+            width: parent.width + Metrics.cardPadding
+            height: width
+            radius: width / 2
+            z: -1
+            color: Qt.alpha(root.theme.primaryColor, Metrics.pressedOpacity)
+            visible: touch.containsMouse || touch.pressed
+        }
+        ThemedFocusRing {
+            objectName: "focusRing"
+            controlRadius: root.knobSize / 2
+            theme: root.theme
+            visible: root.activeFocus
+        }
+    }
+    MouseArea {
+        id: touch
+
+        property real reached: 0
+
+        function goTo(x: real): void {
+            reached = Progress.at(x, root.width);
+            root.progressDragged(reached);
+            root.editingChanged(true);
+        }
+
+        anchors.fill: parent
+        enabled: root.enabled
+        hoverEnabled: true
+        // A list that the bar lies in shall not take a drag for its own.
+        preventStealing: true
+        onPressed: mouse => goTo(mouse.x)
+        onPositionChanged: mouse => {
+            if (pressed)
+                goTo(mouse.x);
+        }
+        onReleased: root.editingChanged(false)
+        onCanceled: root.editingChanged(false)
+    }
+}

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Templates as T
+
+/// One WebDAV server of a list: what it is called, where it is, whether it is connected and what it holds. The
+/// dots, a long press and the right button open the menu of what can be done with it.
+T.ItemDelegate {
+    id: root
+
+    /// The server: `name` and `host` of it are shown.
+    required property var config
+    property bool isConnected: false
+    property int songCount: 0
+    property AppTheme theme: ThemeEnvironment.theme
+
+    readonly property string status: (isConnected ? "已连接" : "未连接") + (isConnected || songCount > 0 ? " · " + songCount + " 首歌曲" : "")
+
+    signal tapped
+    signal editRequested
+    signal deleteRequested
+    signal scanRequested
+
+    implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
+    implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.cardPadding
+    hoverEnabled: true
+    focusPolicy: Qt.TabFocus
+    text: config.name
+    Accessible.name: config.name + "，" + config.host + "，" + status
+    Accessible.onPressAction: root.clicked()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onMenuPressed: menu.popup(root, Qt.point(root.width - menu.width, root.height / 2))
+    onClicked: tapped()
+    onPressAndHold: menu.popup(root, Qt.point(pressX, pressY))
+
+    TapHandler {
+        // A finger has no buttons: every touch would count.
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+        acceptedButtons: Qt.RightButton
+        onTapped: eventPoint => menu.popup(root, eventPoint.position)
+    }
+    ThemedMenu {
+        id: menu
+
+        objectName: "serverRowMenu"
+        theme: root.theme
+
+        ThemedMenuItem {
+            objectName: "scanItem"
+            symbol: AppIcons.action.refresh
+            text: "扫描"
+            theme: root.theme
+            onTriggered: root.scanRequested()
+        }
+        ThemedMenuItem {
+            objectName: "editItem"
+            symbol: AppIcons.action.edit
+            text: "编辑"
+            theme: root.theme
+            onTriggered: root.editRequested()
+        }
+        ThemedMenuItem {
+            objectName: "deleteItem"
+            symbol: AppIcons.action.delete
+            text: "删除"
+            destructive: true
+            theme: root.theme
+            onTriggered: root.deleteRequested()
+        }
+    }
+
+    background: ThemedRowModifier {
+        theme: root.theme
+
+        ThemedHighlight {
+            anchors.fill: parent
+            isHovered: root.hovered
+            isPressed: root.down
+            isFocused: root.visualFocus
+            theme: root.theme
+        }
+    }
+    contentItem: Item {
+        SurfaceImage {
+            id: tile
+
+            objectName: "tile"
+            anchors.left: parent.left
+            anchors.leftMargin: Metrics.cardPadding
+            anchors.verticalCenter: parent.verticalCenter
+            width: Metrics.rowCover
+            height: Metrics.rowCover
+            surface: Surfaces.controlButton(root.theme, Metrics.rowCover)
+
+            SymbolIcon {
+                anchors.centerIn: parent
+                name: "externaldrive.fill.badge.wifi"
+                color: root.isConnected ? root.theme.primaryColor : root.theme.secondaryTextColor
+            }
+        }
+        Column {
+            id: texts
+
+            anchors.left: tile.right
+            anchors.leftMargin: Metrics.cardPadding
+            anchors.right: moreButton.left
+            anchors.rightMargin: Metrics.grid
+            anchors.verticalCenter: parent.verticalCenter
+
+            StyledText {
+                objectName: "serverName"
+                width: parent.width
+                text: root.config.name
+                color: root.theme.primaryTextColor
+            }
+            StyledText {
+                objectName: "serverHost"
+                width: parent.width
+                text: root.config.host
+                style: TextStyles.footnote
+                color: root.theme.secondaryTextColor
+                elide: Text.ElideMiddle
+            }
+            Row {
+                width: parent.width
+                spacing: Metrics.grid
+
+                Rectangle {
+                    id: dot
+
+                    objectName: "statusDot"
+                    // On the first line, where the text has two.
+                    y: Math.round((TextStyles.footnote.line - height) / 2)
+                    width: Metrics.statusDot
+                    height: Metrics.statusDot
+                    radius: width / 2
+                    color: root.isConnected ? SystemColors.green : SystemColors.gray
+                }
+                StyledText {
+                    objectName: "serverStatus"
+                    width: parent.width - dot.width - parent.spacing
+                    text: root.status
+                    style: TextStyles.footnote
+                    color: root.theme.secondaryTextColor
+                    // A count is never cut off.
+                    elide: Text.ElideNone
+                    wrapMode: Text.Wrap
+                }
+            }
+        }
+        ThemedIconButton {
+            id: moreButton
+
+            objectName: "moreButton"
+            anchors.right: parent.right
+            anchors.rightMargin: Metrics.grid
+            anchors.verticalCenter: parent.verticalCenter
+            // The keyboard has the menu key for it.
+            focusPolicy: Qt.NoFocus
+            symbol: AppIcons.navigation.more
+            isOpen: menu.visible
+            theme: root.theme
+            text: "“" + root.config.name + "”的更多操作"
+            onClicked: menu.popup(moreButton, Qt.point(moreButton.width - menu.width, moreButton.height))
+        }
+    }
+}

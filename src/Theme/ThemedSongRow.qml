@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Templates as T
+
+/// One song of a list, on a ground of the look. A click plays it; a long press or the right button asks for its
+/// menu.
+T.ItemDelegate {
+    id: root
+
+    property string title
+    property string subtitle
+    /// How long it is, or where it comes from; never cut off.
+    property string trailingText
+    property string coverSource
+    property bool isCurrent: false
+    property bool isFavorite: false
+    /// The keyboard stands on this row and is in use.
+    property bool showsFocus: false
+    property AppTheme theme: ThemeEnvironment.theme
+
+    readonly property color currentColor: Contrast.textOn(theme.surfaceColor, theme.primaryColor)
+
+    signal menuRequested(point position)
+
+    implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
+    implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.rowSpacing
+    focusPolicy: Qt.NoFocus
+    hoverEnabled: true
+    text: title
+    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isFavorite ? "，已喜欢" : "")
+    Accessible.selected: isCurrent
+    Accessible.onPressAction: root.clicked()
+    onPressAndHold: menuRequested(Qt.point(pressX, pressY))
+
+    TapHandler {
+        // A finger has no buttons: every touch would count.
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+        acceptedButtons: Qt.RightButton
+        onTapped: eventPoint => root.menuRequested(eventPoint.position)
+    }
+
+    background: ThemedRowModifier {
+        theme: root.theme
+
+        ThemedHighlight {
+            anchors.fill: parent
+            isHovered: root.hovered
+            isPressed: root.down
+            isFocused: root.showsFocus
+            theme: root.theme
+        }
+    }
+    contentItem: Item {
+        ArtworkImageView {
+            id: cover
+
+            anchors.left: parent.left
+            anchors.leftMargin: Metrics.rowSpacing
+            anchors.verticalCenter: parent.verticalCenter
+            source: root.coverSource
+            cornerRadius: Metrics.coverRadius
+
+            ThemedArtworkModifier {
+                anchors.fill: parent
+                theme: root.theme
+            }
+        }
+        Column {
+            id: texts
+
+            anchors.left: cover.right
+            anchors.leftMargin: Metrics.cardPadding
+            anchors.right: marks.left
+            anchors.rightMargin: Metrics.rowSpacing
+            anchors.verticalCenter: parent.verticalCenter
+
+            StyledText {
+                objectName: "title"
+                width: parent.width
+                text: root.title
+                color: root.isCurrent ? root.currentColor : root.theme.primaryTextColor
+            }
+            StyledText {
+                objectName: "subtitle"
+                width: parent.width
+                text: root.subtitle
+                style: TextStyles.footnote
+                color: root.theme.secondaryTextColor
+                visible: text !== ""
+            }
+        }
+        Row {
+            id: marks
+
+            anchors.right: trailing.left
+            anchors.rightMargin: width > 0 && trailing.text !== "" ? Metrics.rowSpacing : 0
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: Metrics.rowSpacing
+
+            SymbolIcon {
+                objectName: "favoriteMark"
+                name: root.isFavorite ? AppIcons.favorite.heartFill : ""
+                size: Metrics.symbolTiny
+                color: root.theme.primaryColor
+                visible: root.isFavorite
+            }
+            SymbolIcon {
+                objectName: "currentMark"
+                name: root.isCurrent ? AppIcons.audio.speaker : ""
+                size: Metrics.symbolTiny
+                color: root.theme.primaryColor
+                visible: root.isCurrent
+            }
+        }
+        StyledText {
+            id: trailing
+
+            objectName: "trailing"
+            anchors.right: parent.right
+            anchors.rightMargin: Metrics.cardPadding
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.trailingText
+            style: TextStyles.footnote
+            color: root.theme.secondaryTextColor
+            elide: Text.ElideNone
+        }
+    }
+}
