@@ -15,6 +15,7 @@
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
+#include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
@@ -84,7 +85,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     QQmlApplicationEngine engine;
-    installUserInterface(engine, &remoteCovers);
+    installUserInterface(engine, {.remoteCovers = &remoteCovers,
+                                  .desktopAppearance = platform.desktopAppearance.get(),
+                                  .themeManager = &ThemeManager::shared()});
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},

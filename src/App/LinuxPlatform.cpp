@@ -17,6 +17,7 @@
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
 #include "Platform/Network/NetworkHttpClient.h"
+#include "Platform/PaletteAppearance.h"
 #include "Platform/Sql/SqlitePreferences.h"
 
 namespace cadorel {
@@ -50,6 +51,7 @@ Platform makeLinuxPlatform(const Directories &directories)
         std::make_unique<LibsecretStore>(),
         std::make_unique<FileSecretStore>(directories.applicationSupport + "/secrets.json"_L1));
     platform.filePicker = std::make_unique<PortalFilePicker>();
+    platform.desktopAppearance = std::make_unique<PaletteAppearance>();
     return platform;
 }
 

@@ -5,6 +5,7 @@
 #include "Platform/AudioEngine.h"
 #include "Platform/AudioSession.h"
 #include "Platform/Clock.h"
+#include "Platform/DesktopAppearance.h"
 #include "Platform/Directories.h"
 #include "Platform/FilePicker.h"
 #include "Platform/HttpClient.h"
@@ -47,6 +48,8 @@ struct Platform
     std::unique_ptr<SecretStore> secretStore;
     /// Null on a desktop without a file dialog.
     std::unique_ptr<FilePicker> filePicker;
+    /// Never null in the program; a test without looks may leave it out.
+    std::unique_ptr<DesktopAppearance> desktopAppearance;
 };
 
 } // namespace cadorel

@@ -1,20 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/ThemeManager.h"
 
+#include "Platform/Platform.h"
 #include "Platform/SharedServices.h"
 #include "Theme/ThemeFactory.h"
 
 namespace cadorel {
 
+namespace {
+
+ThemeType storedType(const Preferences &preferences)
+{
+    const auto stored = preferences.stringValue(QLatin1StringView(ThemeManager::themeStorageKey));
+    return themeTypeOf(stored.value_or(rawValue(ThemeType::classic))).value_or(ThemeType::classic);
+}
+
+} // namespace
+
 ThemeManager::ThemeManager(Preferences &preferences, DesktopAppearance &appearance)
     : m_preferences(preferences)
     , m_appearance(appearance)
+    , m_currentThemeType(storedType(preferences))
+    , m_currentTheme(&ThemeFactory::create(m_currentThemeType, appearance.colorScheme()))
 {
-    const QString stored =
-        preferences.stringValue(QLatin1StringView(themeStorageKey)).value_or(rawValue(ThemeType::classic));
-    m_currentThemeType = themeTypeOf(stored).value_or(ThemeType::classic);
-    updateCurrentTheme();
-    connect(&m_appearance, &DesktopAppearance::colorSchemeChanged, this, &ThemeManager::updateCurrentTheme);
+    connect(&m_appearance, &DesktopAppearance::colorSchemeChanged, this, &ThemeManager::followScheme);
+}
+
+ThemeManager &ThemeManager::shared()
+{
+    return sharedService<ThemeManager>([] {
+        const Platform &platform = processPlatform();
+        return std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
+    });
 }
 
 QList<QObject *> ThemeManager::themes() const
@@ -50,15 +67,18 @@ void ThemeManager::setCurrentThemeIndex(int index)
 
 void ThemeManager::setCurrentThemeType(ThemeType type)
 {
+    if (type == m_currentThemeType)
+        return;
     m_currentThemeType = type;
     m_preferences.setString(QLatin1StringView(themeStorageKey), rawValue(type));
-    updateCurrentTheme();
+    m_currentTheme = &ThemeFactory::create(type, m_appearance.colorScheme());
     Q_EMIT currentThemeTypeChanged(type);
+    Q_EMIT currentThemeChanged();
 }
 
-void ThemeManager::updateCurrentTheme()
+void ThemeManager::followScheme()
 {
-    AppTheme *theme = &ThemeFactory::create(m_currentThemeType, m_appearance.colorScheme());
+    AppTheme *const theme = &ThemeFactory::create(m_currentThemeType, m_appearance.colorScheme());
     if (theme == m_currentTheme)
         return;
     m_currentTheme = theme;

@@ -8,6 +8,8 @@
 #include <QList>
 #include <QObject>
 
+#include <atomic>
+
 namespace cadorel {
 
 /// The look of the player, and the memory of its choice. Main thread; switchTo() from any.
@@ -21,24 +23,36 @@ class ThemeManager : public QObject
                    currentThemeTypeChanged)
     /// All looks in the order of allThemeTypes(), in the present scheme.
     Q_PROPERTY(QList<QObject *> themes READ themes NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor surfaceColor READ surfaceColor NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor primaryColor READ primaryColor NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor primaryTextColor READ primaryTextColor NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor secondaryTextColor READ secondaryTextColor NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor lightShadow READ lightShadow NOTIFY currentThemeChanged)
+    Q_PROPERTY(QColor darkShadow READ darkShadow NOTIFY currentThemeChanged)
+    Q_PROPERTY(bool isNeumorphism READ isNeumorphism NOTIFY currentThemeChanged)
 public:
     static constexpr auto themeStorageKey = "selectedTheme";
 
-    /// Reads the stored choice. Both outlive the manager.
+    /// Reads the stored choice; the plain look where there is none, or one that is unknown. Both outlive the
+    /// manager.
     ThemeManager(Preferences &preferences, DesktopAppearance &appearance);
 
+    /// The one instance of the process, on its platform.
     static ThemeManager &shared();
 
+    /// Never null. A look of another scheme is another theme of the same type.
     AppTheme *currentTheme() const { return m_currentTheme; }
     ThemeType currentThemeType() const { return m_currentThemeType; }
     QList<QObject *> themes() const;
 
-    /// Takes the look with the next turn of the main loop; the present one changes nothing.
+    /// Takes the look, and stores it, with the next turn of the main loop, never within the call. Asking for
+    /// the present look does nothing; asking twice for another one is the same as asking once. Any thread.
     Q_INVOKABLE void switchTo(cadorel::ThemeTypes::Type type);
     /// The next look, after the last the first.
     Q_INVOKABLE void toggleTheme();
     int currentThemeIndex() const;
-    /// An index that is none of a look is ignored.
+    /// An index that is none of a look is ignored; else as switchTo().
     void setCurrentThemeIndex(int index);
 
     QColor backgroundColor() const { return m_currentTheme->backgroundColor(); }
@@ -51,17 +65,21 @@ public:
     bool isNeumorphism() const { return m_currentTheme->useNeumorphism(); }
 
 Q_SIGNALS:
-    void currentThemeChanged();
+    /// When it is told, the choice is stored and currentTheme() is of that type already. It comes before
+    /// currentThemeChanged(), so that a screen can be thrown away before it is drawn in the new look.
     void currentThemeTypeChanged(cadorel::ThemeTypes::Type type);
+    /// Another type, or the same in the other scheme.
+    void currentThemeChanged();
 
 private:
     void setCurrentThemeType(ThemeType type);
-    void updateCurrentTheme();
+    void followScheme();
 
     Preferences &m_preferences;
     DesktopAppearance &m_appearance;
-    AppTheme *m_currentTheme = nullptr; // never null after construction
-    ThemeType m_currentThemeType = ThemeType::classic;
+    /// Written by the main thread alone.
+    std::atomic<ThemeType> m_currentThemeType;
+    AppTheme *m_currentTheme;
 };
 
 } // namespace cadorel

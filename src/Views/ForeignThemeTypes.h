@@ -2,10 +2,14 @@
 // Names that the screens know the types of the looks by.
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
+#include "Theme/SystemColorTable.h"
+#include "Theme/ThemeManager.h"
 #include "Theme/ThemeType.h"
+#include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
 
@@ -37,6 +41,30 @@ struct ForeignProgress
     QML_SINGLETON
 public:
     static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
+struct ForeignDesktopAppearance
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::DesktopAppearance)
+    QML_NAMED_ELEMENT(DesktopAppearance)
+    QML_SINGLETON
+public:
+    static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::desktopAppearance);
+    }
+};
+
+struct ForeignThemeManager
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemeManager)
+    QML_NAMED_ELEMENT(ThemeManager)
+    QML_SINGLETON
+public:
+    static ThemeManager *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::themeManager);
+    }
 };
 
 struct ForeignThemeTypes

@@ -3,6 +3,9 @@
 
 #include "Components/CoverImageProvider.h"
 #include "Components/SymbolImageProvider.h"
+#include "Platform/PaletteAppearance.h"
+#include "Theme/ThemeEnvironment.h"
+#include "Theme/ThemeManager.h"
 #include "ViewModels/CoverRegistry.h"
 
 #include <QFont>
@@ -16,7 +19,34 @@ namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
-void installUserInterface(QQmlEngine &engine, RemoteCovers *remoteCovers)
+namespace {
+
+/// Keeps an engine's parts for as long as the engine lives.
+class PartsHolder : public QObject
+{
+    Q_OBJECT
+public:
+    PartsHolder(QQmlEngine &engine, const InterfaceParts &parts)
+        : QObject(&engine)
+        , m_parts(parts)
+    {
+    }
+    const InterfaceParts &parts() const { return m_parts; }
+
+private:
+    const InterfaceParts m_parts;
+};
+
+} // namespace
+
+const InterfaceParts &interfaceParts(const QQmlEngine &engine)
+{
+    static const InterfaceParts none;
+    const auto *holder = engine.findChild<PartsHolder *>(QString(), Qt::FindDirectChildrenOnly);
+    return holder ? holder->parts() : none;
+}
+
+void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
 {
     static const bool registered = [] {
         qml_register_types_Cadorel();
@@ -24,9 +54,15 @@ void installUserInterface(QQmlEngine &engine, RemoteCovers *remoteCovers)
     }();
     Q_UNUSED(registered)
     engine.addImportPath(u"qrc:/qt/qml"_s);
+    InterfaceParts kept = parts;
+    if (!kept.desktopAppearance)
+        kept.desktopAppearance = new PaletteAppearance(&engine);
+    new PartsHolder(engine, kept);
+    if (parts.themeManager)
+        withThemeManager(engine, *parts.themeManager);
     // The engine owns its providers.
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
-                            new CoverImageProvider(CoverRegistry::shared(), remoteCovers));
+                            new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
 }
 
@@ -38,3 +74,5 @@ void installFonts()
 }
 
 } // namespace cadorel
+
+#include "UserInterface.moc"

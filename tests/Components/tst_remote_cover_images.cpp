@@ -238,7 +238,7 @@ void RemoteCoverImagesTest::anEngineThatGoesLeavesNothingRunning()
     {
         RemoteCovers covers(*home.platform.httpClient, *home.platform.clock);
         QQmlEngine engine;
-        installUserInterface(engine, &covers);
+        installUserInterface(engine, {.remoteCovers = &covers});
         std::vector<std::unique_ptr<QObject>> pictures;
         const auto show = [&](const QString &source) {
             QQmlComponent component(&engine);

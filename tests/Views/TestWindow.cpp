@@ -3,6 +3,7 @@
 
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
+#include "Platform/PaletteAppearance.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
@@ -12,6 +13,7 @@
 #include "Services/PlaylistService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
+#include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
@@ -107,6 +109,9 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
         network = std::move(madeWeb);
     }
     platform.httpClient = std::move(network);
+    // Light or dark as a test sets the palette.
+    platform.desktopAppearance = std::make_unique<PaletteAppearance>();
+    themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -237,7 +242,9 @@ bool TestWindow::scan()
 bool TestWindow::show()
 {
     engine = std::make_unique<QQmlApplicationEngine>();
-    installUserInterface(*engine, remoteCovers.get());
+    installUserInterface(*engine, {.remoteCovers = remoteCovers.get(),
+                                   .desktopAppearance = platform.desktopAppearance.get(),
+                                   .themeManager = themeManager.get()});
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},

@@ -37,6 +37,7 @@ class PlaybackViewModel;
 class RemoteCovers;
 class PlaylistService;
 class PlaylistsViewModel;
+class ThemeManager;
 class WebDAVServersViewModel;
 class WebDAVService;
 class WebDAVStreamingService;
@@ -123,6 +124,7 @@ public:
     std::unique_ptr<PlaylistsViewModel> playlists;
     std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<EqualizerViewModel> equalizer;
+    std::unique_ptr<ThemeManager> themeManager;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };
