@@ -74,6 +74,10 @@ QtObject {
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
     readonly property real hoverOpacity: 0.07
     readonly property real pressedOpacity: 0.14
+    /// A press is seen at least this long.
+    readonly property int pressDuration: 100
+    /// Between two drawings of a large picture whose size changes.
+    readonly property int redrawInterval: 100
     readonly property int sheetDuration: 300
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200

@@ -30,7 +30,8 @@ struct SurfaceStroke
     /// Instead of the colour, where it is not empty.
     LinearGradient gradient;
     double width = 1;
-    /// Blur radius and offset in pixels; a blurred or moved stroke is cut off at the shape's edge.
+    /// Blur radius and offset in pixels. Of a blurred or moved stroke only the inner edge is seen: it looks
+    /// like the shade of the edge on the shape.
     double blur = 0;
     double x = 0;
     double y = 0;
@@ -38,24 +39,29 @@ struct SurfaceStroke
     bool operator==(const SurfaceStroke &) const = default;
 };
 
-/// How a rounded rectangle is drawn: shadows beneath, then the fill, then strokes. A value: equal surfaces
-/// share one picture. Any thread.
+/// How a rounded rectangle is drawn: shadows beneath, the first on top, then the fill, then strokes. Shadows
+/// are as strong as the fill is opaque and show through it; a surface without a fill is a frame, whose
+/// shadows lie about it only, so that it can be laid over a picture. A value: equal surfaces share one
+/// picture. Any thread.
 struct Surface
 {
     Q_GADGET
-    /// Address of its picture at the image provider "surface"; see SurfaceImageProvider.
+    /// Its picture at the image provider "surface", see SurfaceImageProvider; empty when there is nothing to
+    /// see.
     Q_PROPERTY(QString address READ address)
     /// By how much the picture is larger than the shape at each side, in pixels: room for the shadows.
     Q_PROPERTY(int margin READ margin)
-    /// Width of the parts at each side of the picture that are not stretched: margin, radius and what reaches
-    /// inwards of blurred strokes.
+    /// Width of the parts at each side of the picture that are not stretched: margin, radius, and how far
+    /// into a straight edge its corners show in shadows and blurred strokes.
     Q_PROPERTY(int border READ border)
     /// Whether it may be stretched from a small picture; otherwise it is drawn at the size it is shown at.
     Q_PROPERTY(bool isStretched READ isStretched)
+    Q_PROPERTY(double cornerRadius MEMBER cornerRadius)
 public:
     QColor fill;
-    /// Instead of the colour, where it is not empty.
+    /// Over the fill.
     LinearGradient gradient;
+    /// At most half of the shorter side is drawn.
     double cornerRadius = 0;
     QList<SurfaceShadow> shadows;
     QList<SurfaceStroke> strokes;
@@ -65,10 +71,13 @@ public:
     int border() const;
     bool isStretched() const;
 
-    /// What address() was made of; an empty surface for what is no such address.
+    /// What address() was made of, less what could not be seen; an empty surface for what is no such address.
     static Surface ofAddress(const QString &address);
 
     bool operator==(const Surface &) const = default;
 };
+
+/// How far in pixels a blur of that radius reaches.
+double blurReach(double radius);
 
 } // namespace cadorel

@@ -9,43 +9,50 @@
 namespace cadorel {
 
 /// How each look draws the grounds of cards, rows, buttons and covers. Screens know it as the singleton
-/// "Surfaces"; no screen asks which look it is. A null theme gives an empty surface. Any thread.
+/// "Surfaces"; no screen asks which look it is. A null theme gives an empty surface. Lengths are in pixels,
+/// an intensity is the share of a look's usual strength. Any thread.
 class ThemedSurfaces : public QObject
 {
     Q_OBJECT
 public:
-    using QObject::QObject;
-
-    Q_INVOKABLE static cadorel::Surface neumorphismRaised(const cadorel::AppTheme *theme,
-                                                          double cornerRadius = 12, double intensity = 1);
-    Q_INVOKABLE static cadorel::Surface neumorphismPressed(const cadorel::AppTheme *theme,
-                                                           double cornerRadius = 12, double intensity = 1);
-    Q_INVOKABLE static cadorel::Surface kawaiiCard(const cadorel::AppTheme *theme, double cornerRadius = 16);
+    Q_INVOKABLE static cadorel::Surface neumorphismRaised(cadorel::AppTheme *theme, double cornerRadius = 12,
+                                                          double intensity = 1);
+    Q_INVOKABLE static cadorel::Surface neumorphismPressed(cadorel::AppTheme *theme, double cornerRadius = 12,
+                                                           double intensity = 1);
+    Q_INVOKABLE static cadorel::Surface kawaiiCard(cadorel::AppTheme *theme, double cornerRadius = 16);
     /// Raised in an embossed look, else the card of kawaiiCard(), which the colours of a plain look make
     /// plain.
-    Q_INVOKABLE static cadorel::Surface themedCard(const cadorel::AppTheme *theme, double cornerRadius = 12);
-    Q_INVOKABLE static cadorel::Surface themedButton(const cadorel::AppTheme *theme, bool isPressed,
+    Q_INVOKABLE static cadorel::Surface themedCard(cadorel::AppTheme *theme, double cornerRadius = 12);
+    /// Sunk while it is pressed, in an embossed look.
+    Q_INVOKABLE static cadorel::Surface themedButton(cadorel::AppTheme *theme, bool isPressed,
                                                      double cornerRadius = 12);
-    Q_INVOKABLE static cadorel::Surface themedRow(const cadorel::AppTheme *theme);
-    /// Lies over a row's cover.
-    Q_INVOKABLE static cadorel::Surface themedRowArtwork(const cadorel::AppTheme *theme);
-    Q_INVOKABLE static cadorel::Surface themedSegmentedPicker(const cadorel::AppTheme *theme);
-    /// Beneath and over the large cover: its shadows, and the stroke on it.
-    Q_INVOKABLE static cadorel::Surface albumCoverShadow(const cadorel::AppTheme *theme);
-    Q_INVOKABLE static cadorel::Surface albumCoverStroke(const cadorel::AppTheme *theme);
+    Q_INVOKABLE static cadorel::Surface themedRow(cadorel::AppTheme *theme);
+    /// A frame over a row's cover.
+    Q_INVOKABLE static cadorel::Surface themedRowArtwork(cadorel::AppTheme *theme, double cornerRadius = 8);
+    Q_INVOKABLE static cadorel::Surface themedSegmentedPicker(cadorel::AppTheme *theme,
+                                                              double cornerRadius = 8);
+    /// Two frames over a large cover: its shadows, and the stroke on it.
+    Q_INVOKABLE static cadorel::Surface albumCoverShadow(cadorel::AppTheme *theme, double cornerRadius = 12);
+    Q_INVOKABLE static cadorel::Surface albumCoverStroke(cadorel::AppTheme *theme, double cornerRadius = 12);
     /// Of KawaiiButtonStyle.
-    Q_INVOKABLE static cadorel::Surface kawaiiButton(const cadorel::AppTheme *theme, bool isPressed);
-    Q_INVOKABLE static cadorel::Surface searchBar(const cadorel::AppTheme *theme);
+    Q_INVOKABLE static cadorel::Surface kawaiiButton(cadorel::AppTheme *theme, bool isPressed,
+                                                     double cornerRadius = 12);
+    /// Of the button style that belongs to the look.
+    Q_INVOKABLE static cadorel::Surface themedButtonStyle(cadorel::AppTheme *theme, bool isPressed,
+                                                          double cornerRadius = 12);
+    Q_INVOKABLE static cadorel::Surface searchBar(cadorel::AppTheme *theme);
     /// Circles of that diameter.
-    Q_INVOKABLE static cadorel::Surface playButton(const cadorel::AppTheme *theme, double size);
-    Q_INVOKABLE static cadorel::Surface controlButton(const cadorel::AppTheme *theme, double size);
+    Q_INVOKABLE static cadorel::Surface playButton(cadorel::AppTheme *theme, double size);
+    Q_INVOKABLE static cadorel::Surface controlButton(cadorel::AppTheme *theme, double size);
     /// The square beneath the symbol of a settings row.
-    Q_INVOKABLE static cadorel::Surface settingsIcon(const cadorel::AppTheme *theme, const QColor &color);
-    /// Of ThemedProgressBar: the groove and the knob of that diameter.
-    Q_INVOKABLE static cadorel::Surface progressTrack(const cadorel::AppTheme *theme);
-    Q_INVOKABLE static cadorel::Surface progressKnob(const cadorel::AppTheme *theme, double size);
+    Q_INVOKABLE static cadorel::Surface settingsIcon(cadorel::AppTheme *theme, const QColor &color);
+    /// Of ThemedProgressBar: the groove, and the knob of that diameter.
+    Q_INVOKABLE static cadorel::Surface progressTrack(cadorel::AppTheme *theme);
+    Q_INVOKABLE static cadorel::Surface progressKnob(cadorel::AppTheme *theme, double size);
     /// The block of ThemePreviewCard.
-    Q_INVOKABLE static cadorel::Surface previewBlock(const cadorel::AppTheme *theme);
+    Q_INVOKABLE static cadorel::Surface previewBlock(cadorel::AppTheme *theme, double cornerRadius = 8);
+    /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
+    Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
 };
 
 } // namespace cadorel

@@ -6,9 +6,12 @@
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
+#include "Theme/Springs.h"
+#include "Theme/Surface.h"
 #include "Theme/SystemColorTable.h"
 #include "Theme/ThemeManager.h"
 #include "Theme/ThemeType.h"
+#include "Theme/ThemedSurfaces.h"
 #include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
@@ -41,6 +44,8 @@ struct ForeignProgress
     QML_SINGLETON
 public:
     static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
+};
+
 struct ForeignDesktopAppearance
 {
     Q_GADGET
@@ -73,6 +78,29 @@ struct ForeignThemeTypes
     QML_FOREIGN(cadorel::ThemeTypes)
     QML_NAMED_ELEMENT(ThemeTypes)
     QML_UNCREATABLE("names only")
+};
+
+struct ForeignSurface
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Surface)
+    QML_VALUE_TYPE(surface)
+};
+
+struct ForeignThemedSurfaces
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemedSurfaces)
+    QML_NAMED_ELEMENT(Surfaces)
+    QML_SINGLETON
+};
+
+struct ForeignSprings
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::Springs)
+    QML_NAMED_ELEMENT(Springs)
+    QML_SINGLETON
 };
 
 } // namespace cadorel

@@ -4,6 +4,7 @@
 #include "Components/CoverImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
+#include "Theme/SurfaceImageProvider.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeManager.h"
 #include "ViewModels/CoverRegistry.h"
@@ -64,6 +65,7 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
+    engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
 }
 
 void installFonts()

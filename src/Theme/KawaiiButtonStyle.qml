@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// A tinted button with an outline that fills while it is pressed.
+PressableButton {
+    idleSurface: Surfaces.kawaiiButton(theme, false, cornerRadius)
+    pressedSurface: Surfaces.kawaiiButton(theme, true, cornerRadius)
+    pressedScale: 0.97
+    response: 0.3
+    damping: 0.6
+}

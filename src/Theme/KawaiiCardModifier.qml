@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// A card with an outline and a soft shadow, behind what lies over it.
+SurfaceImage {
+    property AppTheme theme: ThemeEnvironment.theme
+    property real cornerRadius: 16
+
+    surface: Surfaces.kawaiiCard(theme, cornerRadius)
+}

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// An embossed button that sinks while it is pressed.
+PressableButton {
+    idleSurface: Surfaces.neumorphismRaised(theme, cornerRadius)
+    pressedSurface: Surfaces.neumorphismPressed(theme, cornerRadius)
+    pressedScale: 0.97
+    easeOut: Metrics.pressDuration
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// The embossed ground of what lies over it, sunk.
+SurfaceImage {
+    property AppTheme theme: ThemeEnvironment.theme
+    property real cornerRadius: 12
+    /// Share of the usual strength of shadows and edges.
+    property real intensity: 1
+
+    surface: Surfaces.neumorphismPressed(theme, cornerRadius, intensity)
+}

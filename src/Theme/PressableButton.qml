@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Templates as T
+
+/// What the button styles have in common: a ground and a scale that answer a press, and what every button owes to
+/// keyboard, mouse and screen reader. `text` is its name; a button that shows something else than symbol and text
+/// replaces `contentItem`.
+T.AbstractButton {
+    id: root
+
+    property AppTheme theme: ThemeEnvironment.theme
+    property real cornerRadius: 12
+    property surface idleSurface
+    property surface pressedSurface
+    property real pressedScale: 1
+    /// Of the spring that moves it, or the milliseconds of an ease-out; see ResponseSpring.
+    property real response: 0.3
+    property real damping: 0.6
+    property int easeOut: 0
+    property bool reducesMotion: false
+    property string symbol
+    /// Colour of symbol and text.
+    property color ink: theme.primaryColor
+    /// A tap that is over at once is seen, too.
+    readonly property bool showsPress: down || answer.running
+    /// From 0, idle, to 1, pressed; a spring goes a little beyond.
+    property real depth: showsPress ? 1 : 0
+
+    implicitWidth: Math.max(Metrics.touchTarget, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: Math.max(Metrics.touchTarget, implicitContentHeight + topPadding + bottomPadding)
+    leftPadding: Metrics.screenMargin
+    rightPadding: Metrics.screenMargin
+    // A click leaves the keyboard where it was, so that Space goes on playing and pausing.
+    focusPolicy: Qt.TabFocus
+    hoverEnabled: true
+    opacity: enabled ? 1 : Metrics.disabledOpacity
+    scale: 1 + (pressedScale - 1) * depth
+    Accessible.name: text
+    Keys.onReturnPressed: pressByKey()
+    Keys.onEnterPressed: pressByKey()
+    onPressed: answer.restart()
+
+    function pressByKey() {
+        answer.restart();
+        clicked();
+    }
+
+    Behavior on depth {
+        ResponseSpring {
+            response: root.response
+            damping: root.damping
+            easeOut: root.easeOut
+            reducesMotion: root.reducesMotion
+        }
+    }
+    Timer {
+        id: answer
+
+        interval: Metrics.pressDuration
+    }
+
+    background: Item {
+        SurfaceImage {
+            anchors.fill: parent
+            surface: root.idleSurface
+            opacity: 1 - root.depth
+        }
+        SurfaceImage {
+            anchors.fill: parent
+            surface: root.pressedSurface
+            opacity: root.depth
+        }
+        Rectangle {
+            anchors.fill: parent
+            radius: Math.min(root.cornerRadius, height / 2)
+            color: root.theme.primaryTextColor
+            opacity: Metrics.hoverOpacity
+            visible: root.hovered && !root.showsPress
+        }
+        FocusRing {
+            anchors.margins: -Metrics.focusRing - 1
+            radius: Math.min(root.cornerRadius, root.height / 2) + Metrics.focusRing + 1
+            border.color: root.theme.primaryColor
+            visible: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        implicitWidth: label.implicitWidth
+        implicitHeight: label.implicitHeight
+
+        Row {
+            id: label
+
+            anchors.centerIn: parent
+            spacing: Metrics.rowSpacing
+
+            SymbolIcon {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.symbol !== ""
+                name: root.symbol
+                size: Metrics.symbolSmall
+                color: root.ink
+            }
+            StyledText {
+                anchors.verticalCenter: parent.verticalCenter
+                text: root.text
+                style: TextStyles.headline
+                color: root.ink
+            }
+        }
+    }
+}

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Text in the look's own accent.
+StyledText {
+    property AppTheme theme: ThemeEnvironment.theme
+
+    color: theme.primaryColor
+}

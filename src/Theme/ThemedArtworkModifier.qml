@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// The look's frame over the cover of a row.
+SurfaceImage {
+    property AppTheme theme: ThemeEnvironment.theme
+    property real cornerRadius: 8
+
+    surface: Surfaces.themedRowArtwork(theme, cornerRadius)
+}

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Text in the colour of what a listener reads first.
+StyledText {
+    property AppTheme theme: ThemeEnvironment.theme
+
+    color: theme.primaryTextColor
+}

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Text in the colour of what adds to something.
+StyledText {
+    property AppTheme theme: ThemeEnvironment.theme
+
+    color: theme.secondaryTextColor
+}

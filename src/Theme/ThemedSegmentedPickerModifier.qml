@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// The look's ground of a segmented picker, behind what lies over it.
+SurfaceImage {
+    property AppTheme theme: ThemeEnvironment.theme
+    property real cornerRadius: 8
+
+    surface: Surfaces.themedSegmentedPicker(theme, cornerRadius)
+}

@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Theme/ThemedSurfaces.h"
+
+#include "Theme/SystemColorTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace cadorel {
+
+namespace {
+
+constexpr double embossBlur = 1;
+constexpr double rowRadius = 12;
+constexpr double searchRadius = 10;
+constexpr double iconRadius = 7;
+constexpr double trackRadius = 2;
+
+/// @p color at @p opacity of its own, which may be more than all of it.
+QColor faded(const QColor &color, double opacity)
+{
+    const double share = std::isfinite(opacity) ? opacity : 0;
+    QColor result = color;
+    result.setAlphaF(static_cast<float>(std::clamp(share * static_cast<double>(color.alphaF()), 0.0, 1.0)));
+    return result;
+}
+
+/// From the upper left to the lower right.
+LinearGradient diagonal(const QColor &from, const QColor &to)
+{
+    return {.stops = {{0, from}, {1, to}}};
+}
+
+/// Light from the upper left: a light shadow there, a dark one opposite.
+QList<SurfaceShadow> lit(const QColor &light, const QColor &dark, double radius, double offset)
+{
+    return {{.color = light, .radius = radius, .x = -offset, .y = -offset},
+            {.color = dark, .radius = radius, .x = offset, .y = offset}};
+}
+
+QList<SurfaceShadow> lit(const AppTheme &theme, double radius, double offset)
+{
+    return lit(theme.lightShadow(), theme.darkShadow(), radius, offset);
+}
+
+/// Shade of the upper left edge and light on the lower right one.
+QList<SurfaceStroke> sunk(const QColor &dark, const QColor &light)
+{
+    return {{.color = dark, .gradient = {}, .width = 1, .blur = embossBlur, .x = 1, .y = 1},
+            {.color = light, .gradient = {}, .width = 1, .blur = embossBlur, .x = -1, .y = -1}};
+}
+
+QList<SurfaceStroke> line(const QColor &color, double width = 1)
+{
+    return {{.color = color, .gradient = {}, .width = width}};
+}
+
+QList<SurfaceStroke> line(const LinearGradient &gradient, double width)
+{
+    return {{.color = {}, .gradient = gradient, .width = width}};
+}
+
+} // namespace
+
+Surface ThemedSurfaces::neumorphismRaised(AppTheme *theme, double cornerRadius, double intensity)
+{
+    if (!theme)
+        return {};
+    return {.fill = theme->surfaceColor(),
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows =
+                lit(faded(theme->lightShadow(), intensity), faded(theme->darkShadow(), intensity), 6, 2),
+            .strokes = {}};
+}
+
+Surface ThemedSurfaces::neumorphismPressed(AppTheme *theme, double cornerRadius, double intensity)
+{
+    if (!theme)
+        return {};
+    const QColor light = theme->lightShadow();
+    const QColor dark = theme->darkShadow();
+    return {.fill = theme->surfaceColor(),
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {{.color = faded(dark, 0.15 * intensity), .radius = 3, .x = 2, .y = 2},
+                        {.color = faded(light, 0.15 * intensity), .radius = 3, .x = -2, .y = -2}},
+            .strokes = sunk(faded(dark, 0.1 * intensity), faded(light, 0.3 * intensity))};
+}
+
+Surface ThemedSurfaces::kawaiiCard(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    return {.fill = theme->surfaceColor(),
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {{.color = theme->lightShadow(), .radius = 8, .x = 0, .y = 4}},
+            .strokes = line(faded(theme->primaryColor(), 0.3))};
+}
+
+Surface ThemedSurfaces::themedCard(AppTheme *theme, double cornerRadius)
+{
+    return theme && theme->useNeumorphism() ? neumorphismRaised(theme, cornerRadius)
+                                            : kawaiiCard(theme, cornerRadius);
+}
+
+Surface ThemedSurfaces::themedButton(AppTheme *theme, bool isPressed, double cornerRadius)
+{
+    return isPressed && theme && theme->useNeumorphism() ? neumorphismPressed(theme, cornerRadius)
+                                                         : themedCard(theme, cornerRadius);
+}
+
+Surface ThemedSurfaces::themedRow(AppTheme *theme)
+{
+    if (!theme)
+        return {};
+    if (theme->useNeumorphism()) {
+        return {.fill = theme->surfaceColor(),
+                .gradient = {},
+                .cornerRadius = rowRadius,
+                .shadows = lit(*theme, 4, 3),
+                .strokes = {}};
+    }
+    const QColor primary = theme->primaryColor();
+    return {.fill = faded(theme->surfaceColor(), 0.6),
+            .gradient = {},
+            .cornerRadius = rowRadius,
+            .shadows = {{.color = faded(primary, 0.15), .radius = 4, .x = 0, .y = 2}},
+            .strokes = line(faded(primary, 0.2))};
+}
+
+Surface ThemedSurfaces::themedRowArtwork(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    if (theme->useNeumorphism()) {
+        return {.fill = {},
+                .gradient = {},
+                .cornerRadius = cornerRadius,
+                .shadows = {{.color = theme->darkShadow(), .radius = 2}},
+                .strokes = line(faded(theme->darkShadow(), 0.3))};
+    }
+    const QColor primary = theme->primaryColor();
+    return {.fill = {},
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {},
+            .strokes = line(diagonal(faded(primary, 0.4), faded(primary, 0.2)), 2)};
+}
+
+Surface ThemedSurfaces::themedSegmentedPicker(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    if (theme->useNeumorphism()) {
+        return {.fill = theme->surfaceColor(),
+                .gradient = {},
+                .cornerRadius = cornerRadius,
+                .shadows = {{.color = faded(theme->darkShadow(), 0.2), .radius = 3, .x = 2, .y = 2},
+                            {.color = faded(theme->lightShadow(), 0.7), .radius = 3, .x = -2, .y = -2}},
+                .strokes = {}};
+    }
+    const QColor primary = theme->primaryColor();
+    return {.fill = faded(primary, 0.1),
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {},
+            .strokes = line(faded(primary, 0.3))};
+}
+
+Surface ThemedSurfaces::albumCoverShadow(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    Surface surface;
+    surface.cornerRadius = cornerRadius;
+    surface.shadows = theme->useNeumorphism()
+                          ? lit(*theme, 10, 5)
+                          : QList<SurfaceShadow>{
+                                {.color = faded(theme->primaryColor(), 0.3), .radius = 15, .x = 0, .y = 8}};
+    return surface;
+}
+
+Surface ThemedSurfaces::albumCoverStroke(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    const QColor primary = theme->primaryColor();
+    Surface surface;
+    surface.cornerRadius = cornerRadius;
+    surface.strokes = theme->useNeumorphism() ? QList<SurfaceStroke>{{.color = theme->lightShadow(),
+                                                                      .gradient = {},
+                                                                      .width = 2,
+                                                                      .blur = embossBlur,
+                                                                      .x = -2,
+                                                                      .y = -2}}
+                                              : line(diagonal(faded(primary, 0.5), faded(primary, 0.2)), 3);
+    return surface;
+}
+
+Surface ThemedSurfaces::kawaiiButton(AppTheme *theme, bool isPressed, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    const QColor primary = theme->primaryColor();
+    return {.fill = faded(primary, isPressed ? 0.3 : 0.15),
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {{.color = faded(primary, isPressed ? 0.1 : 0.2), .radius = 4, .x = 0, .y = 2}},
+            .strokes = line(faded(primary, 0.4), 1.5)};
+}
+
+Surface ThemedSurfaces::themedButtonStyle(AppTheme *theme, bool isPressed, double cornerRadius)
+{
+    return theme && theme->useNeumorphism() ? themedButton(theme, isPressed, cornerRadius)
+                                            : kawaiiButton(theme, isPressed, cornerRadius);
+}
+
+Surface ThemedSurfaces::searchBar(AppTheme *theme)
+{
+    if (!theme)
+        return {};
+    if (theme->useNeumorphism()) {
+        return {.fill = theme->surfaceColor(),
+                .gradient = {},
+                .cornerRadius = searchRadius,
+                .shadows = {{.color = faded(theme->darkShadow(), 0.3), .radius = 3, .x = 2, .y = 2},
+                            {.color = faded(theme->lightShadow(), 0.7), .radius = 3, .x = -2, .y = -2}},
+                .strokes = {}};
+    }
+    return {.fill = faded(theme->surfaceColor(), 0.6),
+            .gradient = {},
+            .cornerRadius = searchRadius,
+            .shadows = {},
+            .strokes = line(faded(theme->primaryColor(), 0.2))};
+}
+
+Surface ThemedSurfaces::playButton(AppTheme *theme, double size)
+{
+    if (!theme)
+        return {};
+    if (theme->useNeumorphism()) {
+        return {.fill = theme->surfaceColor(),
+                .gradient = {},
+                .cornerRadius = size / 2,
+                .shadows = lit(*theme, 8, 4),
+                .strokes = {}};
+    }
+    const QColor primary = theme->primaryColor();
+    return {.fill = {},
+            .gradient = diagonal(faded(primary, 0.8), primary),
+            .cornerRadius = size / 2,
+            .shadows = {{.color = primary, .radius = 10, .x = 0, .y = 5}},
+            .strokes = {}};
+}
+
+Surface ThemedSurfaces::controlButton(AppTheme *theme, double size)
+{
+    if (!theme)
+        return {};
+    const bool isEmbossed = theme->useNeumorphism();
+    return {.fill = theme->surfaceColor(),
+            .gradient = {},
+            .cornerRadius = size / 2,
+            .shadows = isEmbossed ? lit(*theme, 5, 2) : QList<SurfaceShadow>(),
+            .strokes = isEmbossed ? QList<SurfaceStroke>() : line(faded(theme->primaryColor(), 0.3))};
+}
+
+Surface ThemedSurfaces::settingsIcon(AppTheme *theme, const QColor &color)
+{
+    if (!theme)
+        return {};
+    return {.fill = color,
+            .gradient = {},
+            .cornerRadius = iconRadius,
+            .shadows = theme->useNeumorphism() ? lit(*theme, 3, 1) : QList<SurfaceShadow>(),
+            .strokes = {}};
+}
+
+Surface ThemedSurfaces::progressTrack(AppTheme *theme)
+{
+    if (!theme)
+        return {};
+    const bool isEmbossed = theme->useNeumorphism();
+    return {.fill = isEmbossed ? theme->surfaceColor() : faded(theme->primaryColor(), 0.2),
+            .gradient = {},
+            .cornerRadius = trackRadius,
+            .shadows = {},
+            .strokes = isEmbossed ? sunk(theme->darkShadow(), theme->lightShadow()) : QList<SurfaceStroke>()};
+}
+
+Surface ThemedSurfaces::progressKnob(AppTheme *theme, double size)
+{
+    if (!theme)
+        return {};
+    const QColor primary = theme->primaryColor();
+    return {.fill = primary,
+            .gradient = {},
+            .cornerRadius = size / 2,
+            .shadows = {{.color = faded(primary, 0.4), .radius = 4, .x = 0, .y = 1}},
+            .strokes = {}};
+}
+
+Surface ThemedSurfaces::previewBlock(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    return {.fill = theme->surfaceColor(),
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = theme->useNeumorphism() ? lit(*theme, 3, 1) : QList<SurfaceShadow>(),
+            .strokes = {}};
+}
+
+Surface ThemedSurfaces::background(AppTheme *theme)
+{
+    if (!theme)
+        return {};
+    const LinearGradient gradient = theme->backgroundGradient();
+    return {.fill =
+                gradient.isEmpty() ? theme->backgroundColor() : systemColors(theme->colorScheme()).background,
+            .gradient = gradient,
+            .cornerRadius = 0,
+            .shadows = {},
+            .strokes = {}};
+}
+
+} // namespace cadorel
