@@ -64,7 +64,7 @@ Platform MadeHome::platform() const
     platform.preferences = std::make_unique<FakePreferences>();
     platform.clock = std::make_unique<SystemClock>();
     platform.random = std::make_unique<SystemRandom>();
-    platform.system = std::make_unique<LinuxSystem>();
+    platform.system = std::make_unique<LinuxSystem>(m_directories.applicationSupport);
     platform.assetReader = std::make_unique<FileAssetReader>();
     platform.makeStreamPlayer = [&reader = *platform.assetReader] {
         return std::make_unique<MpvStreamPlayer>(reader);

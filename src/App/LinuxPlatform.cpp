@@ -32,7 +32,7 @@ Platform makeLinuxPlatform(const Directories &directories)
         std::make_unique<SqlitePreferences>(directories.applicationSupport + "/preferences.sqlite"_L1);
     platform.clock = std::make_unique<SystemClock>();
     platform.random = std::make_unique<SystemRandom>();
-    platform.system = std::make_unique<LinuxSystem>();
+    platform.system = std::make_unique<LinuxSystem>(directories.applicationSupport);
     platform.assetReader = std::make_unique<FileAssetReader>();
     platform.makeStreamPlayer = [&reader = *platform.assetReader] {
         return std::make_unique<MpvStreamPlayer>(reader);

@@ -3,7 +3,7 @@ import QtQuick
 
 /// A symbol in one colour; decoration, so what it stands for is said by the control around it.
 Image {
-    /// Empty draws nothing.
+    /// A symbol, most often a constant of AppIcons. Empty draws nothing, an unknown one is a circle.
     required property string name
     property color color: SystemColors.label
     property int size: Metrics.symbol
@@ -12,6 +12,6 @@ Image {
     height: size
     sourceSize.width: size
     sourceSize.height: size
-    source: name === "" ? "" : "image://symbol/" + name + "?color=" + encodeURIComponent(color.toString())
+    source: name === "" ? "" : "image://symbol/" + encodeURIComponent(name) + "?color=" + encodeURIComponent(color.toString())
     Accessible.ignored: true
 }

@@ -4,9 +4,12 @@
 #include "Utils/SymbolFiles.h"
 
 #include <QColor>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QUrl>
+#include <QUrlQuery>
+#include <cmath>
 
 namespace cadorel {
 
@@ -18,42 +21,61 @@ constexpr int cacheKilobytes = 4 * 1024;
 constexpr int bytesPerKilobyte = 1024;
 constexpr int defaultSide = 24;
 constexpr int largestSide = 1024;
-constexpr auto colorKey = "color="_L1;
 
-QImage draw(const QString &name, const QColor &color, int side)
+/// How much larger than asked for the pictures are drawn. Where a point is no whole number of pixels, a symbol
+/// often begins amid a pixel: a picture of the exact size would be smeared over the pixels beside, while one
+/// of twice the size is averaged to what belongs into each.
+int oversampling()
 {
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    QSvgRenderer(symbolFile(name)).render(&painter, QRectF(0, 0, side, side));
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(image.rect(), color);
-    return image;
+    const qreal ratio = qGuiApp->devicePixelRatio();
+    return qFuzzyCompare(ratio, std::round(ratio)) ? 1 : 2;
+}
+
+QColor colorOf(const QString &address)
+{
+    // The "#" of a colour reaches us as it is or escaped, depending on how the address was put together.
+    const QUrlQuery query(address.section(u'?', 1));
+    const QColor color(query.queryItemValue(u"color"_s, QUrl::FullyDecoded));
+    return color.isValid() ? color : QColor(Qt::black);
 }
 
 } // namespace
 
 SymbolImageProvider::SymbolImageProvider()
     : QQuickImageProvider(QQuickImageProvider::Image)
-    , m_drawn(cacheKilobytes)
+    , m_shapes(cacheKilobytes)
 {
 }
 
 QImage SymbolImageProvider::requestImage(const QString &address, QSize *size, const QSize &requestedSize)
 {
-    const int asked = qMax(requestedSize.width(), requestedSize.height());
-    const int side = asked > 0 ? qMin(asked, largestSide) : defaultSide;
+    const int asked = qMin(qMax(requestedSize.width(), requestedSize.height()), largestSide);
+    const int side = qMin((asked > 0 ? asked : defaultSide) * oversampling(), largestSide);
     if (size)
         *size = QSize(side, side);
 
-    const QString key = address + u'@' + QString::number(side);
-    if (const QImage *known = m_drawn.object(key))
+    QImage image = shape(QUrl::fromPercentEncoding(address.section(u'?', 0, 0).toUtf8()), side);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(image.rect(), colorOf(address));
+    return image;
+}
+
+/// Kept apart from its colours, so that a colour that fades draws no vectors.
+QImage SymbolImageProvider::shape(const QString &name, int side)
+{
+    const QString file = symbolFile(name);
+    const QString key = file + u'@' + QString::number(side);
+    const QMutexLocker locker(&m_mutex);
+    if (const QImage *known = m_shapes.object(key))
         return *known;
-    // The "#" of a colour reaches us as it is or escaped, depending on how the address was put together.
-    const QString query = QUrl::fromPercentEncoding(address.section(u'?', 1).toUtf8());
-    const QColor color(query.startsWith(colorKey) ? query.mid(colorKey.size()) : QString());
-    const QImage image = draw(address.section(u'?', 0, 0), color.isValid() ? color : QColor(Qt::black), side);
-    m_drawn.insert(key, new QImage(image), 1 + image.sizeInBytes() / bytesPerKilobyte);
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QSvgRenderer(file).render(&painter, QRectF(0, 0, side, side));
+    painter.end();
+    m_shapes.insert(key, new QImage(image), 1 + image.sizeInBytes() / bytesPerKilobyte);
     return image;
 }
 

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <QCache>
+#include <QMutex>
 #include <QQuickImageProvider>
 
 namespace cadorel {
 
 /// Image provider "symbol": `image://symbol/<name>?color=<#rrggbb or #aarrggbb>` is the symbol of that name
-/// (see symbolFile()) in that colour, at the size asked for. Called on the main thread only.
+/// (see symbolFile()) in that colour, black where none is given that can be read. It is a square of at least
+/// the size asked for, and for any address of a bounded size. Any thread.
 class SymbolImageProvider : public QQuickImageProvider
 {
 public:
@@ -18,7 +20,10 @@ public:
     QImage requestImage(const QString &address, QSize *size, const QSize &requestedSize) override;
 
 private:
-    QCache<QString, QImage> m_drawn;
+    QImage shape(const QString &name, int side);
+
+    QMutex m_mutex;
+    QCache<QString, QImage> m_shapes; // by file and size, without colour
 };
 
 } // namespace cadorel

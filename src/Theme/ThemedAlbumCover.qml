@@ -15,27 +15,27 @@ Item {
     implicitHeight: size
     Accessible.ignored: true
 
+    Rectangle {
+        objectName: "placeholder"
+        anchors.fill: parent
+        radius: root.cornerRadius
+        color: root.theme.surfaceColor
+        visible: picture.status !== Image.Ready
+    }
+    Image {
+        id: picture
+
+        objectName: "picture"
+        anchors.fill: parent
+        asynchronous: true
+        fillMode: Image.PreserveAspectCrop
+        sourceSize.width: root.size
+        sourceSize.height: root.size
+        source: root.image === "" ? "" : root.image + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
+    }
     AlbumCoverShadowModifier {
         anchors.fill: parent
+        cornerRadius: root.cornerRadius
         theme: root.theme
-
-        Rectangle {
-            objectName: "placeholder"
-            anchors.fill: parent
-            radius: root.cornerRadius
-            color: root.theme.surfaceColor
-            visible: picture.status !== Image.Ready
-        }
-        Image {
-            id: picture
-
-            objectName: "picture"
-            anchors.fill: parent
-            asynchronous: true
-            fillMode: Image.PreserveAspectCrop
-            sourceSize.width: root.size
-            sourceSize.height: root.size
-            source: root.image === "" ? "" : root.image + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
-        }
     }
 }

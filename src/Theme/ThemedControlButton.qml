@@ -19,7 +19,7 @@ ScaleButtonStyle {
             anchors.fill: parent
             radius: height / 2
             isHovered: root.hovered
-            isPressed: root.down
+            isPressed: root.showsPress
             theme: root.theme
         }
         ThemedFocusRing {
@@ -36,7 +36,6 @@ ScaleButtonStyle {
             name: root.systemName
             size: Metrics.glyphOf(root.size)
             color: root.theme.useNeumorphism ? root.theme.primaryTextColor : root.theme.primaryColor
-            opacity: root.enabled ? 1 : Metrics.disabledOpacity
         }
     }
     StyledToolTip {

@@ -34,6 +34,6 @@ Item {
         fillMode: Image.PreserveAspectFit
         sourceSize.width: root.size
         sourceSize.height: root.size
-        source: root.isPicture ? Artwork.source(root.kawaiiName) : ""
+        source: root.isPicture ? KawaiiIcon.artworkFile(root.kawaiiName) : ""
     }
 }

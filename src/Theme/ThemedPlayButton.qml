@@ -32,7 +32,6 @@ ScaleButtonStyle {
             name: root.isPlaying ? AppIcons.playback.pause : AppIcons.playback.play
             size: Metrics.glyphOf(root.size)
             color: root.theme.useNeumorphism ? root.theme.primaryColor : "white"
-            opacity: root.enabled ? 1 : Metrics.disabledOpacity
         }
     }
 }

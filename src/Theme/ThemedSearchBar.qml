@@ -26,6 +26,7 @@ FocusScope {
     }
 
     SurfaceImage {
+        objectName: "ground"
         anchors.fill: parent
         surface: Surfaces.searchBar(root.theme)
     }

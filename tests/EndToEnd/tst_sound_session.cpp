@@ -56,7 +56,7 @@ public:
             std::make_unique<SqlitePreferences>(m_home.filePath(u"data/preferences.sqlite"_s));
         m_platform.clock = std::make_unique<SystemClock>();
         m_platform.random = std::make_unique<SystemRandom>();
-        m_platform.system = std::make_unique<LinuxSystem>();
+        m_platform.system = std::make_unique<LinuxSystem>(m_platform.directories.applicationSupport);
         m_platform.assetReader = std::make_unique<FileAssetReader>();
         m_platform.makeStreamPlayer = [this] {
             return std::make_unique<MpvStreamPlayer>(*m_platform.assetReader,

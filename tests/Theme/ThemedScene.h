@@ -6,6 +6,10 @@
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QPointingDevice>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -20,7 +24,12 @@ namespace cadorel {
 class ThemedScene
 {
 public:
-    ThemedScene() { installUserInterface(m_engine); }
+    ThemedScene()
+    {
+        installFonts();
+        installUserInterface(m_engine);
+        m_window.resize(480, 480);
+    }
     ~ThemedScene() { delete m_root; }
     Q_DISABLE_COPY_MOVE(ThemedScene)
 
@@ -39,24 +48,35 @@ public:
         m_root->setParentItem(m_window.contentItem());
         m_root->setPosition({40, 40});
         setTheme(type, scheme);
-        m_window.resize(480, 480);
         m_window.show();
-        return QTest::qWaitForWindowExposed(&m_window);
+        m_window.requestActivate();
+        return QTest::qWaitForWindowActive(&m_window);
     }
 
+    /// The component in another look, and the desktop in that scheme.
     void setTheme(ThemeType type, ColorScheme scheme)
     {
-        AppTheme &theme = ThemeFactory::create(type, scheme);
-        m_window.setColor(theme.backgroundColor());
+        m_theme = &ThemeFactory::create(type, scheme);
+        QGuiApplication::setPalette(
+            QPalette(scheme == ColorScheme::dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
+        m_window.setColor(m_theme->backgroundColor());
         auto *environment =
             qobject_cast<ThemeEnvironment *>(qmlAttachedPropertiesObject<ThemeEnvironment>(m_root, true));
-        environment->setTheme(&theme);
+        environment->setTheme(m_theme);
     }
+    AppTheme &theme() const { return *m_theme; }
 
     QQuickItem *root() const { return m_root; }
     QQuickWindow *window() { return &m_window; }
     /// The item of that name within the component; null when there is none.
     QQuickItem *item(const QString &name) const { return find(m_root, name); }
+    /// All items of that name within the component.
+    QList<QQuickItem *> items(const QString &name) const
+    {
+        QList<QQuickItem *> found;
+        collect(m_root, name, found);
+        return found;
+    }
     /// What is on the screen.
     QImage grab() { return m_window.grabWindow(); }
 
@@ -64,9 +84,27 @@ public:
     {
         return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
     }
-    void click(const QQuickItem *item)
+    void click(const QQuickItem *item, Qt::MouseButton button = Qt::LeftButton)
     {
-        QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, centre(item));
+        QTest::mouseClick(&m_window, button, Qt::NoModifier, centre(item));
+    }
+    void tap(const QQuickItem *item)
+    {
+        static QPointingDevice *const finger = QTest::createTouchDevice();
+        QTest::touchEvent(&m_window, finger).press(0, centre(item));
+        QTest::touchEvent(&m_window, finger).release(0, centre(item));
+    }
+    void key(Qt::Key key) { QTest::keyClick(&m_window, key); }
+
+    /// What a screen reader is told of the item; null when it is told nothing.
+    static QAccessibleInterface *accessible(QQuickItem *item)
+    {
+        return QAccessible::queryAccessibleInterface(item);
+    }
+    static QString accessibleName(QQuickItem *item)
+    {
+        QAccessibleInterface *interface = accessible(item);
+        return interface ? interface->text(QAccessible::Name) : QString();
     }
 
     WarningWatch warnings;
@@ -83,10 +121,19 @@ private:
         }
         return nullptr;
     }
+    static void collect(QQuickItem *below, const QString &name, QList<QQuickItem *> &found)
+    {
+        if (below->objectName() == name)
+            found.append(below);
+        const QList<QQuickItem *> children = below->childItems();
+        for (QQuickItem *child : children)
+            collect(child, name, found);
+    }
 
     QQmlEngine m_engine;
     QQuickWindow m_window;
     QQuickItem *m_root = nullptr;
+    AppTheme *m_theme = nullptr;
 };
 
 /// Rows of test data: each look in each scheme.
@@ -102,5 +149,3 @@ inline void addThemes()
 }
 
 } // namespace cadorel
-
-Q_DECLARE_METATYPE(cadorel::ColorScheme)

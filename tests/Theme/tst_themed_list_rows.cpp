@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Theme/Contrast.h"
+#include "Theme/ThemedScene.h"
+
+#include <QSignalSpy>
+#include <QStyleHints>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+/// Rows of songs and servers.
+class TestThemedListRows : public QObject
+{
+    Q_OBJECT
+private:
+    std::unique_ptr<ThemedScene> s;
+
+    void showServer(const QByteArray &more = "isConnected: true; songCount: 1234",
+                    ThemeType type = ThemeType::classic, ColorScheme scheme = ColorScheme::light)
+    {
+        QVERIFY(s->show("ThemedServerRow { width: 343; config: ({ name: \"家里的 NAS\", host: \"nas.local:5005\" }); " +
+                            more + " }",
+                        type, scheme));
+    }
+    void showSong(const QByteArray &more = "", ThemeType type = ThemeType::classic,
+                  ColorScheme scheme = ColorScheme::light)
+    {
+        QVERIFY(s->show("ThemedOnlineSongRow { width: 343; song: ({ title: \"晴天\", subtitle: \"阿箬 · 远方\", "
+                        "platformText: \"网易云\", coverSource: \"\", isCurrent: false, isFavorite: true }); " +
+                            more + " }",
+                        type, scheme));
+    }
+    QString text(const QString &name) const { return s->item(name)->property("text").toString(); }
+    QColor color(const QString &name) const { return s->item(name)->property("color").value<QColor>(); }
+    QObject *menu() const { return s->root()->findChild<QObject *>(u"serverRowMenu"_s); }
+    bool isMenuOpen() const { return menu()->property("opened").toBool(); }
+    void closeMenu()
+    {
+        QMetaObject::invokeMethod(menu(), "close");
+        QTRY_VERIFY(!menu()->property("visible").toBool());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        constexpr int holdMilliseconds = 80;
+        QGuiApplication::styleHints()->setMousePressAndHoldInterval(holdMilliseconds);
+        s = std::make_unique<ThemedScene>();
+    }
+    void cleanup()
+    {
+        QCOMPARE(s->warnings.take(), QStringList());
+        s.reset();
+    }
+
+    void aServerTellsHowItStands()
+    {
+        showServer();
+        QCOMPARE(text(u"serverName"_s), u"家里的 NAS"_s);
+        QCOMPARE(text(u"serverHost"_s), u"nas.local:5005"_s);
+        QCOMPARE(text(u"serverStatus"_s), u"已连接 · 1234 首歌曲"_s);
+        QCOMPARE(ThemedScene::accessibleName(s->root()), u"家里的 NAS，nas.local:5005，已连接 · 1234 首歌曲"_s);
+        const QColor connected = color(u"statusDot"_s);
+        s->root()->setProperty("isConnected", false);
+        QCOMPARE(text(u"serverStatus"_s), u"未连接 · 1234 首歌曲"_s);
+        QVERIFY(color(u"statusDot"_s) != connected);
+        s->root()->setProperty("songCount", 0);
+        QCOMPARE(text(u"serverStatus"_s), u"未连接"_s);
+        s->root()->setProperty("isConnected", true);
+        QCOMPARE(text(u"serverStatus"_s), u"已连接 · 0 首歌曲"_s);
+    }
+    void aTapOnAServerIsTold()
+    {
+        showServer();
+        QSignalSpy tapped(s->root(), SIGNAL(tapped()));
+        s->click(s->item(u"serverName"_s));
+        QCOMPARE(tapped.size(), 1);
+        s->tap(s->item(u"serverName"_s));
+        QTRY_COMPARE(tapped.size(), 2);
+        s->root()->forceActiveFocus(Qt::TabFocusReason);
+        s->key(Qt::Key_Return);
+        s->key(Qt::Key_Space);
+        QCOMPARE(tapped.size(), 4);
+        QVERIFY(!isMenuOpen());
+    }
+    void theMenuOpensByAllWays()
+    {
+        showServer();
+        QSignalSpy tapped(s->root(), SIGNAL(tapped()));
+        s->click(s->item(u"moreButton"_s));
+        QTRY_VERIFY(isMenuOpen());
+        closeMenu();
+        s->click(s->item(u"serverName"_s), Qt::RightButton);
+        QTRY_VERIFY(isMenuOpen());
+        closeMenu();
+        s->root()->forceActiveFocus(Qt::TabFocusReason);
+        s->key(Qt::Key_Menu);
+        QTRY_VERIFY(isMenuOpen());
+        closeMenu();
+        const QPoint name = ThemedScene::centre(s->item(u"serverName"_s));
+        QTest::mousePress(s->window(), Qt::LeftButton, {}, name);
+        QTRY_VERIFY(isMenuOpen());
+        QTest::mouseRelease(s->window(), Qt::LeftButton, {}, name);
+        closeMenu();
+        QPointingDevice *finger = QTest::createTouchDevice();
+        QTest::touchEvent(s->window(), finger).press(0, name);
+        QTRY_VERIFY(isMenuOpen());
+        QTest::touchEvent(s->window(), finger).release(0, name);
+        QCOMPARE(tapped.size(), 0);
+    }
+    void theMenuAsksForWhatCanBeDone_data()
+    {
+        QTest::addColumn<QString>("item");
+        QTest::addColumn<QByteArray>("signal");
+        QTest::newRow("scan") << u"scanItem"_s << QByteArray(SIGNAL(scanRequested()));
+        QTest::newRow("edit") << u"editItem"_s << QByteArray(SIGNAL(editRequested()));
+        QTest::newRow("delete") << u"deleteItem"_s << QByteArray(SIGNAL(deleteRequested()));
+    }
+    void theMenuAsksForWhatCanBeDone()
+    {
+        QFETCH(QString, item);
+        QFETCH(QByteArray, signal);
+        showServer();
+        QSignalSpy asked(s->root(), signal.constData());
+        s->click(s->item(u"moreButton"_s));
+        QTRY_VERIFY(isMenuOpen());
+        auto *entry = menu()->findChild<QQuickItem *>(item);
+        QVERIFY(entry);
+        s->click(entry);
+        QCOMPARE(asked.size(), 1);
+        QTRY_VERIFY(!isMenuOpen());
+    }
+    void theMenuCanBeReadInEveryLook_data() { addThemes(); }
+    void theMenuCanBeReadInEveryLook()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        showServer("isConnected: true", type, scheme);
+        for (const QString &name : {u"scanItem"_s, u"editItem"_s, u"deleteItem"_s}) {
+            const auto ink = menu()->findChild<QObject *>(name)->property("ink").value<QColor>();
+            QVERIFY2(Contrast::ratio(ink, s->theme().surfaceColor()) >= Contrast::legible - 0.05,
+                     qPrintable(name + u' ' + ink.name()));
+        }
+    }
+    void aNarrowRowKeepsItsCount()
+    {
+        showServer("isConnected: true; songCount: 123456");
+        const double oneLine = s->root()->height();
+        s->root()->setWidth(200);
+        QQuickItem *status = s->item(u"serverStatus"_s);
+        QTRY_VERIFY(status->property("lineCount").toInt() > 1);
+        QVERIFY(!status->property("truncated").toBool());
+        QVERIFY(s->root()->implicitHeight() > oneLine);
+        QVERIFY(s->item(u"serverHost"_s)->property("truncated").toBool());
+    }
+
+    void anOnlineSongTellsWhereItIsFrom()
+    {
+        showSong();
+        QCOMPARE(text(u"title"_s), u"晴天"_s);
+        QCOMPARE(text(u"subtitle"_s), u"阿箬 · 远方"_s);
+        QCOMPARE(text(u"trailing"_s), u"网易云"_s);
+        QVERIFY(s->item(u"favoriteMark"_s)->isVisible());
+        QVERIFY(!s->item(u"currentMark"_s)->isVisible());
+        QCOMPARE(ThemedScene::accessibleName(s->root()), u"晴天，阿箬 · 远方，网易云，已喜欢"_s);
+    }
+    void whatIsNotKnownOfASongIsNotShown()
+    {
+        QVERIFY(s->show("ThemedOnlineSongRow { width: 343; song: ({ title: \"晴天\" }) }"));
+        QCOMPARE(text(u"trailing"_s), QString());
+        QVERIFY(!s->item(u"subtitle"_s)->isVisible());
+        QCOMPARE(ThemedScene::accessibleName(s->root()), u"晴天"_s);
+    }
+    void theCurrentSongIsMarked_data() { addThemes(); }
+    void theCurrentSongIsMarked()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        QVERIFY(s->show("ThemedSongRow { width: 343; title: \"晴天\"; trailingText: \"3:20\" }", type, scheme));
+        QCOMPARE(color(u"title"_s), s->theme().primaryTextColor());
+        QCOMPARE(color(u"trailing"_s), s->theme().secondaryTextColor());
+        s->root()->setProperty("isCurrent", true);
+        QVERIFY(s->item(u"currentMark"_s)->isVisible());
+        QVERIFY(Contrast::ratio(color(u"title"_s), s->theme().surfaceColor()) >= Contrast::legible - 0.05);
+    }
+    void aSongsTimeIsNeverCut()
+    {
+        showSong("width: 288");
+        s->root()->setProperty("song", QVariantMap{{u"title"_s, u"一首名字很长很长很长很长很长很长很长很长的歌 😀"_s},
+                                                   {u"platformText"_s, u"QQ音乐"_s}});
+        QVERIFY(s->item(u"title"_s)->property("truncated").toBool());
+        QQuickItem *trailing = s->item(u"trailing"_s);
+        QCOMPARE(trailing->width(), trailing->implicitWidth());
+        QVERIFY(trailing->mapToItem(s->root(), {trailing->width(), 0}).x() <= s->root()->width() - 8);
+        const QQuickItem *title = s->item(u"title"_s);
+        QVERIFY(title->mapToItem(s->root(), {title->width(), 0}).x() < trailing->mapToItem(s->root(), {}).x());
+    }
+    void aSongIsPlayedByATapAndAskedAboutByTheRightButton()
+    {
+        showSong();
+        QSignalSpy clicks(s->root(), SIGNAL(clicked()));
+        QSignalSpy menus(s->root(), SIGNAL(menuRequested(QPointF)));
+        s->click(s->root());
+        QCOMPARE(clicks.size(), 1);
+        s->click(s->root(), Qt::RightButton);
+        QTRY_COMPARE(menus.size(), 1);
+        const QPoint middle = ThemedScene::centre(s->root());
+        QTest::mousePress(s->window(), Qt::LeftButton, {}, middle);
+        QTRY_COMPARE(menus.size(), 2);
+        QTest::mouseRelease(s->window(), Qt::LeftButton, {}, middle);
+        QCOMPARE(clicks.size(), 1);
+    }
+    void hoverIsSeenInEveryLook_data() { addThemes(); }
+    void hoverIsSeenInEveryLook()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        showSong("", type, scheme);
+        // Between the cover and the edge, away from any text.
+        const QPoint free = s->root()->mapToScene({4, s->root()->height() / 2}).toPoint();
+        QTest::mouseMove(s->window(), {5, 5});
+        QTRY_VERIFY(!s->root()->property("hovered").toBool());
+        const QColor calm = s->grab().pixelColor(free);
+        QTest::mouseMove(s->window(), ThemedScene::centre(s->root()));
+        QTRY_VERIFY(s->root()->property("hovered").toBool());
+        const QColor hovered = s->grab().pixelColor(free);
+        QTest::mousePress(s->window(), Qt::LeftButton, {}, ThemedScene::centre(s->root()));
+        const QColor pressed = s->grab().pixelColor(free);
+        QTest::mouseRelease(s->window(), Qt::LeftButton, {}, ThemedScene::centre(s->root()));
+        QVERIFY(Contrast::ratio(hovered, calm) > 1.03);
+        QVERIFY(Contrast::ratio(pressed, calm) > Contrast::ratio(hovered, calm));
+    }
+};
+
+} // namespace cadorel
+
+QTEST_MAIN(cadorel::TestThemedListRows)
+#include "tst_themed_list_rows.moc"
