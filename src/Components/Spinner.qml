@@ -10,7 +10,7 @@ SymbolIcon {
     color: SystemColors.secondaryLabel
 
     RotationAnimator on rotation {
-        running: root.visible
+        running: root.visible && !Motion.isReduced
         from: 0
         to: 360
         duration: Metrics.spinnerTurn

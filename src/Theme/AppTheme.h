@@ -31,6 +31,7 @@ class AppTheme : public QObject
     Q_PROPERTY(bool isClassic READ isClassic CONSTANT)
     Q_PROPERTY(bool isKawaiiPink READ isKawaiiPink CONSTANT)
     Q_PROPERTY(bool isDark READ isDark CONSTANT)
+    Q_PROPERTY(cadorel::SystemColorTable colors READ colors CONSTANT)
 public:
     /// Behind a whole screen.
     virtual QColor backgroundColor() const = 0;
@@ -52,16 +53,18 @@ public:
 
     bool isClassic() const { return themeType() == ThemeType::classic; }
     bool isKawaiiPink() const { return themeType() == ThemeType::kawaiiPink; }
+    /// What the desktop asked for. A look that is the same in both schemes is told of it all the same: ask
+    /// the colours for what is drawn on them.
     bool isDark() const { return m_scheme == ColorScheme::dark; }
     ColorScheme colorScheme() const { return m_scheme; }
+    /// The named colours of its scheme.
+    const SystemColorTable &colors() const { return systemColors(m_scheme); }
 
 protected:
     explicit AppTheme(ColorScheme scheme)
         : m_scheme(scheme)
     {
     }
-    /// The named colours of its scheme.
-    const SystemColorTable &colors() const { return systemColors(m_scheme); }
 
 private:
     const ColorScheme m_scheme;

@@ -78,7 +78,7 @@ QtObject {
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
-    readonly property int sheetDuration: 300
+    readonly property int sheetDuration: Motion.scaled(300)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// What the button styles have in common: a ground and a scale that answer a press, and what every button owes to
 /// keyboard, mouse and screen reader. `text` is its name; a button that shows something else than symbol and text

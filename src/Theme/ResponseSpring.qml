@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Moves a value as a spring does, for the behaviours of items. A desktop that wants no motion gets none.
 NumberAnimation {

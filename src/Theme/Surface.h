@@ -30,8 +30,8 @@ struct SurfaceStroke
     /// Instead of the colour, where it is not empty.
     LinearGradient gradient;
     double width = 1;
-    /// Blur radius and offset in pixels. Of a blurred or moved stroke only the inner edge is seen: it looks
-    /// like the shade of the edge on the shape.
+    /// Blur radius and offset in pixels. A blurred or moved stroke lies upon the edge before it is moved, and
+    /// is cut off there: it looks like light or shade on the edge.
     double blur = 0;
     double x = 0;
     double y = 0;

@@ -5,9 +5,11 @@ namespace cadorel {
 
 namespace {
 
-constexpr int labelAlpha60 = 153;
-constexpr int labelAlpha30 = 77;
-constexpr int separatorAlpha29 = 74;
+/// A colour as it is written in the tables of design: alpha in front.
+QColor argb(QRgb value)
+{
+    return QColor::fromRgba(value);
+}
 
 SystemColorTable lightColors()
 {
@@ -15,9 +17,9 @@ SystemColorTable lightColors()
             .secondaryBackground = 0xF2F2F7,
             .tertiaryBackground = 0xFFFFFF,
             .label = Qt::black,
-            .secondaryLabel = {0x3C, 0x3C, 0x43, labelAlpha60},
-            .tertiaryLabel = {0x3C, 0x3C, 0x43, labelAlpha30},
-            .separator = {0x3C, 0x3C, 0x43, separatorAlpha29},
+            .secondaryLabel = argb(0x993C3C43),
+            .tertiaryLabel = argb(0x4D3C3C43),
+            .separator = argb(0x4A3C3C43),
             .gray = 0x8E8E93,
             .brown = 0xA2845E,
             .red = 0xFF3B30,
@@ -30,7 +32,15 @@ SystemColorTable lightColors()
             .indigo = 0x5856D6,
             .purple = 0xAF52DE,
             .pink = 0xFF2D55,
-            .accent = 0x007AFF};
+            .accent = 0x007AFF,
+            .accentInk = 0xFFFFFF,
+            .hover = argb(0x0D000000),
+            .pressed = argb(0x1A000000),
+            .scrim = argb(0x66000000),
+            .track = argb(0x33787880),
+            .redTint = argb(0x1FFF3B30),
+            .accentTint = argb(0x1F007AFF),
+            .coverFill = argb(0x2E8E8E93)};
 }
 
 SystemColorTable darkColors()
@@ -39,9 +49,9 @@ SystemColorTable darkColors()
             .secondaryBackground = 0x1C1C1E,
             .tertiaryBackground = 0x2C2C2E,
             .label = 0xFFFFFF,
-            .secondaryLabel = {0xEB, 0xEB, 0xF5, labelAlpha60},
-            .tertiaryLabel = {0xEB, 0xEB, 0xF5, labelAlpha30},
-            .separator = {0x54, 0x54, 0x58, labelAlpha60},
+            .secondaryLabel = argb(0x99EBEBF5),
+            .tertiaryLabel = argb(0x4DEBEBF5),
+            .separator = argb(0x99545458),
             .gray = 0x8E8E93,
             .brown = 0xAC8E68,
             .red = 0xFF453A,
@@ -54,7 +64,15 @@ SystemColorTable darkColors()
             .indigo = 0x5E5CE6,
             .purple = 0xBF5AF2,
             .pink = 0xFF375F,
-            .accent = 0x0A84FF};
+            .accent = 0x0A84FF,
+            .accentInk = 0xFFFFFF,
+            .hover = argb(0x14FFFFFF),
+            .pressed = argb(0x29FFFFFF),
+            .scrim = argb(0x99000000),
+            .track = argb(0x52787880),
+            .redTint = argb(0x38FF453A),
+            .accentTint = argb(0x380A84FF),
+            .coverFill = argb(0x2E8E8E93)};
 }
 
 } // namespace

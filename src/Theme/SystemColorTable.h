@@ -32,6 +32,14 @@ struct SystemColorTable
     Q_PROPERTY(QColor purple MEMBER purple CONSTANT)
     Q_PROPERTY(QColor pink MEMBER pink CONSTANT)
     Q_PROPERTY(QColor accent MEMBER accent CONSTANT)
+    Q_PROPERTY(QColor accentInk MEMBER accentInk CONSTANT)
+    Q_PROPERTY(QColor hover MEMBER hover CONSTANT)
+    Q_PROPERTY(QColor pressed MEMBER pressed CONSTANT)
+    Q_PROPERTY(QColor scrim MEMBER scrim CONSTANT)
+    Q_PROPERTY(QColor track MEMBER track CONSTANT)
+    Q_PROPERTY(QColor redTint MEMBER redTint CONSTANT)
+    Q_PROPERTY(QColor accentTint MEMBER accentTint CONSTANT)
+    Q_PROPERTY(QColor coverFill MEMBER coverFill CONSTANT)
 public:
     QColor background;
     QColor secondaryBackground;
@@ -54,6 +62,21 @@ public:
     QColor pink;
     /// The desktop's own accent, not the listener's.
     QColor accent;
+    /// Text and symbols on the accent.
+    QColor accentInk;
+    /// Laid over whatever lies beneath: a control under the pointer, one that is pressed, what lies behind a
+    /// sheet, the groove of a slider.
+    QColor hover;
+    QColor pressed;
+    QColor scrim;
+    QColor track;
+    /// Grounds of what is dangerous, and of what is chosen.
+    QColor redTint;
+    QColor accentTint;
+    /// What a cover shows until it is there.
+    QColor coverFill;
+
+    bool operator==(const SystemColorTable &) const = default;
 };
 
 /// The colours of that scheme. Any thread.

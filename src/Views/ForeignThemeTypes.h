@@ -59,6 +59,13 @@ public:
     }
 };
 
+struct ForeignSystemColorTable
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::SystemColorTable)
+    QML_VALUE_TYPE(systemColorTable)
+};
+
 struct ForeignThemeManager
 {
     Q_GADGET
