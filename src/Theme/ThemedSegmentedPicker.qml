@@ -62,7 +62,7 @@ FocusScope {
 
             NumberAnimation {
                 objectName: "slide"
-                duration: DesktopAppearance.reducesMotion ? 0 : 200
+                duration: Motion.scaled(200)
                 easing.type: Easing.InOutQuad
             }
         }

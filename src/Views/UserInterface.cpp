@@ -2,6 +2,7 @@
 #include "Views/UserInterface.h"
 
 #include "Components/CoverImageProvider.h"
+#include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
 #include "Theme/SurfaceImageProvider.h"
@@ -64,6 +65,7 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     // The engine owns its providers.
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
+    engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
 }
