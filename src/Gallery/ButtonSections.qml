@@ -9,7 +9,7 @@ GallerySections {
     id: root
 
     /// Captions of the poses, in their order.
-    readonly property list<string> poses: ["平时", "悬停", "按下", "键盘焦点", "停用"]
+    readonly property var poses: ["平时", "悬停", "按下", "键盘焦点", "停用"]
 
     GallerySection {
         title: "按钮样式"

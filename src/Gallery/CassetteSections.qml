@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// The cassettes, each with its usual place of the cover.
 GallerySections {

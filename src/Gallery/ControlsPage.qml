@@ -25,7 +25,4 @@ GalleryPage {
     CoverSections {
         width: parent.width
     }
-    ThemeSections {
-        width: parent.width
-    }
 }

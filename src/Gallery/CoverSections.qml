@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// Large covers, and symbols that a look replaces.
 GallerySections {

@@ -9,7 +9,7 @@ GallerySections {
     id: root
 
     readonly property int stage: 208
-    readonly property list<string> stickers: ["cartoon1", "cartoon3", "cartoon4", "cartoon5", "cartoon6", "cartoon7", "cartoon8", "cartoon9", "cartoon10", "cartoon11", "cartoon12", "cartoon13", "cartoon14", "cartoon15", "cartoon16"]
+    readonly property var stickers: ["cartoon1", "cartoon3", "cartoon4", "cartoon5", "cartoon6", "cartoon7", "cartoon8", "cartoon9", "cartoon10", "cartoon11", "cartoon12", "cartoon13", "cartoon14", "cartoon15", "cartoon16"]
 
     GallerySection {
         title: "贴纸"

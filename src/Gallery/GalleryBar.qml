@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// What the gallery is seen in: the look, light or dark, the size of texts; and which page of it.
 Item {

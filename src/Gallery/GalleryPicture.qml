@@ -12,6 +12,6 @@ Image {
     fillMode: Image.PreserveAspectFit
     sourceSize.width: size
     sourceSize.height: size
-    source: Artwork.source(name)
+    source: KawaiiIcon.artworkFile(name)
     Accessible.ignored: true
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// One component in one state above its caption. The component stands in the middle; one that is as wide as it may be
 /// binds its width to `room`.

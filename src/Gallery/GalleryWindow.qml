@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import Cadorel
+import CadorelGallery
 
 /// All components in all their states, in a look that can be changed at any time: 1 to 4 show a page, L changes the
 /// look, D light and dark, T the size of texts.

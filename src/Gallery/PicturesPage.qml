@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// The drawn pictures, and the decorations that they make.
 GalleryPage {
@@ -45,14 +46,5 @@ GalleryPage {
                 }
             }
         }
-    }
-    DecorationSections {
-        width: parent.width
-    }
-    CassetteSections {
-        width: parent.width
-    }
-    AppIconSections {
-        width: parent.width
     }
 }

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// The vocabulary of symbols.
 GalleryPage {
