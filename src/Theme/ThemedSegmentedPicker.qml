@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One choice of a few, which are all in sight. The arrow keys walk over them, Space and Return choose.
 FocusScope {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// A row that leads somewhere: a coloured square with a symbol, a title, and a word on how things stand.
 T.AbstractButton {
