@@ -13,7 +13,8 @@ GallerySections {
 
     GallerySection {
         title: "按钮样式"
-        types: "NeumorphicButtonStyle · KawaiiButtonStyle · ThemedButtonStyle · ScaleButtonStyle"
+        types: "ThemedButtonStyle · NeumorphicButtonStyle · KawaiiButtonStyle · ScaleButtonStyle"
+        columnsAtMost: root.poses.length
 
         Repeater {
             model: root.poses
@@ -79,6 +80,7 @@ GallerySections {
     GallerySection {
         title: "播放按钮"
         types: "ThemedPlayButton"
+        columnsAtMost: root.poses.length
         stageHeight: 104
 
         Repeater {
@@ -120,6 +122,7 @@ GallerySections {
     GallerySection {
         title: "控制按钮"
         types: "ThemedControlButton"
+        columnsAtMost: root.poses.length
 
         Repeater {
             model: root.poses
@@ -166,6 +169,7 @@ GallerySections {
     GallerySection {
         title: "喜欢"
         types: "ThemedHeartButton"
+        columnsAtMost: root.poses.length
 
         Repeater {
             model: root.poses

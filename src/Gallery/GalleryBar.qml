@@ -24,16 +24,11 @@ Item {
     implicitHeight: controls.height + 2 * Metrics.cardPadding
 
     Rectangle {
-        anchors.fill: parent
-        color: root.theme.backgroundColor
-        opacity: 0.94
-    }
-    Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         height: Metrics.hairline
-        color: SystemColors.separator
+        color: Qt.alpha(root.theme.primaryTextColor, 0.16)
     }
     Item {
         id: controls

@@ -10,6 +10,7 @@ Column {
     /// What it is called in the sources.
     property string types
     property alias cell: flow.cell
+    property alias columnsAtMost: flow.columnsAtMost
     property alias stageHeight: flow.stageHeight
     default property alias specimens: flow.data
     property AppTheme theme: ThemeEnvironment.theme

@@ -90,7 +90,7 @@ GallerySections {
             ThemedSettingsSection {
                 objectName: "elided"
                 width: parent.width
-                title: "没有标题时只有卡片，标题太长时也在末尾省略，不会碰到右边"
+                title: "标题太长时在末尾省略，不会碰到右边，也不会换到第二行"
 
                 ThemedSettingsItem {
                     width: parent.width

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Cadorel
+import CadorelGallery
 
 /// The grounds that everything lies on.
 GallerySections {
@@ -13,6 +14,7 @@ GallerySections {
     GallerySection {
         title: "浮起与凹下"
         types: "NeumorphismRaisedModifier · NeumorphismPressedModifier"
+        columnsAtMost: 4
         stageHeight: root.block + 2 * Metrics.screenMargin
 
         GallerySpecimen {
@@ -79,7 +81,8 @@ GallerySections {
     }
     GallerySection {
         title: "卡片与按钮的底"
-        types: "KawaiiCardModifier · ThemedCard · ThemedButtonBackground"
+        types: "KawaiiCardModifier · ThemedCard · ThemedButtonBackground · ThemedSegmentedPickerModifier"
+        columnsAtMost: 6
         stageHeight: root.block + 2 * Metrics.screenMargin
 
         GallerySpecimen {
@@ -158,34 +161,46 @@ GallerySections {
         GallerySpecimen {
             caption: "行里封面的边"
 
-            ThemedArtworkModifier {
-                width: Metrics.rowCover
-                height: Metrics.rowCover
+            ArtworkImageView {
+                source: GallerySamples.covers[2]
+                cornerRadius: Metrics.coverRadius
+
+                ThemedArtworkModifier {
+                    anchors.fill: parent
+                }
             }
         }
         GallerySpecimen {
             caption: "列表页"
 
-            ThemedListModifier {
+            GalleryFrame {
                 width: parent.width
                 height: root.block
 
-                ThemedPrimaryText {
-                    anchors.centerIn: parent
-                    text: "列表在这里"
+                ThemedListModifier {
+                    anchors.fill: parent
+
+                    ThemedPrimaryText {
+                        anchors.centerIn: parent
+                        text: "列表在这里"
+                    }
                 }
             }
         }
         GallerySpecimen {
             caption: "普通页"
 
-            ThemedViewModifier {
+            GalleryFrame {
                 width: parent.width
                 height: root.block
 
-                ThemedSecondaryText {
-                    anchors.centerIn: parent
-                    text: "内容在这里"
+                ThemedViewModifier {
+                    anchors.fill: parent
+
+                    ThemedSecondaryText {
+                        anchors.centerIn: parent
+                        text: "内容在这里"
+                    }
                 }
             }
         }

@@ -86,6 +86,7 @@ GalleryPage {
 
             title: root.headings[modelData.name]
             types: "AppIcons." + modelData.name
+            cell: 120
             stageHeight: Metrics.touchTarget
 
             Repeater {
@@ -95,7 +96,7 @@ GalleryPage {
                     required property var modelData
 
                     name: modelData.symbol
-                    caption: modelData.constant + "\n" + modelData.symbol
+                    use: modelData.constant
                 }
             }
         }
@@ -103,6 +104,7 @@ GalleryPage {
     GallerySection {
         title: "没有用途名的图形"
         types: "SymbolFiles"
+        cell: 120
         stageHeight: Metrics.touchTarget
 
         Repeater {
@@ -112,7 +114,6 @@ GalleryPage {
                 required property string modelData
 
                 name: modelData
-                caption: modelData
             }
         }
     }

@@ -71,6 +71,7 @@ GalleryPage {
     GallerySection {
         title: "外观的颜色"
         types: "AppTheme"
+        cell: 128
         stageHeight: 0
 
         Repeater {
@@ -91,15 +92,20 @@ GalleryPage {
         stageHeight: 0
 
         GallerySpecimen {
-            ThemedBackground {
+            GalleryFrame {
                 width: parent.width
                 height: 160
+
+                ThemedBackground {
+                    anchors.fill: parent
+                }
             }
         }
     }
     GallerySection {
         title: "系统的颜色"
         types: "SystemColors"
+        cell: 128
         stageHeight: 0
 
         Repeater {
