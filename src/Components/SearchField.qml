@@ -53,7 +53,7 @@ FocusScope {
         font.pixelSize: TextStyles.body.size
         placeholderText: root.placeholder
         placeholderTextColor: SystemColors.secondaryLabel
-        selectionColor: SystemColors.accent
+        selectionColor: SystemColors.accentFill
         selectedTextColor: SystemColors.accentInk
         selectByMouse: true
         inputMethodHints: Qt.ImhNoAutoUppercase
