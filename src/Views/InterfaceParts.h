@@ -5,6 +5,7 @@
 
 namespace cadorel {
 
+class AppIconService;
 class DesktopAppearance;
 class RemoteCovers;
 class ThemeManager;
@@ -19,8 +20,9 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
-    /// Without one nothing of the appearance can be chosen.
+    /// Screens that set the appearance need both.
     ThemeService *themeService = nullptr;
+    AppIconService *appIconService = nullptr;
 };
 
 /// What installUserInterface() was given for that engine. Main thread.
