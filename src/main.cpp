@@ -15,6 +15,7 @@
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
 #include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
@@ -76,6 +77,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineMusicService = &onlineMusicService,
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
+    ThemeService &themeService = ThemeService::shared();
+    ThemeManager &themeManager = ThemeManager::shared();
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
     const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
@@ -90,8 +93,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     QQmlApplicationEngine engine;
     installUserInterface(engine, {.remoteCovers = &remoteCovers,
                                   .desktopAppearance = platform.desktopAppearance.get(),
-                                  .themeManager = &ThemeManager::shared(),
+                                  .themeManager = &themeManager,
                                   .kawaiiDecorations = &kawaiiDecorations,
+                                  .themeService = &themeService,
                                   .appIconService = &AppIconService::shared()});
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},

@@ -2,7 +2,7 @@
 pragma Singleton
 
 import QtQuick
-import Cadorel
+import Cadorel.Desktop
 
 /// Whether and for how long things move.
 QtObject {

@@ -10,9 +10,8 @@ NumberAnimation {
     property real damping: 0.6
     /// Milliseconds of a plain ease-out in place of the spring; 0 is the spring.
     property int easeOut: 0
-    property bool reducesMotion: false
 
-    duration: reducesMotion ? 0 : easeOut > 0 ? easeOut : Springs.duration(response, damping)
+    duration: Motion.scaled(easeOut > 0 ? easeOut : Springs.duration(response, damping))
     easing.type: easeOut > 0 ? Easing.OutQuad : Easing.BezierSpline
     easing.bezierCurve: Springs.curve(response, damping)
 }

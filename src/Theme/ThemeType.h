@@ -9,16 +9,13 @@
 
 namespace cadorel {
 
-/// Names of the looks, in a class so that screens know them as "ThemeType.classic".
-class ThemeTypes : public QObject
-{
-    Q_OBJECT
-public:
-    ThemeTypes() = delete;
+/// Names of the looks, in a space of their own so that screens know them as "ThemeTypes.classic".
+namespace ThemeTypes {
+Q_NAMESPACE
 
-    enum class Type { classic, neumorphism, kawaiiPink };
-    Q_ENUM(Type)
-};
+enum class Type { classic, neumorphism, kawaiiPink };
+Q_ENUM_NS(Type)
+} // namespace ThemeTypes
 
 /// The looks of the player, in the order in which they are offered.
 using ThemeType = ThemeTypes::Type;

@@ -10,6 +10,7 @@ class DesktopAppearance;
 class KawaiiDecorations;
 class RemoteCovers;
 class ThemeManager;
+class ThemeService;
 
 /// What screens meet of the program beside what the window is given. All of it outlives the engine.
 struct InterfaceParts
@@ -22,7 +23,8 @@ struct InterfaceParts
     ThemeManager *themeManager = nullptr;
     /// What the pink look decorates with; nothing else asks for it.
     KawaiiDecorations *kawaiiDecorations = nullptr;
-    /// What the screen of icons needs.
+    /// Screens that set the appearance need both.
+    ThemeService *themeService = nullptr;
     AppIconService *appIconService = nullptr;
 };
 

@@ -3,7 +3,6 @@
 
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
-#include "Platform/PaletteAppearance.h"
 #include "Services/APIConfigService.h"
 #include "Services/AppIconService.h"
 #include "Services/AudioPlayerService.h"
@@ -12,6 +11,7 @@
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Theme/KawaiiDecorations.h"
@@ -111,11 +111,14 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
         network = std::move(madeWeb);
     }
     platform.httpClient = std::move(network);
-    // Light or dark as a test sets the palette.
-    platform.desktopAppearance = std::make_unique<PaletteAppearance>();
+    auto madeAppearance = std::make_unique<TestAppearance>();
+    appearance = madeAppearance.get();
+    platform.desktopAppearance = std::move(madeAppearance);
     kawaiiDecorations = std::make_unique<KawaiiDecorations>(*platform.clock, *platform.random);
-    appIconService = std::make_unique<AppIconService>(*platform.system);
     themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
+    themeService =
+        std::make_unique<ThemeService>(*platform.preferences, *themeManager, *platform.desktopAppearance);
+    appIconService = std::make_unique<AppIconService>(*system);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -250,6 +253,7 @@ bool TestWindow::show()
                                    .desktopAppearance = platform.desktopAppearance.get(),
                                    .themeManager = themeManager.get(),
                                    .kawaiiDecorations = kawaiiDecorations.get(),
+                                   .themeService = themeService.get(),
                                    .appIconService = appIconService.get()});
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
