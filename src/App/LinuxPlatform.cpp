@@ -10,6 +10,7 @@
 #include "Platform/Linux/LibsecretStore.h"
 #include "Platform/Linux/LinuxSystem.h"
 #include "Platform/Linux/MprisPlayer.h"
+#include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/PortalFilePicker.h"
 #include "Platform/Linux/PulseAudioSession.h"
 #include "Platform/Linux/SystemClock.h"
@@ -17,7 +18,6 @@
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
 #include "Platform/Network/NetworkHttpClient.h"
-#include "Platform/PaletteAppearance.h"
 #include "Platform/Sql/SqlitePreferences.h"
 
 namespace cadorel {
@@ -51,7 +51,7 @@ Platform makeLinuxPlatform(const Directories &directories)
         std::make_unique<LibsecretStore>(),
         std::make_unique<FileSecretStore>(directories.applicationSupport + "/secrets.json"_L1));
     platform.filePicker = std::make_unique<PortalFilePicker>();
-    platform.desktopAppearance = std::make_unique<PaletteAppearance>();
+    platform.desktopAppearance = std::make_unique<PortalAppearance>();
     return platform;
 }
 

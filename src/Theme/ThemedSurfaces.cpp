@@ -315,6 +315,13 @@ Surface ThemedSurfaces::previewBlock(AppTheme *theme, double cornerRadius)
             .strokes = {}};
 }
 
+Surface ThemedSurfaces::previewScreen(AppTheme *theme, double cornerRadius)
+{
+    Surface screen = background(theme);
+    screen.cornerRadius = cornerRadius;
+    return screen;
+}
+
 QColor ThemedSurfaces::accentOn(AppTheme *theme, const Surface &surface)
 {
     if (!theme)

@@ -20,16 +20,22 @@ public:
 
     void setColorScheme(ColorScheme scheme)
     {
+        if (scheme == m_colorScheme)
+            return;
         m_colorScheme = scheme;
         Q_EMIT colorSchemeChanged();
     }
     void setReducesMotion(bool reduces)
     {
+        if (reduces == m_reducesMotion)
+            return;
         m_reducesMotion = reduces;
         Q_EMIT reducesMotionChanged();
     }
     void setTextScale(double scale)
     {
+        if (scale == m_textScale)
+            return;
         m_textScale = scale;
         Q_EMIT textScaleChanged();
     }

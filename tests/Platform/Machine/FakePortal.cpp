@@ -2,6 +2,7 @@
 #include "FakePortal.h"
 
 #include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
@@ -12,6 +13,7 @@ namespace cadorel {
 namespace {
 
 constexpr QLatin1StringView service{"org.freedesktop.portal.Desktop"};
+constexpr QLatin1StringView settingsInterface{"org.freedesktop.portal.Settings"};
 
 QList<FakePortal::Filter> readFilters(const QVariant &value)
 {
@@ -81,6 +83,8 @@ bool FakePortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
 {
     if (message.member() == u"Get")
         return answerVersion(message, connection);
+    if (message.interface() == settingsInterface)
+        return readSettings(message, connection);
     return message.interface() == u"org.freedesktop.portal.FileChooser" && message.member() == u"OpenFile" &&
            openFile(message, connection);
 }
@@ -117,6 +121,36 @@ bool FakePortal::openFile(const QDBusMessage &message, const QDBusConnection &co
     if (answersEarly)
         return connection.send(answer) && connection.send(handle);
     return connection.send(handle) && (leavesOpen || connection.send(answer));
+}
+
+bool FakePortal::readSettings(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    ++settingsRead;
+    if (keepsSettings) {
+        message.setDelayedReply(true);
+        return true;
+    }
+    if (!settings || message.member() != u"ReadAll") {
+        return connection.send(
+            message.createErrorReply(QDBusError::UnknownInterface, u"no such interface"_s));
+    }
+    askedSpaces = message.arguments().value(0).toStringList();
+    QMap<QString, QVariantMap> asked;
+    for (const QString &space : std::as_const(askedSpaces)) {
+        if (settings->contains(space))
+            asked.insert(space, settings->value(space));
+    }
+    qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
+    return connection.send(message.createReply(QVariant::fromValue(asked)));
+}
+
+void FakePortal::change(const QString &space, const QString &key, const QVariant &value)
+{
+    (*settings)[space].insert(key, value);
+    QDBusMessage signal = QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s, settingsInterface,
+                                                     u"SettingChanged"_s);
+    signal << space << key << QVariant::fromValue(QDBusVariant(value));
+    m_connection.send(signal);
 }
 
 } // namespace cadorel

@@ -6,7 +6,10 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QMap>
 #include <QVariantMap>
+
+#include <optional>
 
 namespace cadorel {
 
@@ -56,12 +59,23 @@ public:
     QList<Filter> filters;
     int opened = 0;
 
+    /// By namespace and key; none for a portal without settings.
+    std::optional<QMap<QString, QVariantMap>> settings;
+    /// Says nothing when asked for them.
+    bool keepsSettings = false;
+    /// What the last one asked for.
+    QStringList askedSpaces;
+    int settingsRead = 0;
+    /// Changes a setting and tells everybody.
+    void change(const QString &space, const QString &key, const QVariant &value);
+
     QString introspect(const QString &path) const override;
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
 
 private:
     bool answerVersion(const QDBusMessage &message, const QDBusConnection &connection);
     bool openFile(const QDBusMessage &message, const QDBusConnection &connection);
+    bool readSettings(const QDBusMessage &message, const QDBusConnection &connection);
 
     PrivateBus m_bus;
     const bool m_isBusRunning;
