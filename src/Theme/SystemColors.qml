@@ -2,6 +2,7 @@
 pragma Singleton
 
 import QtQuick
+import Cadorel.Desktop
 
 /// Colours by role and by name, light or dark as the desktop is.
 QtObject {

@@ -20,7 +20,7 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
-    /// Screens that set the appearance need both.
+    /// Without these two nothing of the appearance can be chosen.
     ThemeService *themeService = nullptr;
     AppIconService *appIconService = nullptr;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// How the test of a connection goes or went. Keeps its line while there is nothing to say, so that nothing jumps.
 RowLayout {
@@ -24,7 +25,7 @@ RowLayout {
         }
         SymbolIcon {
             visible: !root.isTesting && root.message !== ""
-            name: root.succeeded ? "checkmark.circle.fill" : "xmark.circle.fill"
+            name: root.succeeded ? AppIcons.status.checkmarkCircle : AppIcons.status.xmarkCircle
             size: Metrics.symbolSmall
             color: root.succeeded ? SystemColors.green : SystemColors.red
         }
