@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
+#include "Services/ThemeService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
@@ -76,6 +77,19 @@ public:
     static ThemeManager *create(QQmlEngine *engine, QJSEngine *)
     {
         return partOf(engine, &InterfaceParts::themeManager);
+    }
+};
+
+struct ForeignThemeService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemeService)
+    QML_NAMED_ELEMENT(ThemeService)
+    QML_SINGLETON
+public:
+    static ThemeService *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::themeService);
     }
 };
 
