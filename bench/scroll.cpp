@@ -8,6 +8,7 @@
 #include "Support/ProcessUsage.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
+#include "Support/Scroller.h"
 #include "Views/UserInterface.h"
 
 #include <QCoroTask>
@@ -15,8 +16,6 @@
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
-
-#include <cmath>
 
 using namespace cadorel;
 using namespace std::chrono_literals;
@@ -27,81 +26,7 @@ namespace {
 constexpr int songCount = 100'000;
 constexpr int usualSeconds = 10;
 constexpr double barMs = 16;
-constexpr double nsPerMs = 1e6;
 constexpr auto homeVariable = "CADOREL_BENCH_HOME";
-
-/// Moves a list a little before each frame and notes how long the frame takes: making rows, laying them out,
-/// drawing and handing over.
-class Scroller : public QObject
-{
-public:
-    /// @param pixelsPerFrame how far the list moves between two frames
-    Scroller(QQuickWindow &window, QQuickItem &list, double pixelsPerFrame)
-        : m_window(window)
-        , m_list(list)
-        , m_step(pixelsPerFrame)
-    {
-        window.installEventFilter(this);
-        connect(&window, &QQuickWindow::frameSwapped, this, [this] { finishFrame(); }, Qt::DirectConnection);
-    }
-
-    QList<double> run(std::chrono::seconds length)
-    {
-        m_list.setProperty("contentY", 0);
-        m_window.update();
-        letPass(length);
-        m_stopped = true;
-        return m_frameMs;
-    }
-
-protected:
-    bool eventFilter(QObject *object, QEvent *event) override
-    {
-        if (event->type() == QEvent::UpdateRequest && !m_stopped) {
-            const double height = m_list.property("contentHeight").toDouble() - m_list.height();
-            m_position = std::fmod(m_position + m_step, height);
-            m_startNs = m_clock.nsecsElapsed();
-            m_list.setProperty("contentY", m_position);
-        }
-        return QObject::eventFilter(object, event);
-    }
-
-private:
-    /// On the thread that draws.
-    void finishFrame()
-    {
-        const double ms = static_cast<double>(m_clock.nsecsElapsed() - m_startNs) / nsPerMs;
-        QMetaObject::invokeMethod(
-            this,
-            [this, ms] {
-                m_frameMs.append(ms);
-                if (!m_stopped)
-                    m_window.update();
-            },
-            Qt::QueuedConnection);
-    }
-
-    QQuickWindow &m_window;
-    QQuickItem &m_list;
-    QElapsedTimer m_clock = [] {
-        QElapsedTimer clock;
-        clock.start();
-        return clock;
-    }();
-    std::atomic<qint64> m_startNs = 0;
-    double m_step;
-    double m_position = 0;
-    QList<double> m_frameMs;
-    bool m_stopped = false;
-};
-
-double percentile(QList<double> values, double fraction)
-{
-    std::ranges::sort(values);
-    return values.isEmpty()
-               ? 0
-               : values[static_cast<qsizetype>(fraction * static_cast<double>(values.size() - 1))];
-}
 
 void measure(Report &report, QQuickWindow &window, const QString &name, double pixelsPerFrame)
 {

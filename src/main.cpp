@@ -8,13 +8,16 @@
 #include "Platform/Pulse/MediaRole.h"
 #include "Platform/SharedServices.h"
 #include "Services/APIConfigService.h"
+#include "Services/AppIconService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
+#include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/EqualizerViewModel.h"
@@ -74,6 +77,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineMusicService = &onlineMusicService,
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
+    ThemeService &themeService = ThemeService::shared();
+    ThemeManager &themeManager = ThemeManager::shared();
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
     const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
@@ -84,10 +89,14 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     EqualizerViewModel equalizer(EqualizerService::shared(), audioPlayer);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
+    KawaiiDecorations kawaiiDecorations(*platform.clock, *platform.random);
     QQmlApplicationEngine engine;
     installUserInterface(engine, {.remoteCovers = &remoteCovers,
                                   .desktopAppearance = platform.desktopAppearance.get(),
-                                  .themeManager = &ThemeManager::shared()});
+                                  .themeManager = &themeManager,
+                                  .kawaiiDecorations = &kawaiiDecorations,
+                                  .themeService = &themeService,
+                                  .appIconService = &AppIconService::shared()});
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},

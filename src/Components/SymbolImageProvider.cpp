@@ -22,13 +22,16 @@ constexpr int bytesPerKilobyte = 1024;
 constexpr int defaultSide = 24;
 constexpr int largestSide = 1024;
 
-/// How much larger than asked for the pictures are drawn. Where a point is no whole number of pixels, a symbol
-/// often begins amid a pixel: a picture of the exact size would be smeared over the pixels beside, while one
-/// of twice the size is averaged to what belongs into each.
-int oversampling()
+/// Pixels of a picture for the pixels asked for. Where a point is no whole number of pixels, a symbol often
+/// begins or ends amid a pixel: a picture of as many pixels would be smeared over those beside, while one of
+/// twice the exact size is averaged to what belongs into each.
+int sideFor(int asked)
 {
     const qreal ratio = qGuiApp->devicePixelRatio();
-    return qFuzzyCompare(ratio, std::round(ratio)) ? 1 : 2;
+    if (qFuzzyCompare(ratio, std::round(ratio)))
+        return asked;
+    const qreal points = std::round(asked / ratio);
+    return qMax(asked, qRound(2 * ratio * points));
 }
 
 QColor colorOf(const QString &address)
@@ -50,7 +53,7 @@ SymbolImageProvider::SymbolImageProvider()
 QImage SymbolImageProvider::requestImage(const QString &address, QSize *size, const QSize &requestedSize)
 {
     const int asked = qMin(qMax(requestedSize.width(), requestedSize.height()), largestSide);
-    const int side = qMin((asked > 0 ? asked : defaultSide) * oversampling(), largestSide);
+    const int side = qMin(sideFor(asked > 0 ? asked : defaultSide), largestSide);
     if (size)
         *size = QSize(side, side);
 

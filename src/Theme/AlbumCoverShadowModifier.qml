@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The look's frame over a large cover: shadows about it and a stroke on its edge.
 Item {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+import Cadorel
+
 /// An embossed button that sinks while it is pressed.
 PressableButton {
     idleSurface: Surfaces.neumorphismRaised(theme, cornerRadius)

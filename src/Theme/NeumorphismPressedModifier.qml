@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The embossed ground of what lies over it, sunk.
 SurfaceImage {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// What the button styles have in common: a ground and a scale that answer a press, and what every button owes to
 /// keyboard, mouse and screen reader. `text` is its name; a button that shows something else than symbol and text
@@ -17,10 +18,9 @@ T.AbstractButton {
     property real response: 0.3
     property real damping: 0.6
     property int easeOut: 0
-    property bool reducesMotion: false
     property string symbol
-    /// Colour of symbol and text.
-    property color ink: theme.primaryColor
+    /// Colour of symbol and text: the accent, as far as it can be read while the button is pressed, too.
+    property color ink: Contrast.textOn(Contrast.over(pressedSurface.fill, theme.backgroundColor), theme.primaryColor)
     /// A tap that is over at once is seen, too.
     readonly property bool showsPress: down || answer.running
     /// From 0, idle, to 1, pressed; a spring goes a little beyond.
@@ -50,7 +50,6 @@ T.AbstractButton {
             response: root.response
             damping: root.damping
             easeOut: root.easeOut
-            reducesMotion: root.reducesMotion
         }
     }
     Timer {
@@ -61,26 +60,27 @@ T.AbstractButton {
 
     background: Item {
         SurfaceImage {
+            objectName: "idle"
             anchors.fill: parent
             surface: root.idleSurface
             opacity: 1 - root.depth
         }
         SurfaceImage {
+            objectName: "pressed"
             anchors.fill: parent
             surface: root.pressedSurface
             opacity: root.depth
         }
-        Rectangle {
+        ThemedHighlight {
             anchors.fill: parent
             radius: Math.min(root.cornerRadius, height / 2)
-            color: root.theme.primaryTextColor
-            opacity: Metrics.hoverOpacity
-            visible: root.hovered && !root.showsPress
+            isHovered: root.hovered && !root.showsPress
+            theme: root.theme
         }
-        FocusRing {
-            anchors.margins: -Metrics.focusRing - 1
-            radius: Math.min(root.cornerRadius, root.height / 2) + Metrics.focusRing + 1
-            border.color: root.theme.primaryColor
+        ThemedFocusRing {
+            objectName: "focusRing"
+            controlRadius: Math.min(root.cornerRadius, root.height / 2)
+            theme: root.theme
             visible: root.visualFocus
         }
     }
@@ -102,6 +102,7 @@ T.AbstractButton {
                 color: root.ink
             }
             StyledText {
+                objectName: "label"
                 anchors.verticalCenter: parent.verticalCenter
                 text: root.text
                 style: TextStyles.headline

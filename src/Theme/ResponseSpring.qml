@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Moves a value as a spring does, for the behaviours of items. A desktop that wants no motion gets none.
 NumberAnimation {
@@ -9,9 +10,8 @@ NumberAnimation {
     property real damping: 0.6
     /// Milliseconds of a plain ease-out in place of the spring; 0 is the spring.
     property int easeOut: 0
-    property bool reducesMotion: false
 
-    duration: reducesMotion ? 0 : easeOut > 0 ? easeOut : Springs.duration(response, damping)
+    duration: Motion.scaled(easeOut > 0 ? easeOut : Springs.duration(response, damping))
     easing.type: easeOut > 0 ? Easing.OutQuad : Easing.BezierSpline
     easing.bezierCurve: Springs.curve(response, damping)
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <vector>
 
 namespace cadorel {
 
@@ -14,11 +15,12 @@ namespace {
 constexpr double settledWithin = 0.001;
 constexpr double shortestResponse = 0.01;
 constexpr double longestResponse = 2;
-constexpr double leastDamping = 0.1;
-constexpr double mostDamping = 5;
+constexpr double leastDamping = 0.25;
+constexpr double mostDamping = 4;
 constexpr double msPerSecond = 1000;
-constexpr double pointsPerTurn = 12;
-constexpr int fewestPieces = 8;
+// QEasingCurve has room for ten and writes beyond it for more.
+constexpr int pieces = 10;
+constexpr int samples = 2000;
 constexpr int mostKept = 64;
 
 /// A spring that is let go at 0 and comes to rest at 1.
@@ -81,6 +83,17 @@ struct Spring
         return late;
     }
 
+    /// How dense the knots of a spline of even quality lie: the fourth root of the motion's fourth
+    /// derivative.
+    double bend(double seconds) const
+    {
+        if (damping < 1 || isCritical())
+            return std::exp(-damping * frequency * seconds / 4);
+        const auto [slow, fast] = rates();
+        const double share = std::pow(slow / fast, 0.75);
+        return std::exp(-fast * seconds / 4) + share * std::exp(-slow * seconds / 4);
+    }
+
     bool isCritical() const
     {
         constexpr double nearly = 1e-4;
@@ -99,24 +112,35 @@ struct Spring
     double damping;
 };
 
-QList<double> splineOf(const Spring &spring)
+/// Where the pieces of a spline meet, in seconds: the more the motion bends, the closer.
+std::vector<double> knotsOf(const Spring &spring)
 {
     const double length = spring.settled();
-    const double turns = length * spring.frequency / (2 * std::numbers::pi);
-    // An overdamped motion begins faster than it swings.
-    const double wanted = turns * pointsPerTurn * std::max(spring.damping, 1.0);
-    const int pieces = std::max(fewestPieces, static_cast<int>(std::ceil(wanted)));
+    std::vector<double> bends{0};
+    for (int i = 0; i < samples; ++i)
+        bends.push_back(bends.back() + spring.bend(length * (i + 0.5) / samples));
+    std::vector<double> knots;
+    for (int piece = 0; piece <= pieces; ++piece) {
+        const double wanted = bends.back() * piece / pieces;
+        const auto reached = std::ranges::lower_bound(bends, wanted);
+        knots.push_back(length * static_cast<double>(reached - bends.begin()) / samples);
+    }
+    return knots;
+}
+
+QList<double> splineOf(const Spring &spring)
+{
+    const std::vector<double> knots = knotsOf(spring);
+    const double length = knots.back();
     QList<double> points;
-    double before = 0;
-    for (int i = 1; i <= pieces; ++i) {
-        const double share = static_cast<double>(i) / pieces;
-        const double third = (share - before) / 3;
-        const auto slope = [&](double at) { return spring.velocity(at * length) * length; };
-        const bool isLast = i == pieces;
-        points << before + third << spring.position(before * length) + slope(before) * third;
-        points << share - third << (isLast ? 1 : spring.position(share * length) - slope(share) * third);
-        points << share << (isLast ? 1 : spring.position(share * length));
-        before = share;
+    for (std::size_t i = 1; i < knots.size(); ++i) {
+        const double from = knots[i - 1];
+        const double to = knots[i];
+        const double third = (to - from) / 3;
+        const bool isLast = i + 1 == knots.size();
+        points << (from + third) / length << spring.position(from) + spring.velocity(from) * third;
+        points << (to - third) / length << (isLast ? 1 : spring.position(to) - spring.velocity(to) * third);
+        points << to / length << (isLast ? 1 : spring.position(to));
     }
     return points;
 }

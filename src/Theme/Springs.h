@@ -9,7 +9,7 @@ namespace cadorel {
 /// How a spring moves from one value to another, for animations that know curves only. A spring of response r
 /// (seconds) and damping fraction d is a mass of 1 on a stiffness of (2π/r)² with a damping of 4πd/r. Screens
 /// know it as the singleton of this name. A response is held between 0.01 and 2 s, a damping fraction between
-/// 0.1 and 5, so that every motion ends. Main thread.
+/// 0.25 and 4, so that every motion ends. Main thread.
 class Springs : public QObject
 {
     Q_OBJECT

@@ -30,8 +30,8 @@ struct SurfaceStroke
     /// Instead of the colour, where it is not empty.
     LinearGradient gradient;
     double width = 1;
-    /// Blur radius and offset in pixels. Of a blurred or moved stroke only the inner edge is seen: it looks
-    /// like the shade of the edge on the shape.
+    /// Blur radius and offset in pixels. A blurred or moved stroke lies upon the edge before it is moved, and
+    /// is cut off there: it looks like light or shade on the edge.
     double blur = 0;
     double x = 0;
     double y = 0;
@@ -57,6 +57,8 @@ struct Surface
     /// Whether it may be stretched from a small picture; otherwise it is drawn at the size it is shown at.
     Q_PROPERTY(bool isStretched READ isStretched)
     Q_PROPERTY(double cornerRadius MEMBER cornerRadius)
+    /// Transparent where there is none.
+    Q_PROPERTY(QColor fill READ fillColor)
 public:
     QColor fill;
     /// Over the fill.
@@ -70,6 +72,7 @@ public:
     int margin() const;
     int border() const;
     bool isStretched() const;
+    QColor fillColor() const { return fill.isValid() ? fill : QColor(Qt::transparent); }
 
     /// What address() was made of, less what could not be seen; an empty surface for what is no such address.
     static Surface ofAddress(const QString &address);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Draws a surface behind what lies over this item: its shape fills the item, its shadows lie outside. A surface of
 /// any size is stretched from one small picture where it can be.

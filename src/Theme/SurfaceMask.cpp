@@ -99,10 +99,10 @@ void SurfaceMask::cutTo(const SurfaceMask &mask)
     std::ranges::transform(m_values, mask.m_values, m_values.begin(), std::multiplies());
 }
 
-void SurfaceMask::cutOut(const SurfaceMask &mask)
+void SurfaceMask::cutOut(const SurfaceMask &mask, float share)
 {
     std::ranges::transform(m_values, mask.m_values, m_values.begin(),
-                           [](float value, float covered) { return value * (1 - covered); });
+                           [share](float value, float covered) { return value * (1 - covered * share); });
 }
 
 } // namespace cadorel

@@ -27,8 +27,8 @@ public:
     void invert();
     /// Keeps what @p mask covers, too, which has the same size.
     void cutTo(const SurfaceMask &mask);
-    /// Removes what @p mask covers.
-    void cutOut(const SurfaceMask &mask);
+    /// Removes that share (0 to 1) of what @p mask covers.
+    void cutOut(const SurfaceMask &mask, float share);
 
 private:
     std::size_t index(int x, int y) const

@@ -253,9 +253,10 @@ private:
                 continue;
             SurfaceMask mask = m_plan.mask(m_plan.offset(shadow.x, shadow.y));
             mask.blur(m_plan.length(shadow.radius) * half);
-            if (isFrame)
-                mask.cutOut(m_shape);
-            else
+            // Of what lies beneath a fill so much is left as that lets through, or a gradient from
+            // translucent to opaque would vanish in its own shadow.
+            mask.cutOut(m_shape, isFrame ? 1 : opacity);
+            if (!isFrame)
                 color.setAlphaF(color.alphaF() * opacity);
             m_layers.push_back({std::move(mask), inkOf(color), std::nullopt});
         }
@@ -265,9 +266,12 @@ private:
     {
         if (stroke.gradient.isEmpty() && !isSeen(stroke.color))
             return;
-        // What is not the hole in it: blurred and moved, its outer edge is never seen.
-        SurfaceMask mask = m_plan.mask(m_plan.offset(stroke.x, stroke.y), m_plan.length(stroke.width));
-        mask.invert();
+        // A moved one lies upon the edge to begin with, half outside of the shape.
+        const QPointF offset = m_plan.offset(stroke.x, stroke.y);
+        const double width = m_plan.length(stroke.width);
+        const double outside = stroke.blur > 0 || !offset.isNull() ? width * half : 0;
+        SurfaceMask mask = m_plan.mask(offset, -outside);
+        mask.cutOut(m_plan.mask(offset, width - outside), 1);
         mask.blur(m_plan.length(stroke.blur) * half);
         mask.cutTo(m_shape);
         std::optional<GradientInk> gradient;

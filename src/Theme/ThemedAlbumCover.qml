@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// A large cover on its shadow. Without a picture its room is filled.
 Item {
     id: root
 
-    /// Address of a picture; empty shows none.
+    /// Address of a picture, of the cover provider, the file system or the program; empty shows none.
     property string image
     property real size: 280
     property real cornerRadius: 12
     property AppTheme theme: ThemeEnvironment.theme
+
+    readonly property string roundedImage: image === "" || image.startsWith("image://") ? image : "image://rounded/" + encodeURIComponent(image)
 
     implicitWidth: size
     implicitHeight: size
@@ -31,7 +34,7 @@ Item {
         fillMode: Image.PreserveAspectCrop
         sourceSize.width: root.size
         sourceSize.height: root.size
-        source: root.image === "" ? "" : root.image + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
+        source: root.image === "" ? "" : root.roundedImage + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
     }
     AlbumCoverShadowModifier {
         anchors.fill: parent

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Behind a whole screen: the gradient of the look, or its background colour.
 Item {

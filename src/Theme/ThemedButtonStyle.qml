@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+import Cadorel
+
 /// The look's own button: embossed, or tinted with an outline.
 PressableButton {
     idleSurface: Surfaces.themedButtonStyle(theme, false, cornerRadius)

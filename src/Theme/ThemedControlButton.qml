@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// A round button with a symbol; `text` is its name for screen readers.
 ScaleButtonStyle {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Outline about the control that the keyboard speaks to, in the accent of the look.
 Rectangle {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// The heart of a favourite, which jumps when it is pressed.
 T.AbstractButton {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// What a row or a plain button shows of the mouse, the finger and the keyboard: laid over its ground, and made
 /// of the look's own text colour, since a look can be light on a dark desktop.

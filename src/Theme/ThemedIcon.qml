@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Window
+import Cadorel
 
 /// A symbol, or in the pink look the drawn picture that stands for it. Decoration: the control around it says
 /// what it is for.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// A menu of a look, on an opaque ground: it can lie over anything.
 StyledMenu {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// A song of an online platform. Instead of a length, which the platforms do not tell, it says where the song is
 /// from.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Window
+import Cadorel
 
 /// How far something is, and by a drag or the arrow keys where it shall go.
 FocusScope {

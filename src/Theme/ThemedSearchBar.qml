@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// A field for what to look for. Return submits it, Escape and the button at its end empty it, the arrow down
 /// leaves it for what was found.

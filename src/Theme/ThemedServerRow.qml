@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One WebDAV server of a list: what it is called, where it is, whether it is connected and what it holds. The
 /// dots, a long press and the right button open the menu of what can be done with it.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Cadorel
 
 /// A group of settings rows on one card, with lines between them and a heading above.
 Item {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One song of a list, on a ground of the look. A click plays it; a long press or the right button asks for its
 /// menu.

@@ -11,6 +11,7 @@ namespace cadorel {
 namespace {
 
 constexpr double embossBlur = 1;
+constexpr double coverBlur = 2;
 constexpr double rowRadius = 12;
 constexpr double searchRadius = 10;
 constexpr double iconRadius = 7;
@@ -192,7 +193,7 @@ Surface ThemedSurfaces::albumCoverStroke(AppTheme *theme, double cornerRadius)
     surface.strokes = theme->useNeumorphism() ? QList<SurfaceStroke>{{.color = theme->lightShadow(),
                                                                       .gradient = {},
                                                                       .width = 2,
-                                                                      .blur = embossBlur,
+                                                                      .blur = coverBlur,
                                                                       .x = -2,
                                                                       .y = -2}}
                                               : line(diagonal(faded(primary, 0.5), faded(primary, 0.2)), 3);
@@ -311,6 +312,13 @@ Surface ThemedSurfaces::previewBlock(AppTheme *theme, double cornerRadius)
             .cornerRadius = cornerRadius,
             .shadows = theme->useNeumorphism() ? lit(*theme, 3, 1) : QList<SurfaceShadow>(),
             .strokes = {}};
+}
+
+Surface ThemedSurfaces::previewScreen(AppTheme *theme, double cornerRadius)
+{
+    Surface screen = background(theme);
+    screen.cornerRadius = cornerRadius;
+    return screen;
 }
 
 Surface ThemedSurfaces::background(AppTheme *theme)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
+#include "Services/AppIconService.h"
 #include "Services/ThemeService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
@@ -18,6 +19,19 @@
 #include <QtQml/qqml.h>
 
 namespace cadorel {
+
+struct ForeignAppIconService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::AppIconService)
+    QML_NAMED_ELEMENT(AppIconService)
+    QML_SINGLETON
+public:
+    static AppIconService *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::appIconService);
+    }
+};
 
 struct ForeignAppTheme
 {
@@ -45,19 +59,6 @@ struct ForeignProgress
     QML_SINGLETON
 public:
     static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
-};
-
-struct ForeignDesktopAppearance
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::DesktopAppearance)
-    QML_NAMED_ELEMENT(DesktopAppearance)
-    QML_SINGLETON
-public:
-    static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::desktopAppearance);
-    }
 };
 
 struct ForeignSystemColorTable
@@ -93,13 +94,11 @@ public:
     }
 };
 
-struct ForeignThemeTypes
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::ThemeTypes)
-    QML_NAMED_ELEMENT(ThemeTypes)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignThemeTypes {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::ThemeTypes)
+QML_NAMED_ELEMENT(ThemeTypes)
+} // namespace ForeignThemeTypes
 
 struct ForeignSurface
 {

@@ -5,7 +5,9 @@
 
 namespace cadorel {
 
+class AppIconService;
 class DesktopAppearance;
+class KawaiiDecorations;
 class RemoteCovers;
 class ThemeManager;
 class ThemeService;
@@ -19,8 +21,11 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
-    /// Without one nothing of the appearance can be chosen.
+    /// What the pink look decorates with; nothing else asks for it.
+    KawaiiDecorations *kawaiiDecorations = nullptr;
+    /// Screens that set the appearance need both.
     ThemeService *themeService = nullptr;
+    AppIconService *appIconService = nullptr;
 };
 
 /// What installUserInterface() was given for that engine. Main thread.

@@ -3,6 +3,7 @@
 
 #include "Components/CoverImageProvider.h"
 #include "Components/CustomImageProvider.h"
+#include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
 #include "Services/ThemeService.h"
@@ -15,8 +16,9 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 
-// Generated with the module; the library is static, so nothing else calls it.
+// Generated with the modules; the library is static, so nothing else calls them.
 void qml_register_types_Cadorel();
+void qml_register_types_Cadorel_Desktop();
 
 namespace cadorel {
 
@@ -52,6 +54,7 @@ const InterfaceParts &interfaceParts(const QQmlEngine &engine)
 void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
 {
     static const bool registered = [] {
+        qml_register_types_Cadorel_Desktop();
         qml_register_types_Cadorel();
         return true;
     }();
@@ -66,6 +69,7 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     // The engine owns its providers.
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
+    engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
     if (parts.themeService)

@@ -2,10 +2,8 @@
 #include "Components/CoverImageProvider.h"
 #include "Components/CoverPainter.h"
 #include "Components/CoverRequest.h"
-#include "Components/SymbolImageProvider.h"
 #include "Fixtures/MadePicture.h"
 #include "Models/Song.h"
-#include "Utils/SymbolFiles.h"
 #include "ViewModels/CoverRegistry.h"
 
 #include <QBuffer>
@@ -81,9 +79,6 @@ private Q_SLOTS:
     void coverInAFileIsRead();
     void drawnCoversAreKept();
     void cancelledAndForgottenResponsesEnd();
-    void symbolHasSizeAndColour();
-    void everySymbolOfTheTableExists();
-    void unknownSymbolIsACircle();
 };
 
 void ImageProvidersTest::coverHasTheSizeAskedForAndRoundCorners_data()
@@ -232,44 +227,6 @@ void ImageProvidersTest::cancelledAndForgottenResponsesEnd()
     const std::unique_ptr<QQuickImageResponse> kept(provider->requestImageResponse(address, {97, 97}));
     delete provider->requestImageResponse(address, {98, 98});
     provider.reset();
-}
-
-void ImageProvidersTest::symbolHasSizeAndColour()
-{
-    SymbolImageProvider provider;
-    for (const auto &address : {u"play.fill?color=#ff3b30"_s, u"play.fill?color=%23ff3b30"_s}) {
-        QSize size;
-        const QImage image = provider.requestImage(address, &size, {48, 48});
-        QCOMPARE(image.size(), QSize(48, 48));
-        QCOMPARE(size, QSize(48, 48));
-        QCOMPARE(image.pixelColor(24, 24), QColor(0xff, 0x3b, 0x30));
-        QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
-    }
-    const QColor half =
-        provider.requestImage(u"play.fill?color=#800000ff"_s, nullptr, {30, 30}).pixelColor(15, 15);
-    QCOMPARE(half.alpha(), 0x80);
-    QCOMPARE(half.blue(), 255);
-}
-
-void ImageProvidersTest::everySymbolOfTheTableExists()
-{
-    SymbolImageProvider provider;
-    const QImage circle = provider.requestImage(u"circle"_s, nullptr, {32, 32});
-    const QStringList names = symbolNames();
-    QVERIFY(names.size() > 20);
-    for (const QString &name : names) {
-        QVERIFY2(QFile::exists(symbolFile(name)), qPrintable(name));
-        const QImage image = provider.requestImage(name, nullptr, {32, 32});
-        QVERIFY2(name == u"circle"_s || image != circle, qPrintable(name));
-    }
-}
-
-void ImageProvidersTest::unknownSymbolIsACircle()
-{
-    SymbolImageProvider provider;
-    QVERIFY(!hasSymbol(u"no.such.symbol"_s));
-    QCOMPARE(provider.requestImage(u"no.such.symbol"_s, nullptr, {32, 32}),
-             provider.requestImage(u"circle"_s, nullptr, {32, 32}));
 }
 
 QTEST_MAIN(ImageProvidersTest)

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Fakes/FakeDesktopAppearance.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeFactory.h"
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
 #include <QAccessible>
-#include <QGuiApplication>
-#include <QPalette>
 #include <QPointingDevice>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -24,10 +23,13 @@ namespace cadorel {
 class ThemedScene
 {
 public:
-    ThemedScene()
+    /// @param parts outlive the scene; without a desktop of theirs it is `desktop`
+    explicit ThemedScene(InterfaceParts parts = {})
     {
         installFonts();
-        installUserInterface(m_engine);
+        if (!parts.desktopAppearance)
+            parts.desktopAppearance = &desktop;
+        installUserInterface(m_engine, parts);
         m_window.resize(480, 480);
     }
     ~ThemedScene() { delete m_root; }
@@ -57,8 +59,7 @@ public:
     void setTheme(ThemeType type, ColorScheme scheme)
     {
         m_theme = &ThemeFactory::create(type, scheme);
-        QGuiApplication::setPalette(
-            QPalette(scheme == ColorScheme::dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
+        desktop.setColorScheme(scheme);
         m_window.setColor(m_theme->backgroundColor());
         auto *environment =
             qobject_cast<ThemeEnvironment *>(qmlAttachedPropertiesObject<ThemeEnvironment>(m_root, true));
@@ -95,6 +96,11 @@ public:
         QTest::touchEvent(&m_window, finger).release(0, centre(item));
     }
     void key(Qt::Key key) { QTest::keyClick(&m_window, key); }
+    void type(const QByteArray &letters)
+    {
+        for (const char letter : letters)
+            QTest::keyClick(&m_window, letter);
+    }
 
     /// What a screen reader is told of the item; null when it is told nothing.
     static QAccessibleInterface *accessible(QQuickItem *item)
@@ -107,6 +113,7 @@ public:
         return interface ? interface->text(QAccessible::Name) : QString();
     }
 
+    FakeDesktopAppearance desktop;
     WarningWatch warnings;
 
 private:

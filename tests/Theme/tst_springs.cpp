@@ -68,12 +68,12 @@ private:
         QTest::newRow("scale button") << 0.2 << 0.7;
         QTest::newRow("tinted button") << 0.3 << 0.6;
         QTest::newRow("heart") << 0.3 << 0.5;
-        QTest::newRow("very loose") << 0.5 << 0.1;
+        QTest::newRow("loose") << 0.5 << 0.3;
         QTest::newRow("critical") << 0.4 << 1.0;
         QTest::newRow("nearly critical, below") << 0.4 << 0.999;
         QTest::newRow("nearly critical, above") << 0.4 << 1.001;
         QTest::newRow("overdamped") << 0.3 << 2.0;
-        QTest::newRow("very overdamped") << 0.3 << 5.0;
+        QTest::newRow("very overdamped") << 0.3 << 4.0;
     }
 };
 
@@ -143,7 +143,7 @@ void SpringsTest::looseSpringOvershoots()
         for (int i = 0; i <= 1000; ++i)
             peak = std::max(peak, curve.valueForProgress(i / 1000.0));
         const double expected = 1 + std::exp(-std::numbers::pi * damping / std::sqrt(1 - damping * damping));
-        QVERIFY2(std::abs(peak - expected) < 0.002, qPrintable(QString::number(peak)));
+        QVERIFY2(std::abs(peak - expected) < 0.004, qPrintable(QString::number(peak)));
     }
 }
 
@@ -181,7 +181,7 @@ void SpringsTest::absurdSpringsAreBounded()
     const int duration = Springs::duration(response, damping);
     QVERIFY(duration > 0 && duration <= 25'000);
     const QList<double> points = Springs::curve(response, damping);
-    QVERIFY(!points.isEmpty() && points.size() % 6 == 0 && points.size() < 6 * 1000);
+    QVERIFY(!points.isEmpty() && points.size() % 6 == 0 && points.size() <= 6 * 10);
     double before = 0;
     for (qsizetype i = 0; i < points.size(); ++i) {
         QVERIFY(std::isfinite(points.at(i)) && std::abs(points.at(i)) <= 2);

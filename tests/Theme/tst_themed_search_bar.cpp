@@ -28,8 +28,9 @@ private Q_SLOTS:
     void init() { s = std::make_unique<ThemedScene>(); }
     void cleanup()
     {
-        QCOMPARE(s->warnings.take(), QStringList());
+        const QStringList warnings = s->warnings.take();
         s.reset();
+        QCOMPARE(warnings, QStringList());
     }
 
     void theClearButtonIsThereWithTextAlone()
@@ -57,7 +58,7 @@ private Q_SLOTS:
     {
         showBar();
         s->click(field());
-        QTest::keyClicks(s->window(), u"rain"_s);
+        s->type("rain");
         s->key(Qt::Key_Escape);
         QCOMPARE(text(), QString());
     }
@@ -67,7 +68,7 @@ private Q_SLOTS:
                         "Keys.onEscapePressed: escaped = true\n"
                         "ThemedSearchBar { objectName: \"search\"; width: 300 } }"));
         s->click(field());
-        QTest::keyClicks(s->window(), u"a"_s);
+        s->type("a");
         s->key(Qt::Key_Escape);
         QCOMPARE(s->root()->property("escaped").toBool(), false);
         s->key(Qt::Key_Escape);
@@ -81,7 +82,7 @@ private Q_SLOTS:
         QSignalSpy down(s->root(), SIGNAL(leftDownwards()));
         s->root()->forceActiveFocus();
         QVERIFY(field()->hasActiveFocus());
-        QTest::keyClicks(s->window(), u"ab"_s);
+        s->type("ab");
         QCOMPARE(edited.size(), 2);
         QCOMPARE(edited.last().first().toString(), u"ab"_s);
         s->key(Qt::Key_Return);

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Figures: frame times while 1,000 rows with covers are scrolled in each look, and how long a full screen
+// takes to change its look.
+#include "Fakes/FakeDesktopAppearance.h"
+#include "Fakes/FakePreferences.h"
+#include "Support/MadeLibrary.h"
+#include "Support/ProcessUsage.h"
+#include "Support/Report.h"
+#include "Support/RunningPlayer.h"
+#include "Support/Scroller.h"
+#include "Theme/ThemeManager.h"
+#include "ViewModels/CoverRegistry.h"
+#include "Views/UserInterface.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+using namespace cadorel;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int rowCount = 1000;
+constexpr int usualSeconds = 6;
+constexpr double barRatio = 1.5;
+constexpr double barSwitchMs = 200;
+constexpr double half = 0.5;
+constexpr double nearlyAll = 0.99;
+constexpr double nsPerMs = 1e6;
+constexpr QSize phone(390, 844);
+constexpr auto homeVariable = "CADOREL_BENCH_HOME";
+
+constexpr auto scene = R"(
+import QtQuick
+import Cadorel
+
+Item {
+    id: root
+
+    property var covers
+
+    ThemedBackground { anchors.fill: parent }
+    Column {
+        id: head
+
+        x: 16
+        y: 16
+        width: parent.width - 32
+        spacing: 12
+
+        ThemedSectionHeader { width: parent.width; title: "全部歌曲" }
+        ThemedSearchBar { width: parent.width; placeholder: "搜索" }
+        ThemedSegmentedPicker { width: parent.width; options: ["歌曲", "专辑", "歌手"]; selection: "歌曲" }
+        Row {
+            spacing: 16
+
+            ThemedPlayButton {}
+            ThemedControlButton { systemName: "forward.fill"; text: "下一首" }
+            ThemedHeartButton { isFavorite: true }
+            ThemedButtonStyle { text: "随机播放"; symbol: "shuffle" }
+        }
+        ThemedProgressBar { width: parent.width; progress: 0.4 }
+    }
+    ListView {
+        objectName: "list"
+        anchors.top: head.bottom
+        anchors.bottom: parent.bottom
+        x: 16
+        width: parent.width - 32
+        topMargin: 12
+        spacing: 8
+        clip: true
+        model: root.covers
+        reuseItems: true
+        delegate: ThemedSongRow {
+            required property int index
+            required property string modelData
+
+            width: ListView.view.width
+            title: "夜曲 " + index
+            subtitle: "周杰伦 · 十一月的萧邦"
+            trailingText: "3:46"
+            coverSource: modelData
+            isFavorite: index % 3 === 0
+        }
+    }
+}
+)";
+
+/// Addresses of as many covers, each decoded by itself.
+QStringList makeCovers(const Directories &directories)
+{
+    const ArtworkData artwork(madeCover());
+    QStringList addresses;
+    QList<Song> songs = madeSongs(directories, 0, rowCount);
+    for (Song &song : songs) {
+        song.setArtworkData(artwork);
+        addresses.append(CoverRegistry::shared().source(song));
+    }
+    return addresses;
+}
+
+class Screen
+{
+public:
+    explicit Screen(const Directories &directories)
+        : m_manager(m_preferences, m_appearance)
+    {
+        installFonts();
+        installUserInterface(m_engine, {.desktopAppearance = &m_appearance, .themeManager = &m_manager});
+        QQmlComponent component(&m_engine);
+        component.setData(scene, QUrl());
+        m_root.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties(
+            {{u"covers"_s, QVariant::fromValue(makeCovers(directories))}})));
+        if (!m_root)
+            qFatal("%s", qPrintable(component.errorString()));
+        m_root->setParentItem(m_window.contentItem());
+        m_root->setSize(phone);
+        m_window.resize(phone);
+        m_window.show();
+        if (!waitFor([this] { return m_window.isExposed(); }, 20s))
+            qFatal("no window");
+        letPass(1s);
+        watch();
+    }
+
+    /// From the wish for another look to the end of the first frame in it.
+    double switchTo(ThemeType type)
+    {
+        m_isChanged = false;
+        m_isTaken = false;
+        m_drawnNs = 0;
+        m_clock.start();
+        m_manager.switchTo(type);
+        if (!waitFor([this] { return m_drawnNs != 0; }, 20s))
+            qFatal("no frame in the other look");
+        return static_cast<double>(m_drawnNs) / nsPerMs;
+    }
+
+    QList<double> scroll()
+    {
+        constexpr double flick = 42; // 2,500 pixels a second: as fast as a finger can make it
+        auto *list = m_root->findChild<QQuickItem *>(u"list"_s);
+        if (list->property("count").toInt() != rowCount)
+            qFatal("the list does not show its rows");
+        Scroller scroller(m_window, *list, flick);
+        return scroller.run(std::chrono::seconds(measuredSeconds(usualSeconds)));
+    }
+
+    QString backend() const
+    {
+        return m_window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software ? u"raster"_s
+                                                                                             : u"OpenGL"_s;
+    }
+
+private:
+    void watch()
+    {
+        const auto change = [this] { m_isChanged = true; };
+        // A frame that was under way when the look changed does not count.
+        const auto take = [this] { m_isTaken = m_isChanged.load(); };
+        const auto note = [this] {
+            if (m_drawnNs == 0 && m_isTaken)
+                m_drawnNs = m_clock.nsecsElapsed();
+        };
+        QObject::connect(&m_manager, &ThemeManager::currentThemeChanged, &m_window, change);
+        QObject::connect(&m_window, &QQuickWindow::beforeSynchronizing, &m_window, take,
+                         Qt::DirectConnection);
+        QObject::connect(&m_window, &QQuickWindow::frameSwapped, &m_window, note, Qt::DirectConnection);
+    }
+
+    FakePreferences m_preferences;
+    FakeDesktopAppearance m_appearance;
+    ThemeManager m_manager;
+    QElapsedTimer m_clock;
+    std::atomic<bool> m_isChanged = false;
+    std::atomic<bool> m_isTaken = false;
+    std::atomic<qint64> m_drawnNs = 0;
+    QQmlEngine m_engine;
+    QQuickWindow m_window;
+    std::unique_ptr<QQuickItem> m_root;
+};
+
+/// The part that has a display: its backend comes from the environment.
+int measure()
+{
+    Report report;
+    const MadeHome home(qEnvironmentVariable(homeVariable));
+    Screen screen(home.directories());
+    constexpr std::array order{ThemeType::neumorphism, ThemeType::kawaiiPink, ThemeType::classic};
+    for (const bool isFirst : {true, false}) {
+        for (const ThemeType type : order) {
+            const QString what = u"%1, to %2%3: first frame"_s.arg(
+                screen.backend(), rawValue(type), isFirst ? u" for the first time"_s : QString());
+            report.add({.what = what, .value = screen.switchTo(type), .unit = u"ms"_s, .bar = barSwitchMs});
+            letPass(500ms);
+        }
+    }
+    Reference middle{.what = u"classic"_s};
+    Reference late = middle;
+    for (const ThemeType type : allThemeTypes()) {
+        screen.switchTo(type);
+        letPass(500ms);
+        const QList<double> frames = screen.scroll();
+        const QString name = u"%1, %2"_s.arg(screen.backend(), rawValue(type));
+        const double median = percentile(frames, half);
+        const double longest = percentile(frames, nearlyAll);
+        const QString count = QString::number(frames.size());
+        if (type == ThemeType::classic) {
+            middle.value = median;
+            late.value = longest;
+            report.add({.what = name + u": frame, median of "_s + count, .value = median, .unit = u"ms"_s});
+            report.add({.what = u"  99th percentile"_s, .value = longest, .unit = u"ms"_s});
+            continue;
+        }
+        report.add({.what = name + u": frame, median of "_s + count,
+                    .value = median,
+                    .unit = u"ms"_s,
+                    .reference = middle,
+                    .bar = barRatio});
+        report.add({.what = u"  99th percentile"_s,
+                    .value = longest,
+                    .unit = u"ms"_s,
+                    .reference = late,
+                    .bar = barRatio});
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsSet(homeVariable)) {
+        const QGuiApplication application(argc, argv);
+        return measure();
+    }
+    const QCoreApplication application(argc, argv);
+    const VirtualDisplay display;
+    const MadeHome home;
+    for (const auto &[variable, value] :
+         {std::pair("QSG_RHI_BACKEND", "opengl"), std::pair("QT_QUICK_BACKEND", "software")}) {
+        QProcess process;
+        QProcessEnvironment environment = home.environment();
+        display.enter(environment);
+        environment.insert(QString::fromLatin1(variable), QString::fromLatin1(value));
+        environment.insert(QString::fromLatin1(homeVariable), home.root());
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QCoreApplication::applicationFilePath(), QStringList());
+        if (!process.waitForFinished(-1) || process.exitCode() != 0)
+            return 1;
+    }
+    return 0;
+}
