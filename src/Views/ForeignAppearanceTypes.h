@@ -10,25 +10,10 @@
 #include "Models/NumberRange.h"
 #include "Models/PresetColor.h"
 #include "Services/AppearanceOptions.h"
-#include "Services/ThemeService.h"
-#include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
 
 namespace cadorel {
-
-struct ForeignThemeService
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::ThemeService)
-    QML_NAMED_ELEMENT(ThemeService)
-    QML_SINGLETON
-public:
-    static ThemeService *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::themeService);
-    }
-};
 
 struct ForeignAppearanceOptions
 {
@@ -38,37 +23,29 @@ struct ForeignAppearanceOptions
     QML_SINGLETON
 };
 
-struct ForeignCassetteStyles
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::CassetteStyles)
-    QML_NAMED_ELEMENT(CassetteStyles)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignCassetteStyles {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::CassetteStyles)
+QML_NAMED_ELEMENT(CassetteStyles)
+} // namespace ForeignCassetteStyles
 
-struct ForeignLyricAnimationStyles
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::LyricAnimationStyles)
-    QML_NAMED_ELEMENT(LyricAnimationStyles)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignLyricAnimationStyles {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::LyricAnimationStyles)
+QML_NAMED_ELEMENT(LyricAnimationStyles)
+} // namespace ForeignLyricAnimationStyles
 
-struct ForeignLyricsAlignments
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::LyricsAlignments)
-    QML_NAMED_ELEMENT(LyricsAlignments)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignLyricsAlignments {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::LyricsAlignments)
+QML_NAMED_ELEMENT(LyricsAlignments)
+} // namespace ForeignLyricsAlignments
 
-struct ForeignNowPlayingBackgroundStyles
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::NowPlayingBackgroundStyles)
-    QML_NAMED_ELEMENT(NowPlayingBackgroundStyles)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignNowPlayingBackgroundStyles {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::NowPlayingBackgroundStyles)
+QML_NAMED_ELEMENT(NowPlayingBackgroundStyles)
+} // namespace ForeignNowPlayingBackgroundStyles
 
 struct ForeignAppearanceChoice
 {
