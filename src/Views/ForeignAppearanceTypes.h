@@ -10,10 +10,25 @@
 #include "Models/NumberRange.h"
 #include "Models/PresetColor.h"
 #include "Services/AppearanceOptions.h"
+#include "Services/ThemeService.h"
+#include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
 
 namespace cadorel {
+
+struct ForeignThemeService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::ThemeService)
+    QML_NAMED_ELEMENT(ThemeService)
+    QML_SINGLETON
+public:
+    static ThemeService *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::themeService);
+    }
+};
 
 struct ForeignAppearanceOptions
 {
