@@ -36,6 +36,7 @@ T.AbstractButton {
     opacity: enabled ? 1 : Metrics.disabledOpacity
     scale: 1 + (pressedScale - 1) * depth
     Accessible.name: text
+    Accessible.onPressAction: root.pressByKey()
     Keys.onReturnPressed: pressByKey()
     Keys.onEnterPressed: pressByKey()
     onPressed: answer.restart()
