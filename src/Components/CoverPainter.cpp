@@ -2,6 +2,7 @@
 #include "Components/CoverPainter.h"
 
 #include "Services/Cloud/CoverImage.h"
+#include "Utils/AppIcons.h"
 #include "Utils/SymbolFiles.h"
 
 #include <QBuffer>
@@ -74,7 +75,7 @@ void paintPlaceholder(QPainter &painter, const QRectF &square)
     {
         QPainter notePainter(&note);
         const qreal margin = square.width() * (1 - placeholderNoteShare) / 2;
-        QSvgRenderer(symbolFile(u"music.note"_s))
+        QSvgRenderer(symbolFile(AppIcons::Music::note))
             .render(&notePainter, square.adjusted(margin, margin, -margin, -margin));
         notePainter.setCompositionMode(QPainter::CompositionMode_SourceIn);
         notePainter.fillRect(note.rect(), placeholderNote);

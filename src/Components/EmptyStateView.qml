@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// What stands in place of a list without rows; `actions` are buttons beneath the text.
 Item {
     id: root
 
     property string title: "没有内容"
-    property string systemImage: "music.note"
+    property string systemImage: AppIcons.music.note
     property string description: "这里还没有任何内容"
     default property alias actions: buttons.data
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// Something went wrong, said where the eye is until the listener closes it.
 Rectangle {
@@ -27,7 +28,7 @@ Rectangle {
 
         SymbolIcon {
             Layout.alignment: Qt.AlignVCenter
-            name: "exclamationmark.triangle.fill"
+            name: AppIcons.status.warning
             size: Metrics.symbolSmall
             color: SystemColors.red
         }
@@ -44,7 +45,7 @@ Rectangle {
         IconButton {
             objectName: "dismissButton"
             Layout.alignment: Qt.AlignVCenter
-            symbol: "xmark"
+            symbol: AppIcons.navigation.close
             symbolSize: Metrics.symbolSmall
             color: SystemColors.secondaryLabel
             text: "关闭提示"

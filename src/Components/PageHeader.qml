@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// The way back, if there is one, what the page shows, and buttons for it.
 Item {
@@ -26,7 +27,7 @@ Item {
         width: visible ? implicitWidth : 0
         visible: root.hasBack
         y: titles.y + Math.round((titleText.height - height) / 2)
-        symbol: "chevron.left"
+        symbol: AppIcons.navigation.back
         color: SystemColors.accent
         text: root.backText
         onClicked: root.backRequested()

@@ -107,7 +107,7 @@ Item {
             objectName: "playerEqualizerButton"
             x: (root.wide ? volumeSlider.x : volumeButton.x) - width
             y: root.wide ? volumeSlider.y : transport.y
-            symbol: "slider.vertical.3"
+            symbol: AppIcons.audio.equalizer
             text: "均衡器"
             color: root.equalizer.isEnabled ? SystemColors.accent : SystemColors.secondaryLabel
             Accessible.description: root.equalizer.isEnabled ? "已开启" : "已关闭"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The places of the window, at its lower edge. The arrow keys walk from one to the next.
 FocusScope {
@@ -66,7 +67,7 @@ FocusScope {
         RootTabButton {
             objectName: "playlistsTab"
             width: row.tabWidth
-            symbol: "music.note.list"
+            symbol: AppIcons.music.playlist
             selectedSymbol: "music.note.list.fill"
             text: "歌单"
             isSelected: root.currentTab === RootTabBar.Playlists

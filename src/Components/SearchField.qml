@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// A field for what to look for. Return submits it, Escape and the button at its end empty it, the arrow down
 /// leaves it for what was found.
@@ -32,7 +33,7 @@ FocusScope {
         anchors.left: parent.left
         anchors.leftMargin: Metrics.cardPadding
         anchors.verticalCenter: parent.verticalCenter
-        name: "magnifyingglass"
+        name: AppIcons.action.search
         size: Metrics.symbolSmall
         color: SystemColors.secondaryLabel
     }
@@ -53,7 +54,7 @@ FocusScope {
         font.pixelSize: TextStyles.body.size
         placeholderText: root.placeholder
         placeholderTextColor: SystemColors.secondaryLabel
-        selectionColor: SystemColors.accent
+        selectionColor: SystemColors.accentFill
         selectedTextColor: SystemColors.accentInk
         selectByMouse: true
         inputMethodHints: Qt.ImhNoAutoUppercase
@@ -77,7 +78,7 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         width: visible ? implicitWidth : Metrics.rowSpacing
         visible: root.text !== ""
-        symbol: "xmark.circle.fill"
+        symbol: AppIcons.status.xmarkCircle
         symbolSize: Metrics.symbolSmall
         color: SystemColors.secondaryLabel
         text: "清空输入"

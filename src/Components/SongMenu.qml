@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// What can be done with a song of a list.
 StyledMenu {
@@ -22,7 +23,7 @@ StyledMenu {
 
     StyledMenuItem {
         objectName: "playItem"
-        symbol: "play.fill"
+        symbol: AppIcons.playback.play
         text: "播放"
         onTriggered: root.playRequested()
     }
@@ -30,7 +31,7 @@ StyledMenu {
         objectName: "favoriteItem"
         visible: root.offersPlaylists
         height: root.offersPlaylists ? implicitHeight : 0
-        symbol: root.isFavorite ? "heart.slash" : "heart"
+        symbol: root.isFavorite ? "heart.slash" : AppIcons.favorite.heart
         text: root.isFavorite ? "取消喜欢" : "喜欢"
         onTriggered: root.favoriteRequested()
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One song of a list. A click plays it; a long press or the right button asks for its menu.
 T.ItemDelegate {
@@ -80,7 +81,7 @@ T.ItemDelegate {
                 width: parent.width
                 text: root.title
                 style: TextStyles.body
-                color: root.isCurrent ? SystemColors.accent : SystemColors.label
+                color: root.isCurrent ? SystemColors.accentText : SystemColors.label
             }
             StyledText {
                 width: parent.width
@@ -100,14 +101,14 @@ T.ItemDelegate {
 
             SymbolIcon {
                 objectName: "favoriteMark"
-                name: root.isFavorite ? "heart.fill" : ""
+                name: root.isFavorite ? AppIcons.favorite.heartFill : ""
                 size: Metrics.symbolTiny
                 color: SystemColors.red
                 visible: root.isFavorite
             }
             SymbolIcon {
                 objectName: "currentMark"
-                name: root.isCurrent ? "speaker.wave.2.fill" : ""
+                name: root.isCurrent ? AppIcons.audio.speaker : ""
                 size: Metrics.symbolTiny
                 color: SystemColors.accent
                 visible: root.isCurrent

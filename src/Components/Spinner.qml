@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Something is under way whose end nobody knows.
 SymbolIcon {
     id: root
 
-    name: "arrow.clockwise"
+    name: AppIcons.status.loading
     size: Metrics.symbolSmall
     color: SystemColors.secondaryLabel
 

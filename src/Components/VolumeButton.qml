@@ -9,7 +9,7 @@ IconButton {
 
     required property AudioPlayerService player
 
-    symbol: player.volume > 0 ? "speaker.wave.2.fill" : "speaker.slash.fill"
+    symbol: player.volume > 0 ? AppIcons.audio.speaker : AppIcons.audio.speakerMute
     color: SystemColors.secondaryLabel
     text: "音量"
     isOpen: popup.visible

@@ -12,7 +12,7 @@ Row {
 
     IconButton {
         objectName: "muteButton"
-        symbol: root.player.volume > 0 ? "speaker.wave.2.fill" : "speaker.slash.fill"
+        symbol: root.player.volume > 0 ? AppIcons.audio.speaker : AppIcons.audio.speakerMute
         symbolSize: Metrics.symbolSmall
         color: SystemColors.secondaryLabel
         text: root.player.volume > 0 ? "静音" : "取消静音"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/PlayMode.h"
 
+#include "Utils/AppIcons.h"
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
@@ -26,11 +28,11 @@ QString symbol(PlayMode mode)
     case PlayMode::sequential:
         return u"list.number"_s;
     case PlayMode::shuffle:
-        return u"shuffle"_s;
+        return AppIcons::Playback::shuffle;
     case PlayMode::repeatOne:
-        return u"repeat.1"_s;
+        return AppIcons::Playback::repeatOne;
     case PlayMode::repeatAll:
-        return u"repeat"_s;
+        return AppIcons::Playback::repeatAll;
     }
     Q_UNREACHABLE();
 }

@@ -2,6 +2,8 @@
 // Names that the screens know the types of the looks by.
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
+#include "Services/AppIconService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
@@ -16,6 +18,19 @@
 #include <QtQml/qqml.h>
 
 namespace cadorel {
+
+struct ForeignAppIconService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::AppIconService)
+    QML_NAMED_ELEMENT(AppIconService)
+    QML_SINGLETON
+public:
+    static AppIconService *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::appIconService);
+    }
+};
 
 struct ForeignAppTheme
 {
@@ -65,13 +80,11 @@ public:
     }
 };
 
-struct ForeignThemeTypes
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::ThemeTypes)
-    QML_NAMED_ELEMENT(ThemeTypes)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignThemeTypes {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::ThemeTypes)
+QML_NAMED_ELEMENT(ThemeTypes)
+} // namespace ForeignThemeTypes
 
 struct ForeignSurface
 {

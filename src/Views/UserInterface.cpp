@@ -2,9 +2,11 @@
 #include "Views/UserInterface.h"
 
 #include "Components/CoverImageProvider.h"
+#include "Components/CustomImageProvider.h"
 #include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
+#include "Services/ThemeService.h"
 #include "Theme/SurfaceImageProvider.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeManager.h"
@@ -70,6 +72,9 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
+    if (parts.themeService)
+        engine.addImageProvider(QLatin1StringView(CustomImageProvider::id),
+                                new CustomImageProvider(parts.themeService->customPictures()));
 }
 
 void installFonts()

@@ -149,8 +149,8 @@ void SymbolIconTest::iconIsSharp()
         QCOMPARE(seen.width(), qRound(80 * ratio));
         const QRectF place(7 * ratio, 5 * ratio, size * ratio, size * ratio);
         const qreal off = difference(seen, ideal(seen.size(), name, place), place.toAlignedRect());
-        qInfo() << name << size << ratio << off;
-        QVERIFY2(off < 6, qPrintable(u"%1: %2"_s.arg(name).arg(off)));
+        // A picture of as many pixels as asked for is off by ten and more where it lies between them.
+        QVERIFY2(off < 2, qPrintable(u"%1: %2"_s.arg(name).arg(off)));
     }
 }
 

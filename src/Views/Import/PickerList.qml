@@ -51,7 +51,7 @@ ListView {
     delegate: PickerRow {
         width: ListView.view.width
         folderMode: root.files.folderMode
-        fileSymbol: root.picturesMode ? "photo" : "music.note"
+        fileSymbol: root.picturesMode ? "photo" : AppIcons.file.music
         showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
         onPressed: {
             root.keyboardInUse = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// A folder or a file of the picker.
 T.ItemDelegate {
@@ -11,7 +12,7 @@ T.ItemDelegate {
     required property bool isFolder
     required property bool isSelected
     property bool folderMode: false
-    property string fileSymbol: "music.note"
+    property string fileSymbol: AppIcons.file.music
     property bool showsFocus: false
 
     /// A file cannot be chosen while a folder is wanted; it shows what the folder holds.
@@ -50,7 +51,7 @@ T.ItemDelegate {
             anchors.left: parent.left
             anchors.leftMargin: Metrics.screenMargin
             anchors.verticalCenter: parent.verticalCenter
-            name: root.isFolder ? "folder.fill" : root.fileSymbol
+            name: root.isFolder ? AppIcons.file.folder : root.fileSymbol
             color: root.isFolder ? SystemColors.accent : SystemColors.secondaryLabel
         }
         StyledText {
@@ -69,7 +70,7 @@ T.ItemDelegate {
             anchors.right: parent.right
             anchors.rightMargin: Metrics.screenMargin
             anchors.verticalCenter: parent.verticalCenter
-            name: root.isFolder ? "chevron.right" : root.isSelected ? "checkmark.circle.fill" : "circle"
+            name: root.isFolder ? AppIcons.navigation.forward : root.isSelected ? AppIcons.status.checkmarkCircle : AppIcons.appearance.circle
             size: root.isFolder ? Metrics.symbolTiny : Metrics.symbol
             color: root.isSelected ? SystemColors.accent : SystemColors.tertiaryLabel
             visible: root.isFolder || !root.folderMode

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Title of the library with the number of songs and the ways to bring music in.
 Item {
@@ -45,7 +46,7 @@ Item {
         objectName: "equalizerButton"
         anchors.right: serversButton.left
         anchors.top: titles.top
-        symbol: "slider.vertical.3"
+        symbol: AppIcons.audio.equalizer
         color: SystemColors.accent
         text: "均衡器"
         onClicked: root.equalizerRequested()
@@ -68,7 +69,7 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: -(width - Metrics.symbol) / 2
         anchors.top: titles.top
-        symbol: "plus"
+        symbol: AppIcons.action.add
         color: SystemColors.accent
         text: "导入音乐"
         isOpen: menu.visible
@@ -89,7 +90,7 @@ Item {
             }
             StyledMenuItem {
                 objectName: "importFolderItem"
-                symbol: "folder.badge.plus"
+                symbol: AppIcons.file.folderBadgePlus
                 text: "导入文件夹…"
                 onTriggered: root.folderRequested()
             }

@@ -96,7 +96,7 @@ FocusScope {
         anchors.fill: songList
         visible: songList.count === 0 && !root.isBusy
         title: "还没有音乐"
-        systemImage: "music.note.list"
+        systemImage: AppIcons.music.noteList
         description: "把音乐文件或文件夹拖到这里，或点下面的按钮导入"
 
         TextButton {
@@ -110,7 +110,7 @@ FocusScope {
         TextButton {
             objectName: "emptyImportFolder"
             implicitWidth: Metrics.menuWidth
-            symbol: "folder.badge.plus"
+            symbol: AppIcons.file.folderBadgePlus
             text: "导入文件夹"
             onClicked: root.library.chooseFolder()
         }

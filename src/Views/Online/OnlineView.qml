@@ -126,7 +126,7 @@ FocusScope {
                 objectName: "searchRetry"
                 implicitWidth: Metrics.menuWidth
                 role: TextButton.Prominent
-                symbol: "arrow.clockwise"
+                symbol: AppIcons.action.refresh
                 text: "重试"
                 onClicked: root.search.retry()
             }
@@ -141,7 +141,7 @@ FocusScope {
             objectName: "searchEmpty"
             anchors.fill: songList
             visible: root.search.content === OnlineSearchViewModel.Empty
-            systemImage: "magnifyingglass"
+            systemImage: AppIcons.action.search
             title: "没有结果"
             description: "没有找到相关歌曲"
 

@@ -33,7 +33,7 @@ SlidingPage {
         }
         TextButton {
             objectName: "playAllButton"
-            symbol: "play.fill"
+            symbol: AppIcons.playback.play
             text: "播放全部 (" + songList.count + ")"
             enabled: songList.count > 0
             onClicked: root.page.playAll()
@@ -65,14 +65,14 @@ SlidingPage {
         objectName: "chartEmpty"
         anchors.fill: songList
         visible: root.page.content === TopListPageViewModel.Empty
-        systemImage: "music.note"
+        systemImage: AppIcons.music.note
         title: "暂无歌曲"
         description: "请稍后再试"
 
         TextButton {
             objectName: "chartRetry"
             implicitWidth: Metrics.menuWidth
-            symbol: "arrow.clockwise"
+            symbol: AppIcons.action.refresh
             text: "重试"
             onClicked: root.page.retry()
         }

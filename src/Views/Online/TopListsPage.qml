@@ -79,7 +79,7 @@ SlidingPage {
                 objectName: "chartsRetry"
                 implicitWidth: Metrics.menuWidth
                 role: TextButton.Prominent
-                symbol: "arrow.clockwise"
+                symbol: AppIcons.action.refresh
                 text: "重试"
                 onClicked: root.charts.retry()
             }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The cover of a playlist, or its symbol where there is none.
 Item {
@@ -30,7 +31,7 @@ Item {
 
         SymbolIcon {
             anchors.centerIn: parent
-            name: "music.note.list"
+            name: AppIcons.music.playlist
             size: Math.round(root.size / 2)
             color: SystemColors.gray
         }

@@ -15,7 +15,7 @@ StyledMenu {
 
     StyledMenuItem {
         objectName: "renameItem"
-        symbol: "pencil"
+        symbol: AppIcons.action.edit
         text: "重命名"
         onTriggered: root.editor.beginRename(root.playlistId)
     }

@@ -38,7 +38,7 @@ SlidingPage {
 
                 objectName: "playlistPageMore"
                 visible: !root.isMissing
-                symbol: "ellipsis.circle"
+                symbol: AppIcons.navigation.moreCircle
                 color: SystemColors.accent
                 text: "更多操作"
                 isOpen: pageMenu.visible
@@ -134,7 +134,7 @@ SlidingPage {
         objectName: "playlistEmpty"
         anchors.fill: songList
         visible: root.page.content === PlaylistPageViewModel.Empty
-        systemImage: "music.note"
+        systemImage: AppIcons.music.note
         title: "歌单是空的"
         description: root.page.isOnline ? "从在线搜索添加歌曲到此歌单" : "从资料库添加歌曲到此歌单"
     }

@@ -40,7 +40,7 @@ BottomSheet {
             width: list.width
             height: list.height
             visible: list.count === 0
-            systemImage: "music.note.list"
+            systemImage: AppIcons.music.playlist
             title: "没有" + root.picker.kindText + "歌单"
             description: "请先创建一个" + root.picker.kindText + "歌单"
         }
@@ -54,7 +54,7 @@ BottomSheet {
         objectName: "pickerCreatePlaylist"
         Layout.fillWidth: true
         Layout.margins: Metrics.screenMargin
-        symbol: "plus"
+        symbol: AppIcons.action.add
         text: "新建歌单"
         onClicked: root.playlists.createForPicker()
     }

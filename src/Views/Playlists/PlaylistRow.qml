@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One playlist of a list: its cover, what it is called, how many songs it names and of which kind.
 T.ItemDelegate {
@@ -123,7 +124,7 @@ T.ItemDelegate {
                 visible: root.hasMenu
                 // The keyboard has the menu key for it.
                 focusPolicy: Qt.NoFocus
-                symbol: "ellipsis"
+                symbol: AppIcons.navigation.more
                 color: SystemColors.secondaryLabel
                 text: "“" + root.name + "”的更多操作"
                 onClicked: root.menuRequested(Qt.point(trailing.x, trailing.height / 2))
@@ -132,7 +133,7 @@ T.ItemDelegate {
                 objectName: "playlistMark"
                 anchors.centerIn: parent
                 visible: !root.hasMenu
-                name: root.isMarked ? "checkmark" : "chevron.right"
+                name: root.isMarked ? AppIcons.status.checkmark : AppIcons.navigation.forward
                 size: root.isMarked ? Metrics.symbolSmall : Metrics.symbolTiny
                 color: root.isMarked ? SystemColors.accent : SystemColors.tertiaryLabel
             }

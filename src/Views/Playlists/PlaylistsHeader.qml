@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Title of the playlists, and the button for a new one.
 Item {
@@ -28,7 +29,7 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: -(width - Metrics.symbol) / 2
         anchors.verticalCenter: title.verticalCenter
-        symbol: "plus"
+        symbol: AppIcons.action.add
         color: SystemColors.accent
         text: "新建歌单"
         onClicked: root.createRequested()

@@ -62,7 +62,7 @@ FocusScope {
             objectName: "playlistsEmpty"
             anchors.fill: playlistList
             visible: playlistList.count === 0
-            systemImage: "music.note.list"
+            systemImage: AppIcons.music.playlist
             title: "没有歌单"
             description: "点击右上角创建新歌单"
         }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// The kinds of servers that can be added.
 StyledMenu {
@@ -16,7 +17,7 @@ StyledMenu {
     }
     StyledMenuItem {
         objectName: "addNavidromeItem"
-        symbol: "music.note.list"
+        symbol: AppIcons.music.noteList
         text: "添加 Navidrome"
         onTriggered: root.navidromeRequested()
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// What can be done with a Subsonic server.
 StyledMenu {
@@ -14,13 +15,13 @@ StyledMenu {
 
     StyledMenuItem {
         objectName: "reloadSongsItem"
-        symbol: "arrow.clockwise"
+        symbol: AppIcons.action.refresh
         text: "刷新歌曲列表"
         onTriggered: root.reloadRequested()
     }
     StyledMenuItem {
         objectName: "editNavidromeItem"
-        symbol: "pencil"
+        symbol: AppIcons.action.edit
         text: "编辑"
         onTriggered: root.editRequested()
     }

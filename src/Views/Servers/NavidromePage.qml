@@ -54,7 +54,7 @@ SlidingPage {
 
                     objectName: "reloadButton"
                     visible: !root.page.isBusy
-                    symbol: "arrow.clockwise"
+                    symbol: AppIcons.action.refresh
                     color: SystemColors.accent
                     text: "刷新歌曲列表"
                     onClicked: root.page.refresh()
@@ -69,7 +69,7 @@ SlidingPage {
                 id: moreButton
 
                 objectName: "navidromePageMore"
-                symbol: "ellipsis"
+                symbol: AppIcons.navigation.more
                 color: SystemColors.accent
                 text: "更多操作"
                 isOpen: pageMenu.visible

@@ -28,13 +28,13 @@ Item {
         objectName: "navidromeEmpty"
         anchors.fill: parent
         visible: root.content === NavidromeServerPageViewModel.Empty
-        systemImage: "music.note"
+        systemImage: AppIcons.music.note
         title: "暂无音乐"
         description: "服务器上还没有歌曲"
 
         TextButton {
             implicitWidth: Metrics.menuWidth
-            symbol: "arrow.clockwise"
+            symbol: AppIcons.action.refresh
             text: "刷新歌曲列表"
             onClicked: root.page.refresh()
         }
@@ -43,14 +43,14 @@ Item {
         objectName: "navidromeNothingFound"
         anchors.fill: parent
         visible: root.content === NavidromeServerPageViewModel.NothingFound
-        systemImage: "magnifyingglass"
+        systemImage: AppIcons.action.search
         title: "暂无结果"
         description: "没有找到“" + root.page.query + "”"
 
         TextButton {
             objectName: "allSongsButton"
             implicitWidth: Metrics.menuWidth
-            symbol: "shuffle"
+            symbol: AppIcons.playback.shuffle
             text: "随机歌曲"
             onClicked: root.allSongsRequested()
         }
@@ -59,7 +59,7 @@ Item {
         objectName: "navidromeFailed"
         anchors.fill: parent
         visible: root.content === NavidromeServerPageViewModel.Failed
-        systemImage: "exclamationmark.triangle.fill"
+        systemImage: AppIcons.status.warning
         title: root.page.isConnected ? "加载失败" : "无法连接"
         description: root.page.failure
 
@@ -67,14 +67,14 @@ Item {
             objectName: "navidromeRetry"
             implicitWidth: Metrics.menuWidth
             role: TextButton.Prominent
-            symbol: "arrow.clockwise"
+            symbol: AppIcons.action.refresh
             text: "重试"
             onClicked: root.page.refresh()
         }
         TextButton {
             objectName: "failedEditNavidrome"
             implicitWidth: Metrics.menuWidth
-            symbol: "pencil"
+            symbol: AppIcons.action.edit
             text: "编辑服务器"
             onClicked: root.editRequested()
         }

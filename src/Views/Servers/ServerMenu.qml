@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// What can be done with a server.
 StyledMenu {
@@ -11,13 +12,13 @@ StyledMenu {
 
     StyledMenuItem {
         objectName: "scanServerItem"
-        symbol: "arrow.clockwise"
+        symbol: AppIcons.action.refresh
         text: "扫描"
         onTriggered: root.scanRequested()
     }
     StyledMenuItem {
         objectName: "editServerItem"
-        symbol: "pencil"
+        symbol: AppIcons.action.edit
         text: "编辑"
         onTriggered: root.editRequested()
     }

@@ -37,7 +37,7 @@ SlidingPage {
 
             IconButton {
                 objectName: "scanButton"
-                symbol: "arrow.clockwise"
+                symbol: AppIcons.action.refresh
                 color: SystemColors.accent
                 text: "扫描"
                 enabled: !root.page.isScanning
@@ -47,7 +47,7 @@ SlidingPage {
                 id: moreButton
 
                 objectName: "serverPageMore"
-                symbol: "ellipsis"
+                symbol: AppIcons.navigation.more
                 color: SystemColors.accent
                 text: "更多操作"
                 isOpen: pageMenu.visible
@@ -110,7 +110,7 @@ SlidingPage {
         objectName: "serverUnscanned"
         anchors.fill: songList
         visible: root.page.content === WebDAVServerPageViewModel.Unscanned
-        systemImage: "music.note.list"
+        systemImage: AppIcons.music.noteList
         title: "还没有扫描"
         description: "扫描之后，服务器上的音乐会出现在这里和资料库里"
 
@@ -118,7 +118,7 @@ SlidingPage {
             objectName: "firstScanButton"
             implicitWidth: Metrics.menuWidth
             role: TextButton.Prominent
-            symbol: "arrow.clockwise"
+            symbol: AppIcons.action.refresh
             text: "扫描"
             onClicked: root.page.scan()
         }
@@ -143,14 +143,14 @@ SlidingPage {
         objectName: "serverWithoutSongs"
         anchors.fill: songList
         visible: root.page.content === WebDAVServerPageViewModel.Empty
-        systemImage: "music.note"
+        systemImage: AppIcons.music.note
         title: "没有找到音乐"
         description: "“" + root.page.basePath + "”里没有能播放的文件"
 
         TextButton {
             objectName: "emptyEditServer"
             implicitWidth: Metrics.menuWidth
-            symbol: "pencil"
+            symbol: AppIcons.action.edit
             text: "更改根路径"
             onClicked: root.editRequested()
         }
@@ -167,14 +167,14 @@ SlidingPage {
             objectName: "retryButton"
             implicitWidth: Metrics.menuWidth
             role: TextButton.Prominent
-            symbol: "arrow.clockwise"
+            symbol: AppIcons.action.refresh
             text: "重试"
             onClicked: root.page.scan()
         }
         TextButton {
             objectName: "failedEditServer"
             implicitWidth: Metrics.menuWidth
-            symbol: "pencil"
+            symbol: AppIcons.action.edit
             text: "编辑服务器"
             onClicked: root.editRequested()
         }

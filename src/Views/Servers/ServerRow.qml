@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One server of the list: what it is called, where it is, and how its songs stand.
 T.ItemDelegate {
@@ -99,7 +100,7 @@ T.ItemDelegate {
                 width: parent.width
                 text: root.status
                 style: TextStyles.footnote
-                color: root.hasFailed ? SystemColors.red : SystemColors.secondaryLabel
+                color: root.hasFailed ? SystemColors.redText : SystemColors.secondaryLabel
             }
         }
         ProgressTrack {
@@ -121,7 +122,7 @@ T.ItemDelegate {
             anchors.verticalCenter: parent.verticalCenter
             // The keyboard has the menu key for it.
             focusPolicy: Qt.NoFocus
-            symbol: "ellipsis"
+            symbol: AppIcons.navigation.more
             color: SystemColors.secondaryLabel
             text: "“" + root.name + "”的更多操作"
             onClicked: root.menuRequested(Qt.point(x, y + height / 2))

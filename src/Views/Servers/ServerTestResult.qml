@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// How the test of a connection goes or went. Keeps its line while there is nothing to say, so that nothing jumps.
 RowLayout {
@@ -24,7 +25,7 @@ RowLayout {
         }
         SymbolIcon {
             visible: !root.isTesting && root.message !== ""
-            name: root.succeeded ? "checkmark.circle.fill" : "xmark.circle.fill"
+            name: root.succeeded ? AppIcons.status.checkmarkCircle : AppIcons.status.xmarkCircle
             size: Metrics.symbolSmall
             color: root.succeeded ? SystemColors.green : SystemColors.red
         }
@@ -37,7 +38,7 @@ RowLayout {
         Layout.minimumHeight: style.line
         text: root.isTesting ? "正在测试…" : root.message
         style: TextStyles.subheadline
-        color: root.isTesting ? SystemColors.secondaryLabel : root.succeeded ? SystemColors.label : SystemColors.red
+        color: root.isTesting ? SystemColors.secondaryLabel : root.succeeded ? SystemColors.label : SystemColors.redText
         wrapMode: Text.Wrap
     }
 }

@@ -45,7 +45,7 @@ SlidingPage {
             IconButton {
                 objectName: "scanAllButton"
                 visible: serverList.count > 0
-                symbol: "arrow.clockwise"
+                symbol: AppIcons.action.refresh
                 color: SystemColors.accent
                 text: "扫描所有服务器"
                 onClicked: {
@@ -57,7 +57,7 @@ SlidingPage {
                 id: addButton
 
                 objectName: "addServerButton"
-                symbol: "plus"
+                symbol: AppIcons.action.add
                 color: SystemColors.accent
                 text: "添加服务器"
                 isOpen: addMenu.visible
@@ -116,14 +116,14 @@ SlidingPage {
                 objectName: "emptyAddServer"
                 implicitWidth: Metrics.menuWidth
                 role: TextButton.Prominent
-                symbol: "plus"
+                symbol: AppIcons.action.add
                 text: "添加 WebDAV"
                 onClicked: root.servers.addServer()
             }
             TextButton {
                 objectName: "emptyAddNavidrome"
                 implicitWidth: Metrics.menuWidth
-                symbol: "plus"
+                symbol: AppIcons.action.add
                 text: "添加 Navidrome"
                 onClicked: root.navidrome.addServer()
             }

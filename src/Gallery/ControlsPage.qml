@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// Grounds, buttons, bars, fields, rows and covers.
+GalleryPage {
+    title: "控件"
+    summary: "界面由这些零件拼成。每个零件都在它的每种状态下出现一次。"
+
+    SurfaceSections {
+        width: parent.width
+    }
+    ButtonSections {
+        width: parent.width
+    }
+    BarSections {
+        width: parent.width
+    }
+    RowSections {
+        width: parent.width
+    }
+    SettingsSections {
+        width: parent.width
+    }
+    CoverSections {
+        width: parent.width
+    }
+}

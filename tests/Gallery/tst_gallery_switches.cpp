@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Gallery/GalleryTest.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPixmapCache>
+
+#include <unistd.h>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int switches = 200;
+
+/// Pages of memory that the process has, in MiB.
+double residentMemory()
+{
+    QFile file(u"/proc/self/statm"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const double pages = file.readAll().split(' ').value(1).toDouble();
+    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024);
+}
+
+/// Everything that lives in the window.
+qsizetype objectsIn(const GalleryStage &stage)
+{
+    qsizetype items = 0;
+    visitItems(stage.window()->contentItem(), [&items](QQuickItem *) { ++items; });
+    return items + stage.window()->findChildren<QObject *>().size();
+}
+
+bool takeLook(GalleryStage &stage, ThemeType look)
+{
+    stage.themeManager().switchTo(look);
+    return QTest::qWaitFor([&stage, look] { return stage.themeManager().currentThemeType() == look; });
+}
+
+/// Switches round the looks and schemes that many times, drawing each.
+bool switchRound(GalleryStage &stage, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        if (!takeLook(stage, allThemeTypes().at(i % allThemeTypes().size())))
+            return false;
+        stage.appearance().setDark(i / allThemeTypes().size() % 2 == 1);
+        if (stage.window()->grabWindow().isNull())
+            return false;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+QQuickItem *firstOf(const GalleryStage &stage, const char *type)
+{
+    const QList<QQuickItem *> items = visibleItems(stage);
+    for (QQuickItem *item : items) {
+        if (QByteArrayView(item->metaObject()->className()).startsWith(type))
+            return item;
+    }
+    return nullptr;
+}
+
+void click(const GalleryStage &stage, const QQuickItem *item, double atX = 0.5)
+{
+    const QPointF place(item->width() * atX, item->height() / 2);
+    QTest::mouseClick(stage.window(), Qt::LeftButton, {}, item->mapToScene(place).toPoint());
+}
+
+/// Sets off what moves on the page of controls: the heart, a picker's knob, a button's spring.
+void setInMotion(const GalleryStage &stage)
+{
+    QQuickItem *const content = stage.window()->contentItem();
+    content->window()->resize(stage.window()->width(),
+                              qCeil(stage.window()->property("wholeHeight").toDouble()));
+    const QList<QQuickItem *> items = visibleItems(stage);
+    for (const QQuickItem *item : items) {
+        const QByteArrayView type(item->metaObject()->className());
+        if (!item->isEnabled() || item->mapToScene(QPointF()).y() < 150)
+            continue;
+        if (type.startsWith("ThemedSegmentedPicker_"))
+            click(stage, item, 0.1);
+        else if (type.startsWith("ThemedHeartButton") || type.startsWith("ThemedPlayButton"))
+            click(stage, item);
+    }
+}
+
+} // namespace
+
+class GallerySwitchesTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { installFonts(); }
+    void manySwitchesLeaveNothingBehind_data();
+    void manySwitchesLeaveNothingBehind();
+    void aSwitchInMidAnimationEndsWhereItWould_data();
+    void aSwitchInMidAnimationEndsWhereItWould();
+    void theWindowChangesWithoutARestart();
+};
+
+void GallerySwitchesTest::manySwitchesLeaveNothingBehind_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("controls") << 0;
+    QTest::newRow("pictures") << 2;
+}
+
+void GallerySwitchesTest::manySwitchesLeaveNothingBehind()
+{
+    QFETCH(const int, page);
+    WarningWatch warnings;
+    GalleryStage stage({.page = page, .size = {390, 844}});
+    QVERIFY(stage.load());
+    stage.appearance().setReducesMotion(true);
+    stage.window()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
+    // Each look in each scheme has been seen by then, and what is kept to be drawn again is there.
+    constexpr int round = 6;
+    QVERIFY(switchRound(stage, 6 * round));
+    const qsizetype objects = objectsIn(stage);
+    const double memory = residentMemory();
+    QVERIFY(switchRound(stage, switches / round * round));
+    QCOMPARE(objectsIn(stage), objects);
+#if !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer)
+    const double growth = residentMemory() - memory;
+    QVERIFY2(growth < 12, qPrintable(QString::number(growth) + u" MiB"_s));
+#else
+    Q_UNUSED(memory)
+#endif
+    QCOMPARE(warnings.take(), QStringList());
+}
+
+void GallerySwitchesTest::aSwitchInMidAnimationEndsWhereItWould_data()
+{
+    QTest::addColumn<ThemeType>("from");
+    QTest::addColumn<ThemeType>("to");
+    for (const ThemeType from : allThemeTypes()) {
+        for (const ThemeType to : allThemeTypes()) {
+            if (from != to)
+                QTest::addRow("%s to %s", qPrintable(rawValue(from)), qPrintable(rawValue(to))) << from << to;
+        }
+    }
+}
+
+void GallerySwitchesTest::aSwitchInMidAnimationEndsWhereItWould()
+{
+    QFETCH(const ThemeType, from);
+    QFETCH(const ThemeType, to);
+    QList<QImage> ends;
+    for (const bool isSwitched : {false, true}) {
+        GalleryStage stage({.look = isSwitched ? from : to, .size = {390, 844}});
+        QVERIFY(stage.load());
+        stage.window()->show();
+        QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
+        setInMotion(stage);
+        const QQuickItem *const heart = firstOf(stage, "ThemedHeartButton");
+        QVERIFY(heart);
+        QTRY_VERIFY(heart->property("isAnimating").toBool());
+        if (isSwitched)
+            QVERIFY(takeLook(stage, to));
+        const auto picture = await(stage.picture());
+        QVERIFY(picture && !picture->isNull());
+        QVERIFY(!heart->property("isAnimating").toBool());
+        ends.append(*picture);
+    }
+    QCOMPARE(ends.at(0), ends.at(1));
+}
+
+void GallerySwitchesTest::theWindowChangesWithoutARestart()
+{
+    GalleryStage stage({.size = {390, 844}});
+    QVERIFY(stage.load());
+    stage.window()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
+    QTest::keyClick(stage.window(), Qt::Key_L);
+    QTRY_COMPARE(stage.themeManager().currentThemeType(), ThemeType::neumorphism);
+    QTest::keyClick(stage.window(), Qt::Key_D);
+    QTRY_VERIFY(stage.appearance().isDark());
+    QTest::keyClick(stage.window(), Qt::Key_T);
+    QTRY_COMPARE(stage.appearance().textScale(), 1.3);
+    QTest::keyClick(stage.window(), Qt::Key_3);
+    QTRY_COMPARE(stage.window()->property("page").toInt(), 2);
+}
+
+QTEST_MAIN(GallerySwitchesTest)
+#include "tst_gallery_switches.moc"
