@@ -14,7 +14,7 @@ T.RadioButton {
     /// Name of its picture.
     required property string imageName
     property bool isSelected: false
-    property color accentColor: SystemColors.accent
+    property color accentColor: ThemeColor.accent
     property AppTheme theme: ThemeEnvironment.theme
 
     implicitWidth: Metrics.appIconSize + 2 * Metrics.screenMargin
