@@ -43,7 +43,7 @@ FocusScope {
 
             Item {
                 width: parent.width
-                height: Math.max(backButton.height, title.height) + Metrics.screenMargin
+                height: title.height + 2 * Metrics.screenMargin
 
                 ThemedIconButton {
                     id: backButton
@@ -64,7 +64,7 @@ FocusScope {
                     objectName: "pageTitle"
                     anchors.left: backButton.right
                     anchors.right: parent.right
-                    anchors.bottom: parent.bottom
+                    anchors.verticalCenter: parent.verticalCenter
                     text: "应用图标"
                     style: TextStyles.title2
                     font.weight: Font.Bold
