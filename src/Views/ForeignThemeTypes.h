@@ -19,19 +19,6 @@
 
 namespace cadorel {
 
-struct ForeignAppIconService
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::AppIconService)
-    QML_NAMED_ELEMENT(AppIconService)
-    QML_SINGLETON
-public:
-    static AppIconService *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::appIconService);
-    }
-};
-
 struct ForeignAppTheme
 {
     Q_GADGET
