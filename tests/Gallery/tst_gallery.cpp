@@ -95,7 +95,9 @@ void GalleryTest::everyPageLoadsWithoutAWarning()
     QFETCH(const int, page);
     WarningWatch warnings;
     {
-        GalleryStage stage({.look = look, .isDark = isDark, .page = page, .size = {390, 844}});
+        GalleryOptions options = pageIn(look, page);
+        options.isDark = isDark;
+        GalleryStage stage(options);
         QVERIFY(stage.load());
         const auto picture = await(stage.picture());
         QVERIFY(picture);
@@ -129,7 +131,9 @@ void GalleryTest::noTextIsCut()
     QFETCH(const int, page);
     QFETCH(const int, width);
     QFETCH(const double, scale);
-    GalleryStage stage({.look = look, .page = page, .textScale = scale, .size = {width, 844}});
+    GalleryOptions options = pageIn(look, page, width);
+    options.textScale = scale;
+    GalleryStage stage(options);
     QVERIFY(stage.load());
     const auto picture = await(stage.picture());
     QVERIFY(picture && !picture->isNull());
@@ -165,7 +169,7 @@ void GalleryTest::everyControlHasAName()
 {
     QFETCH(const ThemeType, look);
     QFETCH(const int, page);
-    GalleryStage stage({.look = look, .page = page});
+    GalleryStage stage(pageIn(look, page));
     QVERIFY(stage.load());
     stage.window()->show();
     QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
@@ -188,7 +192,7 @@ void GalleryTest::everyComponentIsShown()
 {
     QSet<QString> shown;
     for (int page = 0; page < GalleryOptions::pageCount; ++page) {
-        GalleryStage stage({.look = ThemeType::kawaiiPink, .page = page});
+        GalleryStage stage(pageIn(ThemeType::kawaiiPink, page));
         QVERIFY(stage.load());
         const auto picture = await(stage.picture());
         QVERIFY(picture && !picture->isNull());
@@ -223,7 +227,7 @@ void GalleryTest::twoPicturesOfAPageAreEqual()
 {
     QList<QImage> pictures;
     for (int i = 0; i < 2; ++i) {
-        GalleryStage stage({.look = ThemeType::kawaiiPink, .page = 2, .size = {390, 844}});
+        GalleryStage stage(pageIn(ThemeType::kawaiiPink, 2));
         QVERIFY(stage.load());
         const auto picture = await(stage.picture());
         QVERIFY(picture && !picture->isNull());
@@ -234,7 +238,7 @@ void GalleryTest::twoPicturesOfAPageAreEqual()
 
 void GalleryTest::posesAreSeen()
 {
-    GalleryStage stage({});
+    GalleryStage stage(pageIn(ThemeType::classic, 0));
     QVERIFY(stage.load());
     const auto picture = await(stage.picture());
     QVERIFY(picture && !picture->isNull());
