@@ -8,12 +8,14 @@
 #include "Platform/Pulse/MediaRole.h"
 #include "Platform/SharedServices.h"
 #include "Services/APIConfigService.h"
+#include "Services/AppIconService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
@@ -74,6 +76,8 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineMusicService = &onlineMusicService,
                        .webDAVService = &webDAVService,
                        .onlineAddresses = &apiConfig});
+    ThemeService &themeService = ThemeService::shared();
+    ThemeManager &themeManager = ThemeManager::shared();
     WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
     OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
     const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
@@ -87,7 +91,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     QQmlApplicationEngine engine;
     installUserInterface(engine, {.remoteCovers = &remoteCovers,
                                   .desktopAppearance = platform.desktopAppearance.get(),
-                                  .themeManager = &ThemeManager::shared()});
+                                  .themeManager = &themeManager,
+                                  .themeService = &themeService,
+                                  .appIconService = &AppIconService::shared()});
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
                                  {u"playback"_s, QVariant::fromValue(&player.playback())},
                                  {u"library"_s, QVariant::fromValue(&player.library())},

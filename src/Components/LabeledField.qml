@@ -75,7 +75,7 @@ Column {
             font.pixelSize: TextStyles.body.size
             placeholderText: root.isWaiting && text === "" ? "正在读取已保存的密码…" : root.placeholder
             placeholderTextColor: SystemColors.tertiaryLabel
-            selectionColor: SystemColors.accent
+            selectionColor: SystemColors.accentFill
             selectedTextColor: SystemColors.accentInk
             selectByMouse: true
             echoMode: root.isSecret && !root.isRevealed ? TextInput.Password : TextInput.Normal
@@ -120,7 +120,7 @@ Column {
         visible: text !== ""
         text: root.note
         style: TextStyles.footnote
-        color: root.input.error !== "" ? SystemColors.red : SystemColors.secondaryLabel
+        color: root.input.error !== "" ? SystemColors.redText : SystemColors.secondaryLabel
         wrapMode: Text.Wrap
     }
 

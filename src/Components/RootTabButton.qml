@@ -9,7 +9,7 @@ T.TabButton {
     required property string symbol
     required property string selectedSymbol
     property bool isSelected: false
-    readonly property color ink: isSelected ? SystemColors.accent : SystemColors.secondaryLabel
+    readonly property color ink: isSelected ? SystemColors.accentText : SystemColors.secondaryLabel
 
     implicitHeight: Metrics.tabBarHeight
     // A click leaves the keyboard to the place that comes up. Which place that is the window says, not the button.

@@ -54,7 +54,7 @@ FocusScope {
         font.pixelSize: TextStyles.body.size
         placeholderText: root.placeholder
         placeholderTextColor: SystemColors.secondaryLabel
-        selectionColor: SystemColors.accent
+        selectionColor: SystemColors.accentFill
         selectedTextColor: SystemColors.accentInk
         selectByMouse: true
         inputMethodHints: Qt.ImhNoAutoUppercase

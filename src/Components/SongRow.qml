@@ -81,7 +81,7 @@ T.ItemDelegate {
                 width: parent.width
                 text: root.title
                 style: TextStyles.body
-                color: root.isCurrent ? SystemColors.accent : SystemColors.label
+                color: root.isCurrent ? SystemColors.accentText : SystemColors.label
             }
             StyledText {
                 width: parent.width

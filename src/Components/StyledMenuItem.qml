@@ -8,7 +8,7 @@ MenuItem {
 
     property string symbol
     property bool destructive: false
-    property color ink: destructive ? SystemColors.red : SystemColors.label
+    property color ink: destructive ? SystemColors.redText : SystemColors.label
 
     implicitHeight: Metrics.touchTarget
     leftPadding: Metrics.cardPadding

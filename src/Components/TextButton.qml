@@ -10,11 +10,11 @@ AbstractButton {
 
     property int role: TextButton.Tinted
     property string symbol
-    readonly property color fill: role === TextButton.Prominent ? SystemColors.accent
-        : role === TextButton.Destructive ? SystemColors.red
+    readonly property color fill: role === TextButton.Prominent ? SystemColors.accentFill
+        : role === TextButton.Destructive ? SystemColors.redFill
         : role === TextButton.Tinted ? SystemColors.accentTint : "transparent"
     readonly property color ink: role === TextButton.Prominent || role === TextButton.Destructive
-        ? SystemColors.accentInk : SystemColors.accent
+        ? SystemColors.accentInk : SystemColors.accentText
 
     implicitHeight: Metrics.buttonHeight
     implicitWidth: content.implicitWidth + leftPadding + rightPadding

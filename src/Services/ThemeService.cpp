@@ -2,7 +2,9 @@
 #include "Services/ThemeService.h"
 
 #include "Platform/DesktopAppearance.h"
+#include "Platform/Platform.h"
 #include "Platform/Preferences.h"
+#include "Platform/SharedServices.h"
 #include "Services/Pictures/PictureForms.h"
 #include "Services/StoredSettings.h"
 #include "Theme/ThemeManager.h"
@@ -37,15 +39,23 @@ ThemeService::ThemeService(Preferences &preferences, ThemeManager &themeManager,
     , m_scheme(appearance.colorScheme())
     , m_dancingPicture(preferences, m_pictures, dancingPictureName)
     , m_backgroundPicture(preferences, m_pictures, backgroundPictureName)
+    , m_currentThemeType(themeManager.currentThemeType())
+    , m_announcedThemeType(m_currentThemeType)
 {
     loadSavedColor();
     connect(&themeManager, &ThemeManager::currentThemeTypeChanged, this, &ThemeService::onThemeChanged);
     connect(&appearance, &DesktopAppearance::colorSchemeChanged, this, &ThemeService::onColorSchemeChanged);
-    m_currentThemeType = m_announcedThemeType = themeManager.currentThemeType();
     loadThemeSpecificSettings(m_currentThemeType);
 }
 
-ThemeService::~ThemeService() = default;
+ThemeService &ThemeService::shared()
+{
+    return sharedService<ThemeService>([] {
+        const Platform &platform = processPlatform();
+        return std::make_unique<ThemeService>(*platform.preferences, ThemeManager::shared(),
+                                              *platform.desktopAppearance);
+    });
+}
 
 /// Takes every setting that all looks share, as it is stored.
 void ThemeService::loadSavedColor()

@@ -65,9 +65,8 @@ class ThemeService : public QObject
 public:
     /// All outlive the service.
     ThemeService(Preferences &preferences, ThemeManager &themeManager, DesktopAppearance &appearance);
-    ~ThemeService() override;
-    Q_DISABLE_COPY_MOVE(ThemeService)
 
+    /// The one instance of the process, on its platform.
     static ThemeService &shared();
 
     QColor accentColor() const;
@@ -90,7 +89,6 @@ public:
     QColor customBackgroundColor() const;
     float customBackgroundBlur() const { return m_settings.backgroundBlur; }
     float albumCoverCornerRadius() const { return m_settings.albumCoverCornerRadius; }
-    QVariant miniPlayerPoint() const;
     std::optional<QPointF> miniPlayerPosition() const { return m_settings.miniPlayerPosition; }
     CassetteStyle selectedCassetteStyle() const { return m_settings.cassetteStyle; }
     const CassetteConfigs &cassetteConfigs() const { return m_settings.cassetteConfigs; }
@@ -119,8 +117,8 @@ public:
     Q_INVOKABLE void setLyricAnimationStyle(cadorel::LyricAnimationStyles::Type style);
     Q_INVOKABLE void setNowPlayingBackgroundStyle(cadorel::NowPlayingBackgroundStyles::Type style);
     Q_INVOKABLE void setNowPlayingBackgroundOpacity(double value);
-    /// A null image changes nothing, and no picture the style. A large one takes its time to be made smaller:
-    /// who has a thread for it gives it through fittedImage() there, to at most StoredPicture::longestSide.
+    /// A null image changes nothing, and no picture the style. To make a large one smaller takes its time:
+    /// who has a thread for it gives it through fittedImage() there.
     Q_INVOKABLE void setCustomBackgroundImage(const QImage &image);
     Q_INVOKABLE void clearCustomBackgroundImage();
     Q_INVOKABLE void setCustomBackgroundBlur(double value);
@@ -134,7 +132,7 @@ public:
     Q_INVOKABLE void setMiniPlayerPosition(const QPointF &point);
     Q_INVOKABLE void clearMiniPlayerPosition();
     Q_INVOKABLE void setCassetteStyle(cadorel::CassetteStyles::Type style);
-    /// For the selected style, as it stands. The three that follow change one field of the present one.
+    /// For the selected style, as it stands. The next three change a field of the present one.
     Q_INVOKABLE void setCassetteConfig(const cadorel::CassetteConfig &config);
     Q_INVOKABLE void setCassetteScale(double value);
     Q_INVOKABLE void setCassetteOffsetX(double value);
@@ -168,6 +166,7 @@ Q_SIGNALS:
     void lyricsBlurEnabledChanged();
 
 private:
+    QVariant miniPlayerPoint() const;
     void loadSavedColor();
     void loadThemeSpecificSettings(ThemeType theme);
     void onThemeChanged(ThemeType type);
@@ -192,9 +191,9 @@ private:
     const std::shared_ptr<CustomPictures> m_pictures = std::make_shared<CustomPictures>();
     StoredPicture m_dancingPicture;
     StoredPicture m_backgroundPicture;
-    ThemeType m_currentThemeType = ThemeType::classic;
-    /// The look that the theme manager told last, which becomes the current one in the next turn of the loop.
-    ThemeType m_announcedThemeType = ThemeType::classic;
+    ThemeType m_currentThemeType;
+    /// What the theme manager told last; it becomes the current one in the next turn of the loop.
+    ThemeType m_announcedThemeType;
 };
 
 } // namespace cadorel

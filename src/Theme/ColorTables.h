@@ -4,7 +4,6 @@
 #include "Theme/SystemColorTable.h"
 
 #include <QObject>
-#include <QtQml/qqmlregistration.h>
 
 namespace cadorel {
 
@@ -12,8 +11,6 @@ namespace cadorel {
 class ColorTables : public QObject
 {
     Q_OBJECT
-    QML_ELEMENT
-    QML_SINGLETON
     Q_PROPERTY(cadorel::SystemColorTable light READ light CONSTANT)
     Q_PROPERTY(cadorel::SystemColorTable dark READ dark CONSTANT)
 public:

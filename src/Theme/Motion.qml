@@ -2,6 +2,7 @@
 pragma Singleton
 
 import QtQuick
+import Cadorel.Desktop
 
 /// Whether and for how long things move.
 QtObject {

@@ -32,6 +32,10 @@ struct SystemColorTable
     Q_PROPERTY(QColor purple MEMBER purple CONSTANT)
     Q_PROPERTY(QColor pink MEMBER pink CONSTANT)
     Q_PROPERTY(QColor accent MEMBER accent CONSTANT)
+    Q_PROPERTY(QColor accentText MEMBER accentText CONSTANT)
+    Q_PROPERTY(QColor redText MEMBER redText CONSTANT)
+    Q_PROPERTY(QColor accentFill MEMBER accentFill CONSTANT)
+    Q_PROPERTY(QColor redFill MEMBER redFill CONSTANT)
     Q_PROPERTY(QColor accentInk MEMBER accentInk CONSTANT)
     Q_PROPERTY(QColor hover MEMBER hover CONSTANT)
     Q_PROPERTY(QColor pressed MEMBER pressed CONSTANT)
@@ -62,7 +66,12 @@ public:
     QColor pink;
     /// The desktop's own accent, not the listener's.
     QColor accent;
-    /// Text and symbols on the accent.
+    /// The accent and the red as texts, which can be read on every background and on the tints below.
+    QColor accentText;
+    QColor redText;
+    /// The same as grounds of a text, which is of the colour beneath them here.
+    QColor accentFill;
+    QColor redFill;
     QColor accentInk;
     /// Laid over whatever lies beneath: a control under the pointer, one that is pressed, what lies behind a
     /// sheet, the groove of a slider.

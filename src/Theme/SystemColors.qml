@@ -2,6 +2,7 @@
 pragma Singleton
 
 import QtQuick
+import Cadorel.Desktop
 
 /// Colours by role and by name, light or dark as the desktop is.
 QtObject {
@@ -31,7 +32,11 @@ QtObject {
     readonly property color pink: table.pink
 
     readonly property color accent: table.accent
-    /// On the accent.
+    /// The accent and the red as texts, and as grounds of a text of the colour accentInk: so that they can be read.
+    readonly property color accentText: table.accentText
+    readonly property color redText: table.redText
+    readonly property color accentFill: table.accentFill
+    readonly property color redFill: table.redFill
     readonly property color accentInk: table.accentInk
     /// Laid over whatever lies beneath.
     readonly property color hover: table.hover

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel.Desktop
 
 /// Size, line height (both in pixels) and weight of a text. They grow with the texts of the desktop.
 QtObject {

@@ -86,14 +86,8 @@ ThemeEnvironment::ThemeEnvironment(QObject *object)
         connect(object, SIGNAL(parentChanged()), this, SLOT(follow()));
     if (QObject *const around = aroundOf(object))
         enter(environmentOf(around));
-    if (QQmlEngine *const engine = qmlEngine(object)) {
-        ThemeEnvironment *root = this;
-        while (root->m_around)
-            root = root->m_around;
-        // A window made by the program knows no engine; the first screen in it does.
-        if (!root->m_root && !root->m_isOutside)
-            root->followEngine(*engine);
-    }
+    else
+        followEngine(qmlEngine(object));
     m_theme = inherited();
 }
 
@@ -157,6 +151,12 @@ void ThemeEnvironment::enter(ThemeEnvironment *around)
     m_root = nullptr;
     m_around = around;
     around->m_within.append(this);
+    ThemeEnvironment *root = around;
+    while (root->m_around)
+        root = root->m_around;
+    // A window made by the program knows no engine; the first screen in it does.
+    if (!root->m_root && !root->m_isOutside)
+        root->followEngine(qmlEngine(parent()));
 }
 
 void ThemeEnvironment::leave()
@@ -166,17 +166,21 @@ void ThemeEnvironment::leave()
     m_around = nullptr;
 }
 
-void ThemeEnvironment::followEngine(QQmlEngine &engine)
+void ThemeEnvironment::followEngine(QQmlEngine *engine)
 {
-    m_root = &RootTheme::of(engine);
+    if (!engine)
+        return;
+    m_root = &RootTheme::of(*engine);
     connect(m_root, &RootTheme::themeChanged, this, &ThemeEnvironment::update);
     update();
 }
 
 AppTheme *ThemeEnvironment::inherited() const
 {
+    // Not as the item around was told: a screen that is built while a change is told begins with the new
+    // look.
     if (m_around)
-        return m_around->theme();
+        return m_around->m_own ? m_around->m_own : m_around->inherited();
     return m_root ? &m_root->theme() : theme();
 }
 

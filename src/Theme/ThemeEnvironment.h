@@ -61,7 +61,7 @@ private:
 
     void enter(ThemeEnvironment *around);
     void leave();
-    void followEngine(QQmlEngine &engine);
+    void followEngine(QQmlEngine *engine);
     void update();
     void take(AppTheme *theme, Changed &changed);
     AppTheme *inherited() const;

@@ -9,14 +9,13 @@
 
 namespace cadorel {
 
-/// Names of the looks, in a class so that screens know them as "ThemeType.classic".
-class ThemeTypes
-{
-    Q_GADGET
-public:
-    enum class Type { classic, neumorphism, kawaiiPink };
-    Q_ENUM(Type)
-};
+/// Names of the looks, in a space of their own so that screens know them as "ThemeTypes.classic".
+namespace ThemeTypes {
+Q_NAMESPACE
+
+enum class Type { classic, neumorphism, kawaiiPink };
+Q_ENUM_NS(Type)
+} // namespace ThemeTypes
 
 /// The looks of the player, in the order in which they are offered.
 using ThemeType = ThemeTypes::Type;

@@ -21,8 +21,8 @@ FocusScope {
     readonly property int selectedIndex: options.indexOf(selection)
     // Labels lie on the track or on the pill, and can be read on both.
     readonly property color trackColor: theme.useNeumorphism ? theme.surfaceColor : Contrast.over(Qt.alpha(theme.primaryColor, 0.1), theme.backgroundColor)
-    readonly property color pillColor: theme.useNeumorphism ? "transparent" : Contrast.groundFor("white", theme.primaryColor)
-    readonly property color selectedColor: theme.useNeumorphism ? Contrast.textOn(theme.surfaceColor, theme.primaryColor) : "white"
+    readonly property color pillColor: theme.useNeumorphism ? theme.surfaceColor : theme.isDark ? Contrast.over(Qt.alpha(theme.primaryColor, 0.35), theme.surfaceColor) : "white"
+    readonly property color selectedColor: Contrast.textOn(pillColor, theme.primaryColor)
     readonly property color otherColor: Contrast.textOn(trackColor, theme.primaryTextColor)
 
     signal selected(var option)
@@ -55,7 +55,9 @@ FocusScope {
         width: row.width / Math.max(1, root.options.length)
         height: root.height - 2 * Metrics.grid
         radius: Metrics.segmentRadius
-        color: root.pillColor
+        color: root.theme.useNeumorphism ? "transparent" : root.pillColor
+        border.color: Qt.alpha(root.theme.primaryColor, 0.3)
+        border.width: root.theme.useNeumorphism ? 0 : Metrics.hairline
         visible: root.selectedIndex >= 0
 
         Behavior on place {
@@ -70,7 +72,7 @@ FocusScope {
 
         SurfaceImage {
             anchors.fill: parent
-            surface: Surfaces.neumorphismPressed(root.theme, Metrics.segmentRadius)
+            surface: Surfaces.neumorphismRaised(root.theme, Metrics.segmentRadius)
             visible: root.theme.useNeumorphism
         }
     }

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Cadorel
 
 /// A row that leads somewhere: a coloured square with a symbol, a title, and a word on how things stand.
-T.AbstractButton {
+FocusScope {
     id: root
 
     required property string icon
@@ -14,79 +14,92 @@ T.AbstractButton {
     property string subtitle
     property AppTheme theme: ThemeEnvironment.theme
 
+    signal clicked
+
     implicitWidth: Metrics.menuWidth
     implicitHeight: Math.max(Metrics.settingsItemHeight, titleText.implicitHeight + 2 * Metrics.cardPadding)
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
     opacity: enabled ? 1 : Metrics.disabledOpacity
-    text: title
-    Accessible.name: subtitle === "" ? title : title + "，" + subtitle
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
-    background: ThemedHighlight {
-        radius: Metrics.coverRadius
-        isHovered: root.hovered
-        isPressed: root.down
-        isFocused: root.visualFocus
-        theme: root.theme
-    }
-    contentItem: Item {
-        SurfaceImage {
-            id: square
+    // Within the item, since a button has an icon of another kind.
+    T.AbstractButton {
+        id: button
 
-            objectName: "square"
-            anchors.left: parent.left
-            anchors.leftMargin: Metrics.cardPadding
-            anchors.verticalCenter: parent.verticalCenter
-            width: Metrics.settingsSquare
-            height: Metrics.settingsSquare
-            surface: Surfaces.settingsIcon(root.theme, root.iconColor)
+        objectName: root.objectName + "Button"
+        anchors.fill: parent
+        focus: true
+        hoverEnabled: true
+        focusPolicy: Qt.TabFocus
+        text: root.title
+        Accessible.name: root.subtitle === "" ? root.title : root.title + "，" + root.subtitle
+        Accessible.onPressAction: button.clicked()
+        Keys.onReturnPressed: button.clicked()
+        Keys.onEnterPressed: button.clicked()
+        onClicked: root.clicked()
 
-            SymbolIcon {
-                objectName: "glyph"
-                anchors.centerIn: parent
-                name: root.icon
-                size: Metrics.settingsSymbol
-                color: "white"
+        background: ThemedHighlight {
+            radius: Metrics.coverRadius
+            isHovered: button.hovered
+            isPressed: button.down
+            isFocused: button.visualFocus
+            theme: root.theme
+        }
+        contentItem: Item {
+            SurfaceImage {
+                id: square
+
+                objectName: "square"
+                anchors.left: parent.left
+                anchors.leftMargin: Metrics.cardPadding
+                anchors.verticalCenter: parent.verticalCenter
+                width: Metrics.settingsSquare
+                height: Metrics.settingsSquare
+                surface: Surfaces.settingsIcon(root.theme, root.iconColor)
+
+                SymbolIcon {
+                    objectName: "glyph"
+                    anchors.centerIn: parent
+                    name: root.icon
+                    size: Metrics.settingsSymbol
+                    color: "white"
+                }
             }
-        }
-        StyledText {
-            id: titleText
+            StyledText {
+                id: titleText
 
-            objectName: "itemTitle"
-            anchors.left: square.right
-            anchors.leftMargin: Metrics.cardPadding
-            anchors.right: subtitleText.left
-            anchors.rightMargin: Metrics.rowSpacing
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.title
-            color: root.theme.primaryTextColor
-        }
-        StyledText {
-            id: subtitleText
+                objectName: "itemTitle"
+                anchors.left: square.right
+                anchors.leftMargin: Metrics.cardPadding
+                anchors.right: subtitleText.left
+                anchors.rightMargin: Metrics.rowSpacing
+                anchors.verticalCenter: parent.verticalCenter
+                text: root.title
+                color: root.theme.primaryTextColor
+            }
+            StyledText {
+                id: subtitleText
 
-            objectName: "itemSubtitle"
-            anchors.right: chevron.left
-            anchors.rightMargin: root.subtitle === "" ? 0 : Metrics.grid
-            anchors.baseline: titleText.baseline
-            // A long word on how things stand leaves the title half of the row.
-            width: Math.min(implicitWidth, parent.width / 2 - Metrics.settingsSquare)
-            text: root.subtitle
-            style: TextStyles.subheadline
-            color: root.theme.secondaryTextColor
-        }
-        SymbolIcon {
-            id: chevron
+                objectName: "itemSubtitle"
+                anchors.right: chevron.left
+                anchors.rightMargin: root.subtitle === "" ? 0 : Metrics.grid
+                anchors.baseline: titleText.baseline
+                // A long word on how things stand leaves the title half of the row.
+                width: Math.min(implicitWidth, parent.width / 2 - Metrics.settingsSquare)
+                text: root.subtitle
+                style: TextStyles.subheadline
+                color: root.theme.secondaryTextColor
+            }
+            SymbolIcon {
+                id: chevron
 
-            objectName: "chevron"
-            anchors.right: parent.right
-            anchors.rightMargin: Metrics.cardPadding
-            anchors.verticalCenter: parent.verticalCenter
-            name: AppIcons.navigation.forward
-            size: TextStyles.caption1.size
-            color: Qt.alpha(root.theme.secondaryTextColor, 0.6 * root.theme.secondaryTextColor.a)
+                objectName: "chevron"
+                anchors.right: parent.right
+                anchors.rightMargin: Metrics.rowSpacing
+                anchors.verticalCenter: parent.verticalCenter
+                name: AppIcons.navigation.forward
+                // The drawing fills two thirds of its box.
+                size: Math.round(1.5 * TextStyles.caption1.size)
+                color: Qt.alpha(root.theme.secondaryTextColor, 0.6 * root.theme.secondaryTextColor.a)
+            }
         }
     }
 }

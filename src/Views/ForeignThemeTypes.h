@@ -3,6 +3,8 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
+#include "Services/AppIconService.h"
+#include "Services/ThemeService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
@@ -17,6 +19,19 @@
 #include <QtQml/qqml.h>
 
 namespace cadorel {
+
+struct ForeignAppIconService
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::AppIconService)
+    QML_NAMED_ELEMENT(AppIconService)
+    QML_SINGLETON
+public:
+    static AppIconService *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::appIconService);
+    }
+};
 
 struct ForeignAppTheme
 {
@@ -46,19 +61,6 @@ public:
     static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
 };
 
-struct ForeignDesktopAppearance
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::DesktopAppearance)
-    QML_NAMED_ELEMENT(DesktopAppearance)
-    QML_SINGLETON
-public:
-    static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::desktopAppearance);
-    }
-};
-
 struct ForeignSystemColorTable
 {
     Q_GADGET
@@ -79,13 +81,24 @@ public:
     }
 };
 
-struct ForeignThemeTypes
+struct ForeignThemeService
 {
     Q_GADGET
-    QML_FOREIGN(cadorel::ThemeTypes)
-    QML_NAMED_ELEMENT(ThemeTypes)
-    QML_UNCREATABLE("names only")
+    QML_FOREIGN(cadorel::ThemeService)
+    QML_NAMED_ELEMENT(ThemeService)
+    QML_SINGLETON
+public:
+    static ThemeService *create(QQmlEngine *engine, QJSEngine *)
+    {
+        return partOf(engine, &InterfaceParts::themeService);
+    }
 };
+
+namespace ForeignThemeTypes {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::ThemeTypes)
+QML_NAMED_ELEMENT(ThemeTypes)
+} // namespace ForeignThemeTypes
 
 struct ForeignSurface
 {

@@ -5,9 +5,11 @@
 
 namespace cadorel {
 
+class AppIconService;
 class DesktopAppearance;
 class RemoteCovers;
 class ThemeManager;
+class ThemeService;
 
 /// What screens meet of the program beside what the window is given. All of it outlives the engine.
 struct InterfaceParts
@@ -18,6 +20,9 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
+    /// Screens that set the appearance need both.
+    ThemeService *themeService = nullptr;
+    AppIconService *appIconService = nullptr;
 };
 
 /// What installUserInterface() was given for that engine. Main thread.

@@ -2,9 +2,11 @@
 #include "Views/UserInterface.h"
 
 #include "Components/CoverImageProvider.h"
+#include "Components/CustomImageProvider.h"
 #include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
+#include "Services/ThemeService.h"
 #include "Theme/SurfaceImageProvider.h"
 #include "Theme/ThemeEnvironment.h"
 #include "Theme/ThemeManager.h"
@@ -14,8 +16,9 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 
-// Generated with the module; the library is static, so nothing else calls it.
+// Generated with the modules; the library is static, so nothing else calls them.
 void qml_register_types_Cadorel();
+void qml_register_types_Cadorel_Desktop();
 
 namespace cadorel {
 
@@ -51,6 +54,7 @@ const InterfaceParts &interfaceParts(const QQmlEngine &engine)
 void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
 {
     static const bool registered = [] {
+        qml_register_types_Cadorel_Desktop();
         qml_register_types_Cadorel();
         return true;
     }();
@@ -68,6 +72,9 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
+    if (parts.themeService)
+        engine.addImageProvider(QLatin1StringView(CustomImageProvider::id),
+                                new CustomImageProvider(parts.themeService->customPictures()));
 }
 
 void installFonts()

@@ -36,8 +36,9 @@ private Q_SLOTS:
     void init() { s = std::make_unique<ThemedScene>(); }
     void cleanup()
     {
-        QCOMPARE(s->warnings.take(), QStringList());
+        const QStringList warnings = s->warnings.take();
         s.reset();
+        QCOMPARE(warnings, QStringList());
     }
 
     void anItemShowsIconTitleSubtitleAndChevron_data() { addThemes(); }
@@ -70,10 +71,10 @@ private Q_SLOTS:
     {
         showItem("");
         QCOMPARE(area(u"itemSubtitle"_s).width(), 0.0);
-        QCOMPARE(ThemedScene::accessibleName(s->root()), u"界面主题"_s);
+        QCOMPARE(ThemedScene::accessibleName(s->item(u"Button"_s)), u"界面主题"_s);
         showItem();
-        QCOMPARE(ThemedScene::accessibleName(s->root()), u"界面主题，浅色"_s);
-        QCOMPARE(ThemedScene::accessible(s->root())->role(), QAccessible::Button);
+        QCOMPARE(ThemedScene::accessibleName(s->item(u"Button"_s)), u"界面主题，浅色"_s);
+        QCOMPARE(ThemedScene::accessible(s->item(u"Button"_s))->role(), QAccessible::Button);
     }
     void longTextsShareTheRow()
     {

@@ -3,14 +3,15 @@
 
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
-#include "Platform/PaletteAppearance.h"
 #include "Services/APIConfigService.h"
+#include "Services/AppIconService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
 #include "Theme/ThemeManager.h"
@@ -109,9 +110,13 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
         network = std::move(madeWeb);
     }
     platform.httpClient = std::move(network);
-    // Light or dark as a test sets the palette.
-    platform.desktopAppearance = std::make_unique<PaletteAppearance>();
+    auto madeAppearance = std::make_unique<TestAppearance>();
+    appearance = madeAppearance.get();
+    platform.desktopAppearance = std::move(madeAppearance);
     themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
+    themeService =
+        std::make_unique<ThemeService>(*platform.preferences, *themeManager, *platform.desktopAppearance);
+    appIconService = std::make_unique<AppIconService>(*system);
     auto madeReader = std::make_unique<FakeAssetReader>();
     reader = madeReader.get();
     platform.assetReader = std::move(madeReader);
@@ -244,7 +249,9 @@ bool TestWindow::show()
     engine = std::make_unique<QQmlApplicationEngine>();
     installUserInterface(*engine, {.remoteCovers = remoteCovers.get(),
                                    .desktopAppearance = platform.desktopAppearance.get(),
-                                   .themeManager = themeManager.get()});
+                                   .themeManager = themeManager.get(),
+                                   .themeService = themeService.get(),
+                                   .appIconService = appIconService.get()});
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
                                   {u"library"_s, QVariant::fromValue(library.get())},
                                   {u"playback"_s, QVariant::fromValue(playback.get())},

@@ -12,6 +12,7 @@
 #include "Models/NavidromeConfig.h"
 #include "Models/WebDAVConfig.h"
 #include "Platform/Platform.h"
+#include "Views/TestAppearance.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
@@ -23,6 +24,7 @@
 namespace cadorel {
 
 class APIConfigService;
+class AppIconService;
 class AudioPlayerService;
 class CadorelViewModel;
 class EqualizerService;
@@ -38,6 +40,7 @@ class RemoteCovers;
 class PlaylistService;
 class PlaylistsViewModel;
 class ThemeManager;
+class ThemeService;
 class WebDAVServersViewModel;
 class WebDAVService;
 class WebDAVStreamingService;
@@ -99,6 +102,7 @@ public:
     FakeAssetReader *reader = nullptr;
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
+    TestAppearance *appearance = nullptr;
     FakeSecretStore *secrets = nullptr;
     /// Null where the test has brought a network.
     FakeHttpClient *web = nullptr;
@@ -125,6 +129,8 @@ public:
     std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<EqualizerViewModel> equalizer;
     std::unique_ptr<ThemeManager> themeManager;
+    std::unique_ptr<ThemeService> themeService;
+    std::unique_ptr<AppIconService> appIconService;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };

@@ -75,7 +75,7 @@ FocusScope {
                     required property string description
                     required property bool isCurrent
 
-                    readonly property color ink: isCurrent ? SystemColors.accent : SystemColors.label
+                    readonly property color ink: isCurrent ? SystemColors.accentText : SystemColors.label
 
                     objectName: "preset" + index
                     height: line.height

@@ -100,7 +100,7 @@ T.ItemDelegate {
                 width: parent.width
                 text: root.status
                 style: TextStyles.footnote
-                color: root.hasFailed ? SystemColors.red : SystemColors.secondaryLabel
+                color: root.hasFailed ? SystemColors.redText : SystemColors.secondaryLabel
             }
         }
         ProgressTrack {

@@ -38,7 +38,7 @@ RowLayout {
         Layout.minimumHeight: style.line
         text: root.isTesting ? "正在测试…" : root.message
         style: TextStyles.subheadline
-        color: root.isTesting ? SystemColors.secondaryLabel : root.succeeded ? SystemColors.label : SystemColors.red
+        color: root.isTesting ? SystemColors.secondaryLabel : root.succeeded ? SystemColors.label : SystemColors.redText
         wrapMode: Text.Wrap
     }
 }
