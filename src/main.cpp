@@ -17,6 +17,7 @@
 #include "Services/PlaylistService.h"
 #include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
+#include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "ViewModels/EqualizerViewModel.h"
@@ -88,10 +89,12 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     EqualizerViewModel equalizer(EqualizerService::shared(), audioPlayer);
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
+    KawaiiDecorations kawaiiDecorations(*platform.clock, *platform.random);
     QQmlApplicationEngine engine;
     installUserInterface(engine, {.remoteCovers = &remoteCovers,
                                   .desktopAppearance = platform.desktopAppearance.get(),
                                   .themeManager = &themeManager,
+                                  .kawaiiDecorations = &kawaiiDecorations,
                                   .themeService = &themeService,
                                   .appIconService = &AppIconService::shared()});
     engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},

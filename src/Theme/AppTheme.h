@@ -25,6 +25,8 @@ class AppTheme : public QObject
     Q_PROPERTY(QColor lightShadow READ lightShadow CONSTANT)
     Q_PROPERTY(QColor darkShadow READ darkShadow CONSTANT)
     Q_PROPERTY(cadorel::ThemeTypes::Type themeType READ themeType CONSTANT)
+    Q_PROPERTY(QString displayName READ displayName CONSTANT)
+    Q_PROPERTY(QString icon READ icon CONSTANT)
     Q_PROPERTY(bool useNeumorphism READ useNeumorphism CONSTANT)
     Q_PROPERTY(cadorel::LinearGradient backgroundGradient READ backgroundGradient CONSTANT)
     Q_PROPERTY(cadorel::NowPlayingConfig nowPlayingConfig READ nowPlayingConfig CONSTANT)
@@ -45,6 +47,9 @@ public:
     virtual QColor lightShadow() const = 0;
     virtual QColor darkShadow() const = 0;
     virtual ThemeType themeType() const = 0;
+    /// Name as a listener reads it, and name of its symbol.
+    QString displayName() const { return cadorel::displayName(themeType()); }
+    QString icon() const { return cadorel::icon(themeType()); }
     /// Whether components are drawn embossed.
     virtual bool useNeumorphism() const { return themeType() == ThemeType::neumorphism; }
     /// Empty for a look that has none.

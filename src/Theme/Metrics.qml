@@ -37,6 +37,23 @@ QtObject {
     readonly property int settingsSymbol: 18
     readonly property int statusDot: 8
 
+    readonly property int stickerSize: 60
+    /// Stickers are drawn at sizes this far apart, and shown a little smaller where needed.
+    readonly property int stickerStep: 16
+    readonly property int titleStickerSize: 32
+    readonly property int largeStickerSize: 120
+    readonly property real cornerStickerOpacity: 0.8
+    /// A heart of scale 1.
+    readonly property int floatingHeart: 20
+    readonly property int cassetteSize: 300
+    readonly property int appIconSize: 80
+    readonly property int previewWidth: 104
+    readonly property int previewHeight: 48
+    readonly property int previewDot: 16
+    readonly property int previewBar: 2
+    readonly property int selectionStroke: 2
+    readonly property real pressedCardScale: 0.97
+
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
     readonly property int symbol: 24

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMetaType>
+#include <QObject>
 #include <QPointF>
 #include <QSizeF>
 #include <QString>
@@ -37,10 +38,12 @@ StickerPlace scatteredSticker(int index, const QSizeF &box);
 
 /// Corners of a box; leading is where a line of text begins. Capitalised, because QML reads no other
 /// enumerators.
-class KawaiiCorners
+class KawaiiCorners : public QObject
 {
-    Q_GADGET
+    Q_OBJECT
 public:
+    KawaiiCorners() = delete;
+
     enum class Corner { TopLeading, TopTrailing, BottomLeading, BottomTrailing };
     Q_ENUM(Corner)
 };

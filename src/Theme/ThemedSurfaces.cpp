@@ -314,6 +314,13 @@ Surface ThemedSurfaces::previewBlock(AppTheme *theme, double cornerRadius)
             .strokes = {}};
 }
 
+Surface ThemedSurfaces::previewScreen(AppTheme *theme, double cornerRadius)
+{
+    Surface screen = background(theme);
+    screen.cornerRadius = cornerRadius;
+    return screen;
+}
+
 Surface ThemedSurfaces::background(AppTheme *theme)
 {
     if (!theme)

@@ -51,6 +51,8 @@ public:
     Q_INVOKABLE static cadorel::Surface progressKnob(cadorel::AppTheme *theme, double size);
     /// The block of ThemePreviewCard.
     Q_INVOKABLE static cadorel::Surface previewBlock(cadorel::AppTheme *theme, double cornerRadius = 8);
+    /// The screen in small that the block lies on: the background of the look on a card.
+    Q_INVOKABLE static cadorel::Surface previewScreen(cadorel::AppTheme *theme, double cornerRadius = 12);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
 };

@@ -7,6 +7,7 @@ namespace cadorel {
 
 class AppIconService;
 class DesktopAppearance;
+class KawaiiDecorations;
 class RemoteCovers;
 class ThemeManager;
 class ThemeService;
@@ -20,6 +21,8 @@ struct InterfaceParts
     DesktopAppearance *desktopAppearance = nullptr;
     /// Without one everything is drawn in the plain look.
     ThemeManager *themeManager = nullptr;
+    /// What the pink look decorates with; nothing else asks for it.
+    KawaiiDecorations *kawaiiDecorations = nullptr;
     /// Screens that set the appearance need both.
     ThemeService *themeService = nullptr;
     AppIconService *appIconService = nullptr;

@@ -23,10 +23,13 @@ namespace cadorel {
 class ThemedScene
 {
 public:
-    ThemedScene()
+    /// @param parts outlive the scene; without a desktop of theirs it is `desktop`
+    explicit ThemedScene(InterfaceParts parts = {})
     {
         installFonts();
-        installUserInterface(m_engine, {.desktopAppearance = &desktop});
+        if (!parts.desktopAppearance)
+            parts.desktopAppearance = &desktop;
+        installUserInterface(m_engine, parts);
         m_window.resize(480, 480);
     }
     ~ThemedScene() { delete m_root; }

@@ -14,6 +14,7 @@
 #include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
 #include "Services/WebDAVStreamingService.h"
+#include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
@@ -113,6 +114,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     auto madeAppearance = std::make_unique<TestAppearance>();
     appearance = madeAppearance.get();
     platform.desktopAppearance = std::move(madeAppearance);
+    kawaiiDecorations = std::make_unique<KawaiiDecorations>(*platform.clock, *platform.random);
     themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
     themeService =
         std::make_unique<ThemeService>(*platform.preferences, *themeManager, *platform.desktopAppearance);
@@ -250,6 +252,7 @@ bool TestWindow::show()
     installUserInterface(*engine, {.remoteCovers = remoteCovers.get(),
                                    .desktopAppearance = platform.desktopAppearance.get(),
                                    .themeManager = themeManager.get(),
+                                   .kawaiiDecorations = kawaiiDecorations.get(),
                                    .themeService = themeService.get(),
                                    .appIconService = appIconService.get()});
     engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},

@@ -29,6 +29,7 @@ class AudioPlayerService;
 class CadorelViewModel;
 class EqualizerService;
 class EqualizerViewModel;
+class KawaiiDecorations;
 class LibraryViewModel;
 class LocalMusicImportService;
 class OnlineMusicService;
@@ -128,6 +129,8 @@ public:
     std::unique_ptr<PlaylistsViewModel> playlists;
     std::unique_ptr<NavidromeServersViewModel> navidrome;
     std::unique_ptr<EqualizerViewModel> equalizer;
+    std::unique_ptr<KawaiiDecorations> kawaiiDecorations;
+    std::unique_ptr<AppIconService> appIconService;
     std::unique_ptr<ThemeManager> themeManager;
     std::unique_ptr<ThemeService> themeService;
     std::unique_ptr<AppIconService> appIconService;

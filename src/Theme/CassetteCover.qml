@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// A cover in the label of a cassette; without a cassette, the cover alone.
+Item {
+    id: root
+
+    /// Name of the cassette's picture; empty for none.
+    property string imageName
+    /// Address of the cover, see ArtworkImageView.
+    property string coverSource
+    /// How large the cover is and how far from the centre, as fractions of the picture; see CassetteLayout.
+    property real configScale: 1
+    property real offsetX: 0
+    property real offsetY: 0
+    /// Of a cover without a cassette.
+    property real cornerRadius: Metrics.cardRadius
+    /// Side of the square picture, which lies in the middle of the item.
+    readonly property real side: Math.max(0, Math.min(width, height))
+    readonly property rect coverRect: CassetteLayout.coverRect(side, configScale, offsetX, offsetY)
+
+    implicitWidth: Metrics.cassetteSize
+    implicitHeight: Metrics.cassetteSize
+    Accessible.ignored: true
+
+    Item {
+        anchors.centerIn: parent
+        width: root.side
+        height: root.side
+
+        Image {
+            objectName: "cassette"
+            anchors.fill: parent
+            asynchronous: true
+            sourceSize: Qt.size(Math.ceil(root.side), Math.ceil(root.side))
+            source: root.imageName !== "" && root.side > 0 ? KawaiiIcon.artworkFile(root.imageName) : ""
+        }
+        ArtworkImageView {
+            objectName: "cover"
+            x: Math.round(root.coverRect.x)
+            y: Math.round(root.coverRect.y)
+            width: size
+            height: size
+            size: Math.max(1, Math.round(root.coverRect.width))
+            cornerRadius: Math.round(root.imageName === "" ? Math.min(root.cornerRadius, size / 2) : CassetteLayout.coverRadius(size))
+            source: root.coverSource
+            visible: root.coverRect.width > 0
+        }
+    }
+}

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Cadorel
+
+/// A card to choose the look on. The arrow keys walk over the looks, Space and Return choose.
+FocusScope {
+    id: root
+
+    property AppTheme theme: ThemeEnvironment.theme
+
+    implicitWidth: 3 * Metrics.previewWidth + 2 * Metrics.rowSpacing + 2 * Metrics.screenMargin
+    implicitHeight: content.implicitHeight + 2 * Metrics.screenMargin
+
+    function walkTo(index: int): void {
+        const card = cards.itemAt(index);
+        if (card)
+            card.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    ThemedCard {
+        anchors.fill: parent
+        theme: root.theme
+    }
+    Column {
+        id: content
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Metrics.screenMargin
+        spacing: Metrics.cardPadding
+
+        StyledText {
+            objectName: "heading"
+            width: parent.width
+            text: "界面主题"
+            style: TextStyles.headline
+            color: root.theme.primaryTextColor
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        Row {
+            id: picker
+
+            objectName: "themePicker"
+            width: parent.width
+            spacing: Metrics.rowSpacing
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "主题"
+
+            Repeater {
+                id: cards
+
+                model: ThemeManager.themes
+
+                delegate: ThemePreviewCard {
+                    required property int index
+                    required property AppTheme modelData
+
+                    objectName: "themeCard" + index
+                    width: Math.floor((picker.width - (cards.count - 1) * picker.spacing) / cards.count)
+                    theme: modelData
+                    isSelected: index === ThemeManager.currentThemeIndex
+                    Keys.onLeftPressed: root.walkTo(index - 1)
+                    Keys.onRightPressed: root.walkTo(index + 1)
+                    onClicked: ThemeManager.currentThemeIndex = index
+                }
+            }
+        }
+    }
+}
