@@ -3,8 +3,6 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
-#include "Services/AppIconService.h"
-#include "Services/ThemeService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"
@@ -19,19 +17,6 @@
 #include <QtQml/qqml.h>
 
 namespace cadorel {
-
-struct ForeignAppIconService
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::AppIconService)
-    QML_NAMED_ELEMENT(AppIconService)
-    QML_SINGLETON
-public:
-    static AppIconService *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::appIconService);
-    }
-};
 
 struct ForeignAppTheme
 {
@@ -78,19 +63,6 @@ public:
     static ThemeManager *create(QQmlEngine *engine, QJSEngine *)
     {
         return partOf(engine, &InterfaceParts::themeManager);
-    }
-};
-
-struct ForeignThemeService
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::ThemeService)
-    QML_NAMED_ELEMENT(ThemeService)
-    QML_SINGLETON
-public:
-    static ThemeService *create(QQmlEngine *engine, QJSEngine *)
-    {
-        return partOf(engine, &InterfaceParts::themeService);
     }
 };
 

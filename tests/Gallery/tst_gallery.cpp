@@ -82,7 +82,8 @@ void GalleryTest::everyPageLoadsWithoutAWarning_data()
     for (const ThemeType look : allThemeTypes()) {
         for (const bool isDark : {false, true}) {
             for (int page = 0; page < GalleryOptions::pageCount; ++page)
-                QTest::addRow("%s %s, page %d", qPrintable(rawValue(look)), isDark ? "dark" : "light", page + 1)
+                QTest::addRow("%s %s, page %d", qPrintable(rawValue(look)), isDark ? "dark" : "light",
+                              page + 1)
                     << look << isDark << page;
         }
     }
@@ -117,8 +118,8 @@ void GalleryTest::noTextIsCut_data()
         for (int page = 0; page < GalleryOptions::pageCount; ++page) {
             for (const int width : {390, 1200}) {
                 for (const double scale : {1.0, 1.3})
-                    QTest::addRow("%s, page %d, %d wide, scale %.1f", qPrintable(rawValue(look)), page + 1, width,
-                                  scale)
+                    QTest::addRow("%s, page %d, %d wide, scale %.1f", qPrintable(rawValue(look)), page + 1,
+                                  width, scale)
                         << look << page << width << scale;
             }
         }
@@ -207,10 +208,10 @@ void GalleryTest::everyComponentIsShown()
         u"AlbumCoverShadowModifier"_s, u"ThemedListModifier"_s, u"ThemedViewModifier"_s,
         u"AutoThemedRowModifier"_s,
         // controls
-        u"ThemedBackground"_s, u"ThemedSettingsSection"_s, u"ThemedSettingsItem"_s, u"ThemedSegmentedPicker"_s,
-        u"ThemedIcon"_s, u"ThemedSectionHeader"_s, u"ThemedSearchBar"_s, u"ThemedOnlineSongRow"_s,
-        u"ThemedServerRow"_s, u"ThemedPlayButton"_s, u"ThemedControlButton"_s, u"ThemedHeartButton"_s,
-        u"ThemedProgressBar"_s, u"ThemedAlbumCover"_s,
+        u"ThemedBackground"_s, u"ThemedSettingsSection"_s, u"ThemedSettingsItem"_s,
+        u"ThemedSegmentedPicker"_s, u"ThemedIcon"_s, u"ThemedSectionHeader"_s, u"ThemedSearchBar"_s,
+        u"ThemedOnlineSongRow"_s, u"ThemedServerRow"_s, u"ThemedPlayButton"_s, u"ThemedControlButton"_s,
+        u"ThemedHeartButton"_s, u"ThemedProgressBar"_s, u"ThemedAlbumCover"_s,
         // decorations
         u"KawaiiSticker"_s, u"KawaiiFloatingDecorations"_s, u"KawaiiCornerDecoration"_s,
         u"KawaiiTitleDecoration"_s, u"KawaiiEmptyStateDecoration"_s, u"FloatingHeartsView"_s,

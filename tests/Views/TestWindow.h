@@ -133,7 +133,6 @@ public:
     std::unique_ptr<AppIconService> appIconService;
     std::unique_ptr<ThemeManager> themeManager;
     std::unique_ptr<ThemeService> themeService;
-    std::unique_ptr<AppIconService> appIconService;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
 };
