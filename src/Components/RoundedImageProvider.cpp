@@ -42,7 +42,8 @@ QImage RoundedImageProvider::requestImage(const QString &address, QSize *size, c
         *size = QSize(side, side);
     const QUrl url(QUrl::fromPercentEncoding(address.section(u'?', 0, 0).toUtf8()));
     const double radius = QUrlQuery(address.section(u'?', 1)).queryItemValue(u"radius"_s).toDouble();
-    return drawCover(ArtworkData(bytesAt(url)), side, qIsFinite(radius) ? qBound(0.0, radius, 0.5) * side : 0);
+    return drawCover(ArtworkData(bytesAt(url)), side,
+                     qIsFinite(radius) ? qBound(0.0, radius, 0.5) * side : 0);
 }
 
 } // namespace cadorel

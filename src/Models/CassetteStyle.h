@@ -11,15 +11,15 @@
 
 namespace cadorel {
 
-/// Names of the cassettes, in a class so that screens know them as "CassetteStyles.Type.none". The first is
-/// stored as "default", which is a word of the language.
-class CassetteStyles
-{
-    Q_GADGET
-public:
-    enum class Type { defaultStyle, style1, style2, style3, style4, none };
-    Q_ENUM(Type)
-};
+/// Names of the cassettes, in a space of their own so that screens know them as "CassetteStyles.Type.none".
+/// The first is stored as "default", which is a word of the language.
+namespace CassetteStyles {
+Q_NAMESPACE
+
+enum class Type { defaultStyle, style1, style2, style3, style4, none };
+Q_ENUM_NS(Type)
+
+} // namespace CassetteStyles
 
 /// The cassette that frames the large cover, or none, in the order in which it is offered.
 using CassetteStyle = CassetteStyles::Type;

@@ -9,15 +9,15 @@
 
 namespace cadorel {
 
-/// Names of the animations of lyrics, in a class so that screens know them as
+/// Names of the animations of lyrics, in a space of their own so that screens know them as
 /// "LyricAnimationStyles.Type.bounce".
-class LyricAnimationStyles
-{
-    Q_GADGET
-public:
-    enum class Type { bounce, fade, slide, scale, typewriter };
-    Q_ENUM(Type)
-};
+namespace LyricAnimationStyles {
+Q_NAMESPACE
+
+enum class Type { bounce, fade, slide, scale, typewriter };
+Q_ENUM_NS(Type)
+
+} // namespace LyricAnimationStyles
 
 /// How the current line of lyrics appears, in the order in which it is offered.
 using LyricAnimationStyle = LyricAnimationStyles::Type;

@@ -9,14 +9,15 @@
 
 namespace cadorel {
 
-/// Names of the alignments of lyrics, in a class so that screens know them as "LyricsAlignments.Type.left".
-class LyricsAlignments
-{
-    Q_GADGET
-public:
-    enum class Type { left, center };
-    Q_ENUM(Type)
-};
+/// Names of the alignments of lyrics, in a space of their own so that screens know them as
+/// "LyricsAlignments.Type.left".
+namespace LyricsAlignments {
+Q_NAMESPACE
+
+enum class Type { left, center };
+Q_ENUM_NS(Type)
+
+} // namespace LyricsAlignments
 
 /// How the lines of lyrics stand on the page, in the order in which it is offered.
 using LyricsAlignment = LyricsAlignments::Type;

@@ -9,15 +9,15 @@
 
 namespace cadorel {
 
-/// Names of the backgrounds of the Now Playing screen, in a class so that screens know them as
+/// Names of the backgrounds of the Now Playing screen, in a space of their own so that screens know them as
 /// "NowPlayingBackgroundStyles.Type.blur".
-class NowPlayingBackgroundStyles
-{
-    Q_GADGET
-public:
-    enum class Type { blur, solid, gradient, customColor, customImage, clear };
-    Q_ENUM(Type)
-};
+namespace NowPlayingBackgroundStyles {
+Q_NAMESPACE
+
+enum class Type { blur, solid, gradient, customColor, customImage, clear };
+Q_ENUM_NS(Type)
+
+} // namespace NowPlayingBackgroundStyles
 
 /// What lies behind the Now Playing screen, as a listener chooses it, in the order in which it is offered;
 /// what a look proposes is the smaller NowPlayingConfig::NowPlayingBackgroundStyle.

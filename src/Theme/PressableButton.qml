@@ -20,7 +20,7 @@ T.AbstractButton {
     property int easeOut: 0
     property string symbol
     /// Colour of symbol and text: the accent, as far as it can be read while the button is pressed, too.
-    property color ink: Contrast.textOn(Contrast.over(pressedSurface.fill, theme.backgroundColor), theme.primaryColor)
+    property color ink: Surfaces.accentOn(theme, pressedSurface)
     /// A tap that is over at once is seen, too.
     readonly property bool showsPress: down || answer.running
     /// From 0, idle, to 1, pressed; a spring goes a little beyond.
@@ -36,11 +36,13 @@ T.AbstractButton {
     opacity: enabled ? 1 : Metrics.disabledOpacity
     scale: 1 + (pressedScale - 1) * depth
     Accessible.name: text
-    Keys.onReturnPressed: pressByKey()
-    Keys.onEnterPressed: pressByKey()
+    Accessible.onPressAction: pressAtOnce()
+    Keys.onReturnPressed: pressAtOnce()
+    Keys.onEnterPressed: pressAtOnce()
     onPressed: answer.restart()
 
-    function pressByKey() {
+    /// Without a finger or a mouse that stays down for a while.
+    function pressAtOnce(): void {
         answer.restart();
         clicked();
     }
@@ -85,12 +87,10 @@ T.AbstractButton {
         }
     }
     contentItem: Item {
-        implicitWidth: label.implicitWidth
-        implicitHeight: label.implicitHeight
+        implicitWidth: childrenRect.width
+        implicitHeight: childrenRect.height
 
         Row {
-            id: label
-
             anchors.centerIn: parent
             spacing: Metrics.rowSpacing
 

@@ -13,5 +13,5 @@ NumberAnimation {
 
     duration: Motion.scaled(easeOut > 0 ? easeOut : Springs.duration(response, damping))
     easing.type: easeOut > 0 ? Easing.OutQuad : Easing.BezierSpline
-    easing.bezierCurve: Springs.curve(response, damping)
+    easing.bezierCurve: Springs.bezierCurve(response, damping)
 }

@@ -164,6 +164,12 @@ QList<double> Springs::curve(double response, double dampingFraction)
     return *known.insert(key, splineOf(spring));
 }
 
+QVariantList Springs::bezierCurve(double response, double dampingFraction)
+{
+    const QList<double> points = curve(response, dampingFraction);
+    return {points.begin(), points.end()};
+}
+
 double Springs::position(double seconds, double response, double dampingFraction)
 {
     return Spring(response, dampingFraction).position(seconds);

@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QVariantList>
 
 namespace cadorel {
 
@@ -20,7 +21,9 @@ public:
     Q_INVOKABLE static int duration(double response, double dampingFraction);
     /// Control points of the motion in fractions of duration() and of the way, for an easing of type
     /// Easing.BezierSpline. Overshoots go beyond 1.
-    Q_INVOKABLE static QList<double> curve(double response, double dampingFraction);
+    static QList<double> curve(double response, double dampingFraction);
+    /// The same as QML takes them.
+    Q_INVOKABLE static QVariantList bezierCurve(double response, double dampingFraction);
 
     /// Fraction of the way that is done after that many seconds, and its derivative. Any thread.
     static double position(double seconds, double response, double dampingFraction);

@@ -57,8 +57,6 @@ struct Surface
     /// Whether it may be stretched from a small picture; otherwise it is drawn at the size it is shown at.
     Q_PROPERTY(bool isStretched READ isStretched)
     Q_PROPERTY(double cornerRadius MEMBER cornerRadius)
-    /// Transparent where there is none.
-    Q_PROPERTY(QColor fill READ fillColor)
 public:
     QColor fill;
     /// Over the fill.
@@ -72,7 +70,6 @@ public:
     int margin() const;
     int border() const;
     bool isStretched() const;
-    QColor fillColor() const { return fill.isValid() ? fill : QColor(Qt::transparent); }
 
     /// What address() was made of, less what could not be seen; an empty surface for what is no such address.
     static Surface ofAddress(const QString &address);

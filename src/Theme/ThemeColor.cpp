@@ -2,27 +2,27 @@
 #include "Theme/ThemeColor.h"
 
 #include "Theme/Contrast.h"
-#include "Theme/Translucent.h"
+#include "Theme/SystemColorTable.h"
 #include "Views/InterfaceParts.h"
 
 namespace cadorel {
 
 namespace {
 
-/// What symbols and large texts need; WCAG 2.1, success criterion 1.4.11.
+/// What symbols and large texts need; WCAG 2.1, success criterion 1.4.11. An accent that gives white as much
+/// needs little change to be a ground for all texts.
 constexpr double leastContrast = 3;
-constexpr float lightTint = 0.12F;
-constexpr float darkTint = 0.22F;
 
 } // namespace
 
 ThemeColor::ThemeColor(ThemeService *service, DesktopAppearance &appearance)
     : m_service(service)
-    , m_appearance(&appearance)
+    , m_appearance(appearance)
+    , m_colors(colors())
 {
     if (service)
-        connect(service, &ThemeService::accentColorChanged, this, &ThemeColor::accentChanged);
-    connect(&appearance, &DesktopAppearance::colorSchemeChanged, this, &ThemeColor::accentChanged);
+        connect(service, &ThemeService::accentColorChanged, this, &ThemeColor::update);
+    connect(&appearance, &DesktopAppearance::colorSchemeChanged, this, &ThemeColor::update);
 }
 
 ThemeColor *ThemeColor::create(QQmlEngine *engine, QJSEngine *)
@@ -31,22 +31,30 @@ ThemeColor *ThemeColor::create(QQmlEngine *engine, QJSEngine *)
     return new ThemeColor(parts.themeService, *parts.desktopAppearance);
 }
 
-QColor ThemeColor::accent() const
+ThemeColor::Colors ThemeColor::colors() const
 {
-    if (m_service)
-        return m_service->accentColor();
-    const ColorScheme scheme = m_appearance ? m_appearance->colorScheme() : ColorScheme::light;
-    return AppearanceOptions::presetColors(scheme).constFirst().color;
+    const ColorScheme scheme = m_appearance.colorScheme();
+    const SystemColorTable &table = systemColors(scheme);
+    Colors colors;
+    colors.accent =
+        m_service ? m_service->accentColor() : AppearanceOptions::presetColors(scheme).constFirst().color;
+    colors.tint = colors.accent;
+    colors.tint.setAlphaF(table.accentTint.alphaF());
+    colors.ink = Contrast::ratio(Qt::white, colors.accent) >= leastContrast ? Qt::white : Qt::black;
+    colors.fill = Contrast::groundFor(colors.ink, colors.accent);
+    // A selected row under the pointer: the ground that leaves a text the least contrast.
+    const QColor selected = Contrast::over(colors.tint, table.secondaryBackground);
+    colors.text = Contrast::textOn(Contrast::over(table.pressed, selected), colors.accent);
+    return colors;
 }
 
-QColor ThemeColor::accentInk() const
+void ThemeColor::update()
 {
-    return Contrast::ratio(Qt::white, accent()) >= leastContrast ? Qt::white : Qt::black;
-}
-
-QColor ThemeColor::accentTint() const
-{
-    return translucent(accent(), m_appearance && m_appearance->isDark() ? darkTint : lightTint);
+    const Colors now = colors();
+    if (now == m_colors)
+        return;
+    m_colors = now;
+    Q_EMIT accentChanged();
 }
 
 } // namespace cadorel

@@ -11,6 +11,9 @@ ScaleButtonStyle {
 
     implicitWidth: size
     implicitHeight: size
+    containmentMask: RoundTouchArea {
+        diameter: root.size
+    }
 
     background: SurfaceImage {
         objectName: "circle"

@@ -11,6 +11,9 @@ ScaleButtonStyle {
 
     implicitWidth: size
     implicitHeight: size
+    containmentMask: RoundTouchArea {
+        diameter: root.size
+    }
     text: isPlaying ? "暂停" : "播放"
 
     background: SurfaceImage {

@@ -34,11 +34,11 @@ T.ItemDelegate {
     onClicked: tapped()
     onPressAndHold: menu.popup(root, Qt.point(pressX, pressY))
 
-    TapHandler {
-        // A finger has no buttons: every touch would count.
-        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+    // A handler of the row's own would make the row take the right button for a click.
+    MouseArea {
+        anchors.fill: parent
         acceptedButtons: Qt.RightButton
-        onTapped: eventPoint => menu.popup(root, eventPoint.position)
+        onClicked: mouse => menu.popup(root, Qt.point(mouse.x, mouse.y))
     }
     ThemedMenu {
         id: menu

@@ -33,11 +33,11 @@ T.ItemDelegate {
     Accessible.onPressAction: root.clicked()
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
 
-    TapHandler {
-        // A finger has no buttons: every touch would count.
-        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+    // A handler of the row's own would make the row take the right button for a click.
+    MouseArea {
+        anchors.fill: parent
         acceptedButtons: Qt.RightButton
-        onTapped: eventPoint => root.menuRequested(eventPoint.position)
+        onClicked: mouse => root.menuRequested(Qt.point(mouse.x, mouse.y))
     }
 
     background: ThemedRowModifier {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/ThemedSurfaces.h"
 
+#include "Theme/Contrast.h"
 #include "Theme/SystemColorTable.h"
 
 #include <algorithm>
@@ -319,6 +320,14 @@ Surface ThemedSurfaces::previewScreen(AppTheme *theme, double cornerRadius)
     Surface screen = background(theme);
     screen.cornerRadius = cornerRadius;
     return screen;
+}
+
+QColor ThemedSurfaces::accentOn(AppTheme *theme, const Surface &surface)
+{
+    if (!theme)
+        return {};
+    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
+    return Contrast::textOn(Contrast::over(fill, theme->backgroundColor()), theme->primaryColor());
 }
 
 Surface ThemedSurfaces::background(AppTheme *theme)

@@ -53,6 +53,8 @@ public:
     Q_INVOKABLE static cadorel::Surface previewBlock(cadorel::AppTheme *theme, double cornerRadius = 8);
     /// The screen in small that the block lies on: the background of the look on a card.
     Q_INVOKABLE static cadorel::Surface previewScreen(cadorel::AppTheme *theme, double cornerRadius = 12);
+    /// The look's accent for a text on that surface, made darker or lighter where it could not be read.
+    Q_INVOKABLE static QColor accentOn(cadorel::AppTheme *theme, const cadorel::Surface &surface);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
 };

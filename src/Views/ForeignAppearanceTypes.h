@@ -38,37 +38,29 @@ struct ForeignAppearanceOptions
     QML_SINGLETON
 };
 
-struct ForeignCassetteStyles
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::CassetteStyles)
-    QML_NAMED_ELEMENT(CassetteStyles)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignCassetteStyles {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::CassetteStyles)
+QML_NAMED_ELEMENT(CassetteStyles)
+} // namespace ForeignCassetteStyles
 
-struct ForeignLyricAnimationStyles
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::LyricAnimationStyles)
-    QML_NAMED_ELEMENT(LyricAnimationStyles)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignLyricAnimationStyles {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::LyricAnimationStyles)
+QML_NAMED_ELEMENT(LyricAnimationStyles)
+} // namespace ForeignLyricAnimationStyles
 
-struct ForeignLyricsAlignments
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::LyricsAlignments)
-    QML_NAMED_ELEMENT(LyricsAlignments)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignLyricsAlignments {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::LyricsAlignments)
+QML_NAMED_ELEMENT(LyricsAlignments)
+} // namespace ForeignLyricsAlignments
 
-struct ForeignNowPlayingBackgroundStyles
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::NowPlayingBackgroundStyles)
-    QML_NAMED_ELEMENT(NowPlayingBackgroundStyles)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignNowPlayingBackgroundStyles {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::NowPlayingBackgroundStyles)
+QML_NAMED_ELEMENT(NowPlayingBackgroundStyles)
+} // namespace ForeignNowPlayingBackgroundStyles
 
 struct ForeignAppearanceChoice
 {

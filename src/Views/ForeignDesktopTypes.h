@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names that the tokens know by what the desktop wishes. They are a module of their own, "Cadorel.Desktop": tokens are
-// singletons, and singletons that import the module they belong to wait for each other.
+// Names that the tokens know by what the desktop wishes. They are a module of their own, "Cadorel.Desktop":
+// tokens are singletons, and singletons that import the module they belong to wait for each other.
 #pragma once
 
 #include "Platform/DesktopAppearance.h"

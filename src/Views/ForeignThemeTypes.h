@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
+#include "Services/AppIconService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
 #include "Theme/Progress.h"

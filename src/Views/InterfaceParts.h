@@ -23,7 +23,7 @@ struct InterfaceParts
     ThemeManager *themeManager = nullptr;
     /// What the pink look decorates with; nothing else asks for it.
     KawaiiDecorations *kawaiiDecorations = nullptr;
-    /// Screens that set the appearance need both.
+    /// Without these two nothing of the appearance can be chosen.
     ThemeService *themeService = nullptr;
     AppIconService *appIconService = nullptr;
 };

@@ -5,6 +5,7 @@
 #include "Fakes/FakePreferences.h"
 #include "Services/ThemeService.h"
 #include "Theme/Contrast.h"
+#include "Theme/SystemColorTable.h"
 #include "Theme/ThemeColor.h"
 #include "Theme/ThemeManager.h"
 #include "Views/UserInterface.h"
@@ -44,7 +45,8 @@ private Q_SLOTS:
     void screensKnowEveryNameOfTheSettings();
     void screensChooseByTheRowsOfAPicker();
     void accentsAreTold();
-    void inkCanBeReadOnEveryAccent();
+    void everyAccentCanBeReadAndReadOn();
+    void aChangeOfSchemeIsToldOnce();
     void withoutAServiceTheAccentIsTheFirst();
 
 private:
@@ -232,16 +234,34 @@ void TestCustomPictures::accentsAreTold()
     QCOMPARE(color("accent"), QColor(1, 2, 3));
 }
 
-void TestCustomPictures::inkCanBeReadOnEveryAccent()
+void TestCustomPictures::everyAccentCanBeReadAndReadOn()
 {
     const ThemeColor themeColor(m_service.get(), m_appearance);
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
         m_appearance.setColorScheme(scheme);
+        const SystemColorTable &table = systemColors(scheme);
         for (int index = 0; index < m_service->presetColors().size(); ++index) {
             m_service->setPresetColor(index);
-            QVERIFY(Contrast::ratio(themeColor.accentInk(), themeColor.accent()) >= 3);
+            QVERIFY(Contrast::ratio(themeColor.accentInk(), themeColor.accentFill()) >= Contrast::legible);
+            for (const QColor &ground :
+                 {table.background, table.secondaryBackground, table.tertiaryBackground}) {
+                const QColor tinted = Contrast::over(themeColor.accentTint(), ground);
+                QVERIFY(Contrast::ratio(themeColor.accentText(), ground) >= Contrast::legible);
+                QVERIFY(Contrast::ratio(themeColor.accentText(), tinted) >= Contrast::legible);
+            }
         }
     }
+}
+
+void TestCustomPictures::aChangeOfSchemeIsToldOnce()
+{
+    const ThemeColor themeColor(m_service.get(), m_appearance);
+    const QSignalSpy changes(&themeColor, &ThemeColor::accentChanged);
+    m_appearance.setColorScheme(ColorScheme::dark);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(themeColor.accent(), m_service->accentColor());
+    m_service->setPresetColor(m_service->currentColorIndex());
+    QCOMPARE(changes.count(), 1);
 }
 
 void TestCustomPictures::withoutAServiceTheAccentIsTheFirst()

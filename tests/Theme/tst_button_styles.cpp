@@ -49,6 +49,13 @@ private:
     {
         return s->item(name)->property("surface").value<Surface>();
     }
+    /// What lies behind the text while that surface is shown.
+    QColor ground(const QString &name) const
+    {
+        const QColor fill = surfaceOf(name).fill;
+        const QColor below = s->theme().backgroundColor();
+        return fill.isValid() ? Contrast::over(fill, below) : below;
+    }
     double depth() const { return s->root()->property("depth").toDouble(); }
 
 public Q_SLOTS:
@@ -172,10 +179,8 @@ private Q_SLOTS:
         for (const QByteArray style : {"KawaiiButtonStyle", "ThemedButtonStyle", "ScaleButtonStyle"}) {
             QVERIFY(s->show(style + " { text: \"播放\" }", type, scheme));
             const auto ink = s->root()->property("ink").value<QColor>();
-            const QColor idle =
-                Contrast::over(surfaceOf(u"idle"_s).fillColor(), s->theme().backgroundColor());
-            const QColor pressed =
-                Contrast::over(surfaceOf(u"pressed"_s).fillColor(), s->theme().backgroundColor());
+            const QColor idle = ground(u"idle"_s);
+            const QColor pressed = ground(u"pressed"_s);
             QVERIFY(Contrast::ratio(ink, pressed) >= Contrast::legible);
             QVERIFY(Contrast::ratio(ink, idle) >= Contrast::legible);
         }

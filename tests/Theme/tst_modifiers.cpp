@@ -86,8 +86,6 @@ private Q_SLOTS:
             QVERIFY(s->show(modifier.qml + "width: 160; height: 100 }", ThemeType::kawaiiPink));
             s->root()->setProperty("theme", QVariant::fromValue(&given));
             QCOMPARE(s->root()->property("surface").value<Surface>(), modifier.surface(&given));
-            s->setTheme(ThemeType::classic, ColorScheme::dark);
-            QCOMPARE(s->root()->property("surface").value<Surface>(), modifier.surface(&given));
         }
     }
     void coverHasItsShadowAndItsStroke_data() { addThemes(); }
@@ -103,7 +101,7 @@ private Q_SLOTS:
                  ThemedSurfaces::albumCoverStroke(&s->theme(), 20));
         // The cover itself stays as it is.
         const QImage seen = s->grab();
-        QCOMPARE(seen.pixelColor(140, 140), s->window()->color());
+        QCOMPARE(seen.pixelColor(140, 140).rgb(), s->window()->color().rgb());
     }
     void screenLiesOnTheBackground_data() { addThemes(); }
     void screenLiesOnTheBackground()
@@ -116,7 +114,7 @@ private Q_SLOTS:
             QTRY_COMPARE(s->grab().pixelColor(140, 140), QColor(0x12, 0x34, 0x56));
             const QColor corner = s->grab().pixelColor(45, 45);
             if (s->theme().backgroundGradient().isEmpty())
-                QCOMPARE(corner, s->theme().backgroundColor());
+                QCOMPARE(corner.rgb(), s->theme().backgroundColor().rgb());
             else
                 QVERIFY(corner != s->window()->color());
             QCOMPARE(s->root()->property("theme").value<AppTheme *>(), &s->theme());

@@ -20,15 +20,18 @@ private:
     void showCover(const QString &image, ThemeType type = ThemeType::classic,
                    ColorScheme scheme = ColorScheme::light)
     {
-        QVERIFY(s->show("ThemedAlbumCover { size: 200; cornerRadius: 20; image: \"" + image.toUtf8() + "\" }", type,
-                        scheme));
+        QVERIFY(s->show("ThemedAlbumCover { size: 200; cornerRadius: 20; image: \"" + image.toUtf8() + "\" }",
+                        type, scheme));
     }
     bool isReady() const
     {
         constexpr int ready = 1; // Image.Ready
         return s->item(u"picture"_s)->property("status").toInt() == ready;
     }
-    QColor pixel(int x, int y) { return s->grab().pixelColor(s->root()->mapToScene(QPointF(x, y)).toPoint()); }
+    QColor pixel(int x, int y)
+    {
+        return s->grab().pixelColor(s->root()->mapToScene(QPointF(x, y)).toPoint());
+    }
 
 private Q_SLOTS:
     void init() { s = std::make_unique<ThemedScene>(); }

@@ -27,6 +27,14 @@ private:
         return item->mapToItem(s->root(), QPointF(item->width() / 2, 0)).x() - s->root()->width() / 2;
     }
 
+    QQuickItem *visibleRing() const
+    {
+        const QList<QQuickItem *> rings = s->items(u"focusRing"_s);
+        const auto shown =
+            std::find_if(rings.begin(), rings.end(), [](auto *ring) { return ring->isVisible(); });
+        return shown == rings.end() ? nullptr : *shown;
+    }
+
 public Q_SLOTS:
     void hearClick() { m_wasAnimating = s->root()->property("isAnimating").toBool(); }
 
@@ -99,8 +107,8 @@ private Q_SLOTS:
         QFETCH(ColorScheme, scheme);
         QVERIFY(s->show("ThemedControlButton { systemName: \"shuffle\"; text: \"随机\" }", type, scheme));
         QCOMPARE(glyph(), u"shuffle"_s);
-        QCOMPARE(glyphColor(), type == ThemeType::neumorphism ? s->theme().primaryTextColor()
-                                                              : s->theme().primaryColor());
+        QCOMPARE(glyphColor(),
+                 type == ThemeType::neumorphism ? s->theme().primaryTextColor() : s->theme().primaryColor());
         QCOMPARE(circle(), ThemedSurfaces::controlButton(&s->theme(), 44));
         QCOMPARE(ThemedScene::accessibleName(s->root()), u"随机"_s);
     }
@@ -109,7 +117,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("qml");
         QTest::newRow("play") << QByteArray("ThemedPlayButton {}");
-        QTest::newRow("control") << QByteArray("ThemedControlButton { systemName: \"xmark\"; text: \"关闭\" }");
+        QTest::newRow("control") << QByteArray(
+            "ThemedControlButton { systemName: \"xmark\"; text: \"关闭\" }");
         QTest::newRow("heart") << QByteArray("ThemedHeartButton {}");
     }
     void buttonsArePressedByAll()
@@ -126,7 +135,8 @@ private Q_SLOTS:
         s->key(Qt::Key_Return);
         s->key(Qt::Key_Enter);
         QCOMPARE(clicks.size(), 5);
-        ThemedScene::accessible(s->root())->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        ThemedScene::accessible(s->root())->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
         QCOMPARE(clicks.size(), 6);
         s->root()->setEnabled(false);
         s->click(s->root());
@@ -151,13 +161,13 @@ private Q_SLOTS:
         for (const QByteArray qml : {"ThemedPlayButton {}", "ThemedControlButton { systemName: \"xmark\" }",
                                      "ThemedHeartButton {}"}) {
             QVERIFY(s->show(qml, type, scheme));
-            QVERIFY(!s->item(u"focusRing"_s)->isVisible());
+            QVERIFY(!visibleRing());
             const QImage before = s->grab();
             s->key(Qt::Key_Tab);
             QVERIFY(s->root()->hasActiveFocus());
-            QVERIFY(s->item(u"focusRing"_s)->isVisible());
+            QVERIFY(visibleRing());
             const QImage after = s->grab();
-            const QRectF ring = s->item(u"focusRing"_s)->mapRectToScene({QPointF(), s->item(u"focusRing"_s)->size()});
+            const QRectF ring = visibleRing()->mapRectToScene({QPointF(), visibleRing()->size()});
             const QPoint edge(qRound(ring.center().x()), qRound(ring.top()) + 1);
             QVERIFY(after.pixelColor(edge) != before.pixelColor(edge));
             // What WCAG asks of an indicator.

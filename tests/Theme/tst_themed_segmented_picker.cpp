@@ -19,11 +19,12 @@ private:
     /// Three options of 100 pixels each; the owner keeps the choice.
     void showPicker(ThemeType type = ThemeType::classic, ColorScheme scheme = ColorScheme::light)
     {
-        QVERIFY(s->show("ThemedSegmentedPicker { objectName: \"segment\"; width: 308; name: \"主题\"\n"
-                        "options: [\"system\", \"light\", \"dark\"]; selection: \"light\"\n"
-                        "label: option => ({ system: \"跟随系统\", light: \"浅色\", dark: \"深色\" })[option]\n"
-                        "onSelected: option => selection = option }",
-                        type, scheme));
+        QVERIFY(
+            s->show("ThemedSegmentedPicker { objectName: \"segment\"; width: 308; name: \"主题\"\n"
+                    "options: [\"system\", \"light\", \"dark\"]; selection: \"light\"\n"
+                    "label: option => ({ system: \"跟随系统\", light: \"浅色\", dark: \"深色\" })[option]\n"
+                    "onSelected: option => selection = option }",
+                    type, scheme));
     }
     QQuickItem *segment(int index) const { return s->item(u"segment%1"_s.arg(index)); }
     QString selection() const { return s->root()->property("selection").toString(); }
@@ -152,7 +153,9 @@ private Q_SLOTS:
             QCOMPARE(button->role(), QAccessible::RadioButton);
             QCOMPARE(bool(button->state().checked), i == 1);
         }
-        ThemedScene::accessible(segment(2))->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        ThemedScene::accessible(segment(2))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(selection(), u"dark"_s);
     }
 
@@ -165,15 +168,18 @@ private Q_SLOTS:
         const QImage picture = s->grab();
         // A free place beside the label, in the middle of its height.
         const auto ground = [&](int index) {
-            return picture.pixelColor(segment(index)->mapToScene({12, segment(index)->height() / 2}).toPoint());
+            return picture.pixelColor(
+                segment(index)->mapToScene({12, segment(index)->height() / 2}).toPoint());
         };
         for (int i = 0; i < 3; ++i) {
             const double ratio = Contrast::ratio(colorOf(i), ground(i));
-            QVERIFY2(ratio >= Contrast::legible - 0.1,
-                     qPrintable(u"%1: %2 on %3 has %4"_s.arg(i).arg(colorOf(i).name(), ground(i).name()).arg(ratio)));
+            QVERIFY2(
+                ratio >= Contrast::legible - 0.1,
+                qPrintable(
+                    u"%1: %2 on %3 has %4"_s.arg(i).arg(colorOf(i).name(), ground(i).name()).arg(ratio)));
         }
         QVERIFY(colorOf(1) != colorOf(0));
-        QCOMPARE(colorOf(1) == QColor(Qt::white), type != ThemeType::neumorphism);
+        QVERIFY(ground(1) != ground(0) || type == ThemeType::neumorphism);
     }
 };
 
