@@ -34,7 +34,8 @@ Item {
             objectName: "cassette"
             anchors.fill: parent
             asynchronous: true
-            sourceSize: Qt.size(Math.ceil(root.side), Math.ceil(root.side))
+            sourceSize.width: Math.ceil(root.side)
+            sourceSize.height: Math.ceil(root.side)
             source: root.imageName !== "" && root.side > 0 ? KawaiiIcon.artworkFile(root.imageName) : ""
         }
         ArtworkImageView {

@@ -84,18 +84,15 @@ T.RadioButton {
 
             StyledText {
                 objectName: "label"
-                width: Math.min(implicitWidth, parent.room - mark.width - parent.spacing)
+                width: Math.min(implicitWidth, parent.room - Metrics.symbolSmall - parent.spacing)
                 text: root.displayName
                 style: TextStyles.subheadline
                 font.weight: root.isSelected ? Font.DemiBold : Font.Normal
                 color: root.theme.primaryTextColor
             }
             SymbolIcon {
-                id: mark
-
                 objectName: "mark"
                 anchors.verticalCenter: parent.verticalCenter
-                width: visible ? size : 0
                 visible: root.isSelected
                 name: AppIcons.status.checkmarkCircle
                 size: Metrics.symbolSmall
