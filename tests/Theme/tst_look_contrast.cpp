@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Theme/Contrast.h"
+#include "Theme/LookGrounds.h"
 #include "Theme/SystemColorTable.h"
 #include "Theme/ThemeFactory.h"
-#include "Theme/ThemedSurfaces.h"
 
 #include <QMap>
 #include <QTest>
@@ -22,18 +21,6 @@ private:
     static QString schemeName(ColorScheme scheme)
     {
         return scheme == ColorScheme::dark ? u"dark"_s : u"light"_s;
-    }
-
-    /// What a screen's own ground looks like, at the ends and in the middle of a gradient.
-    static QList<QColor> backgroundsOf(AppTheme &theme)
-    {
-        const Surface surface = ThemedSurfaces::background(&theme);
-        if (surface.gradient.isEmpty())
-            return {surface.fill};
-        QList<QColor> colors;
-        for (const QGradientStop &stop : surface.gradient.stops)
-            colors.append(Contrast::over(stop.second, surface.fill));
-        return colors;
     }
 
     static void add(Ratios &ratios, const QString &pair, const QColor &text, const QColor &ground)
