@@ -25,4 +25,7 @@ GalleryPage {
     CoverSections {
         width: parent.width
     }
+    ThemeSections {
+        width: parent.width
+    }
 }

@@ -9,6 +9,43 @@ GallerySections {
     id: root
 
     readonly property int stage: 208
+    readonly property var hearts: [
+        {
+            x: 0.2,
+            y: 0.7,
+            scale: 1.1,
+            opacity: 0.5,
+            rotation: -12
+        },
+        {
+            x: 0.55,
+            y: 0.45,
+            scale: 0.7,
+            opacity: 0.4,
+            rotation: 20
+        },
+        {
+            x: 0.9,
+            y: 0.8,
+            scale: 0.9,
+            opacity: 0.45,
+            rotation: 4
+        },
+        {
+            x: 1.2,
+            y: 0.25,
+            scale: 1.2,
+            opacity: 0.25,
+            rotation: -24
+        },
+        {
+            x: 1.4,
+            y: 0.6,
+            scale: 0.6,
+            opacity: 0.5,
+            rotation: 28
+        }
+    ]
     readonly property var stickers: ["cartoon1", "cartoon3", "cartoon4", "cartoon5", "cartoon6", "cartoon7", "cartoon8", "cartoon9", "cartoon10", "cartoon11", "cartoon12", "cartoon13", "cartoon14", "cartoon15", "cartoon16"]
 
     GallerySection {
@@ -86,6 +123,22 @@ GallerySections {
 
                 FloatingHeartsView {
                     anchors.fill: parent
+                }
+                // A still shows where they could be.
+                Repeater {
+                    model: Motion.isReduced && ThemeEnvironment.theme.isKawaiiPink ? root.hearts : []
+
+                    SymbolIcon {
+                        required property var modelData
+
+                        x: modelData.x * root.stage
+                        y: modelData.y * root.stage
+                        name: AppIcons.favorite.heartFill
+                        size: 20 * modelData.scale
+                        color: SystemColors.pink
+                        opacity: modelData.opacity
+                        rotation: modelData.rotation
+                    }
                 }
             }
         }

@@ -71,7 +71,7 @@ Item {
             width: root.isWide ? controls.rest - x : controls.width
             name: "页面"
             options: [0, 1, 2, 3]
-            label: option => ["控件", "图标", "插画", "文字与颜色"][option]
+            label: option => ["控件", "图标", "插画", "文字"][option]
             selection: root.page
             onSelected: option => root.pageChosen(option)
         }

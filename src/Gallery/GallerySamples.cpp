@@ -42,20 +42,13 @@ GallerySamples::GallerySamples(QObject *parent)
 
 QVariantList GallerySamples::iconFamilies()
 {
-    return {familyOf<AppIcons::Playback>(u"Playback"_s),
-            familyOf<AppIcons::Audio>(u"Audio"_s),
-            familyOf<AppIcons::Music>(u"Music"_s),
-            familyOf<AppIcons::Navigation>(u"Navigation"_s),
-            familyOf<AppIcons::Action>(u"Action"_s),
-            familyOf<AppIcons::Favorite>(u"Favorite"_s),
-            familyOf<AppIcons::File>(u"File"_s),
-            familyOf<AppIcons::User>(u"User"_s),
-            familyOf<AppIcons::Settings>(u"Settings"_s),
-            familyOf<AppIcons::Timer>(u"Timer"_s),
-            familyOf<AppIcons::Status>(u"Status"_s),
-            familyOf<AppIcons::Appearance>(u"Appearance"_s),
-            familyOf<AppIcons::Animation>(u"Animation"_s),
-            familyOf<AppIcons::Misc>(u"Misc"_s)};
+    return {familyOf<AppIcons::Playback>(u"Playback"_s),   familyOf<AppIcons::Audio>(u"Audio"_s),
+            familyOf<AppIcons::Music>(u"Music"_s),         familyOf<AppIcons::Navigation>(u"Navigation"_s),
+            familyOf<AppIcons::Action>(u"Action"_s),       familyOf<AppIcons::Favorite>(u"Favorite"_s),
+            familyOf<AppIcons::File>(u"File"_s),           familyOf<AppIcons::User>(u"User"_s),
+            familyOf<AppIcons::Settings>(u"Settings"_s),   familyOf<AppIcons::Timer>(u"Timer"_s),
+            familyOf<AppIcons::Status>(u"Status"_s),       familyOf<AppIcons::Appearance>(u"Appearance"_s),
+            familyOf<AppIcons::Animation>(u"Animation"_s), familyOf<AppIcons::Misc>(u"Misc"_s)};
 }
 
 QStringList GallerySamples::otherSymbols()

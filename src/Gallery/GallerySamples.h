@@ -22,7 +22,8 @@ class GallerySamples : public QObject
     Q_PROPERTY(QStringList otherSymbols READ otherSymbols CONSTANT)
     /// Names of the pictures that stand for symbols in the pink look.
     Q_PROPERTY(QStringList kawaiiIcons READ kawaiiIcons CONSTANT)
-    /// The cassettes: `displayName`, `imageName`, and the usual `scale`, `offsetX` and `offsetY` of the cover.
+    /// The cassettes: `displayName`, `imageName`, and the usual `scale`, `offsetX` and `offsetY` of the
+    /// cover.
     Q_PROPERTY(QVariantList cassettes READ cassettes CONSTANT)
 public:
     explicit GallerySamples(QObject *parent = nullptr);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Gallery/GalleryStage.h"
 
-#include "Gallery/SeededRandom.h"
-#include "Platform/Linux/SystemClock.h"
 #include "Platform/Sql/SqlitePreferences.h"
 #include "Views/UserInterface.h"
 
@@ -49,8 +47,6 @@ bool isLoading(const QQuickItem *item)
 GalleryStage::GalleryStage(const GalleryOptions &options)
     : m_preferences(preferencesWith(m_home.filePath(u"preferences.sqlite"_s), options.look))
     , m_themeManager(*m_preferences, m_appearance)
-    , m_clock(std::make_unique<SystemClock>())
-    , m_random(std::make_unique<SeededRandom>())
     , m_options(options)
 {
     m_appearance.setDark(options.isDark);
@@ -67,8 +63,10 @@ bool GalleryStage::load()
     }();
     Q_UNUSED(registered)
     m_engine = std::make_unique<QQmlApplicationEngine>();
-    installUserInterface(*m_engine,
-                         {.desktopAppearance = &m_appearance, .themeManager = &m_themeManager});
+    installUserInterface(*m_engine, {.desktopAppearance = &m_appearance,
+                                     .themeManager = &m_themeManager,
+                                     .kawaiiDecorations = &m_decorations,
+                                     .appIconService = &m_appIconService});
     m_engine->setInitialProperties({{u"appearance"_s, QVariant::fromValue(&m_appearance)},
                                     {u"page"_s, m_options.page},
                                     {u"width"_s, m_options.size.width()},

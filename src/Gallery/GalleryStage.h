@@ -3,6 +3,11 @@
 
 #include "Gallery/GalleryAppearance.h"
 #include "Gallery/GalleryOptions.h"
+#include "Gallery/GallerySystem.h"
+#include "Gallery/SeededRandom.h"
+#include "Platform/Linux/SystemClock.h"
+#include "Services/AppIconService.h"
+#include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 
 #include <QCoroTask>
@@ -14,11 +19,8 @@
 
 namespace cadorel {
 
-class Clock;
-class Random;
-
-/// The gallery's window and what it stands on: preferences that are thrown away, a desktop and chance of its own.
-/// Main thread.
+/// The gallery's window and what it stands on: preferences that are thrown away, a desktop and chance of its
+/// own. Main thread.
 class GalleryStage
 {
 public:
@@ -33,8 +35,8 @@ public:
     ThemeManager &themeManager() { return m_themeManager; }
     GalleryAppearance &appearance() { return m_appearance; }
 
-    /// Draws the page in its whole height, once everything in it has come to rest. What moves of itself does not
-    /// in a picture. The stage outlives the task. @return nothing when that takes too long
+    /// Draws the page in its whole height, once everything in it has come to rest. What moves of itself does
+    /// not in a picture. The stage outlives the task. @return nothing when that takes too long
     QCoro::Task<QImage> picture();
 
 private:
@@ -42,8 +44,11 @@ private:
     std::unique_ptr<Preferences> m_preferences;
     GalleryAppearance m_appearance;
     ThemeManager m_themeManager;
-    std::unique_ptr<Clock> m_clock;
-    std::unique_ptr<Random> m_random;
+    SystemClock m_clock;
+    SeededRandom m_random;
+    KawaiiDecorations m_decorations{m_clock, m_random};
+    GallerySystem m_system;
+    AppIconService m_appIconService{m_system};
     const GalleryOptions m_options;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
     QQuickWindow *m_window = nullptr;

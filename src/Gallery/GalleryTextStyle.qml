@@ -10,25 +10,18 @@ GallerySpecimen {
     readonly property TextStyle style: TextStyles[name]
     property AppTheme theme: ThemeEnvironment.theme
 
-    Item {
+    Column {
         width: parent.width
-        height: Math.max(line.height, facts.height)
 
         StyledText {
-            id: line
-
-            width: parent.width - facts.width - Metrics.screenMargin
+            width: parent.width
             text: "音乐 Music 🎵"
             style: root.style
             color: root.theme.primaryTextColor
         }
         GalleryCaption {
-            id: facts
-
-            anchors.right: parent.right
-            anchors.baseline: line.baseline
-            width: Math.min(implicitWidth, parent.width / 2)
-            horizontalAlignment: Text.AlignRight
+            width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: root.name + " " + root.style.size + "/" + root.style.line
             theme: root.theme
         }

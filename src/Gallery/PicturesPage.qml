@@ -47,4 +47,13 @@ GalleryPage {
             }
         }
     }
+    DecorationSections {
+        width: parent.width
+    }
+    CassetteSections {
+        width: parent.width
+    }
+    AppIconSections {
+        width: parent.width
+    }
 }

@@ -33,7 +33,7 @@ GallerySections {
 
             ThemedSongRow {
                 width: parent.width
-                title: "🌙 夜航 Night Voyage ✨"
+                title: "🌙 夜航 Voyage ✨"
                 subtitle: "阿眠 · 夜航"
                 trailingText: "5:01"
                 coverSource: GallerySamples.covers[1]

@@ -17,7 +17,8 @@ GalleryPage {
     GallerySection {
         title: "文字样式"
         types: "TextStyles"
-        cell: root.width
+        cell: 320
+        columnsAtMost: 2
         stageHeight: 0
 
         Repeater {

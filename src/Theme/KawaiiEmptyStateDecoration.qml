@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Cadorel
 
@@ -13,14 +11,12 @@ Column {
     visible: theme.isKawaiiPink
     Accessible.ignored: true
 
-    Loader {
+    KawaiiSticker {
+        objectName: "sticker"
         anchors.horizontalCenter: parent.horizontalCenter
-        active: root.theme.isKawaiiPink
-        sourceComponent: KawaiiSticker {
-            objectName: "sticker"
-            size: Metrics.largeStickerSize
-            imageName: KawaiiDecorations.randomCartoon()
-            theme: root.theme
-        }
+        visible: root.theme.isKawaiiPink
+        size: Metrics.largeStickerSize
+        imageName: root.theme.isKawaiiPink ? KawaiiDecorations.randomCartoon() : ""
+        theme: root.theme
     }
 }

@@ -1,25 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Cadorel
 
 /// A sticker beside a title, in the pink look alone: any of them, turned a little to either side. It takes no room in
 /// other looks.
-Loader {
+Item {
     id: root
 
     property real size: Metrics.titleStickerSize
     property AppTheme theme: ThemeEnvironment.theme
 
-    active: theme.isKawaiiPink
-    visible: active
+    implicitWidth: visible ? size : 0
+    implicitHeight: implicitWidth
+    visible: theme.isKawaiiPink
     Accessible.ignored: true
-    sourceComponent: KawaiiSticker {
+
+    // Chance decides anew each time that the look becomes the pink one.
+    KawaiiSticker {
         objectName: "sticker"
         size: root.size
-        rotation: KawaiiDecorations.randomTilt()
-        imageName: KawaiiDecorations.randomCartoon()
+        rotation: root.theme.isKawaiiPink ? KawaiiDecorations.randomTilt() : 0
+        imageName: root.theme.isKawaiiPink ? KawaiiDecorations.randomCartoon() : ""
         theme: root.theme
     }
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QMetaType>
-#include <QObject>
 #include <QPointF>
 #include <QSizeF>
 #include <QString>
@@ -38,15 +37,12 @@ StickerPlace scatteredSticker(int index, const QSizeF &box);
 
 /// Corners of a box; leading is where a line of text begins. Capitalised, because QML reads no other
 /// enumerators.
-class KawaiiCorners : public QObject
-{
-    Q_OBJECT
-public:
-    KawaiiCorners() = delete;
+namespace KawaiiCorners {
+Q_NAMESPACE
 
-    enum class Corner { TopLeading, TopTrailing, BottomLeading, BottomTrailing };
-    Q_ENUM(Corner)
-};
+enum class Corner { TopLeading, TopTrailing, BottomLeading, BottomTrailing };
+Q_ENUM_NS(Corner)
+} // namespace KawaiiCorners
 using KawaiiCorner = KawaiiCorners::Corner;
 
 /// Centre of a sticker of side @p size that peeks out of a corner of the box.

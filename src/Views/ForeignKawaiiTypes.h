@@ -52,13 +52,11 @@ struct ForeignFloatingHearts
     QML_UNCREATABLE("made by KawaiiDecorations")
 };
 
-struct ForeignKawaiiCorners
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::KawaiiCorners)
-    QML_NAMED_ELEMENT(KawaiiCorners)
-    QML_UNCREATABLE("names only")
-};
+namespace ForeignKawaiiCorners {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::KawaiiCorners)
+QML_NAMED_ELEMENT(KawaiiCorners)
+} // namespace ForeignKawaiiCorners
 
 struct ForeignKawaiiDecorations
 {

@@ -13,6 +13,16 @@
 
 namespace cadorel {
 
+/// A page as it is seen on a phone, or in a window of another width.
+inline GalleryOptions pageIn(ThemeType look, int page, int width = 390)
+{
+    GalleryOptions options;
+    options.look = look;
+    options.page = page;
+    options.size = {width, 844};
+    return options;
+}
+
 /// Calls @p visit for @p item and all that lies in it.
 inline void visitItems(QQuickItem *item, const std::function<void(QQuickItem *)> &visit)
 {

@@ -82,7 +82,8 @@ void GalleryTest::everyPageLoadsWithoutAWarning_data()
     for (const ThemeType look : allThemeTypes()) {
         for (const bool isDark : {false, true}) {
             for (int page = 0; page < GalleryOptions::pageCount; ++page)
-                QTest::addRow("%s %s, page %d", qPrintable(rawValue(look)), isDark ? "dark" : "light", page + 1)
+                QTest::addRow("%s %s, page %d", qPrintable(rawValue(look)), isDark ? "dark" : "light",
+                              page + 1)
                     << look << isDark << page;
         }
     }
@@ -95,7 +96,9 @@ void GalleryTest::everyPageLoadsWithoutAWarning()
     QFETCH(const int, page);
     WarningWatch warnings;
     {
-        GalleryStage stage({.look = look, .isDark = isDark, .page = page, .size = {390, 844}});
+        GalleryOptions options = pageIn(look, page);
+        options.isDark = isDark;
+        GalleryStage stage(options);
         QVERIFY(stage.load());
         const auto picture = await(stage.picture());
         QVERIFY(picture);
@@ -115,8 +118,8 @@ void GalleryTest::noTextIsCut_data()
         for (int page = 0; page < GalleryOptions::pageCount; ++page) {
             for (const int width : {390, 1200}) {
                 for (const double scale : {1.0, 1.3})
-                    QTest::addRow("%s, page %d, %d wide, scale %.1f", qPrintable(rawValue(look)), page + 1, width,
-                                  scale)
+                    QTest::addRow("%s, page %d, %d wide, scale %.1f", qPrintable(rawValue(look)), page + 1,
+                                  width, scale)
                         << look << page << width << scale;
             }
         }
@@ -129,7 +132,9 @@ void GalleryTest::noTextIsCut()
     QFETCH(const int, page);
     QFETCH(const int, width);
     QFETCH(const double, scale);
-    GalleryStage stage({.look = look, .page = page, .textScale = scale, .size = {width, 844}});
+    GalleryOptions options = pageIn(look, page, width);
+    options.textScale = scale;
+    GalleryStage stage(options);
     QVERIFY(stage.load());
     const auto picture = await(stage.picture());
     QVERIFY(picture && !picture->isNull());
@@ -165,7 +170,7 @@ void GalleryTest::everyControlHasAName()
 {
     QFETCH(const ThemeType, look);
     QFETCH(const int, page);
-    GalleryStage stage({.look = look, .page = page});
+    GalleryStage stage(pageIn(look, page));
     QVERIFY(stage.load());
     stage.window()->show();
     QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
@@ -188,7 +193,7 @@ void GalleryTest::everyComponentIsShown()
 {
     QSet<QString> shown;
     for (int page = 0; page < GalleryOptions::pageCount; ++page) {
-        GalleryStage stage({.look = ThemeType::kawaiiPink, .page = page});
+        GalleryStage stage(pageIn(ThemeType::kawaiiPink, page));
         QVERIFY(stage.load());
         const auto picture = await(stage.picture());
         QVERIFY(picture && !picture->isNull());
@@ -203,10 +208,10 @@ void GalleryTest::everyComponentIsShown()
         u"AlbumCoverShadowModifier"_s, u"ThemedListModifier"_s, u"ThemedViewModifier"_s,
         u"AutoThemedRowModifier"_s,
         // controls
-        u"ThemedBackground"_s, u"ThemedSettingsSection"_s, u"ThemedSettingsItem"_s, u"ThemedSegmentedPicker"_s,
-        u"ThemedIcon"_s, u"ThemedSectionHeader"_s, u"ThemedSearchBar"_s, u"ThemedOnlineSongRow"_s,
-        u"ThemedServerRow"_s, u"ThemedPlayButton"_s, u"ThemedControlButton"_s, u"ThemedHeartButton"_s,
-        u"ThemedProgressBar"_s, u"ThemedAlbumCover"_s,
+        u"ThemedBackground"_s, u"ThemedSettingsSection"_s, u"ThemedSettingsItem"_s,
+        u"ThemedSegmentedPicker"_s, u"ThemedIcon"_s, u"ThemedSectionHeader"_s, u"ThemedSearchBar"_s,
+        u"ThemedOnlineSongRow"_s, u"ThemedServerRow"_s, u"ThemedPlayButton"_s, u"ThemedControlButton"_s,
+        u"ThemedHeartButton"_s, u"ThemedProgressBar"_s, u"ThemedAlbumCover"_s,
         // decorations
         u"KawaiiSticker"_s, u"KawaiiFloatingDecorations"_s, u"KawaiiCornerDecoration"_s,
         u"KawaiiTitleDecoration"_s, u"KawaiiEmptyStateDecoration"_s, u"FloatingHeartsView"_s,
@@ -223,7 +228,7 @@ void GalleryTest::twoPicturesOfAPageAreEqual()
 {
     QList<QImage> pictures;
     for (int i = 0; i < 2; ++i) {
-        GalleryStage stage({.look = ThemeType::kawaiiPink, .page = 2, .size = {390, 844}});
+        GalleryStage stage(pageIn(ThemeType::kawaiiPink, 2));
         QVERIFY(stage.load());
         const auto picture = await(stage.picture());
         QVERIFY(picture && !picture->isNull());
@@ -234,7 +239,7 @@ void GalleryTest::twoPicturesOfAPageAreEqual()
 
 void GalleryTest::posesAreSeen()
 {
-    GalleryStage stage({});
+    GalleryStage stage(pageIn(ThemeType::classic, 0));
     QVERIFY(stage.load());
     const auto picture = await(stage.picture());
     QVERIFY(picture && !picture->isNull());

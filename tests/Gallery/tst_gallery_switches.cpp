@@ -111,7 +111,7 @@ void GallerySwitchesTest::manySwitchesLeaveNothingBehind()
 {
     QFETCH(const int, page);
     WarningWatch warnings;
-    GalleryStage stage({.page = page, .size = {390, 844}});
+    GalleryStage stage(pageIn(ThemeType::classic, page));
     QVERIFY(stage.load());
     stage.appearance().setReducesMotion(true);
     stage.window()->show();
@@ -150,7 +150,7 @@ void GallerySwitchesTest::aSwitchInMidAnimationEndsWhereItWould()
     QFETCH(const ThemeType, to);
     QList<QImage> ends;
     for (const bool isSwitched : {false, true}) {
-        GalleryStage stage({.look = isSwitched ? from : to, .size = {390, 844}});
+        GalleryStage stage(pageIn(isSwitched ? from : to, 0));
         QVERIFY(stage.load());
         stage.window()->show();
         QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
@@ -170,7 +170,7 @@ void GallerySwitchesTest::aSwitchInMidAnimationEndsWhereItWould()
 
 void GallerySwitchesTest::theWindowChangesWithoutARestart()
 {
-    GalleryStage stage({.size = {390, 844}});
+    GalleryStage stage(pageIn(ThemeType::classic, 0));
     QVERIFY(stage.load());
     stage.window()->show();
     QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
