@@ -86,28 +86,9 @@ T.AbstractButton {
             visible: root.visualFocus
         }
     }
-    contentItem: Item {
-        implicitWidth: childrenRect.width
-        implicitHeight: childrenRect.height
-
-        Row {
-            anchors.centerIn: parent
-            spacing: Metrics.rowSpacing
-
-            SymbolIcon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.symbol !== ""
-                name: root.symbol
-                size: Metrics.symbolSmall
-                color: root.ink
-            }
-            StyledText {
-                objectName: "label"
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.text
-                style: TextStyles.headline
-                color: root.ink
-            }
-        }
+    contentItem: PressableLabel {
+        symbol: root.symbol
+        text: root.text
+        ink: root.ink
     }
 }
