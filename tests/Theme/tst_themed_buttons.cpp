@@ -141,6 +141,8 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 6);
         s->root()->setEnabled(false);
         s->click(s->root());
+        ThemedScene::accessible(s->root())->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
         QCOMPARE(clicks.size(), 6);
     }
     void aHeartIsPressedOnceByAHeldKeyAndNeverWhileItIsOff()
