@@ -187,16 +187,18 @@ private Q_SLOTS:
             for (const ThemeType type : allThemeTypes()) {
                 AppTheme &theme = ThemeFactory::create(type, scheme);
                 const QColor accent = theme.primaryColor();
-                for (const QColor &beneath : backgroundsOf(theme)) {
-                    for (const QColor &fill : {theme.surfaceColor(), ThemedSurfaces::themedRow(&theme).fill,
-                                               ThemedSurfaces::themedSegmentedPicker(&theme).fill,
-                                               ThemedSurfaces::kawaiiButton(&theme, true).fill}) {
-                        const QColor ground = Contrast::over(fill, beneath);
-                        for (const QColor &text :
-                             {accent, theme.primaryTextColor(), systemColors(scheme).red})
-                            QVERIFY(Contrast::ratio(Contrast::textOn(ground, text), ground) >=
-                                    Contrast::legible);
+                for (const Surface &surface :
+                     {ThemedSurfaces::themedCard(&theme), ThemedSurfaces::themedRow(&theme),
+                      ThemedSurfaces::searchBar(&theme), ThemedSurfaces::themedSegmentedPicker(&theme),
+                      ThemedSurfaces::kawaiiButton(&theme, false),
+                      ThemedSurfaces::kawaiiButton(&theme, true)}) {
+                    for (const QColor &text : {accent, theme.primaryTextColor(), theme.secondaryTextColor(),
+                                               systemColors(scheme).red}) {
+                        const QColor chosen = ThemedSurfaces::textOn(&theme, surface, text);
+                        QVERIFY(leastRatio(theme, surface.fill, chosen) >= Contrast::legible);
                     }
+                    QVERIFY(leastRatio(theme, surface.fill, ThemedSurfaces::accentOn(&theme, surface)) >=
+                            Contrast::legible);
                 }
                 QVERIFY(Contrast::ratio(Qt::white, Contrast::groundFor(Qt::white, accent)) >=
                         Contrast::legible);
