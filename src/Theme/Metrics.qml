@@ -12,11 +12,14 @@ QtObject {
     readonly property int sectionGap: 24
     readonly property int hairline: 1
 
-    readonly property int rowHeight: 64
-    readonly property int compactRowHeight: 52
-    readonly property int tallRowHeight: 80
+    /// By how much a title and the line beneath it are higher than usual on a desktop of large texts: what holds them
+    /// grows by as much.
+    readonly property int textGrowth: Math.max(0, TextStyles.body.line - TextStyles.body.usualLine + TextStyles.subheadline.line - TextStyles.subheadline.usualLine)
+    readonly property int rowHeight: 64 + textGrowth
+    readonly property int compactRowHeight: 52 + textGrowth
+    readonly property int tallRowHeight: 80 + textGrowth
     readonly property int rowCover: 48
-    readonly property int cardHeight: 112
+    readonly property int cardHeight: 112 + textGrowth
     /// Cards of a grid are at least this wide.
     readonly property int cardWidth: 168
     readonly property int playlistCover: 96

@@ -33,7 +33,7 @@ class ThemeEnvironment : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("attached to items")
-    QML_ATTACHED(ThemeEnvironment)
+    QML_ATTACHED(cadorel::ThemeEnvironment)
     Q_PROPERTY(cadorel::AppTheme *theme READ theme WRITE setTheme RESET resetTheme NOTIFY themeChanged)
 public:
     /// Made by qmlAttachedPropertiesObject() alone, once for each object.

@@ -33,6 +33,11 @@ FocusScope {
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
+    function textOf(option: var): string {
+        const text = label;
+        return text(option);
+    }
+
     function walkTo(index: int): void {
         const segment = segments.itemAt(index);
         if (segment)
@@ -105,7 +110,7 @@ FocusScope {
                 rightPadding: Metrics.grid
                 focusPolicy: Qt.TabFocus
                 hoverEnabled: true
-                text: root.label(modelData)
+                text: root.textOf(modelData)
                 checkable: false
                 autoExclusive: false
                 Accessible.name: text

@@ -81,7 +81,9 @@ T.ItemDelegate {
             theme: root.theme
         }
     }
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         SurfaceImage {
             id: tile
 

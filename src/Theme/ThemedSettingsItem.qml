@@ -43,7 +43,9 @@ FocusScope {
             isFocused: button.visualFocus
             theme: root.theme
         }
-        contentItem: Item {
+        Item {
+            anchors.fill: parent
+
             SurfaceImage {
                 id: square
 

@@ -51,7 +51,9 @@ T.ItemDelegate {
             theme: root.theme
         }
     }
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         ArtworkImageView {
             id: cover
 

@@ -5,6 +5,7 @@
 
 #include "Platform/DesktopAppearance.h"
 #include "Theme/ColorTables.h"
+#include "Theme/SystemColorTable.h"
 #include "Views/InterfaceParts.h"
 
 #include <QtQml/qqml.h>
@@ -30,6 +31,13 @@ public:
     {
         return partOf(engine, &InterfaceParts::desktopAppearance);
     }
+};
+
+struct ForeignSystemColorTable
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::SystemColorTable)
+    QML_VALUE_TYPE(systemColorTable)
 };
 
 } // namespace cadorel

@@ -9,7 +9,6 @@
 #include "Theme/Progress.h"
 #include "Theme/Springs.h"
 #include "Theme/Surface.h"
-#include "Theme/SystemColorTable.h"
 #include "Theme/ThemeManager.h"
 #include "Theme/ThemeType.h"
 #include "Theme/ThemedSurfaces.h"
@@ -45,13 +44,6 @@ struct ForeignProgress
     QML_SINGLETON
 public:
     static Progress *create(QQmlEngine *, QJSEngine *) { return new Progress; }
-};
-
-struct ForeignSystemColorTable
-{
-    Q_GADGET
-    QML_FOREIGN(cadorel::SystemColorTable)
-    QML_VALUE_TYPE(systemColorTable)
 };
 
 struct ForeignThemeManager

@@ -69,8 +69,9 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        QCOMPARE(s->warnings.take(), QStringList());
+        const QStringList warnings = s->warnings.take();
         s.reset();
+        QCOMPARE(warnings, QStringList());
     }
 
     void answersMouseFingerAndKeys_data() { addStyles(); }

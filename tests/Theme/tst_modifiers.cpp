@@ -62,8 +62,9 @@ private Q_SLOTS:
     void init() { s = std::make_unique<ThemedScene>(); }
     void cleanup()
     {
-        QCOMPARE(s->warnings.take(), QStringList());
+        const QStringList warnings = s->warnings.take();
         s.reset();
+        QCOMPARE(warnings, QStringList());
     }
 
     void groundsFollowTheLookAround_data() { addThemes(); }

@@ -13,11 +13,16 @@ public:
     WarningWatch()
     {
         s_current = this;
-        m_previous = qInstallMessageHandler(&WarningWatch::handle);
+        // A watch that is still there must not be taken for the handler before: messages would go round forever.
+        const QtMessageHandler previous = qInstallMessageHandler(&WarningWatch::handle);
+        if (previous != &WarningWatch::handle)
+            s_previous = previous;
     }
     ~WarningWatch()
     {
-        qInstallMessageHandler(m_previous);
+        if (s_current != this)
+            return;
+        qInstallMessageHandler(s_previous);
         s_current = nullptr;
     }
     Q_DISABLE_COPY_MOVE(WarningWatch)
@@ -37,11 +42,11 @@ private:
             const QMutexLocker lock(&watch->m_mutex);
             watch->m_warnings.append(message);
         }
-        watch->m_previous(type, context, message);
+        s_previous(type, context, message);
     }
 
     static inline WarningWatch *s_current = nullptr;
-    QtMessageHandler m_previous = nullptr;
+    static inline QtMessageHandler s_previous = nullptr;
     QMutex m_mutex;
     QStringList m_warnings;
 };

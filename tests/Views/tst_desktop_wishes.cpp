@@ -92,7 +92,7 @@ private Q_SLOTS:
         const auto titleSize = [this] {
             const QList<QQuickItem *> items = t->visibleItems();
             for (const QQuickItem *item : items) {
-                if (item->property("text").toString() == u"歌 1")
+                if (item->inherits("QQuickText") && item->property("text").toString() == u"歌 1")
                     return item->property("font").value<QFont>().pixelSize();
             }
             return 0;
