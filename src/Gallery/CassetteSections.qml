@@ -52,7 +52,7 @@ GallerySections {
         }
     }
     GallerySection {
-        title: "没有封面的磁带，与超出范围的数"
+        title: "没有封面，超出范围"
         types: "CassetteCover"
         cell: root.smallSide
         columnsAtMost: 6

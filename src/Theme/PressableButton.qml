@@ -87,10 +87,12 @@ T.AbstractButton {
         }
     }
     contentItem: Item {
-        implicitWidth: childrenRect.width
-        implicitHeight: childrenRect.height
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
 
         Row {
+            id: row
+
             anchors.centerIn: parent
             spacing: Metrics.rowSpacing
 
