@@ -34,7 +34,7 @@ QImage StoredPicture::image() const
 {
     if (!m_image)
         show(decodedCover(m_preferences.dataValue(m_key).value_or(QByteArray()), longestSide));
-    return *m_image;
+    return m_image.value_or(QImage());
 }
 
 QString StoredPicture::address() const
