@@ -12,6 +12,7 @@ GallerySections {
         title: "应用图标"
         types: "AppIconPreview · AppIconButton"
         cell: 136
+        columnsAtMost: 4
         stageHeight: 128
 
         Repeater {

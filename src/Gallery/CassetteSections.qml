@@ -10,6 +10,7 @@ GallerySections {
     id: root
 
     readonly property int side: 240
+    readonly property int smallSide: 112
     readonly property var cassettes: GallerySamples.cassettes
 
     GallerySection {
@@ -40,26 +41,6 @@ GallerySections {
                 }
             }
         }
-        Repeater {
-            model: root.cassettes
-
-            GallerySpecimen {
-                id: empty
-
-                required property var modelData
-
-                caption: modelData.displayName + "，没有封面"
-
-                CassetteCover {
-                    width: root.side
-                    height: root.side
-                    imageName: empty.modelData.imageName
-                    configScale: empty.modelData.scale
-                    offsetX: empty.modelData.offsetX
-                    offsetY: empty.modelData.offsetY
-                }
-            }
-        }
         GallerySpecimen {
             caption: "没有磁带"
 
@@ -69,17 +50,49 @@ GallerySections {
                 coverSource: GallerySamples.covers[0]
             }
         }
-        GallerySpecimen {
-            caption: "存下的数超出范围"
+    }
+    GallerySection {
+        title: "没有封面，超出范围"
+        types: "CassetteCover"
+        cell: root.smallSide
+        columnsAtMost: 6
+        stageHeight: root.smallSide
 
-            CassetteCover {
-                width: root.side
-                height: root.side
-                imageName: root.cassettes[0].imageName
-                coverSource: GallerySamples.covers[1]
-                configScale: 40
-                offsetX: NaN
-                offsetY: -9
+        Repeater {
+            model: root.cassettes
+
+            GallerySpecimen {
+                id: empty
+
+                required property var modelData
+
+                caption: modelData.displayName
+
+                CassetteCover {
+                    width: root.smallSide
+                    height: root.smallSide
+                    imageName: empty.modelData.imageName
+                    configScale: empty.modelData.scale
+                    offsetX: empty.modelData.offsetX
+                    offsetY: empty.modelData.offsetY
+                }
+            }
+        }
+        GallerySpecimen {
+            caption: "缩放 40，偏移 -9"
+
+            GalleryFrame {
+                width: root.smallSide
+                height: root.smallSide
+
+                CassetteCover {
+                    anchors.fill: parent
+                    imageName: root.cassettes[0].imageName
+                    coverSource: GallerySamples.covers[1]
+                    configScale: 40
+                    offsetX: NaN
+                    offsetY: -9
+                }
             }
         }
     }

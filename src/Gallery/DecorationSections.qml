@@ -80,9 +80,13 @@ GallerySections {
         GallerySpecimen {
             caption: "散落的贴纸"
 
-            GalleryCard {
+            GalleryFrame {
                 width: parent.width
                 height: root.stage
+
+                ThemedBackground {
+                    anchors.fill: parent
+                }
 
                 KawaiiFloatingDecorations {
                     anchors.fill: parent
@@ -92,9 +96,13 @@ GallerySections {
         GallerySpecimen {
             caption: "四角的贴纸"
 
-            GalleryCard {
+            GalleryFrame {
                 width: parent.width
                 height: root.stage
+
+                ThemedBackground {
+                    anchors.fill: parent
+                }
 
                 KawaiiCornerDecoration {
                     corner: KawaiiCorners.TopLeading
@@ -117,9 +125,13 @@ GallerySections {
         GallerySpecimen {
             caption: "升起的心"
 
-            GalleryCard {
+            GalleryFrame {
                 width: parent.width
                 height: root.stage
+
+                ThemedBackground {
+                    anchors.fill: parent
+                }
 
                 FloatingHeartsView {
                     anchors.fill: parent
@@ -145,9 +157,13 @@ GallerySections {
         GallerySpecimen {
             caption: "标题旁的贴纸"
 
-            GalleryCard {
+            GalleryFrame {
                 width: parent.width
                 height: root.stage
+
+                ThemedBackground {
+                    anchors.fill: parent
+                }
 
                 Row {
                     anchors.centerIn: parent
@@ -167,9 +183,13 @@ GallerySections {
         GallerySpecimen {
             caption: "空页面的贴纸"
 
-            GalleryCard {
+            GalleryFrame {
                 width: parent.width
                 height: root.stage
+
+                ThemedBackground {
+                    anchors.fill: parent
+                }
 
                 Column {
                     anchors.centerIn: parent

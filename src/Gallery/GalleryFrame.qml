@@ -2,7 +2,7 @@
 import QtQuick
 import Cadorel
 
-/// A line around what would have no edge of its own.
+/// A line around what would have no edge of its own, and an end to what would draw beyond it.
 Item {
     id: root
 
@@ -13,6 +13,7 @@ Item {
         id: body
 
         anchors.fill: parent
+        clip: true
     }
     Rectangle {
         anchors.fill: parent

@@ -43,6 +43,9 @@ T.AbstractButton {
 
     /// Without a finger or a mouse that stays down for a while.
     function pressAtOnce(): void {
+        // A screen reader may ask for what is off.
+        if (!enabled)
+            return;
         answer.restart();
         clicked();
     }

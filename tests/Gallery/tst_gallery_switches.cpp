@@ -3,9 +3,13 @@
 
 #include <QFile>
 #include <QImage>
-#include <QPixmapCache>
+#include <QSignalSpy>
 
 #include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -68,22 +72,43 @@ void click(const GalleryStage &stage, const QQuickItem *item, double atX = 0.5)
     QTest::mouseClick(stage.window(), Qt::LeftButton, {}, item->mapToScene(place).toPoint());
 }
 
-/// Sets off what moves on the page of controls: the heart, a picker's knob, a button's spring.
-void setInMotion(const GalleryStage &stage)
+/// Sets off what moves on the page of controls: the knobs of pickers, springs of buttons, at last @p heart.
+/// @param to the look that is taken in the first turn of the main loop in which the heart moves
+void setInMotion(GalleryStage &stage, const QQuickItem *heart, std::optional<ThemeType> to)
 {
-    QQuickItem *const content = stage.window()->contentItem();
-    content->window()->resize(stage.window()->width(),
-                              qCeil(stage.window()->property("wholeHeight").toDouble()));
     const QList<QQuickItem *> items = visibleItems(stage);
     for (const QQuickItem *item : items) {
         const QByteArrayView type(item->metaObject()->className());
+        // Those of the bar choose looks and pages.
         if (!item->isEnabled() || item->mapToScene(QPointF()).y() < 150)
             continue;
         if (type.startsWith("ThemedSegmentedPicker_"))
             click(stage, item, 0.1);
-        else if (type.startsWith("ThemedHeartButton") || type.startsWith("ThemedPlayButton"))
+        else if (type.startsWith("ThemedPlayButton"))
             click(stage, item);
     }
+    const QPoint centre = heart->mapToScene(QPointF(heart->width() / 2, heart->height() / 2)).toPoint();
+    QTest::mousePress(stage.window(), Qt::LeftButton, {}, centre);
+    if (to)
+        stage.themeManager().switchTo(*to);
+    QTest::mouseRelease(stage.window(), Qt::LeftButton, {}, centre);
+    // What a control says to a mouse that rests on it is no part of how it ends.
+    QTest::mouseMove(stage.window(), QPoint(1, 1));
+}
+
+/// Of any channel of any pixel of two pictures of one size.
+int largestDifference(const QImage &a, const QImage &b)
+{
+    int largest = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb one = a.pixel(x, y);
+            const QRgb other = b.pixel(x, y);
+            largest = std::max({largest, std::abs(qRed(one) - qRed(other)),
+                                std::abs(qGreen(one) - qGreen(other)), std::abs(qBlue(one) - qBlue(other))});
+        }
+    }
+    return largest;
 }
 
 } // namespace
@@ -154,18 +179,23 @@ void GallerySwitchesTest::aSwitchInMidAnimationEndsWhereItWould()
         QVERIFY(stage.load());
         stage.window()->show();
         QVERIFY(QTest::qWaitForWindowExposed(stage.window()));
-        setInMotion(stage);
+        stage.window()->resize(stage.window()->width(),
+                               qCeil(stage.window()->property("wholeHeight").toDouble()));
         const QQuickItem *const heart = firstOf(stage, "ThemedHeartButton");
         QVERIFY(heart);
-        QTRY_VERIFY(heart->property("isAnimating").toBool());
-        if (isSwitched)
-            QVERIFY(takeLook(stage, to));
+        const QSignalSpy moves(heart, SIGNAL(isAnimatingChanged()));
+        QVERIFY(moves.isValid());
+        setInMotion(stage, heart, isSwitched ? std::optional(to) : std::nullopt);
+        QVERIFY(!moves.isEmpty());
+        QTRY_COMPARE(stage.themeManager().currentThemeType(), to);
         const auto picture = await(stage.picture());
         QVERIFY(picture && !picture->isNull());
         QVERIFY(!heart->property("isAnimating").toBool());
         ends.append(*picture);
     }
-    QCOMPARE(ends.at(0), ends.at(1));
+    QCOMPARE(ends.at(1).size(), ends.at(0).size());
+    // A spring ends within a thousandth of where it goes.
+    QVERIFY(largestDifference(ends.at(0), ends.at(1)) <= 2);
 }
 
 void GallerySwitchesTest::theWindowChangesWithoutARestart()
