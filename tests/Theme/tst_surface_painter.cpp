@@ -129,8 +129,6 @@ private Q_SLOTS:
     void tinySizes();
     void absurdNumbersDrawSomethingBounded();
     void addressHoldsTheSurface();
-    void hostileAddressIsNoSurface_data();
-    void hostileAddressIsNoSurface();
 };
 
 void SurfacePainterTest::middleHasTheExactColor()
@@ -478,45 +476,6 @@ void SurfacePainterTest::addressHoldsTheSurface()
             continue;
         QCOMPARE(largestDifference(paintSurface(surface, {80, 60}, 1), paintSurface(again, {80, 60}, 1)), 0);
     }
-    const Surface surface =
-        plain(QColor(1, 2, 3, 4), 12.5, {{QColor(5, 6, 7), 6.25, -2, 2}}, {line(QColor(8, 9, 10), 1.5)});
-    QCOMPARE(Surface::ofAddress(surface.address()), surface);
-    QVERIFY(plain(Qt::red, 4).address() != plain(Qt::red, 5).address());
-    QCOMPARE(plain(Qt::transparent, 12).address(), QString());
-    QCOMPARE(Surface::ofAddress({}), Surface());
-}
-
-void SurfacePainterTest::hostileAddressIsNoSurface_data()
-{
-    QTest::addColumn<QString>("address");
-    const QString color = u"ffff00000000ffff"_s;
-    QTest::newRow("words") << u"../../etc/passwd"_s;
-    QTest::newRow("unknown part") << u"z1"_s;
-    QTest::newRow("no colour") << u"fred"_s;
-    QTest::newRow("short colour") << u"fff"_s;
-    QTest::newRow("empty part") << u"f%1;;r12"_s.arg(color);
-    QTest::newRow("huge radius") << u"f%1;r1e300"_s.arg(color);
-    QTest::newRow("no number") << u"f%1;rnan"_s.arg(color);
-    QTest::newRow("endless") << u"f%1;rinf"_s.arg(color);
-    QTest::newRow("huge blur") << u"s%1,1e9,0,0"_s.arg(color);
-    QTest::newRow("huge offset") << u"s%1,4,9999,0"_s.arg(color);
-    QTest::newRow("negative blur") << u"s%1,-4,0,0"_s.arg(color);
-    QTest::newRow("too few numbers") << u"s%1,4,0"_s.arg(color);
-    QTest::newRow("too many numbers") << u"s%1,4,0,0,0"_s.arg(color);
-    QTest::newRow("stroke without numbers") << u"k%1"_s.arg(color);
-    QTest::newRow("gradient without stops") << u"g0,0,1,1"_s;
-    QTest::newRow("gradient with half a stop") << u"g0,0,1,1,0"_s;
-    QTest::newRow("gradient backwards") << u"g0,0,1,1,1,%1,0,%1"_s.arg(color);
-    QTest::newRow("too many stops") << u"g0,0,1,1"_s + u",0,%1"_s.arg(color).repeated(40);
-    QTest::newRow("too many shadows") << QStringList(50, u"s%1,4,0,0"_s.arg(color)).join(u';');
-    QTest::newRow("endless text") << u"f%1;"_s.arg(color).repeated(100'000);
-    QTest::newRow("zero") << QString(QChar(0));
-}
-
-void SurfacePainterTest::hostileAddressIsNoSurface()
-{
-    QFETCH(QString, address);
-    QCOMPARE(Surface::ofAddress(address), Surface());
 }
 
 QTEST_APPLESS_MAIN(SurfacePainterTest)
