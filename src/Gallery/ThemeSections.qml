@@ -18,4 +18,31 @@ GallerySections {
             }
         }
     }
+    GallerySection {
+        title: "强调色"
+        types: "ThemedAccentColorModifier · ThemeColor"
+        cell: GalleryMetrics.phoneColumn
+        stageHeight: 0
+
+        GallerySpecimen {
+            caption: "选中的文字"
+
+            ThemedAccentColorModifier {
+                width: parent.width
+                height: Metrics.touchTarget
+
+                TextEdit {
+                    anchors.centerIn: parent
+                    text: "换个颜色听歌"
+                    font.pixelSize: TextStyles.title3.size
+                    readOnly: true
+                    persistentSelection: true
+                    color: ThemeEnvironment.theme.primaryTextColor
+                    selectionColor: palette.highlight
+                    selectedTextColor: palette.highlightedText
+                    Component.onCompleted: select(2, 4)
+                }
+            }
+        }
+    }
 }

@@ -28,12 +28,10 @@ class AppTheme : public QObject
     Q_PROPERTY(QString displayName READ displayName CONSTANT)
     Q_PROPERTY(QString icon READ icon CONSTANT)
     Q_PROPERTY(bool useNeumorphism READ useNeumorphism CONSTANT)
-    Q_PROPERTY(cadorel::LinearGradient backgroundGradient READ backgroundGradient CONSTANT)
     Q_PROPERTY(cadorel::NowPlayingConfig nowPlayingConfig READ nowPlayingConfig CONSTANT)
     Q_PROPERTY(bool isClassic READ isClassic CONSTANT)
     Q_PROPERTY(bool isKawaiiPink READ isKawaiiPink CONSTANT)
     Q_PROPERTY(bool isDark READ isDark CONSTANT)
-    Q_PROPERTY(cadorel::SystemColorTable colors READ colors CONSTANT)
 public:
     /// Behind a whole screen.
     virtual QColor backgroundColor() const = 0;

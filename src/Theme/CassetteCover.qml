@@ -8,7 +8,7 @@ Item {
 
     /// Name of the cassette's picture; empty for none.
     property string imageName
-    /// Address of the cover, see ArtworkImageView.
+    /// Address of the cover, see ArtworkImageView. A song without one leaves the label of a cassette as it is drawn.
     property string coverSource
     /// How large the cover is and how far from the centre, as fractions of the picture; see CassetteLayout.
     property real configScale: 1
@@ -18,6 +18,7 @@ Item {
     property real cornerRadius: Metrics.cardRadius
     /// Side of the square picture, which lies in the middle of the item.
     readonly property real side: Math.max(0, Math.min(width, height))
+    readonly property bool hasCover: coverSource !== "" && coverSource !== "image://cover/none"
     readonly property rect coverRect: CassetteLayout.coverRect(side, configScale, offsetX, offsetY)
 
     implicitWidth: Metrics.cassetteSize
@@ -33,7 +34,8 @@ Item {
             objectName: "cassette"
             anchors.fill: parent
             asynchronous: true
-            sourceSize: Qt.size(Math.ceil(root.side), Math.ceil(root.side))
+            sourceSize.width: Math.ceil(root.side)
+            sourceSize.height: Math.ceil(root.side)
             source: root.imageName !== "" && root.side > 0 ? KawaiiIcon.artworkFile(root.imageName) : ""
         }
         ArtworkImageView {
@@ -45,7 +47,7 @@ Item {
             size: Math.max(1, Math.round(root.coverRect.width))
             cornerRadius: Math.round(root.imageName === "" ? Math.min(root.cornerRadius, size / 2) : CassetteLayout.coverRadius(size))
             source: root.coverSource
-            visible: root.coverRect.width > 0
+            visible: root.coverRect.width > 0 && (root.imageName === "" || root.hasCover)
         }
     }
 }

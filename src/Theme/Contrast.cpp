@@ -27,9 +27,13 @@ double ratioOfOpaque(const QColor &one, const QColor &other)
     return (qMax(a, b) + 0.05) / (qMin(a, b) + 0.05);
 }
 
+/// As a screen shows it, in 8 bits a channel: what is just legible before it is rounded may not be
+/// afterwards.
 QColor withLightness(const QColor &color, float lightness)
 {
-    return QColor::fromHslF(qMax(color.hslHueF(), 0.0F), color.hslSaturationF(), lightness, color.alphaF());
+    const QColor exact =
+        QColor::fromHslF(qMax(color.hslHueF(), 0.0F), color.hslSaturationF(), lightness, color.alphaF());
+    return QColor::fromRgba(exact.rgba());
 }
 
 /// The colour of @p color's hue that is nearest to it and contrasts with @p fixed.

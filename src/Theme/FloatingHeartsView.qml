@@ -30,6 +30,8 @@ Item {
         model: root.hearts
 
         delegate: SymbolIcon {
+            id: heart
+
             required property real heartX
             required property real heartY
             required property real heartScale
@@ -48,14 +50,14 @@ Item {
 
             Behavior on y {
                 NumberAnimation {
-                    duration: duration
+                    duration: heart.duration
                     easing.type: Easing.BezierSpline
                     easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
                 }
             }
             Behavior on opacity {
                 NumberAnimation {
-                    duration: duration
+                    duration: heart.duration
                     easing.type: Easing.BezierSpline
                     easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
                 }

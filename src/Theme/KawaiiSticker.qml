@@ -24,7 +24,8 @@ Item {
         asynchronous: true
         antialiasing: true
         fillMode: Image.PreserveAspectFit
-        sourceSize: Qt.size(drawnSize, drawnSize)
+        sourceSize.width: drawnSize
+        sourceSize.height: drawnSize
         source: root.theme.isKawaiiPink && drawnSize > 0 ? KawaiiIcon.artworkFile(root.imageName) : ""
     }
 }

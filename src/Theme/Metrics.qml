@@ -37,7 +37,9 @@ QtObject {
     readonly property int segmentRadius: 6
     readonly property int settingsItemHeight: 48
     readonly property int settingsSquare: 30
-    readonly property int settingsSymbol: 18
+    /// Font size whose symbol stands on the square.
+    readonly property int settingsGlyph: 15
+    readonly property int segmentDuration: 200
     readonly property int statusDot: 8
 
     readonly property int stickerSize: 60
@@ -61,9 +63,16 @@ QtObject {
     readonly property int symbolSmall: 18
     readonly property int symbol: 24
     readonly property int symbolLarge: 30
+    readonly property int heartSymbol: 28
+    readonly property real heartJump: 1.3
+    readonly property int heartJumpDuration: 300
     readonly property int symbolHuge: 56
 
     readonly property int trackHeight: 4
+    readonly property int progressKnob: 12
+    readonly property int draggedProgressKnob: 16
+    readonly property int playButton: 64
+    readonly property int controlButton: 44
     readonly property int handleSize: 16
     readonly property int volumeWidth: 96
     readonly property int gainHandleSize: 20
@@ -102,6 +111,11 @@ QtObject {
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
+
+    /// Size of a symbol that stands where a text of that font size would: its box is a fifth larger.
+    function symbolOf(fontSize: real): int {
+        return Math.round(1.2 * fontSize);
+    }
 
     /// Size of the symbol on a round button: 0.4 of its diameter, with whole pixels at each side.
     function glyphOf(diameter: real): int {

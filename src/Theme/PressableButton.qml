@@ -43,6 +43,9 @@ T.AbstractButton {
 
     /// Without a finger or a mouse that stays down for a while.
     function pressAtOnce(): void {
+        // A screen reader may ask for what is off.
+        if (!enabled)
+            return;
         answer.restart();
         clicked();
     }
@@ -86,30 +89,9 @@ T.AbstractButton {
             visible: root.visualFocus
         }
     }
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Metrics.rowSpacing
-
-            SymbolIcon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.symbol !== ""
-                name: root.symbol
-                size: Metrics.symbolSmall
-                color: root.ink
-            }
-            StyledText {
-                objectName: "label"
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.text
-                style: TextStyles.headline
-                color: root.ink
-            }
-        }
+    contentItem: PressableLabel {
+        symbol: root.symbol
+        text: root.text
+        ink: root.ink
     }
 }

@@ -9,7 +9,7 @@ QtObject {
     id: root
 
     readonly property bool dark: DesktopAppearance.dark
-    readonly property var table: dark ? ColorTables.dark : ColorTables.light
+    readonly property systemColorTable table: dark ? ColorTables.dark : ColorTables.light
 
     readonly property color background: table.background
     readonly property color secondaryBackground: table.secondaryBackground

@@ -44,7 +44,7 @@ QList<QObject *> ThemeManager::themes() const
 
 void ThemeManager::switchTo(ThemeType type)
 {
-    if (type == m_currentThemeType)
+    if (type == m_currentThemeType || !allThemeTypes().contains(type))
         return;
     QMetaObject::invokeMethod(this, [this, type] { setCurrentThemeType(type); }, Qt::QueuedConnection);
 }

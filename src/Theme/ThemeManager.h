@@ -47,7 +47,8 @@ public:
     QList<QObject *> themes() const;
 
     /// Takes the look, and stores it, with the next turn of the main loop, never within the call. Asking for
-    /// the present look does nothing; asking twice for another one is the same as asking once. Any thread.
+    /// the present look, or for a number that is none of a look, does nothing; asking twice for another one
+    /// is the same as asking once. Any thread.
     Q_INVOKABLE void switchTo(cadorel::ThemeTypes::Type type);
     /// The next look, after the last the first.
     Q_INVOKABLE void toggleTheme();

@@ -53,7 +53,10 @@ FocusScope {
             Repeater {
                 id: cards
 
+                // Lists of objects have no name in the descriptions of types.
+                // qmllint disable type
                 model: ThemeManager.themes
+                // qmllint enable type
 
                 delegate: ThemePreviewCard {
                     required property int index

@@ -110,8 +110,6 @@ T.RadioButton {
             spacing: Metrics.grid
 
             SymbolIcon {
-                id: symbol
-
                 objectName: "symbol"
                 anchors.verticalCenter: parent.verticalCenter
                 name: root.theme.icon
@@ -120,7 +118,7 @@ T.RadioButton {
             }
             StyledText {
                 objectName: "label"
-                width: Math.min(implicitWidth, parent.room - symbol.width - parent.spacing)
+                width: Math.min(implicitWidth, parent.room - Metrics.symbolTiny - parent.spacing)
                 text: root.text
                 style: TextStyles.footnote
                 font.weight: root.isSelected ? Font.DemiBold : Font.Normal

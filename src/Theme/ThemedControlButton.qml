@@ -7,7 +7,7 @@ ScaleButtonStyle {
     id: root
 
     required property string systemName
-    property real size: 44
+    property real size: Metrics.controlButton
 
     implicitWidth: size
     implicitHeight: size

@@ -19,15 +19,15 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     text: isFavorite ? "取消喜欢" : "喜欢"
     Accessible.name: text
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: Press.byAction(root)
+    Keys.onReturnPressed: event => Press.byKey(root, event)
+    Keys.onEnterPressed: event => Press.byKey(root, event)
     onClicked: pulse.restart()
 
     Timer {
         id: pulse
 
-        interval: 300
+        interval: Metrics.heartJumpDuration
     }
 
     background: ThemedHighlight {
@@ -39,21 +39,45 @@ T.AbstractButton {
     }
     contentItem: Item {
         SymbolIcon {
+            id: glyph
+
             objectName: "glyph"
             anchors.centerIn: parent
             name: root.isFavorite ? AppIcons.favorite.heartFill : AppIcons.favorite.heart
-            size: 28
+            size: Metrics.heartSymbol
             color: root.isFavorite ? root.theme.primaryColor : root.theme.secondaryTextColor
             opacity: root.enabled ? 1 : Metrics.disabledOpacity
-            scale: root.isAnimating ? 1.3 : 1
 
-            Behavior on scale {
-                // It springs up more lively than it comes back.
-                ResponseSpring {
-                    response: 0.3
-                    damping: root.isAnimating ? 0.5 : 0.6
+            // It springs up more lively than it comes back.
+            states: State {
+                name: "jumping"
+                when: root.isAnimating && !Motion.isReduced
+
+                PropertyChanges {
+                    glyph.scale: Metrics.heartJump
                 }
             }
+            transitions: [
+                Transition {
+                    to: "jumping"
+
+                    ResponseSpring {
+                        objectName: "upwards"
+                        target: glyph
+                        property: "scale"
+                        damping: 0.5
+                    }
+                },
+                Transition {
+                    from: "jumping"
+
+                    ResponseSpring {
+                        objectName: "back"
+                        target: glyph
+                        property: "scale"
+                    }
+                }
+            ]
         }
     }
     StyledToolTip {

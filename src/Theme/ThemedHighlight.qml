@@ -10,10 +10,12 @@ Rectangle {
     property bool isHovered: false
     property bool isPressed: false
     property bool isFocused: false
+    /// What reads on the ground beneath.
+    property color ink: theme.primaryTextColor
     property AppTheme theme: ThemeEnvironment.theme
 
     radius: Metrics.cardRadius
-    color: isPressed ? Qt.alpha(theme.primaryTextColor, Metrics.pressedOpacity) : isHovered ? Qt.alpha(theme.primaryTextColor, Metrics.hoverOpacity) : "transparent"
+    color: isPressed ? Qt.alpha(ink, Metrics.pressedOpacity) : isHovered ? Qt.alpha(ink, Metrics.hoverOpacity) : "transparent"
 
     ThemedFocusRing {
         objectName: "focusRing"

@@ -9,14 +9,15 @@ Item {
     id: root
 
     property string systemName
-    /// Name of the picture; empty leaves the symbol in every look.
+    /// Name of the picture; empty or unknown leaves the symbol in every look.
     property string kawaiiName
-    property real size: 24
+    property real size: Metrics.symbol
     property AppTheme theme: ThemeEnvironment.theme
     /// Of the symbol; a picture has its own.
     property color color: theme.primaryTextColor
 
-    readonly property bool isPicture: theme.isKawaiiPink && kawaiiName !== ""
+    readonly property bool isPicture: theme.isKawaiiPink && String(artworkFile) !== ""
+    readonly property url artworkFile: kawaiiName !== "" ? KawaiiIcon.artworkFile(kawaiiName) : ""
 
     implicitWidth: size
     implicitHeight: size
@@ -35,6 +36,7 @@ Item {
         fillMode: Image.PreserveAspectFit
         sourceSize.width: root.size
         sourceSize.height: root.size
-        source: root.isPicture ? KawaiiIcon.artworkFile(root.kawaiiName) : ""
+        asynchronous: true
+        source: root.isPicture ? root.artworkFile : ""
     }
 }

@@ -7,7 +7,8 @@ ScaleButtonStyle {
     id: root
 
     property bool isPlaying: false
-    property real size: 64
+    property real size: Metrics.playButton
+    ink: theme.useNeumorphism ? theme.primaryColor : SystemColors.accentInk
 
     implicitWidth: size
     implicitHeight: size
@@ -20,6 +21,15 @@ ScaleButtonStyle {
         objectName: "circle"
         surface: Surfaces.playButton(root.theme, root.size)
 
+        ThemedHighlight {
+            objectName: "highlight"
+            anchors.fill: parent
+            radius: height / 2
+            isHovered: root.hovered
+            isPressed: root.showsPress
+            ink: root.ink
+            theme: root.theme
+        }
         ThemedFocusRing {
             objectName: "focusRing"
             controlRadius: root.size / 2
@@ -35,7 +45,7 @@ ScaleButtonStyle {
             anchors.horizontalCenterOffset: root.isPlaying ? 0 : 2
             name: root.isPlaying ? AppIcons.playback.pause : AppIcons.playback.play
             size: Metrics.glyphOf(root.size)
-            color: root.theme.useNeumorphism ? root.theme.primaryColor : "white"
+            color: root.ink
         }
     }
 }

@@ -21,7 +21,7 @@ FocusScope {
     readonly property real maximumValue: 1
     readonly property real stepSize: 0.05
 
-    readonly property real knobSize: isDragging ? 16 : 12
+    readonly property real knobSize: isDragging ? Metrics.draggedProgressKnob : Metrics.progressKnob
     /// Whole device pixels: a value that creeps repaints nothing until it has gone one.
     readonly property real fillWidth: Math.round(value * width * Screen.devicePixelRatio) / Screen.devicePixelRatio
 

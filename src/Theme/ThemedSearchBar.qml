@@ -64,8 +64,8 @@ FocusScope {
         focus: true
         color: root.theme.primaryTextColor
         font.pixelSize: TextStyles.body.size
-        selectionColor: Contrast.groundFor("white", root.theme.primaryColor)
-        selectedTextColor: "white"
+        selectionColor: Contrast.groundFor(SystemColors.accentInk, root.theme.primaryColor)
+        selectedTextColor: SystemColors.accentInk
         selectByMouse: true
         inputMethodHints: Qt.ImhNoAutoUppercase
         Accessible.role: Accessible.EditableText
@@ -84,7 +84,7 @@ FocusScope {
             objectName: "placeholder"
             anchors.fill: parent
             text: root.placeholder
-            color: root.theme.secondaryTextColor
+            color: Surfaces.textOn(root.theme, Surfaces.searchBar(root.theme), root.theme.secondaryTextColor)
             visible: field.length === 0 && field.preeditText === ""
             Accessible.ignored: true
         }

@@ -20,12 +20,17 @@ FocusScope {
 
     readonly property int selectedIndex: options.indexOf(selection)
     // Labels lie on the track or on the pill, and can be read on both.
-    readonly property color trackColor: theme.useNeumorphism ? theme.surfaceColor : Contrast.over(Qt.alpha(theme.primaryColor, 0.1), theme.backgroundColor)
     readonly property color pillColor: theme.useNeumorphism ? theme.surfaceColor : theme.isDark ? Contrast.over(Qt.alpha(theme.primaryColor, 0.35), theme.surfaceColor) : "white"
     readonly property color selectedColor: Contrast.textOn(pillColor, theme.primaryColor)
-    readonly property color otherColor: Contrast.textOn(trackColor, theme.primaryTextColor)
+    readonly property color otherColor: Surfaces.textOn(theme, Surfaces.themedSegmentedPicker(theme), theme.primaryTextColor)
 
     signal selected(var option)
+
+    // From no choice to one there is no way to slide.
+    onSelectedIndexChanged: {
+        pill.slides = pill.place >= 0 && selectedIndex >= 0;
+        pill.place = selectedIndex;
+    }
 
     implicitWidth: options.length * Metrics.segmentWidth
     implicitHeight: Math.max(Metrics.touchTarget, TextStyles.subheadline.line + 2 * Metrics.rowSpacing + 2 * Metrics.grid)
@@ -52,7 +57,8 @@ FocusScope {
         id: pill
 
         // The place and not x is what moves: a window that is made wider moves nothing.
-        property real place: root.selectedIndex
+        property real place: 0
+        property bool slides: false
 
         objectName: "pill"
         x: Metrics.grid + place * width
@@ -66,11 +72,11 @@ FocusScope {
         visible: root.selectedIndex >= 0
 
         Behavior on place {
-            enabled: pill.visible
+            enabled: pill.slides
 
             NumberAnimation {
                 objectName: "slide"
-                duration: Motion.scaled(200)
+                duration: Motion.scaled(Metrics.segmentDuration)
                 easing.type: Easing.InOutQuad
             }
         }
@@ -116,9 +122,9 @@ FocusScope {
                 Accessible.name: text
                 Accessible.checkable: true
                 Accessible.checked: isSelected
-                Accessible.onPressAction: segment.clicked()
-                Keys.onReturnPressed: segment.clicked()
-                Keys.onEnterPressed: segment.clicked()
+                Accessible.onPressAction: Press.byAction(segment)
+                Keys.onReturnPressed: event => Press.byKey(segment, event)
+                Keys.onEnterPressed: event => Press.byKey(segment, event)
                 Keys.onLeftPressed: root.walkTo(index - 1)
                 Keys.onRightPressed: root.walkTo(index + 1)
                 onClicked: {

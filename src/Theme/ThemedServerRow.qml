@@ -16,6 +16,8 @@ T.ItemDelegate {
 
     readonly property string status: (isConnected ? "已连接" : "未连接") + (isConnected || songCount > 0 ? " · " + songCount + " 首歌曲" : "")
 
+    readonly property color quietColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.secondaryTextColor)
+
     signal tapped
     signal editRequested
     signal deleteRequested
@@ -27,9 +29,9 @@ T.ItemDelegate {
     focusPolicy: Qt.TabFocus
     text: config.name
     Accessible.name: config.name + "，" + config.host + "，" + status
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: Press.byAction(root)
+    Keys.onReturnPressed: event => Press.byKey(root, event)
+    Keys.onEnterPressed: event => Press.byKey(root, event)
     Keys.onMenuPressed: menu.popup(root, Qt.point(root.width - menu.width, root.height / 2))
     onClicked: tapped()
     onPressAndHold: menu.popup(root, Qt.point(pressX, pressY))
@@ -121,7 +123,7 @@ T.ItemDelegate {
                 width: parent.width
                 text: root.config.host
                 style: TextStyles.footnote
-                color: root.theme.secondaryTextColor
+                color: root.quietColor
                 elide: Text.ElideMiddle
             }
             Row {
@@ -137,14 +139,14 @@ T.ItemDelegate {
                     width: Metrics.statusDot
                     height: Metrics.statusDot
                     radius: width / 2
-                    color: root.isConnected ? SystemColors.green : SystemColors.gray
+                    color: root.isConnected ? Surfaces.textOn(root.theme, Surfaces.themedRow(root.theme), SystemColors.green) : root.theme.secondaryTextColor
                 }
                 StyledText {
                     objectName: "serverStatus"
                     width: parent.width - dot.width - parent.spacing
                     text: root.status
                     style: TextStyles.footnote
-                    color: root.theme.secondaryTextColor
+                    color: root.quietColor
                     // A count is never cut off.
                     elide: Text.ElideNone
                     wrapMode: Text.Wrap
@@ -158,8 +160,8 @@ T.ItemDelegate {
             anchors.right: parent.right
             anchors.rightMargin: Metrics.grid
             anchors.verticalCenter: parent.verticalCenter
-            // The keyboard has the menu key for it.
-            focusPolicy: Qt.NoFocus
+            // Not every keyboard has a menu key.
+            focusPolicy: Qt.TabFocus
             symbol: AppIcons.navigation.more
             isOpen: menu.visible
             theme: root.theme

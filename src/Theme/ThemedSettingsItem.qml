@@ -31,9 +31,9 @@ FocusScope {
         focusPolicy: Qt.TabFocus
         text: root.title
         Accessible.name: root.subtitle === "" ? root.title : root.title + "，" + root.subtitle
-        Accessible.onPressAction: button.clicked()
-        Keys.onReturnPressed: button.clicked()
-        Keys.onEnterPressed: button.clicked()
+        Accessible.onPressAction: Press.byAction(button)
+        Keys.onReturnPressed: event => Press.byKey(button, event)
+        Keys.onEnterPressed: event => Press.byKey(button, event)
         onClicked: root.clicked()
 
         background: ThemedHighlight {
@@ -61,8 +61,8 @@ FocusScope {
                     objectName: "glyph"
                     anchors.centerIn: parent
                     name: root.icon
-                    size: Metrics.settingsSymbol
-                    color: "white"
+                    size: Metrics.symbolOf(Metrics.settingsGlyph)
+                    color: SystemColors.accentInk
                 }
             }
             StyledText {
@@ -98,8 +98,7 @@ FocusScope {
                 anchors.rightMargin: Metrics.rowSpacing
                 anchors.verticalCenter: parent.verticalCenter
                 name: AppIcons.navigation.forward
-                // The drawing fills two thirds of its box.
-                size: Math.round(1.5 * TextStyles.caption1.size)
+                size: Metrics.symbolOf(TextStyles.caption1.size)
                 color: Qt.alpha(root.theme.secondaryTextColor, 0.6 * root.theme.secondaryTextColor.a)
             }
         }

@@ -19,7 +19,8 @@ T.ItemDelegate {
     property bool showsFocus: false
     property AppTheme theme: ThemeEnvironment.theme
 
-    readonly property color currentColor: Contrast.textOn(theme.surfaceColor, theme.primaryColor)
+    readonly property color currentColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryColor)
+    readonly property color quietColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.secondaryTextColor)
 
     signal menuRequested(point position)
 
@@ -30,7 +31,7 @@ T.ItemDelegate {
     text: title
     Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isFavorite ? "，已喜欢" : "")
     Accessible.selected: isCurrent
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: Press.byAction(root)
     onPressAndHold: menuRequested(Qt.point(pressX, pressY))
 
     // A handler of the row's own would make the row take the right button for a click.
@@ -88,7 +89,7 @@ T.ItemDelegate {
                 width: parent.width
                 text: root.subtitle
                 style: TextStyles.footnote
-                color: root.theme.secondaryTextColor
+                color: root.quietColor
                 visible: text !== ""
             }
         }
@@ -124,7 +125,7 @@ T.ItemDelegate {
             anchors.verticalCenter: parent.verticalCenter
             text: root.trailingText
             style: TextStyles.footnote
-            color: root.theme.secondaryTextColor
+            color: root.quietColor
             elide: Text.ElideNone
         }
     }

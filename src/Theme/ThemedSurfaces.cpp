@@ -324,10 +324,34 @@ Surface ThemedSurfaces::previewScreen(AppTheme *theme, double cornerRadius)
 
 QColor ThemedSurfaces::accentOn(AppTheme *theme, const Surface &surface)
 {
+    return theme ? textOn(theme, surface, theme->primaryColor()) : QColor();
+}
+
+QColor ThemedSurfaces::textOn(AppTheme *theme, const Surface &surface, const QColor &color)
+{
     if (!theme)
         return {};
+    const Surface screen = background(theme);
     const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
-    return Contrast::textOn(Contrast::over(fill, theme->backgroundColor()), theme->primaryColor());
+    QList<QColor> grounds;
+    for (const QGradientStop &stop : screen.gradient.stops)
+        grounds.append(Contrast::over(fill, Contrast::over(stop.second, screen.fill)));
+    if (grounds.isEmpty())
+        grounds.append(Contrast::over(fill, screen.fill));
+    // What can be read on the ground that is hardest can be read on the others.
+    QColor best;
+    double bestLeast = 0;
+    for (const QColor &ground : grounds) {
+        const QColor text = Contrast::textOn(ground, color);
+        double least = Contrast::ratio(text, ground);
+        for (const QColor &other : grounds)
+            least = std::min(least, Contrast::ratio(text, other));
+        if (least > bestLeast) {
+            best = text;
+            bestLeast = least;
+        }
+    }
+    return best;
 }
 
 Surface ThemedSurfaces::background(AppTheme *theme)

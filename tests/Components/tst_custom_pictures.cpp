@@ -7,9 +7,11 @@
 #include "Theme/Contrast.h"
 #include "Theme/SystemColorTable.h"
 #include "Theme/ThemeColor.h"
+#include "Theme/ThemeFactory.h"
 #include "Theme/ThemeManager.h"
 #include "Views/UserInterface.h"
 
+#include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QSignalSpy>
@@ -46,6 +48,9 @@ private Q_SLOTS:
     void screensChooseByTheRowsOfAPicker();
     void accentsAreTold();
     void everyAccentCanBeReadAndReadOn();
+    void everyAccentCanBeReadOnALook();
+    void whatLiesWithinTakesTheAccent();
+    void everyColorOfTheTableHasItsName();
     void aChangeOfSchemeIsToldOnce();
     void withoutAServiceTheAccentIsTheFirst();
 
@@ -249,6 +254,64 @@ void TestCustomPictures::everyAccentCanBeReadAndReadOn()
                 QVERIFY(Contrast::ratio(themeColor.accentText(), ground) >= Contrast::legible);
                 QVERIFY(Contrast::ratio(themeColor.accentText(), tinted) >= Contrast::legible);
             }
+        }
+    }
+}
+
+/// By the colour that its documentation tells to take; its own text is for other grounds.
+void TestCustomPictures::everyAccentCanBeReadOnALook()
+{
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        m_appearance.setColorScheme(scheme);
+        for (const PresetColor &preset : m_service->presetColors()) {
+            m_service->setAccentColor(preset.color, preset.name);
+            for (const ThemeType type : allThemeTypes()) {
+                const auto item = made("Item { property AppTheme theme\n"
+                                       "property color text: theme ? Contrast.textOn(theme.surfaceColor, "
+                                       "ThemeColor.accent) : \"black\" }");
+                QVERIFY(item);
+                AppTheme &theme = ThemeFactory::create(type, scheme);
+                QVERIFY(item->setProperty("theme", QVariant::fromValue(&theme)));
+                const QColor text = item->property("text").value<QColor>();
+                QVERIFY(Contrast::ratio(text, theme.surfaceColor()) >= Contrast::legible);
+            }
+        }
+    }
+}
+
+void TestCustomPictures::whatLiesWithinTakesTheAccent()
+{
+    const auto item = made("ThemedAccentColorModifier { width: 200; height: 50\n"
+                           "TextEdit { objectName: \"text\"; selectionColor: palette.highlight; "
+                           "selectedTextColor: palette.highlightedText } }");
+    QVERIFY(item);
+    const auto *text = item->findChild<QObject *>(u"text"_s);
+    QVERIFY(text);
+    const ThemeColor themeColor(m_service.get(), m_appearance);
+    for (const int index : {4, 1}) {
+        m_service->setPresetColor(index);
+        QCOMPARE(item->property("tint").value<QColor>(), m_service->accentColor());
+        QCOMPARE(item->property("accentColor").value<QColor>(), m_service->accentColor());
+        QCOMPARE(text->property("selectionColor").value<QColor>(), themeColor.accentFill());
+        QCOMPARE(text->property("selectedTextColor").value<QColor>(), themeColor.accentInk());
+    }
+}
+
+void TestCustomPictures::everyColorOfTheTableHasItsName()
+{
+    const auto item = made("QtObject { property QtObject colors: SystemColors }");
+    QVERIFY(item);
+    const auto *colors = item->property("colors").value<QObject *>();
+    QVERIFY(colors);
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        m_appearance.setColorScheme(scheme);
+        const QMetaObject &table = SystemColorTable::staticMetaObject;
+        QVERIFY(table.propertyCount() > 0);
+        for (int i = 0; i < table.propertyCount(); ++i) {
+            const QMetaProperty property = table.property(i);
+            const QVariant given = colors->property(property.name());
+            QVERIFY2(given.isValid(), property.name());
+            QCOMPARE(given.value<QColor>(), property.readOnGadget(&systemColors(scheme)).value<QColor>());
         }
     }
 }

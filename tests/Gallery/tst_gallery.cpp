@@ -206,7 +206,7 @@ void GalleryTest::everyComponentIsShown()
         u"NeumorphismRaisedModifier"_s, u"NeumorphismPressedModifier"_s, u"KawaiiCardModifier"_s,
         u"ThemedRowModifier"_s, u"ThemedArtworkModifier"_s, u"ThemedSegmentedPickerModifier"_s,
         u"AlbumCoverShadowModifier"_s, u"ThemedListModifier"_s, u"ThemedViewModifier"_s,
-        u"AutoThemedRowModifier"_s,
+        u"AutoThemedRowModifier"_s, u"ThemedAccentColorModifier"_s,
         // controls
         u"ThemedBackground"_s, u"ThemedSettingsSection"_s, u"ThemedSettingsItem"_s,
         u"ThemedSegmentedPicker"_s, u"ThemedIcon"_s, u"ThemedSectionHeader"_s, u"ThemedSearchBar"_s,

@@ -4,15 +4,30 @@
 #include "Fakes/FakeDesktopAppearance.h"
 #include "Fakes/FakePreferences.h"
 #include "Services/ThemeService.h"
+#include "Theme/SystemColorTable.h"
 #include "Theme/ThemeManager.h"
 
 #include <QMetaProperty>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <limits>
 #include <memory>
 
 namespace cadorel {
+
+inline constexpr double infinity = std::numeric_limits<double>::infinity();
+inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// The named colours by day, and by night.
+inline const SystemColorTable &light()
+{
+    return systemColors(ColorScheme::light);
+}
+inline const SystemColorTable &dark()
+{
+    return systemColors(ColorScheme::dark);
+}
 
 /// Preferences that note what is read, in its order.
 class WatchedPreferences : public FakePreferences

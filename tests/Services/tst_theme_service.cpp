@@ -4,31 +4,11 @@
 #include "Platform/Platform.h"
 #include "Platform/SharedServices.h"
 #include "Platform/Sql/SqlitePreferences.h"
-#include "Theme/SystemColorTable.h"
 
 #include <QTemporaryDir>
 
-#include <limits>
-
 using namespace cadorel;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-const SystemColorTable &light()
-{
-    return systemColors(ColorScheme::light);
-}
-
-const SystemColorTable &dark()
-{
-    return systemColors(ColorScheme::dark);
-}
-
-} // namespace
 
 class TestThemeService : public QObject
 {
@@ -40,16 +20,16 @@ private Q_SLOTS:
     void nothingIsWrittenByReading();
     void settingsAreReadInTheirOrder();
 
-    void switches_data();
-    void switches();
+    void switchesAreReadAndStored_data();
+    void switchesAreReadAndStored();
     void theRingIsToggled();
 
-    void numbers_data();
-    void numbers();
-    void coversAreRoundOrSquare();
+    void numbersAreClampedWhenWrittenAndNotWhenRead_data();
+    void numbersAreClampedWhenWrittenAndNotWhenRead();
+    void aCircleIsRadiusFiftyAndNotHalfOfTheCover();
 
-    void cases_data();
-    void cases();
+    void unknownCasesFallBackAndKnownOnesAreStored_data();
+    void unknownCasesFallBackAndKnownOnesAreStored();
     void casesThatAreNoneChangeNothing();
 
     void everySettingSurvivesInTheRealStore();
@@ -121,7 +101,7 @@ void TestThemeService::settingsAreReadInTheirOrder()
 
 // MARK: switches
 
-void TestThemeService::switches_data()
+void TestThemeService::switchesAreReadAndStored_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("property");
@@ -134,7 +114,7 @@ void TestThemeService::switches_data()
     QTest::newRow("own picture") << u"useCustomDancingImage"_s << u"useCustomImage"_s << QString() << false;
 }
 
-void TestThemeService::switches()
+void TestThemeService::switchesAreReadAndStored()
 {
     QFETCH(const QString, key);
     QFETCH(const QString, property);
@@ -172,7 +152,7 @@ void TestThemeService::theRingIsToggled()
 
 // MARK: numbers
 
-void TestThemeService::numbers_data()
+void TestThemeService::numbersAreClampedWhenWrittenAndNotWhenRead_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("property");
@@ -188,7 +168,7 @@ void TestThemeService::numbers_data()
                           << 50.0;
 }
 
-void TestThemeService::numbers()
+void TestThemeService::numbersAreClampedWhenWrittenAndNotWhenRead()
 {
     QFETCH(const QString, key);
     QFETCH(const QString, property);
@@ -207,6 +187,13 @@ void TestThemeService::numbers()
     for (const double none : {notANumber, infinity, -infinity}) {
         stored.setDouble(key, none);
         QCOMPARE(read(), unset);
+    }
+    // Finite, but not in a float.
+    if (m_bench->property(property).metaType() == QMetaType::fromType<float>()) {
+        for (const double none : {1e300, -1e300}) {
+            stored.setDouble(key, none);
+            QCOMPARE(read(), unset);
+        }
     }
     // Numbers are taken as they stand, whole ones too.
     for (const double number : {least - 100, most + 100, most, 0.5}) {
@@ -244,7 +231,7 @@ void TestThemeService::numbers()
     QCOMPARE(read(), least);
 }
 
-void TestThemeService::coversAreRoundOrSquare()
+void TestThemeService::aCircleIsRadiusFiftyAndNotHalfOfTheCover()
 {
     ThemeService &service = m_bench->start();
     service.setCircleAlbumCover();
@@ -257,7 +244,7 @@ void TestThemeService::coversAreRoundOrSquare()
 
 // MARK: cases
 
-void TestThemeService::cases_data()
+void TestThemeService::unknownCasesFallBackAndKnownOnesAreStored_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("property");
@@ -277,7 +264,7 @@ void TestThemeService::cases_data()
                                 << AppearanceOptions::nowPlayingBackgroundStyles() << 0;
 }
 
-void TestThemeService::cases()
+void TestThemeService::unknownCasesFallBackAndKnownOnesAreStored()
 {
     QFETCH(const QString, key);
     QFETCH(const QString, property);

@@ -1,26 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/AppearanceBench.h"
 
-#include "Theme/SystemColorTable.h"
-
 #include <limits>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const SystemColorTable &light()
-{
-    return systemColors(ColorScheme::light);
-}
-
-const SystemColorTable &dark()
-{
-    return systemColors(ColorScheme::dark);
-}
-
-} // namespace
 
 class TestThemeServiceAccent : public QObject
 {

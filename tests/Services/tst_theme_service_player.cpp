@@ -2,17 +2,8 @@
 // What dances, where the small player stands, and the cassettes around the cover.
 #include "Services/AppearanceBench.h"
 
-#include <limits>
-
 using namespace cadorel;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-} // namespace
 
 class TestThemeServicePlayer : public QObject
 {

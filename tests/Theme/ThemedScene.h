@@ -96,6 +96,14 @@ public:
         QTest::touchEvent(&m_window, finger).release(0, centre(item));
     }
     void key(Qt::Key key) { QTest::keyClick(&m_window, key); }
+    /// Pressed, and repeated by the keyboard.
+    void holdKey(Qt::Key key)
+    {
+        QTest::keyPress(&m_window, key);
+        QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(&m_window, &repeated);
+        QTest::keyRelease(&m_window, key);
+    }
     void type(const QByteArray &letters)
     {
         for (const char letter : letters)

@@ -49,6 +49,15 @@ private:
     {
         return s->item(name)->property("surface").value<Surface>();
     }
+    static const QQuickItem *ringOf(const QQuickItem *button)
+    {
+        const QList<QQuickItem *> layers = button->property("background").value<QQuickItem *>()->childItems();
+        for (const QQuickItem *layer : layers) {
+            if (layer->objectName() == "focusRing"_L1)
+                return layer;
+        }
+        qFatal("a button without a focus ring");
+    }
     /// What lies behind the text while that surface is shown.
     QColor ground(const QString &name) const
     {
@@ -151,16 +160,25 @@ private Q_SLOTS:
     void keyboardIsSeen_data() { addStyles(); }
     void keyboardIsSeen()
     {
-        QVERIFY(showStyle());
+        QFETCH(QByteArray, style);
+        QFETCH(ThemeType, type);
+        QVERIFY(s->show("Row { spacing: 20; " + style + " { text: \"上一首\" } " + style +
+                            " { objectName: \"second\"; text: \"下一首\" } }",
+                        type));
+        QQuickItem *const first = s->root()->childItems().at(0);
+        first->forceActiveFocus(Qt::MouseFocusReason);
+        const QQuickItem *const ring = ringOf(s->item(u"second"_s));
+        QVERIFY(!ring->isVisible());
         const QImage without = s->grab();
-        QVERIFY(!s->item(u"focusRing"_s)->isVisible());
         s->key(Qt::Key_Tab);
-        QVERIFY(s->root()->hasActiveFocus());
-        QVERIFY(s->item(u"focusRing"_s)->isVisible());
+        QVERIFY(s->item(u"second"_s)->hasActiveFocus());
+        QVERIFY(ring->isVisible());
         QVERIFY(s->grab() != without);
-        const QColor ring =
-            s->item(u"focusRing"_s)->property("border").value<QObject *>()->property("color").value<QColor>();
-        QCOMPARE(ring.rgb(), s->theme().primaryColor().rgb());
+        QCOMPARE(ring->property("border").value<QObject *>()->property("color").value<QColor>(),
+                 s->theme().primaryColor());
+        s->key(Qt::Key_Backtab);
+        QVERIFY(!ring->isVisible());
+        QVERIFY(ringOf(first)->isVisible());
     }
     void mouseIsSeen_data() { addStyles(); }
     void mouseIsSeen()

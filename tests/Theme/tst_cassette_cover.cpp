@@ -12,9 +12,10 @@ class TestCassetteCover : public QObject
 private:
     std::unique_ptr<ThemedScene> s;
 
-    bool show(const QByteArray &properties)
+    bool show(const QByteArray &properties, const QByteArray &cover = "image://cover/made")
     {
-        return s->show("CassetteCover { width: 300; height: 300\n" + properties + " }");
+        return s->show("CassetteCover { width: 300; height: 300; coverSource: \"" + cover + "\"\n" +
+                       properties + " }");
     }
     QRectF placeOf(const QString &name) const
     {
@@ -71,6 +72,21 @@ private Q_SLOTS:
         QCOMPARE(s->item(u"cover"_s)->property("cornerRadius").toInt(), 20);
     }
 
+    void aSongWithoutACoverLeavesTheLabelAsItIsDrawn_data()
+    {
+        QTest::addColumn<QByteArray>("cover");
+        QTest::addRow("no address") << QByteArray();
+        QTest::addRow("the address of no cover") << QByteArray("image://cover/none");
+    }
+    void aSongWithoutACoverLeavesTheLabelAsItIsDrawn()
+    {
+        QFETCH(QByteArray, cover);
+        QVERIFY(show("imageName: \"Cassette1\"; configScale: 0.25", cover));
+        QVERIFY(!s->item(u"cover"_s)->isVisible());
+        s->root()->setProperty("imageName", QString());
+        QVERIFY(s->item(u"cover"_s)->isVisible());
+    }
+
     void anUnknownCassetteLeavesTheCover()
     {
         QVERIFY(show("imageName: \"Cassette9\"; configScale: 0.5"));
@@ -100,8 +116,8 @@ private Q_SLOTS:
 
     void thePictureStaysSquareInTheMiddle()
     {
-        QVERIFY(
-            s->show("CassetteCover { width: 400; height: 200; imageName: \"Cassette\"; configScale: 0.5 }"));
+        QVERIFY(s->show("CassetteCover { width: 400; height: 200; coverSource: \"image://cover/made\"; "
+                        "imageName: \"Cassette\"; configScale: 0.5 }"));
         QCOMPARE(placeOf(u"cassette"_s), QRectF(100, 0, 200, 200));
         QCOMPARE(placeOf(u"cover"_s), QRectF(150, 50, 100, 100));
         s->root()->setSize({0, 0});

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Theme/Contrast.h"
+#include "Theme/LookGrounds.h"
 #include "Theme/SystemColorTable.h"
 #include "Theme/ThemeFactory.h"
-#include "Theme/ThemedSurfaces.h"
 
 #include <QMap>
 #include <QTest>
@@ -22,18 +21,6 @@ private:
     static QString schemeName(ColorScheme scheme)
     {
         return scheme == ColorScheme::dark ? u"dark"_s : u"light"_s;
-    }
-
-    /// What a screen's own ground looks like, at the ends and in the middle of a gradient.
-    static QList<QColor> backgroundsOf(AppTheme &theme)
-    {
-        const Surface surface = ThemedSurfaces::background(&theme);
-        if (surface.gradient.isEmpty())
-            return {surface.fill};
-        QList<QColor> colors;
-        for (const QGradientStop &stop : surface.gradient.stops)
-            colors.append(Contrast::over(stop.second, surface.fill));
-        return colors;
     }
 
     static void add(Ratios &ratios, const QString &pair, const QColor &text, const QColor &ground)
@@ -200,16 +187,18 @@ private Q_SLOTS:
             for (const ThemeType type : allThemeTypes()) {
                 AppTheme &theme = ThemeFactory::create(type, scheme);
                 const QColor accent = theme.primaryColor();
-                for (const QColor &beneath : backgroundsOf(theme)) {
-                    for (const QColor &fill : {theme.surfaceColor(), ThemedSurfaces::themedRow(&theme).fill,
-                                               ThemedSurfaces::themedSegmentedPicker(&theme).fill,
-                                               ThemedSurfaces::kawaiiButton(&theme, true).fill}) {
-                        const QColor ground = Contrast::over(fill, beneath);
-                        for (const QColor &text :
-                             {accent, theme.primaryTextColor(), systemColors(scheme).red})
-                            QVERIFY(Contrast::ratio(Contrast::textOn(ground, text), ground) >=
-                                    Contrast::legible);
+                for (const Surface &surface :
+                     {ThemedSurfaces::themedCard(&theme), ThemedSurfaces::themedRow(&theme),
+                      ThemedSurfaces::searchBar(&theme), ThemedSurfaces::themedSegmentedPicker(&theme),
+                      ThemedSurfaces::kawaiiButton(&theme, false),
+                      ThemedSurfaces::kawaiiButton(&theme, true)}) {
+                    for (const QColor &text : {accent, theme.primaryTextColor(), theme.secondaryTextColor(),
+                                               systemColors(scheme).red}) {
+                        const QColor chosen = ThemedSurfaces::textOn(&theme, surface, text);
+                        QVERIFY(leastRatio(theme, surface.fill, chosen) >= Contrast::legible);
                     }
+                    QVERIFY(leastRatio(theme, surface.fill, ThemedSurfaces::accentOn(&theme, surface)) >=
+                            Contrast::legible);
                 }
                 QVERIFY(Contrast::ratio(Qt::white, Contrast::groundFor(Qt::white, accent)) >=
                         Contrast::legible);

@@ -239,6 +239,26 @@ private Q_SLOTS:
         QCOMPARE(stored(), u"neumorphism"_s);
     }
 
+    void aLookThatIsNoneChangesNothing_data()
+    {
+        QTest::addColumn<int>("number");
+        for (const int number : {17, -1, 3})
+            QTest::addRow("%d", number) << number;
+    }
+    void aLookThatIsNoneChangesNothing()
+    {
+        QFETCH(const int, number);
+        ThemeManager &manager = make("neumorphism");
+        const QSignalSpy types(&manager, &ThemeManager::currentThemeTypeChanged);
+        const QSignalSpy themes(&manager, &ThemeManager::currentThemeChanged);
+        manager.switchTo(static_cast<ThemeType>(number));
+        QCoreApplication::processEvents();
+        QCOMPARE(manager.currentThemeType(), ThemeType::neumorphism);
+        QCOMPARE(types.size(), 0);
+        QCOMPARE(themes.size(), 0);
+        QCOMPARE(stored(), u"neumorphism"_s);
+    }
+
     void colourReadsAreThoseOfTheCurrentLook()
     {
         for (const char *raw : {"classic", "neumorphism", "kawaiiPink"}) {

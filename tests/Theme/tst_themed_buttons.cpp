@@ -3,6 +3,7 @@
 #include "Theme/ThemedScene.h"
 #include "Theme/ThemedSurfaces.h"
 
+#include <QEasingCurve>
 #include <QElapsedTimer>
 #include <QSignalSpy>
 
@@ -140,7 +141,41 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 6);
         s->root()->setEnabled(false);
         s->click(s->root());
+        ThemedScene::accessible(s->root())->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
         QCOMPARE(clicks.size(), 6);
+    }
+    void aHeartIsPressedOnceByAHeldKeyAndNeverWhileItIsOff()
+    {
+        QVERIFY(s->show("ThemedHeartButton {}"));
+        QSignalSpy clicks(s->root(), SIGNAL(clicked()));
+        s->root()->forceActiveFocus(Qt::TabFocusReason);
+        s->holdKey(Qt::Key_Return);
+        QCOMPARE(clicks.size(), 1);
+        s->root()->setEnabled(false);
+        ThemedScene::accessible(s->root())->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+        QCOMPARE(clicks.size(), 1);
+    }
+    void hoverIsSeenOnTheRoundButtons_data() { addThemes(); }
+    void hoverIsSeenOnTheRoundButtons()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        for (const QByteArray qml :
+             {"ThemedPlayButton {}", "ThemedControlButton { systemName: \"xmark\" }"}) {
+            QVERIFY(s->show(qml, type, scheme));
+            QTest::mouseMove(s->window(), {5, 5});
+            QTRY_VERIFY(!s->root()->property("hovered").toBool());
+            // On the circle and beside the glyph.
+            const QPoint free = s->root()->mapToScene({s->root()->width() / 2, 6}).toPoint();
+            QTRY_VERIFY(s->grab().pixelColor(free) != s->theme().backgroundColor() ||
+                        type == ThemeType::neumorphism);
+            const QColor calm = s->grab().pixelColor(free);
+            QTest::mouseMove(s->window(), ThemedScene::centre(s->root()));
+            QTRY_VERIFY(s->root()->property("hovered").toBool());
+            QVERIFY(Contrast::ratio(s->grab().pixelColor(free), calm) > 1.03);
+        }
     }
     void smallButtonsAreLargeForAFinger()
     {
@@ -208,6 +243,26 @@ private Q_SLOTS:
         // A coarse timer of 300 ms may be 5 % early.
         QVERIFY2(since.elapsed() >= 285, qPrintable(QString::number(since.elapsed())));
         QTRY_COMPARE(heart->scale(), 1.0);
+    }
+    void theHeartSpringsUpMoreLivelyThanBack()
+    {
+        QVERIFY(s->show("ThemedHeartButton {}"));
+        s->click(s->root());
+        QTRY_VERIFY(!s->root()->property("isAnimating").toBool());
+        QTRY_COMPARE(s->item(u"glyph"_s)->scale(), 1.0);
+        // By how much a spring of that damping goes beyond.
+        const auto overshoot = [this](const QString &name) {
+            const auto *spring = s->item(u"glyph"_s)->findChild<QObject *>(name);
+            const auto curve = spring ? spring->property("easing").value<QEasingCurve>() : QEasingCurve();
+            double most = 0;
+            for (int i = 0; i <= 1000; ++i)
+                most = qMax(most, curve.valueForProgress(i / 1000.0) - 1);
+            return most;
+        };
+        QVERIFY2(qAbs(overshoot(u"upwards"_s) - 0.163) < 0.01,
+                 qPrintable(QString::number(overshoot(u"upwards"_s))));
+        QVERIFY2(qAbs(overshoot(u"back"_s) - 0.095) < 0.01,
+                 qPrintable(QString::number(overshoot(u"back"_s))));
     }
     void theHeartJumpsWithoutAFavourite()
     {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Theme/Contrast.h"
+#include "Theme/LookGrounds.h"
 #include "Theme/ThemedScene.h"
 
 #include <QSignalSpy>
@@ -35,6 +35,11 @@ private:
     }
     QString text(const QString &name) const { return s->item(name)->property("text").toString(); }
     QColor color(const QString &name) const { return s->item(name)->property("color").value<QColor>(); }
+    bool isLegible(const QString &name) const
+    {
+        return leastRatio(s->theme(), ThemedSurfaces::themedRow(&s->theme()).fill, color(name)) >=
+               Contrast::legible;
+    }
     QObject *menu() const { return s->root()->findChild<QObject *>(u"serverRowMenu"_s); }
     bool isMenuOpen() const { return menu()->property("opened").toBool(); }
     void closeMenu()
@@ -86,6 +91,8 @@ private Q_SLOTS:
         s->key(Qt::Key_Return);
         s->key(Qt::Key_Space);
         QCOMPARE(tapped.size(), 4);
+        s->holdKey(Qt::Key_Return);
+        QCOMPARE(tapped.size(), 5);
         QVERIFY(!isMenuOpen());
     }
     void theMenuOpensByAllWays()
@@ -116,6 +123,17 @@ private Q_SLOTS:
         QTest::touchEvent(s->window(), finger).press(0, name);
         QTRY_VERIFY(isMenuOpen());
         QTest::touchEvent(s->window(), finger).release(0, name);
+        QCOMPARE(tapped.size(), 0);
+    }
+    void theMenuOpensWithoutAMenuKey()
+    {
+        showServer();
+        s->root()->forceActiveFocus(Qt::TabFocusReason);
+        s->key(Qt::Key_Tab);
+        QVERIFY(s->item(u"moreButton"_s)->hasActiveFocus());
+        QSignalSpy tapped(s->root(), SIGNAL(tapped()));
+        s->key(Qt::Key_Return);
+        QTRY_VERIFY(isMenuOpen());
         QCOMPARE(tapped.size(), 0);
     }
     void theMenuAsksForWhatCanBeDone_data()
@@ -189,10 +207,24 @@ private Q_SLOTS:
         QVERIFY(
             s->show("ThemedSongRow { width: 343; title: \"晴天\"; trailingText: \"3:20\" }", type, scheme));
         QCOMPARE(color(u"title"_s), s->theme().primaryTextColor());
-        QCOMPARE(color(u"trailing"_s), s->theme().secondaryTextColor());
         s->root()->setProperty("isCurrent", true);
         QVERIFY(s->item(u"currentMark"_s)->isVisible());
-        QVERIFY(Contrast::ratio(color(u"title"_s), s->theme().surfaceColor()) >= Contrast::legible - 0.05);
+        QVERIFY(isLegible(u"title"_s));
+    }
+    void quietTextsCanBeReadInEveryLook_data() { addThemes(); }
+    void quietTextsCanBeReadInEveryLook()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        showSong("", type, scheme);
+        for (const QString &name : {u"subtitle"_s, u"trailing"_s})
+            QVERIFY2(isLegible(name), qPrintable(name));
+        showServer("isConnected: true; songCount: 3", type, scheme);
+        // The dot is a mark and no text, but as green as on a desktop of the other scheme it would be lost.
+        for (const QString &name : {u"serverHost"_s, u"serverStatus"_s, u"statusDot"_s})
+            QVERIFY2(isLegible(name), qPrintable(name));
+        s->root()->setProperty("isConnected", false);
+        QCOMPARE(color(u"statusDot"_s), s->theme().secondaryTextColor());
     }
     void aSongsTimeIsNeverCut()
     {

@@ -59,6 +59,9 @@ private Q_SLOTS:
         QCOMPARE(s->item(u"chevron"_s)->property("name").toString(), u"chevron.right"_s);
         const QColor chevron = color(u"chevron"_s);
         QCOMPARE(chevron.rgb() & 0xFFFFFF, theme.secondaryTextColor().rgb() & 0xFFFFFF);
+        // Boxes of symbols of the sizes 15 and 12.
+        QCOMPARE(s->item(u"glyph"_s)->width(), 18.0);
+        QCOMPARE(s->item(u"chevron"_s)->width(), 14.0);
         QVERIFY(qAbs(chevron.alphaF() - 0.6F * theme.secondaryTextColor().alphaF()) < 0.01F);
 
         QVERIFY(area(u"square"_s).right() < area(u"itemTitle"_s).left());
@@ -186,9 +189,17 @@ private Q_SLOTS:
         };
         QTRY_VERIFY(hasInk());
     }
+    void anIconWithoutAPictureIsASymbolInEveryLook_data()
+    {
+        QTest::addColumn<QByteArray>("picture");
+        QTest::newRow("none") << QByteArray();
+        QTest::newRow("unknown") << QByteArray("kawaiiName: \"nothing\"");
+    }
     void anIconWithoutAPictureIsASymbolInEveryLook()
     {
-        QVERIFY(s->show("ThemedIcon { systemName: \"shuffle\"; size: 40 }", ThemeType::kawaiiPink));
+        QFETCH(QByteArray, picture);
+        QVERIFY(s->show("ThemedIcon { systemName: \"shuffle\"; size: 40; " + picture + " }",
+                        ThemeType::kawaiiPink));
         QCOMPARE(s->item(u"symbol"_s)->property("name").toString(), u"shuffle"_s);
         QCOMPARE(s->item(u"symbol"_s)->size(), QSizeF(40, 40));
         QCOMPARE(color(u"symbol"_s), s->theme().primaryTextColor());

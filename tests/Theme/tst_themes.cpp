@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Theme/AssetColors.h"
 #include "Theme/ThemeColors.h"
 #include "Theme/ThemeFactory.h"
 
@@ -166,9 +167,20 @@ private Q_SLOTS:
         const AppTheme &day = ThemeFactory::create(ThemeType::neumorphism, ColorScheme::light);
         const AppTheme &night = ThemeFactory::create(ThemeType::neumorphism, ColorScheme::dark);
         QVERIFY(&day != &night);
-        QCOMPARE(night.backgroundColor(), day.backgroundColor());
-        QCOMPARE(night.primaryTextColor(), day.primaryTextColor());
-        QCOMPARE(night.primaryColor(), day.primaryColor());
+        for (const auto colorOf :
+             {&AppTheme::backgroundColor, &AppTheme::surfaceColor, &AppTheme::primaryColor,
+              &AppTheme::primaryTextColor, &AppTheme::secondaryTextColor, &AppTheme::lightShadow,
+              &AppTheme::darkShadow})
+            QCOMPARE((night.*colorOf)(), (day.*colorOf)());
+    }
+
+    void theColorOfTheAssetsIsTheDesktopsAccent()
+    {
+        for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+            QCOMPARE(assetColor(u"AccentColor"_s, scheme), systemColors(scheme).accent);
+            for (const QString &unknown : {u"accentColor"_s, u"cartoon5"_s, QString()})
+                QVERIFY(!assetColor(unknown, scheme).isValid());
+        }
     }
 
     void theFactoryMakesEachLookOnce()

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QWindow>
 
 namespace cadorel {
 
@@ -63,8 +64,13 @@ std::expected<void, QString> WindowIcon::setName(const std::optional<QString> &n
 
 void WindowIcon::show() const
 {
-    if (const auto icon = appIconOf(m_name))
-        QGuiApplication::setWindowIcon(QIcon(appIconPicture(icon->imageName, m_artwork)));
+    const auto choice = appIconOf(m_name);
+    const QIcon icon(choice ? appIconPicture(choice->imageName, m_artwork) : QString());
+    QGuiApplication::setWindowIcon(icon);
+    // A window that is there already keeps the icon that it came up with unless it is told itself.
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow *window : windows)
+        window->setIcon(icon);
 }
 
 } // namespace cadorel

@@ -16,7 +16,7 @@ namespace cadorel {
 bool isSafeToDecode(QImageReader &reader);
 
 /// The picture that encoded bytes from outside hold; a null image when they are none that is safe to decode.
-/// Takes as long as decoding takes: not for the main thread.
+/// Takes as long as decoding takes: not for the main thread, but for a picture that is known to be small.
 QImage decodedCover(const QByteArray &bytes);
 /// The same, scaled down to at most @p longestSide pixels either way, which mostly saves decoding the rest.
 QImage decodedCover(const QByteArray &bytes, int longestSide);

@@ -14,7 +14,7 @@ T.RadioButton {
     /// Name of its picture.
     required property string imageName
     property bool isSelected: false
-    property color accentColor: SystemColors.accent
+    property color accentColor: ThemeColor.accent
     property AppTheme theme: ThemeEnvironment.theme
 
     implicitWidth: Metrics.appIconSize + 2 * Metrics.screenMargin
@@ -84,18 +84,15 @@ T.RadioButton {
 
             StyledText {
                 objectName: "label"
-                width: Math.min(implicitWidth, parent.room - mark.width - parent.spacing)
+                width: Math.min(implicitWidth, parent.room - Metrics.symbolSmall - parent.spacing)
                 text: root.displayName
                 style: TextStyles.subheadline
                 font.weight: root.isSelected ? Font.DemiBold : Font.Normal
                 color: root.theme.primaryTextColor
             }
             SymbolIcon {
-                id: mark
-
                 objectName: "mark"
                 anchors.verticalCenter: parent.verticalCenter
-                width: visible ? size : 0
                 visible: root.isSelected
                 name: AppIcons.status.checkmarkCircle
                 size: Metrics.symbolSmall

@@ -41,12 +41,37 @@ FocusScope {
             width: parent.width - 2 * x
             spacing: Metrics.rowSpacing
 
-            PageHeader {
+            Item {
                 width: parent.width
-                title: "应用图标"
-                titleStyle: TextStyles.title2
-                backText: "返回"
-                onBackRequested: root.closeRequested()
+                height: title.height + 2 * Metrics.screenMargin
+
+                ThemedIconButton {
+                    id: backButton
+
+                    objectName: "backButton"
+                    anchors.left: parent.left
+                    anchors.leftMargin: -(width - Metrics.symbol) / 2
+                    anchors.verticalCenter: title.verticalCenter
+                    symbol: AppIcons.navigation.back
+                    color: root.theme.primaryColor
+                    text: "返回"
+                    theme: root.theme
+                    onClicked: root.closeRequested()
+                }
+                StyledText {
+                    id: title
+
+                    objectName: "pageTitle"
+                    anchors.left: backButton.right
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "应用图标"
+                    style: TextStyles.title2
+                    font.weight: Font.Bold
+                    color: root.theme.primaryTextColor
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
             }
             Grid {
                 id: grid

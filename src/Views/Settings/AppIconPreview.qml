@@ -22,7 +22,8 @@ Item {
         objectName: "picture"
         anchors.fill: parent
         asynchronous: true
-        sourceSize: Qt.size(Math.ceil(root.size), Math.ceil(root.size))
+        sourceSize.width: Math.ceil(root.size)
+        sourceSize.height: Math.ceil(root.size)
         source: root.file
     }
     SymbolIcon {

@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void init();
     void aFirstStartShowsTheDefaultIcon();
     void aChosenIconIsShownAndKept();
+    void aWindowThatIsThereTakesTheChosenIcon();
     void theDefaultIconComesBackAndLeavesNoFile();
     void aFileThatNamesNoIconMeansTheDefaultOne_data();
     void aFileThatNamesNoIconMeansTheDefaultOne();
@@ -85,6 +87,16 @@ void WindowIconTest::aChosenIconIsShownAndKept()
     QGuiApplication::setWindowIcon({});
     QCOMPARE(icon().name(), u"AppIcon22"_s);
     QCOMPARE(shown(), QColor(Qt::green));
+}
+
+void WindowIconTest::aWindowThatIsThereTakesTheChosenIcon()
+{
+    WindowIcon icon(file(), m_artwork);
+    const QWindow window;
+    QVERIFY(icon.setName(u"AppIcon33"_s));
+    QCOMPARE(window.icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::blue));
+    QVERIFY(icon.setName(std::nullopt));
+    QCOMPARE(window.icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::red));
 }
 
 void WindowIconTest::theDefaultIconComesBackAndLeavesNoFile()

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma Singleton
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// How a button is pressed without a mouse or a finger.
+QtObject {
+    /// By a screen reader, which may ask for it although the button is off.
+    function byAction(button: T.AbstractButton): void {
+        if (button.enabled)
+            button.clicked();
+    }
+
+    /// By Return: once, however long the key is held down.
+    function byKey(button: T.AbstractButton, event: var): void {
+        if (!event.isAutoRepeat)
+            button.clicked();
+    }
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+
+/// What a button shows: a symbol, if it has one, and its text.
+Item {
+    id: root
+
+    property string symbol
+    property string text
+    property color ink
+
+    implicitWidth: row.implicitWidth
+    implicitHeight: row.implicitHeight
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+        spacing: Metrics.rowSpacing
+
+        SymbolIcon {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.symbol !== ""
+            name: root.symbol
+            size: Metrics.symbolSmall
+            color: root.ink
+        }
+        StyledText {
+            objectName: "label"
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.text
+            style: TextStyles.headline
+            color: root.ink
+        }
+    }
+}

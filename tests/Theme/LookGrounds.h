@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Theme/Contrast.h"
+#include "Theme/ThemedSurfaces.h"
+
+#include <QList>
+
+#include <algorithm>
+
+namespace cadorel {
+
+/// What a screen's own ground looks like, at the ends and in the middle of a gradient.
+inline QList<QColor> backgroundsOf(AppTheme &theme)
+{
+    const Surface surface = ThemedSurfaces::background(&theme);
+    if (surface.gradient.isEmpty())
+        return {surface.fill};
+    QList<QColor> colors;
+    for (const QGradientStop &stop : surface.gradient.stops)
+        colors.append(Contrast::over(stop.second, surface.fill));
+    return colors;
+}
+
+/// How well a text can be read where it is hardest on a ground of that fill, which lies on a screen.
+inline double leastRatio(AppTheme &theme, const QColor &fill, const QColor &text)
+{
+    double least = 21;
+    const QList<QColor> backgrounds = backgroundsOf(theme);
+    for (const QColor &beneath : backgrounds)
+        least = std::min(least, Contrast::ratio(text, Contrast::over(fill, beneath)));
+    return least;
+}
+
+} // namespace cadorel
