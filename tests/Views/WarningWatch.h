@@ -13,7 +13,8 @@ public:
     WarningWatch()
     {
         s_current = this;
-        // A watch that is still there must not be taken for the handler before: messages would go round forever.
+        // A watch that is still there must not be taken for the handler before: messages would go round
+        // forever.
         const QtMessageHandler previous = qInstallMessageHandler(&WarningWatch::handle);
         if (previous != &WarningWatch::handle)
             s_previous = previous;
