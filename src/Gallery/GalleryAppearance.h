@@ -13,6 +13,9 @@ class GalleryAppearance : public DesktopAppearance
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("the program has one")
+    // Once more, for tools that do not know the properties of the class above it.
+    Q_PROPERTY(bool dark READ isDark NOTIFY colorSchemeChanged)
+    Q_PROPERTY(double textScale READ textScale NOTIFY textScaleChanged)
 public:
     using DesktopAppearance::DesktopAppearance;
 

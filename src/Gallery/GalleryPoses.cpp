@@ -78,26 +78,32 @@ void showFocus(QQuickItem *item)
         ring->setVisible(true);
 }
 
+void takeAtOnce(QQuickItem *item, GalleryPoses::Pose pose)
+{
+    switch (pose) {
+    case GalleryPoses::Idle:
+        break;
+    case GalleryPoses::Hovered:
+        hover(item);
+        break;
+    case GalleryPoses::Pressed:
+        press(item);
+        break;
+    case GalleryPoses::Focused:
+        showFocus(item);
+        break;
+    case GalleryPoses::Disabled:
+        item->setEnabled(false);
+        break;
+    }
+}
+
 } // namespace
 
 void GalleryPoses::take(QQuickItem *item, Pose pose)
 {
-    switch (pose) {
-    case Idle:
-        break;
-    case Hovered:
-        hover(item);
-        break;
-    case Pressed:
-        press(item);
-        break;
-    case Focused:
-        showFocus(item);
-        break;
-    case Disabled:
-        item->setEnabled(false);
-        break;
-    }
+    const auto later = [item, pose] { takeAtOnce(item, pose); };
+    QMetaObject::invokeMethod(item, later, Qt::QueuedConnection);
 }
 
 } // namespace cadorel

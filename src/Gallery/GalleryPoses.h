@@ -27,7 +27,8 @@ public:
 
     using QObject::QObject;
 
-    /// The first part of @p item that can take the pose takes it. It holds until a person touches the item.
+    /// The first part of @p item that can take the pose takes it with the next turn of the main loop, when
+    /// the item has its size. It holds until a person touches the item.
     Q_INVOKABLE static void take(QQuickItem *item, cadorel::GalleryPoses::Pose pose);
 };
 

@@ -20,9 +20,8 @@ Item {
     width: flow ? flow.span(span) : 0
     height: stage.height + (text.visible ? Metrics.rowSpacing + text.height : 0)
     Component.onCompleted: {
-        // Where a control is held depends on how wide it has become.
         if (pose !== GalleryPoses.Idle)
-            Qt.callLater(() => GalleryPoses.take(shown, pose));
+            GalleryPoses.take(shown, pose);
     }
 
     Item {
