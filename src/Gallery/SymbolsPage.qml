@@ -71,7 +71,7 @@ GalleryPage {
             caption: "不认识的名字"
 
             SymbolIcon {
-                name: "no.such.symbol"
+                name: "No such symbol"
                 color: root.theme.primaryTextColor
             }
         }

@@ -19,12 +19,11 @@ QImage paint(const QString &address)
     const Surface surface = Surface::ofAddress(address.section(u'?', 0, 0));
     const QUrlQuery query(address.section(u'?', 1));
     const double ratio = query.queryItemValue(u"ratio"_s).toDouble();
-    const QImage image = query.hasQueryItem(u"width"_s)
-                             ? paintSurface(surface,
-                                            {query.queryItemValue(u"width"_s).toInt(),
-                                             query.queryItemValue(u"height"_s).toInt()},
-                                            ratio)
-                             : paintStretchableSurface(surface, ratio);
+    QImage image = query.hasQueryItem(u"width"_s) ? paintSurface(surface,
+                                                                 {query.queryItemValue(u"width"_s).toInt(),
+                                                                  query.queryItemValue(u"height"_s).toInt()},
+                                                                 ratio)
+                                                  : paintStretchableSurface(surface, ratio);
     if (!image.isNull())
         return image;
     QImage nothing(1, 1, QImage::Format_ARGB32_Premultiplied);
