@@ -16,9 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QCoro::Task<void> saveAndQuit(GalleryStage &stage, QString file)
+/// @param stage outlives the event loop
+QCoro::Task<void> saveAndQuit(GalleryStage *stage, QString file)
 {
-    const QImage picture = co_await stage.picture();
+    const QImage picture = co_await stage->picture();
     // At the highest compression.
     const bool isSaved = picture.save(file, "PNG", 0);
     if (picture.isNull())
@@ -55,6 +56,6 @@ int main(int argc, char *argv[])
     if (options->file.isEmpty())
         stage.window()->show();
     else
-        detach(saveAndQuit(stage, options->file));
+        detach(saveAndQuit(&stage, options->file));
     return QGuiApplication::exec();
 }
