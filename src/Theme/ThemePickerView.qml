@@ -53,18 +53,20 @@ FocusScope {
             Repeater {
                 id: cards
 
-                // Lists of objects have no name in the descriptions of types.
+                // By number: another scheme of the desktop brings other objects, and cards made anew would lose the
+                // keyboard. Lists of objects have no name in the descriptions of types.
                 // qmllint disable type
-                model: ThemeManager.themes
+                model: ThemeManager.themes.length
                 // qmllint enable type
 
                 delegate: ThemePreviewCard {
                     required property int index
-                    required property AppTheme modelData
 
                     objectName: "themeCard" + index
                     width: Math.floor((picker.width - (cards.count - 1) * picker.spacing) / cards.count)
-                    theme: modelData
+                    // qmllint disable type
+                    theme: ThemeManager.themes[index] as AppTheme
+                    // qmllint enable type
                     isSelected: index === ThemeManager.currentThemeIndex
                     Keys.onLeftPressed: root.walkTo(index - 1)
                     Keys.onRightPressed: root.walkTo(index + 1)

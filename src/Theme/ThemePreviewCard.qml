@@ -15,18 +15,20 @@ T.RadioButton {
     implicitWidth: Metrics.previewWidth
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     padding: Metrics.rowSpacing
+    leftPadding: Metrics.grid
+    rightPadding: Metrics.grid
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     checkable: false
     autoExclusive: false
     text: theme.displayName
-    scale: down ? Metrics.pressedCardScale : 1
+    scale: down && !Motion.isReduced ? Metrics.pressedCardScale : 1
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: Press.byAction(root)
+    Keys.onReturnPressed: event => Press.byKey(root, event)
+    Keys.onEnterPressed: event => Press.byKey(root, event)
 
     Behavior on scale {
         NumberAnimation {
@@ -103,27 +105,22 @@ T.RadioButton {
                 }
             }
         }
-        Row {
-            readonly property int room: parent.width
-
+        // Above the name: beside it, three cards of a narrow window would have no room for the names.
+        SymbolIcon {
+            objectName: "symbol"
             anchors.horizontalCenter: parent.horizontalCenter
-            spacing: Metrics.grid
-
-            SymbolIcon {
-                objectName: "symbol"
-                anchors.verticalCenter: parent.verticalCenter
-                name: root.theme.icon
-                size: Metrics.symbolTiny
-                color: root.theme.primaryColor
-            }
-            StyledText {
-                objectName: "label"
-                width: Math.min(implicitWidth, parent.room - Metrics.symbolTiny - parent.spacing)
-                text: root.text
-                style: TextStyles.footnote
-                font.weight: root.isSelected ? Font.DemiBold : Font.Normal
-                color: root.theme.primaryTextColor
-            }
+            name: root.theme.icon
+            size: Metrics.symbolTiny
+            color: root.theme.primaryColor
+        }
+        StyledText {
+            objectName: "label"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: root.text
+            style: TextStyles.footnote
+            font.weight: root.isSelected ? Font.DemiBold : Font.Normal
+            color: root.theme.primaryTextColor
         }
     }
 }

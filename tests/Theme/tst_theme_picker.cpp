@@ -15,9 +15,10 @@ private:
     std::unique_ptr<KawaiiScene> k;
     ThemedScene *s = nullptr;
 
-    void showPicker(ThemeType type = ThemeType::classic, ColorScheme scheme = ColorScheme::light)
+    void showPicker(ThemeType type = ThemeType::classic, ColorScheme scheme = ColorScheme::light,
+                    int width = 358)
     {
-        QVERIFY(s->show("ThemePickerView { width: 358 }", type, scheme));
+        QVERIFY(s->show("ThemePickerView { width: " + QByteArray::number(width) + " }", type, scheme));
     }
     QQuickItem *card(int index) const { return s->item(u"themeCard%1"_s.arg(index)); }
     static QQuickItem *within(const QQuickItem *item, const QString &name)
@@ -197,10 +198,42 @@ private Q_SLOTS:
         QVERIFY(surfaceOf(card(0), u"block"_s).fill != light);
     }
 
+    void theKeyboardStaysOnItsCardWhenTheDesktopTurnsDark()
+    {
+        showPicker();
+        card(1)->forceActiveFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(card(1)->hasActiveFocus());
+        k->desktop.setColorScheme(ColorScheme::dark);
+        QTRY_COMPARE(surfaceOf(card(0), u"block"_s).fill,
+                     ThemeFactory::create(ThemeType::classic, ColorScheme::dark).surfaceColor());
+        QVERIFY(card(1)->hasActiveFocus());
+    }
+
+    void withoutMotionAPressedCardStandsStill()
+    {
+        k->desktop.setReducesMotion(true);
+        showPicker();
+        QTest::mousePress(s->window(), Qt::LeftButton, Qt::NoModifier, ThemedScene::centre(card(1)));
+        QTRY_VERIFY(card(1)->property("down").toBool());
+        QCOMPARE(card(1)->scale(), 1.0);
+        QTest::mouseRelease(s->window(), Qt::LeftButton, Qt::NoModifier, ThemedScene::centre(card(1)));
+    }
+
+    void largeTextIsNotCut_data()
+    {
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<int>("width");
+        for (const double scale : {1.0, 1.3}) {
+            for (const int width : {288, 358}) // a window of 320 or 390 pixels less its margins
+                QTest::addRow("%.1f at %d", scale, width) << scale << width;
+        }
+    }
     void largeTextIsNotCut()
     {
-        k->desktop.setTextScale(1.3);
-        showPicker();
+        QFETCH(double, scale);
+        QFETCH(int, width);
+        k->desktop.setTextScale(scale);
+        showPicker(ThemeType::classic, ColorScheme::light, width);
         for (int i = 0; i < 3; ++i) {
             const QQuickItem *label = within(card(i), u"label"_s);
             QVERIFY(label->height() >= label->implicitHeight());

@@ -25,13 +25,13 @@ T.RadioButton {
     checkable: false
     autoExclusive: false
     text: displayName
-    scale: down ? Metrics.pressedCardScale : 1
+    scale: down && !Motion.isReduced ? Metrics.pressedCardScale : 1
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: Press.byAction(root)
+    Keys.onReturnPressed: event => Press.byKey(root, event)
+    Keys.onEnterPressed: event => Press.byKey(root, event)
 
     Behavior on scale {
         NumberAnimation {
