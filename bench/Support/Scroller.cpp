@@ -25,7 +25,8 @@ Scroller::Scroller(QQuickWindow &window, QQuickItem &list, double pixelsPerFrame
 {
     m_clock.start();
     window.installEventFilter(this);
-    connect(&window, &QQuickWindow::frameSwapped, this, [this] { finishFrame(); }, Qt::DirectConnection);
+    const auto finish = [this] { finishFrame(); };
+    connect(&window, &QQuickWindow::frameSwapped, this, finish, Qt::DirectConnection);
 }
 
 QList<double> Scroller::run(std::chrono::seconds length)

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/ThemeType.h"
 
-#include <algorithm>
-#include <array>
+#include "Models/NamedCases.h"
 
 namespace cadorel {
 
@@ -37,7 +36,7 @@ const ThemeTexts &textsOf(ThemeType type)
 
 const QList<ThemeType> &allThemeTypes()
 {
-    static const QList<ThemeType> types{ThemeType::classic, ThemeType::neumorphism, ThemeType::kawaiiPink};
+    static const QList<ThemeType> types = casesOf<ThemeType>(themeTable());
     return types;
 }
 
@@ -48,10 +47,7 @@ QString rawValue(ThemeType type)
 
 std::optional<ThemeType> themeTypeOf(const QString &rawValue)
 {
-    const auto found = std::ranges::find(themeTable(), rawValue, &ThemeTexts::rawValue);
-    if (found == themeTable().end())
-        return std::nullopt;
-    return allThemeTypes().at(found - themeTable().begin());
+    return caseOf<ThemeType>(themeTable(), rawValue);
 }
 
 QString displayName(ThemeType type)
