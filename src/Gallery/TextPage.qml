@@ -49,17 +49,20 @@ GalleryPage {
                     width: parent.width
 
                     ThemedPrimaryText {
+                        objectName: "sample"
                         width: parent.width
                         text: mixed.modelData
                         theme: root.theme
                     }
                     ThemedSecondaryText {
+                        objectName: "sample"
                         width: parent.width
                         text: mixed.modelData
                         style: TextStyles.footnote
                         theme: root.theme
                     }
                     ThemedAccentText {
+                        objectName: "sample"
                         width: parent.width
                         text: mixed.modelData
                         style: TextStyles.headline

@@ -101,8 +101,8 @@ QtObject {
 
     readonly property real disabledOpacity: 0.35
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
-    readonly property real hoverOpacity: 0.07
-    readonly property real pressedOpacity: 0.14
+    readonly property real hoverOpacity: 0.06
+    readonly property real pressedOpacity: 0.12
     /// A press is seen at least this long.
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.

@@ -34,11 +34,11 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : Metrics.disabledOpacity
-    scale: 1 + (pressedScale - 1) * depth
+    scale: Motion.isReduced ? 1 : 1 + (pressedScale - 1) * depth
     Accessible.name: text
     Accessible.onPressAction: pressAtOnce()
-    Keys.onReturnPressed: pressAtOnce()
-    Keys.onEnterPressed: pressAtOnce()
+    Keys.onReturnPressed: event => pressByKey(event)
+    Keys.onEnterPressed: event => pressByKey(event)
     onPressed: answer.restart()
 
     /// Without a finger or a mouse that stays down for a while.
@@ -48,6 +48,12 @@ T.AbstractButton {
             return;
         answer.restart();
         clicked();
+    }
+
+    /// Once, however long the key is held down.
+    function pressByKey(event: var): void {
+        if (!event.isAutoRepeat)
+            pressAtOnce();
     }
 
     Behavior on depth {

@@ -9,7 +9,7 @@ Item {
     property string text
     property color ink
 
-    implicitWidth: row.implicitWidth
+    implicitWidth: glyph.room + label.implicitWidth
     implicitHeight: row.implicitHeight
 
     Row {
@@ -19,6 +19,10 @@ Item {
         spacing: Metrics.rowSpacing
 
         SymbolIcon {
+            id: glyph
+
+            readonly property real room: visible ? width + row.spacing : 0
+
             anchors.verticalCenter: parent.verticalCenter
             visible: root.symbol !== ""
             name: root.symbol
@@ -26,8 +30,11 @@ Item {
             color: root.ink
         }
         StyledText {
+            id: label
+
             objectName: "label"
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, root.width - glyph.room)
             text: root.text
             style: TextStyles.headline
             color: root.ink

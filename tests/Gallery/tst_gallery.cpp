@@ -14,6 +14,7 @@ namespace {
 
 /// Below an item of this name texts may end in an ellipsis.
 constexpr auto mayElide = "elided";
+constexpr int narrowest = 320;
 
 QString nameOf(const QQuickItem *item)
 {
@@ -33,6 +34,14 @@ bool isBelowElided(const QQuickItem *item)
             return true;
     }
     return false;
+}
+
+/// At the least width that a window can have, what songs are called may end in an ellipsis, and what is only a
+/// hint or a sample; a control still says all that it says.
+bool mayEndEarly(const QQuickItem *item, int width)
+{
+    static const QSet<QString> names = {u"title"_s, u"subtitle"_s, u"placeholder"_s, u"sample"_s};
+    return isBelowElided(item) || (width == narrowest && names.contains(item->objectName()));
 }
 
 /// Where the letters of a text are on the page.
@@ -116,7 +125,7 @@ void GalleryTest::noTextIsCut_data()
     QTest::addColumn<double>("scale");
     for (const ThemeType look : allThemeTypes()) {
         for (int page = 0; page < GalleryOptions::pageCount; ++page) {
-            for (const int width : {390, 1200}) {
+            for (const int width : {narrowest, 390, 1200}) {
                 for (const double scale : {1.0, 1.3})
                     QTest::addRow("%s, page %d, %d wide, scale %.1f", qPrintable(rawValue(look)), page + 1,
                                   width, scale)
@@ -151,7 +160,7 @@ void GalleryTest::noTextIsCut()
             continue;
         const QString name = nameOf(item);
         QVERIFY2(item->property("contentHeight").toDouble() <= item->height() + 0.5, qPrintable(name));
-        if (!isBelowElided(item)) {
+        if (!mayEndEarly(item, width)) {
             QVERIFY2(!item->property("truncated").toBool(), qPrintable(name));
             QVERIFY2(item->property("contentWidth").toDouble() <= item->width() + 0.5, qPrintable(name));
         }
