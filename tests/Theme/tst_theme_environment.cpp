@@ -38,6 +38,27 @@ private Q_SLOTS:
         QCOMPARE(item->property("look").value<AppTheme *>(), classic);
     }
 
+    void withoutAManagerThePlainLookFollowsTheDesktop()
+    {
+        FakeDesktopAppearance desktop(ColorScheme::dark);
+        QQmlEngine engine;
+        installUserInterface(engine, {.desktopAppearance = &desktop});
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick\nimport Cadorel\n"
+                          "Rectangle { color: ThemeEnvironment.theme.backgroundColor }",
+                          QUrl());
+        const std::unique_ptr<QObject> item(component.create());
+        QVERIFY2(item, qPrintable(component.errorString()));
+        QCOMPARE(ThemeScene::themeOf(item.get()),
+                 &ThemeFactory::create(ThemeType::classic, ColorScheme::dark));
+        QCOMPARE(item->property("color").value<QColor>(), QColor(Qt::black));
+        const QSignalSpy changes(ThemeScene::environmentOf(item.get()), &ThemeEnvironment::themeChanged);
+        desktop.setColorScheme(ColorScheme::light);
+        QCOMPARE(ThemeScene::themeOf(item.get()), classic);
+        QCOMPARE(item->property("color").value<QColor>(), QColor(Qt::white));
+        QCOMPARE(changes.count(), 1);
+    }
+
     void everythingHasTheManagersTheme()
     {
         QVERIFY(t->show(
