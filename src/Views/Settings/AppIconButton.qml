@@ -88,7 +88,7 @@ T.RadioButton {
                 text: root.displayName
                 style: TextStyles.subheadline
                 font.weight: root.isSelected ? Font.DemiBold : Font.Normal
-                color: root.theme.primaryTextColor
+                color: Surfaces.textOn(root.theme, Surfaces.themedCard(root.theme), root.theme.primaryTextColor)
             }
             SymbolIcon {
                 objectName: "mark"
