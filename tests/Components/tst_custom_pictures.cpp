@@ -45,6 +45,7 @@ private Q_SLOTS:
     void aPictureThatIsGoneIsTransparent();
     void screensShowTheNewestPicture();
     void screensKnowEveryNameOfTheSettings();
+    void screensKnowTheLooksByName();
     void screensChooseByTheRowsOfAPicker();
     void accentsAreTold();
     void everyAccentCanBeReadAndReadOn();
@@ -194,6 +195,29 @@ void TestCustomPictures::screensKnowEveryNameOfTheSettings()
     QCOMPARE(m_service->miniPlayerPosition(), QPointF(3, 4));
     QCOMPARE(m_service->customBackgroundColor(), QColor(255, 0, 0));
     QCOMPARE(m_service->accentColorName(), u"橙色"_s);
+}
+
+void TestCustomPictures::screensKnowTheLooksByName()
+{
+    const auto item = made(R"(QtObject {
+        property bool isClassic: ThemeManager.currentThemeType === ThemeTypes.Type.classic
+        property bool isSoft: ThemeManager.currentTheme.themeType === ThemeTypes.Type.neumorphism
+        property nowPlayingConfig config: ThemeManager.currentTheme.nowPlayingConfig
+        property real coverRadius: config.coverCornerRadius
+        property bool isBlur: config.backgroundStyle === NowPlayingConfig.NowPlayingBackgroundStyle.blur
+        property bool isSolid: config.backgroundStyle === NowPlayingConfig.NowPlayingBackgroundStyle.solid
+        property int clear: NowPlayingConfig.NowPlayingBackgroundStyle.clear
+    })");
+    QVERIFY(item);
+    const auto is = [&item](const char *name) { return item->property(name).toBool(); };
+    QVERIFY(is("isClassic") && !is("isSoft") && is("isBlur") && !is("isSolid"));
+    QCOMPARE(item->property("coverRadius").toDouble(), 12.0);
+    QCOMPARE(item->property("clear").toInt(),
+             static_cast<int>(NowPlayingConfig::NowPlayingBackgroundStyle::clear));
+    m_manager->switchTo(ThemeType::neumorphism);
+    QTRY_VERIFY(is("isSoft"));
+    QVERIFY(!is("isClassic") && !is("isBlur") && is("isSolid"));
+    QCOMPARE(item->property("coverRadius").toDouble(), 20.0);
 }
 
 void TestCustomPictures::screensChooseByTheRowsOfAPicker()
