@@ -43,10 +43,9 @@ struct ForeignNowPlayingConfig
     QML_VALUE_TYPE(nowPlayingConfig)
 };
 
-/// The cases of its enumeration: "NowPlayingConfig.NowPlayingBackgroundStyle.blur".
 namespace ForeignNowPlayingConfigNames {
 Q_NAMESPACE
-QML_FOREIGN_NAMESPACE(cadorel::NowPlayingConfig)
+QML_FOREIGN_NAMESPACE(cadorel::NowPlayingConfigNames)
 QML_NAMED_ELEMENT(NowPlayingConfig)
 } // namespace ForeignNowPlayingConfigNames
 
