@@ -486,16 +486,19 @@ private Q_SLOTS:
         settled();
         const ThemeType before = t->manager->currentThemeType();
         const qsizetype objectsBefore = objects();
-        const size_t bytesBefore = bytesInUse();
-        switchTimes(201);
-        settled();
-        QCOMPARE(t->manager->currentThemeType(), before); // they were switches indeed
-        QCOMPARE(objects(), objectsBefore);
-        // A tree of this size takes some 100 KB: one that stays would show, as would 100 bytes a switch.
-        constexpr size_t smallGrowth = 20'000;
-        const size_t bytesAfter = bytesInUse();
-        QVERIFY2(bytesAfter < bytesBefore + smallGrowth,
-                 qPrintable(u"%1 bytes more"_s.arg(bytesAfter - bytesBefore)));
+        // A tree of this size takes some 100 KB: one that stays would show, as would 100 bytes a switch. What
+        // is left behind is left in each round; a cache that fills late grows in one.
+        constexpr qint64 smallGrowth = 20'000;
+        qint64 growth = smallGrowth;
+        for (int round = 0; round < 3 && growth >= smallGrowth; ++round) {
+            const auto bytesBefore = static_cast<qint64>(bytesInUse());
+            switchTimes(201);
+            settled();
+            QCOMPARE(t->manager->currentThemeType(), before); // they were switches indeed
+            QCOMPARE(objects(), objectsBefore);
+            growth = static_cast<qint64>(bytesInUse()) - bytesBefore;
+        }
+        QVERIFY2(growth < smallGrowth, qPrintable(u"%1 bytes more"_s.arg(growth)));
     }
 };
 
