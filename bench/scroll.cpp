@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Figure: frame times while 100,000 rows are scrolled in the real window.
 #include "App/CadorelApp.h"
+#include "Fakes/FakeAudioEngine.h"
+#include "Fakes/FakeHttpClient.h"
+#include "Fakes/FakeSecretStore.h"
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
+#include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
+#include "Services/OnlineMusicService.h"
+#include "Services/PlaylistService.h"
+#include "Services/WebDAVService.h"
 #include "Support/MadeLibrary.h"
 #include "Support/MadeSound.h"
 #include "Support/ProcessUsage.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 #include "Support/Scroller.h"
+#include "ViewModels/ScreenModels.h"
 #include "Views/UserInterface.h"
 
 #include <QCoroTask>
@@ -51,15 +61,30 @@ int scroll()
     Report report;
     MadeHome home(qEnvironmentVariable(homeVariable));
     Platform platform = home.platform();
+    platform.httpClient = std::make_unique<FakeHttpClient>();
+    platform.secretStore = std::make_unique<FakeSecretStore>();
     LocalMusicImportService service(platform);
-    AudioPlayerService player(platform, service);
+    WebDAVService webDAVService(platform);
+    PlaylistService playlistService(platform, service);
+    NavidromeService navidromeService(platform);
+    APIConfigService apiConfig(platform);
+    OnlineMusicService onlineMusicService(platform, apiConfig);
+    EqualizerService equalizerService(*platform.preferences, std::make_unique<FakeAudioEngine>());
+    AudioPlayerService player(platform, service, {.equalizer = &equalizerService});
     CadorelApp app(platform, player, service);
+    ScreenModels screens({.platform = platform,
+                          .audioPlayer = player,
+                          .equalizer = equalizerService,
+                          .playlists = playlistService,
+                          .apiConfig = apiConfig,
+                          .onlineMusic = onlineMusicService,
+                          .webDAV = webDAVService,
+                          .navidrome = navidromeService},
+                         app.viewModel(), app.library(), app.playback());
     QQmlApplicationEngine engine;
     installFonts();
-    installUserInterface(engine);
-    engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&app.viewModel())},
-                                 {u"playback"_s, QVariant::fromValue(&app.playback())},
-                                 {u"library"_s, QVariant::fromValue(&app.library())}});
+    installUserInterface(engine, {.desktopAppearance = platform.desktopAppearance.get()});
+    engine.setInitialProperties(screens.windowProperties());
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (window)

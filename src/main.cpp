@@ -20,13 +20,8 @@
 #include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Utils/KeychainHelper.h"
-#include "ViewModels/EqualizerViewModel.h"
-#include "ViewModels/NavidromeServersViewModel.h"
-#include "ViewModels/OnlineViewModel.h"
-#include "ViewModels/PlaylistPageViewModel.h"
-#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
-#include "ViewModels/WebDAVServersViewModel.h"
+#include "ViewModels/ScreenModels.h"
 #include "Views/UserInterface.h"
 
 #include <QDir>
@@ -79,14 +74,15 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                        .onlineAddresses = &apiConfig});
     ThemeService &themeService = ThemeService::shared();
     ThemeManager &themeManager = ThemeManager::shared();
-    WebDAVServersViewModel servers(player.viewModel(), webDAVService, platform);
-    OnlineViewModel online(player.viewModel(), onlineMusicService, apiConfig);
-    const auto coverAddress = [&apiConfig](const OnlineSong &song) { return apiConfig.getCoverUrl(song); };
-    PlaylistsViewModel playlists(player.viewModel(), playlistService, platform, coverAddress);
-    QObject::connect(&apiConfig, &APIConfigService::baseURLChanged, playlists.page()->onlineSongs(),
-                     &OnlineSongListModel::moveCovers);
-    NavidromeServersViewModel navidrome(player.viewModel(), NavidromeService::shared());
-    EqualizerViewModel equalizer(EqualizerService::shared(), audioPlayer);
+    ScreenModels screens({.platform = platform,
+                          .audioPlayer = audioPlayer,
+                          .equalizer = EqualizerService::shared(),
+                          .playlists = playlistService,
+                          .apiConfig = apiConfig,
+                          .onlineMusic = onlineMusicService,
+                          .webDAV = webDAVService,
+                          .navidrome = NavidromeService::shared()},
+                         player.viewModel(), player.library(), player.playback());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
     KawaiiDecorations kawaiiDecorations(*platform.clock, *platform.random);
@@ -97,14 +93,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
                                   .kawaiiDecorations = &kawaiiDecorations,
                                   .themeService = &themeService,
                                   .appIconService = &AppIconService::shared()});
-    engine.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&player.viewModel())},
-                                 {u"playback"_s, QVariant::fromValue(&player.playback())},
-                                 {u"library"_s, QVariant::fromValue(&player.library())},
-                                 {u"servers"_s, QVariant::fromValue(&servers)},
-                                 {u"online"_s, QVariant::fromValue(&online)},
-                                 {u"playlists"_s, QVariant::fromValue(&playlists)},
-                                 {u"navidrome"_s, QVariant::fromValue(&navidrome)},
-                                 {u"equalizer"_s, QVariant::fromValue(&equalizer)}});
+    engine.setInitialProperties(screens.windowProperties());
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = engine.rootObjects().isEmpty()
                        ? nullptr

@@ -47,6 +47,7 @@ bool isLoading(const QQuickItem *item)
 GalleryStage::GalleryStage(const GalleryOptions &options)
     : m_preferences(preferencesWith(m_home.filePath(u"preferences.sqlite"_s), options.look))
     , m_themeManager(*m_preferences, m_appearance)
+    , m_themeService(*m_preferences, m_themeManager, m_appearance)
     , m_options(options)
 {
     m_appearance.setDark(options.isDark);
@@ -66,6 +67,7 @@ bool GalleryStage::load()
     installUserInterface(*m_engine, {.desktopAppearance = &m_appearance,
                                      .themeManager = &m_themeManager,
                                      .kawaiiDecorations = &m_decorations,
+                                     .themeService = &m_themeService,
                                      .appIconService = &m_appIconService});
     m_engine->setInitialProperties({{u"appearance"_s, QVariant::fromValue(&m_appearance)},
                                     {u"page"_s, m_options.page},

@@ -7,6 +7,7 @@
 #include "Gallery/SeededRandom.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Services/AppIconService.h"
+#include "Services/ThemeService.h"
 #include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 
@@ -33,6 +34,7 @@ public:
     /// Null before load().
     QQuickWindow *window() const { return m_window; }
     ThemeManager &themeManager() { return m_themeManager; }
+    ThemeService &themeService() { return m_themeService; }
     GalleryAppearance &appearance() { return m_appearance; }
 
     /// Draws the page in its whole height, once everything in it has come to rest. What moves of itself does
@@ -44,6 +46,7 @@ private:
     std::unique_ptr<Preferences> m_preferences;
     GalleryAppearance m_appearance;
     ThemeManager m_themeManager;
+    ThemeService m_themeService;
     SystemClock m_clock;
     SeededRandom m_random;
     KawaiiDecorations m_decorations{m_clock, m_random};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/EqualizerPreset.h"
 
-#include <algorithm>
+#include "Models/NamedCases.h"
 
 namespace cadorel {
 
@@ -85,13 +85,8 @@ const PresetTexts &textsOf(EqualizerPreset preset)
 
 const QList<EqualizerPreset> &allEqualizerPresets()
 {
-    static const QList<EqualizerPreset> presets = [] {
-        QList<EqualizerPreset> all;
-        for (size_t index = 0; index < presetTable().size(); ++index)
-            all.append(static_cast<EqualizerPreset>(index));
-        return all;
-    }();
-    return presets;
+    static const QList<EqualizerPreset> all = casesOf<EqualizerPreset>(presetTable());
+    return all;
 }
 
 QString rawValue(EqualizerPreset preset)
@@ -101,10 +96,7 @@ QString rawValue(EqualizerPreset preset)
 
 std::optional<EqualizerPreset> equalizerPresetOf(const QString &rawValue)
 {
-    const auto found = std::ranges::find(presetTable(), rawValue, &PresetTexts::rawValue);
-    if (found == presetTable().end())
-        return std::nullopt;
-    return allEqualizerPresets().at(found - presetTable().begin());
+    return caseOf<EqualizerPreset>(presetTable(), rawValue);
 }
 
 QString displayName(EqualizerPreset preset)

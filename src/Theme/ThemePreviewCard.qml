@@ -1,68 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import Cadorel
 
 /// A look to choose: a small picture of itself in its own colours, whatever look is around it, and its name.
-// A screen reader learns what a button is from its type alone.
-T.RadioButton {
+ThemedChoiceCard {
     id: root
 
-    /// The look that the card shows.
-    required property AppTheme theme
-    property bool isSelected: false
-
     implicitWidth: Metrics.previewWidth
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     padding: Metrics.rowSpacing
     leftPadding: Metrics.grid
     rightPadding: Metrics.grid
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
-    checkable: false
-    autoExclusive: false
     text: theme.displayName
-    scale: down && !Motion.isReduced ? Metrics.pressedCardScale : 1
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: isSelected
-    Accessible.onPressAction: Press.byAction(root)
-    Keys.onReturnPressed: event => Press.byKey(root, event)
-    Keys.onEnterPressed: event => Press.byKey(root, event)
+    ground: Surfaces.previewScreen(theme, cornerRadius)
 
-    Behavior on scale {
-        NumberAnimation {
-            duration: Motion.scaled(Metrics.pressDuration)
-            easing.type: Easing.OutQuad
-        }
-    }
-
-    background: Item {
-        SurfaceImage {
-            objectName: "screen"
-            anchors.fill: parent
-            surface: Surfaces.previewScreen(root.theme, Metrics.cardRadius)
-        }
-        ThemedHighlight {
-            anchors.fill: parent
-            isHovered: root.hovered
-            isPressed: root.down
-            theme: root.theme
-        }
-        Rectangle {
-            objectName: "selectionStroke"
-            anchors.fill: parent
-            radius: Metrics.cardRadius
-            color: "transparent"
-            border.width: Metrics.selectionStroke
-            border.color: root.theme.primaryColor
-            visible: root.isSelected
-        }
-        ThemedFocusRing {
-            controlRadius: Metrics.cardRadius
-            visible: root.visualFocus
-        }
-    }
     contentItem: Column {
         spacing: Metrics.rowSpacing
 

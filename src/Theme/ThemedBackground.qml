@@ -20,7 +20,7 @@ Item {
 
         /// Follows the size of a window that is being dragged a few times a second only: the picture is large.
         property size drawnSize: Qt.size(0, 0)
-        readonly property size wantedSize: shapeSize
+        readonly property size wantedSize: Surfaces.backgroundSize(shapeSize)
 
         onWantedSizeChanged: follow()
 

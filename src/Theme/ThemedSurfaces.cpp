@@ -376,4 +376,11 @@ Surface ThemedSurfaces::background(AppTheme *theme)
             .strokes = {}};
 }
 
+QSize ThemedSurfaces::backgroundSize(const QSize &pixels)
+{
+    if (pixels.isEmpty() || (pixels.width() <= longestBackground && pixels.height() <= longestBackground))
+        return pixels;
+    return pixels.scaled(longestBackground, longestBackground, Qt::KeepAspectRatio).expandedTo({1, 1});
+}
+
 } // namespace cadorel

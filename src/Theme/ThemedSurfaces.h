@@ -61,6 +61,10 @@ public:
                                      const QColor &color);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
+    /// Size of the picture of background() for a screen of @p pixels, which it is stretched to: no side is longer
+    /// than longestBackground, since a gradient has no detail and a large screen would wait for its pixels.
+    Q_INVOKABLE static QSize backgroundSize(const QSize &pixels);
+    static constexpr int longestBackground = 1024;
 };
 
 } // namespace cadorel

@@ -7,6 +7,7 @@
 #include "Fakes/FakeRandom.h"
 #include "Fakes/FakeSystem.h"
 #include "Services/AppIconService.h"
+#include "Services/ThemeService.h"
 #include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "Theme/ThemedScene.h"
@@ -24,10 +25,12 @@ public:
     FakeSystem system;
     KawaiiDecorations decorations{clock, random};
     ThemeManager themeManager{preferences, desktop};
+    ThemeService themeService{preferences, themeManager, desktop};
     AppIconService appIconService{system};
     ThemedScene scene{InterfaceParts{.desktopAppearance = &desktop,
                                      .themeManager = &themeManager,
                                      .kawaiiDecorations = &decorations,
+                                     .themeService = &themeService,
                                      .appIconService = &appIconService}};
 
     /// Number of items that a screen reader finds in the window.

@@ -103,8 +103,14 @@ private Q_SLOTS:
         QVERIFY(s->accessible(button(2))->state().checked);
         QVERIFY(!s->accessible(button(0))->state().checked);
         const QObject *stroke = within(button(2), u"selectionStroke"_s);
-        QCOMPARE(stroke->property("border").value<QObject *>()->property("color"),
-                 button(2)->property("accentColor"));
+        const auto strokeColor = [stroke] {
+            return stroke->property("border").value<QObject *>()->property("color").value<QColor>();
+        };
+        const QColor usual = strokeColor();
+        k->themeService.setPresetColor(4);
+        QVERIFY(strokeColor() != usual);
+        QCOMPARE(strokeColor(), k->themeService.accentColor());
+        QCOMPARE(within(button(2), u"mark"_s)->property("color").value<QColor>(), strokeColor());
         s->tap(button(0));
         QTRY_COMPARE(selections(), QList<bool>({true, false, false, false}));
         QCOMPARE(k->system.iconName, std::nullopt);

@@ -229,6 +229,34 @@ private Q_SLOTS:
             }
         }
     }
+    void backgroundOfAScreenOfAnySizeIsDrawnSmall_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::addColumn<QSize>("drawn");
+        QTest::newRow("phone") << QSize(390, 844) << QSize(390, 844);
+        QTest::newRow("just so") << QSize(1024, 1024) << QSize(1024, 1024);
+        QTest::newRow("a pixel more") << QSize(1024, 1025) << QSize(1023, 1024);
+        QTest::newRow("large") << QSize(7680, 4320) << QSize(1024, 576);
+        QTest::newRow("a line") << QSize(1, 90'000) << QSize(1, 1024);
+        QTest::newRow("nothing") << QSize(0, 844) << QSize(0, 844);
+    }
+    void backgroundOfAScreenOfAnySizeIsDrawnSmall()
+    {
+        QFETCH(QSize, screen);
+        QFETCH(QSize, drawn);
+        QCOMPARE(ThemedSurfaces::backgroundSize(screen), drawn);
+        if (drawn.isEmpty())
+            return;
+        QVERIFY(s->show("ThemedBackground { width: 240; height: 400 }", ThemeType::kawaiiPink));
+        s->root()->setSize(QSizeF(screen) / ratio());
+        const QString wanted = u"&width=%1&height=%2"_s.arg(drawn.width()).arg(drawn.height());
+        QTRY_VERIFY2(source().endsWith(wanted), qPrintable(source()));
+        SurfaceImageProvider provider;
+        const QImage image =
+            provider.requestImage(source().mid(QStringLiteral("image://surface/").size()), nullptr, {});
+        QCOMPARE(image.size(), drawn);
+        QCOMPARE(qAlpha(image.pixel(drawn.width() / 2, drawn.height() / 2)), 255);
+    }
     void backgroundOfADraggedWindowIsDrawnAFewTimesOnly()
     {
         QVERIFY(s->show("ThemedBackground { width: 240; height: 400 }", ThemeType::kawaiiPink));

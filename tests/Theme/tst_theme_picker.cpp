@@ -98,7 +98,7 @@ private Q_SLOTS:
         showPicker(type, scheme);
         for (int i = 0; i < 3; ++i) {
             AppTheme &own = ThemeFactory::create(allThemeTypes().at(i), scheme);
-            QCOMPARE(surfaceOf(card(i), u"screen"_s), ThemedSurfaces::previewScreen(&own, 12));
+            QCOMPARE(surfaceOf(card(i), u"ground"_s), ThemedSurfaces::previewScreen(&own, 12));
             QCOMPARE(surfaceOf(card(i), u"block"_s), ThemedSurfaces::previewBlock(&own));
             QCOMPARE(colorOf(card(i), u"primaryBar"_s), own.primaryTextColor());
             QCOMPARE(colorOf(card(i), u"secondaryBar"_s), own.secondaryTextColor());

@@ -19,15 +19,11 @@
 #include "Utils/KeychainHelper.h"
 #include "Utils/Tasks.h"
 #include "ViewModels/CadorelViewModel.h"
-#include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
-#include "ViewModels/NavidromeServersViewModel.h"
-#include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
-#include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/RemoteCovers.h"
+#include "ViewModels/ScreenModels.h"
 #include "ViewModels/SongListModel.h"
-#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/UserInterface.h"
 
 #include <QBuffer>
@@ -153,13 +149,20 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
                                                           .onlineAddresses = apiConfig.get()});
     library = std::make_unique<LibraryViewModel>(*viewModel, platform);
     playback = std::make_unique<PlaybackViewModel>(*viewModel, apiConfig.get());
-    servers = std::make_unique<WebDAVServersViewModel>(*viewModel, *webDAVService, platform);
-    navidrome = std::make_unique<NavidromeServersViewModel>(*viewModel, *navidromeService);
-    equalizer = std::make_unique<EqualizerViewModel>(*equalizerService, *audioPlayer);
-    online = std::make_unique<OnlineViewModel>(*viewModel, *onlineMusicService, *apiConfig);
-    playlists = std::make_unique<PlaylistsViewModel>(
-        *viewModel, *playlistService, platform,
-        [this](const OnlineSong &song) { return apiConfig->getCoverUrl(song); });
+    screens = std::make_unique<ScreenModels>(ScreenServices{.platform = platform,
+                                                            .audioPlayer = *audioPlayer,
+                                                            .equalizer = *equalizerService,
+                                                            .playlists = *playlistService,
+                                                            .apiConfig = *apiConfig,
+                                                            .onlineMusic = *onlineMusicService,
+                                                            .webDAV = *webDAVService,
+                                                            .navidrome = *navidromeService},
+                                             *viewModel, *library, *playback);
+    servers = &screens->servers();
+    online = &screens->online();
+    playlists = &screens->playlists();
+    navidrome = &screens->navidrome();
+    equalizer = &screens->equalizer();
 }
 
 TestWindow::~TestWindow()
@@ -177,10 +180,7 @@ TestWindow::~TestWindow()
             return stored.isReady() && !webDAVService->isScanning();
         }))
         qWarning("a scan does not end");
-    servers.reset();
-    online.reset();
-    navidrome.reset();
-    playlists.reset();
+    screens.reset();
     QCoreApplication::processEvents();
     KeychainHelper::setStore(nullptr);
 }
@@ -255,14 +255,7 @@ bool TestWindow::show()
                                    .kawaiiDecorations = kawaiiDecorations.get(),
                                    .themeService = themeService.get(),
                                    .appIconService = appIconService.get()});
-    engine->setInitialProperties({{u"viewModel"_s, QVariant::fromValue(viewModel.get())},
-                                  {u"library"_s, QVariant::fromValue(library.get())},
-                                  {u"playback"_s, QVariant::fromValue(playback.get())},
-                                  {u"servers"_s, QVariant::fromValue(servers.get())},
-                                  {u"online"_s, QVariant::fromValue(online.get())},
-                                  {u"playlists"_s, QVariant::fromValue(playlists.get())},
-                                  {u"navidrome"_s, QVariant::fromValue(navidrome.get())},
-                                  {u"equalizer"_s, QVariant::fromValue(equalizer.get())}});
+    engine->setInitialProperties(screens->windowProperties());
     engine->load(QUrl(u"qrc:/qt/qml/Cadorel/Main.qml"_s));
     if (engine->rootObjects().isEmpty())
         return false;

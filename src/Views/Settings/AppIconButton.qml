@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import Cadorel
 
 /// An application icon to choose, and its name.
-// A screen reader learns what a button is from its type alone.
-T.RadioButton {
+ThemedChoiceCard {
     id: root
 
     /// Empty for the default icon.
@@ -13,61 +11,14 @@ T.RadioButton {
     required property string displayName
     /// Name of its picture.
     required property string imageName
-    property bool isSelected: false
     property color accentColor: ThemeColor.accent
-    property AppTheme theme: ThemeEnvironment.theme
 
     implicitWidth: Metrics.appIconSize + 2 * Metrics.screenMargin
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     padding: Metrics.screenMargin
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
-    checkable: false
-    autoExclusive: false
     text: displayName
-    scale: down && !Motion.isReduced ? Metrics.pressedCardScale : 1
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: isSelected
-    Accessible.onPressAction: Press.byAction(root)
-    Keys.onReturnPressed: event => Press.byKey(root, event)
-    Keys.onEnterPressed: event => Press.byKey(root, event)
+    cornerRadius: Metrics.sheetRadius
+    strokeColor: accentColor
 
-    Behavior on scale {
-        NumberAnimation {
-            duration: Motion.scaled(Metrics.pressDuration)
-            easing.type: Easing.OutQuad
-        }
-    }
-
-    background: Item {
-        ThemedCard {
-            anchors.fill: parent
-            theme: root.theme
-            cornerRadius: Metrics.sheetRadius
-        }
-        ThemedHighlight {
-            anchors.fill: parent
-            radius: Metrics.sheetRadius
-            isHovered: root.hovered
-            isPressed: root.down
-            theme: root.theme
-        }
-        Rectangle {
-            objectName: "selectionStroke"
-            anchors.fill: parent
-            radius: Metrics.sheetRadius
-            color: "transparent"
-            border.width: Metrics.selectionStroke
-            border.color: root.accentColor
-            visible: root.isSelected
-        }
-        ThemedFocusRing {
-            controlRadius: Metrics.sheetRadius
-            theme: root.theme
-            visible: root.visualFocus
-        }
-    }
     contentItem: Column {
         spacing: Metrics.cardPadding
 
