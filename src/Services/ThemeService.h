@@ -21,10 +21,10 @@ namespace cadorel {
 class DesktopAppearance;
 class ThemeManager;
 
-/// The one store of what a listener chooses of the player's appearance, but for the look itself. Everything
-/// is kept in the preferences, from which it is taken as it stands; operations clamp, publish and store at
-/// once. A number that is none and a case that no enumeration has change nothing. What lies behind the Now
-/// Playing screen is kept for each look by itself, and changes with it. Main thread.
+/// The one store of what a listener chooses of the player's appearance, but for the look itself. It is kept
+/// in the preferences, and taken as it stands; operations clamp, publish and store at once. What is no number
+/// or no case changes nothing. The background of Now Playing (Models/NowPlayingBackgroundStyle.h) is each
+/// look's own, and changes with it. cassetteConfigs() has a signal and no property. Main thread.
 class ThemeService : public QObject
 {
     Q_OBJECT

@@ -63,7 +63,7 @@ NowPlayingBackgroundStyle ThemeService::defaultBackgroundStyle(ThemeType theme)
     case ThemeType::kawaiiPink:
         return NowPlayingBackgroundStyle::gradient;
     }
-    Q_UNREACHABLE();
+    return NowPlayingBackgroundStyle::blur;
 }
 
 /// A theme that is told while another one waits for its turn takes its place.
@@ -87,10 +87,12 @@ QString ThemeService::themeKey(QLatin1StringView prefix) const
 }
 
 /// Nothing of the look before remains. Each setting is read right before it is published: who answers to one
-/// by an operation finds its effect.
+/// by an operation finds its effect. The picture, which keeps a key of its own, turns before any is told, or
+/// an answer would write to the look before.
 void ThemeService::loadThemeSpecificSettings(ThemeType theme)
 {
     const AppearanceSettings unset;
+    const bool isOtherPicture = m_backgroundPicture.open(themeKey(backgroundImagePrefix));
     publish(&AppearanceSettings::backgroundStyle,
             storedCase(m_preferences, themeKey(backgroundStylePrefix), nowPlayingBackgroundStyleOf,
                        defaultBackgroundStyle(theme)),
@@ -98,7 +100,7 @@ void ThemeService::loadThemeSpecificSettings(ThemeType theme)
     publish(&AppearanceSettings::backgroundOpacity,
             storedNumber(m_preferences, themeKey(backgroundOpacityPrefix)).value_or(unset.backgroundOpacity),
             &ThemeService::nowPlayingBackgroundOpacityChanged);
-    if (m_backgroundPicture.open(themeKey(backgroundImagePrefix)))
+    if (isOtherPicture)
         Q_EMIT customBackgroundImageChanged();
     publishBackgroundColor(colorIn(m_preferences.stringsValue(themeKey(backgroundColorPrefix))));
     publish(&AppearanceSettings::backgroundBlur,

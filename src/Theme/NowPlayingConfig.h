@@ -7,11 +7,21 @@
 
 namespace cadorel {
 
+/// Names of the backgrounds that a look gives the Now Playing screen, in a space of their own so that screens
+/// know them as "NowPlayingConfig.NowPlayingBackgroundStyle.blur".
+namespace NowPlayingConfigNames {
+Q_NAMESPACE
+
+enum class NowPlayingBackgroundStyle { blur, solid, gradient, clear };
+Q_ENUM_NS(NowPlayingBackgroundStyle)
+} // namespace NowPlayingConfigNames
+
 /// What a look gives the Now Playing screen where the listener has chosen nothing.
 struct NowPlayingConfig
 {
     Q_GADGET
-    Q_PROPERTY(NowPlayingBackgroundStyle backgroundStyle MEMBER backgroundStyle CONSTANT)
+    Q_PROPERTY(cadorel::NowPlayingConfigNames::NowPlayingBackgroundStyle backgroundStyle MEMBER
+                   backgroundStyle CONSTANT)
     Q_PROPERTY(double backgroundOpacity MEMBER backgroundOpacity CONSTANT)
     Q_PROPERTY(float coverCornerRadius MEMBER coverCornerRadius CONSTANT)
     Q_PROPERTY(bool showCoverShadow MEMBER showCoverShadow CONSTANT)
@@ -19,8 +29,7 @@ struct NowPlayingConfig
     Q_PROPERTY(float controlButtonSize MEMBER controlButtonSize CONSTANT)
     Q_PROPERTY(bool showDecorations MEMBER showDecorations CONSTANT)
 public:
-    enum class NowPlayingBackgroundStyle { blur, solid, gradient, clear };
-    Q_ENUM(NowPlayingBackgroundStyle)
+    using NowPlayingBackgroundStyle = NowPlayingConfigNames::NowPlayingBackgroundStyle;
 
     NowPlayingBackgroundStyle backgroundStyle = NowPlayingBackgroundStyle::blur;
     /// 0 to 1.

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/RootTheme.h"
 
+#include "Platform/DesktopAppearance.h"
 #include "Theme/ThemeFactory.h"
 #include "Theme/ThemeManager.h"
+#include "Views/InterfaceParts.h"
 
 #include <QQmlEngine>
 
@@ -16,12 +18,23 @@ RootTheme &RootTheme::of(QQmlEngine &engine)
 
 RootTheme::RootTheme(QQmlEngine &engine)
     : QObject(&engine)
+    , m_appearance(interfaceParts(engine).desktopAppearance)
 {
+    if (!m_appearance)
+        return;
+    const auto follow = [this] {
+        if (!m_manager)
+            Q_EMIT themeChanged();
+    };
+    connect(m_appearance, &DesktopAppearance::colorSchemeChanged, this, follow);
 }
 
 AppTheme &RootTheme::theme() const
 {
-    return m_manager ? *m_manager->currentTheme() : ThemeFactory::create(ThemeType::classic);
+    if (m_manager)
+        return *m_manager->currentTheme();
+    return ThemeFactory::create(ThemeType::classic,
+                                m_appearance ? m_appearance->colorScheme() : ColorScheme::light);
 }
 
 void RootTheme::setManager(ThemeManager *manager)

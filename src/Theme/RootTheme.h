@@ -10,10 +10,11 @@ class QQmlEngine;
 
 namespace cadorel {
 
+class DesktopAppearance;
 class ThemeManager;
 
-/// The look that an engine's screens begin with: that of its ThemeManager, the plain one without. Main
-/// thread.
+/// The look that an engine's screens begin with: that of its ThemeManager, without one the plain look in the
+/// scheme of the engine's desktop. Main thread.
 class RootTheme : public QObject
 {
     Q_OBJECT
@@ -31,6 +32,7 @@ Q_SIGNALS:
 private:
     explicit RootTheme(QQmlEngine &engine);
 
+    const QPointer<DesktopAppearance> m_appearance;
     QPointer<ThemeManager> m_manager;
 };
 

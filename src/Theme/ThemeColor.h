@@ -23,8 +23,8 @@ class ThemeColor : public QObject
     QML_SINGLETON
     Q_PROPERTY(QColor accent READ accent NOTIFY accentChanged)
     /// The accent as a text, on the grounds of SystemColors or on the tint. A look has grounds of its own,
-    /// which may not follow the desktop's scheme: there it is Contrast.textOn(theme.surfaceColor,
-    /// ThemeColor.accent).
+    /// which may not follow the desktop's scheme: there it is Surfaces.textOn(theme, surface,
+    /// ThemeColor.accent), by the surface that the text lies on.
     Q_PROPERTY(QColor accentText READ accentText NOTIFY accentChanged)
     /// The accent as the ground of a text of the colour of the ink: white, but for accents so light that they
     /// would be lost beneath it.

@@ -17,7 +17,8 @@ class ThemeManager;
 
 /// The look that an item and what lies in it are drawn with: attached to items as "ThemeEnvironment.theme".
 /// An item without a theme of its own has that of the nearest item around it, and at the root the current
-/// theme of the engine's ThemeManager; without one, the plain look. The theme is never null.
+/// theme of the engine's ThemeManager; without one, the plain look as the engine's desktop is, light or dark.
+/// The theme is never null.
 ///
 /// It follows items that move elsewhere. An item that is taken out of the scene keeps the look that it had
 /// there, so that a tree on its way out is not drawn anew in a look that nobody will see it in. A popup, and

@@ -37,7 +37,7 @@ FocusScope {
             width: parent.width
             text: "界面主题"
             style: TextStyles.headline
-            color: root.theme.primaryTextColor
+            color: Surfaces.textOn(root.theme, Surfaces.themedCard(root.theme), root.theme.primaryTextColor)
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }

@@ -70,7 +70,7 @@ ThemedChoiceCard {
             text: root.text
             style: TextStyles.footnote
             font.weight: root.isSelected ? Font.DemiBold : Font.Normal
-            color: root.theme.primaryTextColor
+            color: Surfaces.textOn(root.theme, Surfaces.previewScreen(root.theme), root.theme.primaryTextColor)
         }
     }
 }

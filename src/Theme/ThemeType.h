@@ -9,7 +9,8 @@
 
 namespace cadorel {
 
-/// Names of the looks, in a space of their own so that screens know them as "ThemeTypes.classic".
+/// Names of the looks, in a space of their own so that screens know them as
+/// "ThemeTypes.Type.classic".
 namespace ThemeTypes {
 Q_NAMESPACE
 

@@ -62,6 +62,21 @@ QList<SurfaceStroke> line(const LinearGradient &gradient, double width)
     return {{.color = {}, .gradient = gradient, .width = width}};
 }
 
+/// What @p surface looks like on each of those grounds, at the stops of its gradient where it has one.
+QList<QColor> laidOver(const QList<QColor> &grounds, const Surface &surface)
+{
+    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
+    QList<QColor> colors;
+    for (const QColor &ground : grounds) {
+        const QColor filled = Contrast::over(fill, ground);
+        if (surface.gradient.isEmpty())
+            colors.append(filled);
+        for (const QGradientStop &stop : surface.gradient.stops)
+            colors.append(Contrast::over(stop.second, filled));
+    }
+    return colors;
+}
+
 } // namespace
 
 Surface ThemedSurfaces::neumorphismRaised(AppTheme *theme, double cornerRadius, double intensity)
@@ -331,13 +346,7 @@ QColor ThemedSurfaces::textOn(AppTheme *theme, const Surface &surface, const QCo
 {
     if (!theme)
         return {};
-    const Surface screen = background(theme);
-    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
-    QList<QColor> grounds;
-    for (const QGradientStop &stop : screen.gradient.stops)
-        grounds.append(Contrast::over(fill, Contrast::over(stop.second, screen.fill)));
-    if (grounds.isEmpty())
-        grounds.append(Contrast::over(fill, screen.fill));
+    const QList<QColor> grounds = laidOver(laidOver({Qt::white}, background(theme)), surface);
     // What can be read on the ground that is hardest can be read on the others.
     QColor best;
     double bestLeast = 0;

@@ -55,8 +55,8 @@ public:
     Q_INVOKABLE static cadorel::Surface previewScreen(cadorel::AppTheme *theme, double cornerRadius = 12);
     /// The look's accent for a text on that surface, made darker or lighter where it could not be read.
     Q_INVOKABLE static QColor accentOn(cadorel::AppTheme *theme, const cadorel::Surface &surface);
-    /// @p color for a text on that surface, made darker or lighter until it can be read on every part of the
-    /// look's background that may lie beneath.
+    /// @p color for a text on that surface, made darker or lighter until it can be read on every part of it,
+    /// whatever part of the look's background lies beneath.
     Q_INVOKABLE static QColor textOn(cadorel::AppTheme *theme, const cadorel::Surface &surface,
                                      const QColor &color);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
-#include "Services/AppIconService.h"
 #include "Theme/AppTheme.h"
 #include "Theme/Contrast.h"
+#include "Theme/NowPlayingConfig.h"
 #include "Theme/Progress.h"
 #include "Theme/Springs.h"
 #include "Theme/Surface.h"
@@ -35,6 +35,19 @@ struct ForeignContrast
 public:
     static Contrast *create(QQmlEngine *, QJSEngine *) { return new Contrast; }
 };
+
+struct ForeignNowPlayingConfig
+{
+    Q_GADGET
+    QML_FOREIGN(cadorel::NowPlayingConfig)
+    QML_VALUE_TYPE(nowPlayingConfig)
+};
+
+namespace ForeignNowPlayingConfigNames {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(cadorel::NowPlayingConfigNames)
+QML_NAMED_ELEMENT(NowPlayingConfig)
+} // namespace ForeignNowPlayingConfigNames
 
 struct ForeignProgress
 {

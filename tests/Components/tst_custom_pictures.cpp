@@ -4,7 +4,7 @@
 #include "Fakes/FakeDesktopAppearance.h"
 #include "Fakes/FakePreferences.h"
 #include "Services/ThemeService.h"
-#include "Theme/Contrast.h"
+#include "Theme/LookGrounds.h"
 #include "Theme/SystemColorTable.h"
 #include "Theme/ThemeColor.h"
 #include "Theme/ThemeFactory.h"
@@ -45,11 +45,14 @@ private Q_SLOTS:
     void aPictureThatIsGoneIsTransparent();
     void screensShowTheNewestPicture();
     void screensKnowEveryNameOfTheSettings();
+    void screensKnowTheLooksByName();
     void screensChooseByTheRowsOfAPicker();
     void accentsAreTold();
     void everyAccentCanBeReadAndReadOn();
     void everyAccentCanBeReadOnALook();
     void whatLiesWithinTakesTheAccent();
+    void linksCanBeReadInEveryLook();
+    void theAccentTakesTheRoomOfWhatLiesWithin();
     void everyColorOfTheTableHasItsName();
     void aChangeOfSchemeIsToldOnce();
     void withoutAServiceTheAccentIsTheFirst();
@@ -194,6 +197,29 @@ void TestCustomPictures::screensKnowEveryNameOfTheSettings()
     QCOMPARE(m_service->accentColorName(), u"橙色"_s);
 }
 
+void TestCustomPictures::screensKnowTheLooksByName()
+{
+    const auto item = made(R"(QtObject {
+        property bool isClassic: ThemeManager.currentThemeType === ThemeTypes.Type.classic
+        property bool isSoft: ThemeManager.currentTheme.themeType === ThemeTypes.Type.neumorphism
+        property nowPlayingConfig config: ThemeManager.currentTheme.nowPlayingConfig
+        property real coverRadius: config.coverCornerRadius
+        property bool isBlur: config.backgroundStyle === NowPlayingConfig.NowPlayingBackgroundStyle.blur
+        property bool isSolid: config.backgroundStyle === NowPlayingConfig.NowPlayingBackgroundStyle.solid
+        property int clear: NowPlayingConfig.NowPlayingBackgroundStyle.clear
+    })");
+    QVERIFY(item);
+    const auto is = [&item](const char *name) { return item->property(name).toBool(); };
+    QVERIFY(is("isClassic") && !is("isSoft") && is("isBlur") && !is("isSolid"));
+    QCOMPARE(item->property("coverRadius").toDouble(), 12.0);
+    QCOMPARE(item->property("clear").toInt(),
+             static_cast<int>(NowPlayingConfig::NowPlayingBackgroundStyle::clear));
+    m_manager->switchTo(ThemeType::neumorphism);
+    QTRY_VERIFY(is("isSoft"));
+    QVERIFY(!is("isClassic") && !is("isBlur") && is("isSolid"));
+    QCOMPARE(item->property("coverRadius").toDouble(), 20.0);
+}
+
 void TestCustomPictures::screensChooseByTheRowsOfAPicker()
 {
     const auto item = made(R"(QtObject {
@@ -258,22 +284,29 @@ void TestCustomPictures::everyAccentCanBeReadAndReadOn()
     }
 }
 
-/// By the colour that its documentation tells to take; its own text is for other grounds.
+/// By the colour that the documentation of the accent as a text tells to take: that one is for other grounds.
 void TestCustomPictures::everyAccentCanBeReadOnALook()
 {
+    const auto item = made(R"(Item {
+        property AppTheme theme: ThemeEnvironment.theme
+        property color onBackground: Surfaces.textOn(theme, Surfaces.background(theme), ThemeColor.accent)
+        property color onCard: Surfaces.textOn(theme, Surfaces.themedCard(theme), ThemeColor.accent)
+        property color onRow: Surfaces.textOn(theme, Surfaces.themedRow(theme), ThemeColor.accent)
+    })");
+    QVERIFY(item);
+    const auto readable = [&item](const char *text, AppTheme &theme, const QColor &fill) {
+        return leastRatio(theme, fill, item->property(text).value<QColor>()) >= Contrast::legible;
+    };
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
         m_appearance.setColorScheme(scheme);
         for (const PresetColor &preset : m_service->presetColors()) {
             m_service->setAccentColor(preset.color, preset.name);
             for (const ThemeType type : allThemeTypes()) {
-                const auto item = made("Item { property AppTheme theme\n"
-                                       "property color text: theme ? Contrast.textOn(theme.surfaceColor, "
-                                       "ThemeColor.accent) : \"black\" }");
-                QVERIFY(item);
                 AppTheme &theme = ThemeFactory::create(type, scheme);
                 QVERIFY(item->setProperty("theme", QVariant::fromValue(&theme)));
-                const QColor text = item->property("text").value<QColor>();
-                QVERIFY(Contrast::ratio(text, theme.surfaceColor()) >= Contrast::legible);
+                QVERIFY(readable("onBackground", theme, Qt::transparent));
+                QVERIFY(readable("onCard", theme, ThemedSurfaces::themedCard(&theme).fill));
+                QVERIFY(readable("onRow", theme, ThemedSurfaces::themedRow(&theme).fill));
             }
         }
     }
@@ -295,6 +328,45 @@ void TestCustomPictures::whatLiesWithinTakesTheAccent()
         QCOMPARE(text->property("selectionColor").value<QColor>(), themeColor.accentFill());
         QCOMPARE(text->property("selectedTextColor").value<QColor>(), themeColor.accentInk());
     }
+}
+
+void TestCustomPictures::linksCanBeReadInEveryLook()
+{
+    const auto item = made("ThemedAccentColorModifier { Text { objectName: \"text\"; text: \"链接\"; "
+                           "color: palette.link } }");
+    QVERIFY(item);
+    const auto *text = item->findChild<QObject *>(u"text"_s);
+    QVERIFY(text);
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        m_appearance.setColorScheme(scheme);
+        for (const PresetColor &preset : m_service->presetColors()) {
+            m_service->setAccentColor(preset.color, preset.name);
+            for (const ThemeType type : allThemeTypes()) {
+                AppTheme &theme = ThemeFactory::create(type, scheme);
+                QVERIFY(item->setProperty("theme", QVariant::fromValue(&theme)));
+                const QColor link = text->property("color").value<QColor>();
+                for (const QColor &fill : {QColor(Qt::transparent), ThemedSurfaces::themedCard(&theme).fill,
+                                           ThemedSurfaces::themedRow(&theme).fill})
+                    QVERIFY(leastRatio(theme, fill, link) >= Contrast::legible);
+            }
+        }
+    }
+}
+
+void TestCustomPictures::theAccentTakesTheRoomOfWhatLiesWithin()
+{
+    const auto column = made(R"(Column {
+        ThemedAccentColorModifier { objectName: "within"; Item { implicitWidth: 120; implicitHeight: 30 } }
+        ThemedAccentColorModifier { width: 200; height: 50; Item { objectName: "filling"; anchors.fill: parent } }
+    })");
+    QVERIFY(column);
+    const auto *within = column->findChild<QObject *>(u"within"_s);
+    QCOMPARE(within->property("width").toDouble(), 120.0);
+    QCOMPARE(within->property("height").toDouble(), 30.0);
+    const auto *filling = column->findChild<QObject *>(u"filling"_s);
+    QCOMPARE(filling->property("width").toDouble(), 200.0);
+    QCOMPARE(filling->property("height").toDouble(), 50.0);
+    QCOMPARE(column->property("implicitHeight").toDouble(), 80.0);
 }
 
 void TestCustomPictures::everyColorOfTheTableHasItsName()

@@ -315,6 +315,9 @@ void TestThemeService::casesThatAreNoneChangeNothing()
     QCOMPARE(m_bench->preferences.writes(), 0);
     QCOMPARE(service.selectedCassetteStyle(), CassetteStyle::defaultStyle);
     QCOMPARE(service.nowPlayingBackgroundStyle(), NowPlayingBackgroundStyle::blur);
+    // As the factory of the looks takes the plain one.
+    QCOMPARE(ThemeService::defaultBackgroundStyle(static_cast<ThemeType>(none)),
+             NowPlayingBackgroundStyle::blur);
 }
 
 // MARK: the real store and the shared one

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/AppearanceBench.h"
-
-#include "Theme/SystemColorTable.h"
+#include "Services/Pictures/PictureForms.h"
 
 #include <QCoreApplication>
+
+#include <array>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QColor purple()
-{
-    return systemColors(ColorScheme::light).purple;
-}
 
 QImage plain(const QColor &color, const QSize &size = {8, 8})
 {
@@ -46,6 +42,8 @@ private Q_SLOTS:
 
     void theChangeWaitsForItsTurn();
     void writersKeepToTheThemeWhoseSettingsAreLoaded();
+    void whoAnswersToASettingWritesToTheNewLook_data();
+    void whoAnswersToASettingWritesToTheNewLook();
     void thePresentThemeIsNoChange();
     void theLastOfSeveralThemesCounts();
     void aServiceThatIsGoneHearsNothing();
@@ -139,7 +137,7 @@ void TestThemeServiceBackground::theFallbacksApplyWhenAKeyIsAbsent()
     QCOMPARE(service.nowPlayingBackgroundOpacity(), 0.7);
     QVERIFY(service.customBackgroundImage().isNull());
     QCOMPARE(service.customBackgroundImageSource(), QString());
-    QCOMPARE(service.customBackgroundColor(), purple());
+    QCOMPARE(service.customBackgroundColor(), light().purple);
     QCOMPARE(service.customBackgroundBlur(), 30.0F);
 }
 
@@ -230,6 +228,55 @@ void TestThemeServiceBackground::writersKeepToTheThemeWhoseSettingsAreLoaded()
     QCOMPARE(service.nowPlayingBackgroundStyle(), NowPlayingBackgroundStyle::solid);
 }
 
+void TestThemeServiceBackground::whoAnswersToASettingWritesToTheNewLook_data()
+{
+    QTest::addColumn<int>("setting");
+    QTest::addColumn<bool>("isCleared");
+    constexpr std::array names{"style", "opacity", "picture", "color", "blur"};
+    for (int setting = 0; setting < static_cast<int>(names.size()); ++setting) {
+        for (const bool isCleared : {false, true})
+            QTest::addRow("%s: the picture is %s", names.at(static_cast<size_t>(setting)),
+                          isCleared ? "cleared" : "set")
+                << setting << isCleared;
+    }
+}
+
+void TestThemeServiceBackground::whoAnswersToASettingWritesToTheNewLook()
+{
+    QFETCH(const int, setting);
+    QFETCH(const bool, isCleared);
+    ThemeService &service = m_bench->start();
+    service.setNowPlayingBackgroundOpacity(0.1);
+    service.setCustomBackgroundImage(plain(Qt::red));
+    service.setCustomBackgroundColor(Qt::red);
+    service.setCustomBackgroundBlur(1);
+    const auto classic = m_bench->preferences.dataValue(u"customBackgroundImage_classic"_s);
+    const QByteArray before = jpegData(plain(Qt::green, {6, 7}), 70).value_or(QByteArray());
+    m_bench->preferences.setData(u"customBackgroundImage_neumorphism"_s, before);
+    QList<QSize> found;
+    const auto answer = [&] {
+        if (!found.isEmpty())
+            return;
+        found.append(service.customBackgroundImage().size());
+        if (isCleared)
+            service.clearCustomBackgroundImage();
+        else
+            service.setCustomBackgroundImage(plain(Qt::blue, {4, 5}));
+    };
+    const std::array settings{
+        &ThemeService::nowPlayingBackgroundStyleChanged, &ThemeService::nowPlayingBackgroundOpacityChanged,
+        &ThemeService::customBackgroundImageChanged, &ThemeService::customBackgroundColorChanged,
+        &ThemeService::customBackgroundBlurChanged};
+    connect(&service, settings.at(static_cast<size_t>(setting)), this, answer);
+    QVERIFY(m_bench->turnTo(ThemeType::neumorphism));
+    QCOMPARE(found, QList<QSize>{QSize(6, 7)});
+    QCOMPARE(m_bench->preferences.dataValue(u"customBackgroundImage_classic"_s), classic);
+    const auto now = m_bench->preferences.dataValue(u"customBackgroundImage_neumorphism"_s);
+    QCOMPARE(now.has_value(), !isCleared);
+    QVERIFY(now != before);
+    QCOMPARE(service.customBackgroundImage().size(), isCleared ? QSize(0, 0) : QSize(4, 5));
+}
+
 void TestThemeServiceBackground::thePresentThemeIsNoChange()
 {
     ThemeService &service = m_bench->start();
@@ -302,9 +349,9 @@ void TestThemeServiceBackground::whatIsNoColorGivesPurple()
 {
     QFETCH(const QStringList, stored);
     m_bench->preferences.setStrings(u"customBackgroundColor_classic"_s, stored);
-    QCOMPARE(m_bench->start().customBackgroundColor(), purple());
+    QCOMPARE(m_bench->start().customBackgroundColor(), light().purple);
     m_bench->preferences.setString(u"customBackgroundColor_classic"_s, u"#ff0000"_s);
-    QCOMPARE(m_bench->start().customBackgroundColor(), purple());
+    QCOMPARE(m_bench->start().customBackgroundColor(), light().purple);
 }
 
 void TestThemeServiceBackground::moreThanThreeNumbersAreAColor()
@@ -339,7 +386,7 @@ void TestThemeServiceBackground::aGreyWithFewerComponentsIsNotStored()
     service.setCustomBackgroundColor(grey);
     QCOMPARE(service.customBackgroundColor(), grey);
     QVERIFY(!m_bench->preferences.contains(u"customBackgroundColor_classic"_s));
-    QCOMPARE(m_bench->start().customBackgroundColor(), purple());
+    QCOMPARE(m_bench->start().customBackgroundColor(), light().purple);
 
     m_bench->service->setCustomBackgroundColor(Qt::red);
     m_bench->service->setCustomBackgroundColor(grey);
@@ -366,7 +413,7 @@ void TestThemeServiceBackground::otherSpacesAreStoredInRedGreenAndBlue()
 void TestThemeServiceBackground::anInvalidColorIsNone()
 {
     m_bench->start().setCustomBackgroundColor(QColor());
-    QCOMPARE(m_bench->service->customBackgroundColor(), purple());
+    QCOMPARE(m_bench->service->customBackgroundColor(), light().purple);
     QCOMPARE(m_bench->preferences.writes(), 0);
 }
 

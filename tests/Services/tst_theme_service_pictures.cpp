@@ -77,6 +77,7 @@ private Q_SLOTS:
     void everyPictureHasAnAddressOfItsOwn();
     void theSamePictureIsNoChange();
     void picturesAreReadWhenTheyAreAskedFor();
+    void aPictureThatNobodyAskedForIsClearedUnread();
 
 private:
     std::unique_ptr<AppearanceBench> m_bench;
@@ -202,6 +203,8 @@ void TestThemeServicePictures::aSmallPictureIsStillStoredAsJpeg()
     QCOMPARE(m_bench->service->customBackgroundImage().size(), QSize(64, 64));
     const QByteArray stored = m_bench->preferences.dataValue(backgroundKey).value_or(QByteArray());
     QCOMPARE(formatOf(stored), "jpeg");
+    constexpr int quality = 70;
+    QCOMPARE(stored, jpegData(m_bench->service->customBackgroundImage(), quality));
     QCOMPARE(QImage::fromData(stored).size(), QSize(64, 64));
     QVERIFY(isNear(QImage::fromData(stored).pixelColor(32, 32), Qt::blue));
 }
@@ -346,6 +349,26 @@ void TestThemeServicePictures::picturesAreReadWhenTheyAreAskedFor()
     }
     QCOMPARE(m_bench->preferences.reads.count(dancingKey), 1);
     QCOMPARE(m_bench->preferences.reads.count(backgroundKey), 1);
+}
+
+void TestThemeServicePictures::aPictureThatNobodyAskedForIsClearedUnread()
+{
+    m_bench->preferences.setData(dancingKey, madePng(Qt::red, 50));
+    m_bench->preferences.setData(backgroundKey, madeJpeg(Qt::red, 64));
+    ThemeService &service = m_bench->start();
+    const auto dancing = changesOf(service, u"customDancingImageSource"_s);
+    const auto background = changesOf(service, u"customBackgroundImageSource"_s);
+    for (int time = 0; time < 2; ++time) {
+        service.clearCustomDancingImage();
+        service.clearCustomBackgroundImage();
+    }
+    QVERIFY(!m_bench->preferences.reads.contains(dancingKey));
+    QVERIFY(!m_bench->preferences.reads.contains(backgroundKey));
+    QCOMPARE(dancing->count(), 1);
+    QCOMPARE(background->count(), 1);
+    QVERIFY(!m_bench->preferences.contains(dancingKey));
+    QVERIFY(!m_bench->preferences.contains(backgroundKey));
+    QVERIFY(service.customBackgroundImage().isNull());
 }
 
 QTEST_GUILESS_MAIN(TestThemeServicePictures)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/KawaiiScene.h"
+#include "Theme/LookGrounds.h"
 
 #include "Fakes/ConsoleLines.h"
 
@@ -75,6 +76,21 @@ private Q_SLOTS:
         QTRY_VERIFY(k->arePicturesReady());
         for (int i = 0; i < 4; ++i)
             QVERIFY(!within(button(i), u"symbol"_s)->isVisible());
+    }
+
+    void allTextsCanBeRead_data() { addThemes(); }
+    void allTextsCanBeRead()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        showPicker(type, scheme);
+        const auto leastOf = [this](const QQuickItem *text, const QColor &fill) {
+            return leastRatio(s->theme(), fill, text->property("color").value<QColor>());
+        };
+        QVERIFY(leastOf(s->item(u"pageTitle"_s), Qt::transparent) >= Contrast::legible);
+        const Surface ground = ThemedSurfaces::themedCard(&s->theme());
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(leastOf(within(button(i), u"label"_s), ground.fill) >= Contrast::legible);
     }
 
     void aPressChoosesTheIconAndMarksItInTheAccent()

@@ -200,6 +200,15 @@ private Q_SLOTS:
                     QVERIFY(leastRatio(theme, surface.fill, ThemedSurfaces::accentOn(&theme, surface)) >=
                             Contrast::legible);
                 }
+                // The bare background, and surfaces that have its gradient themselves.
+                for (const Surface &surface :
+                     {Surface(), ThemedSurfaces::background(&theme), ThemedSurfaces::previewScreen(&theme)}) {
+                    for (const QColor &text :
+                         {accent, theme.primaryTextColor(), theme.secondaryTextColor()}) {
+                        const QColor chosen = ThemedSurfaces::textOn(&theme, surface, text);
+                        QVERIFY(leastRatio(theme, Qt::transparent, chosen) >= Contrast::legible);
+                    }
+                }
                 QVERIFY(Contrast::ratio(Qt::white, Contrast::groundFor(Qt::white, accent)) >=
                         Contrast::legible);
             }

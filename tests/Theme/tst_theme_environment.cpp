@@ -38,6 +38,27 @@ private Q_SLOTS:
         QCOMPARE(item->property("look").value<AppTheme *>(), classic);
     }
 
+    void withoutAManagerThePlainLookFollowsTheDesktop()
+    {
+        FakeDesktopAppearance desktop(ColorScheme::dark);
+        QQmlEngine engine;
+        installUserInterface(engine, {.desktopAppearance = &desktop});
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick\nimport Cadorel\n"
+                          "Rectangle { color: ThemeEnvironment.theme.backgroundColor }",
+                          QUrl());
+        const std::unique_ptr<QObject> item(component.create());
+        QVERIFY2(item, qPrintable(component.errorString()));
+        QCOMPARE(ThemeScene::themeOf(item.get()),
+                 &ThemeFactory::create(ThemeType::classic, ColorScheme::dark));
+        QCOMPARE(item->property("color").value<QColor>(), QColor(Qt::black));
+        const QSignalSpy changes(ThemeScene::environmentOf(item.get()), &ThemeEnvironment::themeChanged);
+        desktop.setColorScheme(ColorScheme::light);
+        QCOMPARE(ThemeScene::themeOf(item.get()), classic);
+        QCOMPARE(item->property("color").value<QColor>(), QColor(Qt::white));
+        QCOMPARE(changes.count(), 1);
+    }
+
     void everythingHasTheManagersTheme()
     {
         QVERIFY(t->show(
@@ -465,16 +486,19 @@ private Q_SLOTS:
         settled();
         const ThemeType before = t->manager->currentThemeType();
         const qsizetype objectsBefore = objects();
-        const size_t bytesBefore = bytesInUse();
-        switchTimes(201);
-        settled();
-        QCOMPARE(t->manager->currentThemeType(), before); // they were switches indeed
-        QCOMPARE(objects(), objectsBefore);
-        // A tree of this size takes some 100 KB: one that stays would show, as would 100 bytes a switch.
-        constexpr size_t smallGrowth = 20'000;
-        const size_t bytesAfter = bytesInUse();
-        QVERIFY2(bytesAfter < bytesBefore + smallGrowth,
-                 qPrintable(u"%1 bytes more"_s.arg(bytesAfter - bytesBefore)));
+        // A tree of this size takes some 100 KB: one that stays would show, as would 100 bytes a switch. What
+        // is left behind is left in each round; a cache that fills late grows in one.
+        constexpr qint64 smallGrowth = 20'000;
+        qint64 growth = smallGrowth;
+        for (int round = 0; round < 3 && growth >= smallGrowth; ++round) {
+            const auto bytesBefore = static_cast<qint64>(bytesInUse());
+            switchTimes(201);
+            settled();
+            QCOMPARE(t->manager->currentThemeType(), before); // they were switches indeed
+            QCOMPARE(objects(), objectsBefore);
+            growth = static_cast<qint64>(bytesInUse()) - bytesBefore;
+        }
+        QVERIFY2(growth < smallGrowth, qPrintable(u"%1 bytes more"_s.arg(growth)));
     }
 };
 

@@ -98,8 +98,7 @@ private Q_SLOTS:
         QCOMPARE(make().currentThemeType(), ThemeType::neumorphism);
     }
 
-    /// Who hears of the new type finds it stored, and its theme in place.
-    void orderOfEffects()
+    void whoHearsOfANewTypeFindsItStoredAndItsThemeInPlace()
     {
         ThemeManager &manager = make();
         QStringList told;
@@ -209,7 +208,7 @@ private Q_SLOTS:
         QCOMPARE(manager.currentThemeType(), ThemeType::classic);
     }
 
-    void theIndexOfThePicker()
+    void aChoiceByIndexComesWithTheNextTurn()
     {
         ThemeManager &manager = make();
         QCOMPARE(manager.currentThemeIndex(), 0);

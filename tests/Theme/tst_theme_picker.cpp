@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/KawaiiScene.h"
+#include "Theme/LookGrounds.h"
 #include "Theme/Surface.h"
 #include "Theme/ThemedSurfaces.h"
 
@@ -103,6 +104,22 @@ private Q_SLOTS:
             QCOMPARE(colorOf(card(i), u"secondaryBar"_s), own.secondaryTextColor());
             QCOMPARE(within(card(i), u"primaryBar"_s)->height(), 2.0);
             QCOMPARE(within(card(i), u"secondaryBar"_s)->height(), 2.0);
+        }
+    }
+
+    void allTextsCanBeRead_data() { addThemes(); }
+    void allTextsCanBeRead()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        k->desktop.setColorScheme(scheme);
+        showPicker(type, scheme);
+        const auto heading = s->item(u"heading"_s)->property("color").value<QColor>();
+        const Surface ground = ThemedSurfaces::themedCard(&s->theme());
+        QVERIFY(leastRatio(s->theme(), ground.fill, heading) >= Contrast::legible);
+        for (int i = 0; i < 3; ++i) {
+            AppTheme &own = ThemeFactory::create(allThemeTypes().at(i), scheme);
+            QVERIFY(leastRatio(own, Qt::transparent, colorOf(card(i), u"label"_s)) >= Contrast::legible);
         }
     }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fakes/FakeTheme.h"
 #include "Theme/ThemeFactory.h"
 #include "Theme/ThemedSurfaces.h"
 
@@ -190,7 +191,8 @@ private Q_SLOTS:
     void cornersAreThoseAskedFor();
     void intensityWeakensEmbossing();
     void noLookIsNoSurface();
-    void backgroundIsOpaque();
+    void aGradientLiesOnTheBackgroundOfTheScheme();
+    void withoutAGradientTheGroundIsTheBackgroundColor();
 };
 
 void ThemedSurfacesTest::drawnAsAgreed_data()
@@ -318,16 +320,13 @@ void ThemedSurfacesTest::noLookIsNoSurface()
     }
 }
 
-void ThemedSurfacesTest::backgroundIsOpaque()
+void ThemedSurfacesTest::aGradientLiesOnTheBackgroundOfTheScheme()
 {
     const QColor pink = rgba(0xFF, 0x2D, 0x55);
     const QColor purple = rgba(0xAF, 0x52, 0xDE);
     const auto background = [](ThemeType type, ColorScheme scheme) {
         return ThemedSurfaces::background(&ThemeFactory::create(type, scheme));
     };
-    QCOMPARE(background(ThemeType::classic, ColorScheme::light), filled(Qt::white, 0, {}));
-    QCOMPARE(background(ThemeType::classic, ColorScheme::dark), filled(Qt::black, 0, {}));
-    QCOMPARE(background(ThemeType::neumorphism, ColorScheme::dark), filled(rgba(224, 229, 236), 0, {}));
     const Surface kawaii = background(ThemeType::kawaiiPink, ColorScheme::light);
     Surface expected = filled(Qt::white, 0, {});
     const auto at = [](QColor color, double opacity) {
@@ -340,6 +339,18 @@ void ThemedSurfacesTest::backgroundIsOpaque()
     QVERIFY2(isNear(kawaii, expected), qPrintable(text(kawaii)));
     QVERIFY(!kawaii.isStretched());
     QVERIFY(isNear(background(ThemeType::kawaiiPink, ColorScheme::dark).fill, rgba(0, 0, 0)));
+}
+
+void ThemedSurfacesTest::withoutAGradientTheGroundIsTheBackgroundColor()
+{
+    for (const ThemeType type : {ThemeType::classic, ThemeType::neumorphism}) {
+        for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+            AppTheme &theme = ThemeFactory::create(type, scheme);
+            QCOMPARE(ThemedSurfaces::background(&theme), filled(theme.backgroundColor(), 0, {}));
+        }
+    }
+    FakeTheme other(rgba(1, 2, 3));
+    QCOMPARE(ThemedSurfaces::background(&other), filled(rgba(1, 2, 3), 0, {}));
 }
 
 QTEST_APPLESS_MAIN(ThemedSurfacesTest)

@@ -92,7 +92,7 @@ private:
     }
 
 private Q_SLOTS:
-    void colours()
+    void everyLookAnswersWithItsColours()
     {
         const QList<Answers> all = expected();
         for (const Answers &answers : all) {
@@ -228,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(names, QStringList({u"封面模糊"_s, u"纯色"_s, u"渐变"_s, u"跟随系统"_s}));
     }
 
-    void typesInTheirOrder()
+    void looksComeInTheirOrderWithTheirNamesAndSymbols()
     {
         QStringList values;
         QStringList names;

@@ -57,7 +57,8 @@ bool StoredPicture::set(const QImage &image, const std::optional<QByteArray> &da
 
 bool StoredPicture::clear()
 {
-    const bool wasThere = !image().isNull();
+    // Not decoded for the answer alone.
+    const bool wasThere = !m_image || !m_image->isNull();
     ++m_revision;
     show({});
     m_preferences.remove(m_key);

@@ -40,7 +40,7 @@ public:
     /// Takes the picture, and stores it in that form; nothing leaves what is stored as it is.
     /// @return false when it is the same
     bool set(const QImage &image, const std::optional<QByteArray> &data);
-    /// Forgets the picture, and what is stored. @return false when there was none
+    /// Forgets the picture, and what is stored. @return false when there was none, for sure
     bool clear();
 
 private:

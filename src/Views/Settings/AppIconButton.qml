@@ -39,7 +39,7 @@ ThemedChoiceCard {
                 text: root.displayName
                 style: TextStyles.subheadline
                 font.weight: root.isSelected ? Font.DemiBold : Font.Normal
-                color: root.theme.primaryTextColor
+                color: Surfaces.textOn(root.theme, Surfaces.themedCard(root.theme), root.theme.primaryTextColor)
             }
             SymbolIcon {
                 objectName: "mark"

@@ -68,7 +68,7 @@ FocusScope {
                     text: "应用图标"
                     style: TextStyles.title2
                     font.weight: Font.Bold
-                    color: root.theme.primaryTextColor
+                    color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
                     Accessible.role: Accessible.Heading
                     Accessible.name: text
                 }
