@@ -99,7 +99,7 @@ T.ItemDelegate {
 
             SymbolIcon {
                 anchors.centerIn: parent
-                name: "externaldrive.fill.badge.wifi"
+                name: AppIcons.file.server
                 color: root.isConnected ? root.theme.primaryColor : root.theme.secondaryTextColor
             }
         }
