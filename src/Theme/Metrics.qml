@@ -2,6 +2,7 @@
 pragma Singleton
 
 import QtQuick
+import Cadorel
 
 /// Lengths in device-independent pixels and times in milliseconds that several screens share.
 QtObject {
@@ -101,7 +102,7 @@ QtObject {
 
     readonly property real disabledOpacity: 0.35
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
-    readonly property real hoverOpacity: 0.06
+    readonly property real hoverOpacity: Surfaces.hoverOpacity
     readonly property real pressedOpacity: 0.12
     /// A press is seen at least this long.
     readonly property int pressDuration: 100

@@ -16,6 +16,7 @@ T.ItemDelegate {
 
     readonly property string status: (isConnected ? "已连接" : "未连接") + (isConnected || songCount > 0 ? " · " + songCount + " 首歌曲" : "")
 
+    readonly property color nameColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryTextColor)
     readonly property color quietColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.secondaryTextColor)
 
     signal tap
@@ -116,7 +117,7 @@ T.ItemDelegate {
                 objectName: "serverName"
                 width: parent.width
                 text: root.config.name
-                color: root.theme.primaryTextColor
+                color: root.nameColor
             }
             StyledText {
                 objectName: "serverHost"

@@ -333,11 +333,16 @@ QColor ThemedSurfaces::textOn(AppTheme *theme, const Surface &surface, const QCo
         return {};
     const Surface screen = background(theme);
     const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
+    const QColor hover = faded(theme->primaryTextColor(), hoverOpacity);
     QList<QColor> grounds;
+    const auto add = [&](const QColor &beneath) {
+        const QColor ground = Contrast::over(fill, beneath);
+        grounds << ground << Contrast::over(hover, ground);
+    };
     for (const QGradientStop &stop : screen.gradient.stops)
-        grounds.append(Contrast::over(fill, Contrast::over(stop.second, screen.fill)));
+        add(Contrast::over(stop.second, screen.fill));
     if (grounds.isEmpty())
-        grounds.append(Contrast::over(fill, screen.fill));
+        add(screen.fill);
     // What can be read on the ground that is hardest can be read on the others.
     QColor best;
     double bestLeast = 0;
