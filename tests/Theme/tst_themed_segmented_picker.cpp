@@ -170,6 +170,40 @@ private Q_SLOTS:
         for (int i = 0; i < 3; ++i) {
             QAccessibleInterface *button = ThemedScene::accessible(segment(i));
             QCOMPARE(button->role(), QAccessible::RadioButton);
+    void thePickerTakesTheKeyboardAtItsChoice()
+    {
+        showPicker();
+        s->root()->forceActiveFocus();
+        QVERIFY(segment(1)->hasActiveFocus());
+        s->key(Qt::Key_Right);
+        QVERIFY(segment(2)->hasActiveFocus());
+        QVERIFY(s->show("ThemedSegmentedPicker { objectName: \"segment\"; width: 308; options: [10, 20] }"));
+        s->root()->forceActiveFocus();
+        QVERIFY2(segment(0)->hasActiveFocus(), "where nothing is chosen it is the first");
+    }
+    void thePickerIsOneStopOfTheTabKey()
+    {
+        QVERIFY(s->show("Column { Item { objectName: \"before\"; activeFocusOnTab: true }\n"
+                        "ThemedSegmentedPicker { objectName: \"segment\"; width: 308; options: [1, 2, 3]; "
+                        "selection: 2 }\n"
+                        "Item { objectName: \"after\"; activeFocusOnTab: true } }"));
+        QQuickItem *const before = s->item(u"before"_s);
+        QQuickItem *const after = s->item(u"after"_s);
+        for (const Qt::Key walk : {Qt::Key_Left, Qt::Key_Right}) {
+            before->forceActiveFocus();
+            s->key(Qt::Key_Tab);
+            QVERIFY(segment(1)->hasActiveFocus());
+            s->key(walk);
+            QVERIFY(!segment(1)->hasActiveFocus());
+            s->key(Qt::Key_Tab);
+            QVERIFY(after->hasActiveFocus());
+            s->key(Qt::Key_Backtab);
+            QVERIFY(segment(1)->hasActiveFocus());
+            s->key(walk);
+            s->key(Qt::Key_Backtab);
+            QVERIFY(before->hasActiveFocus());
+        }
+    }
             QCOMPARE(bool(button->state().checked), i == 1);
         }
         ThemedScene::accessible(segment(2))
