@@ -24,6 +24,7 @@ QtObject {
     /// Cards of a grid are at least this wide.
     readonly property int cardWidth: 168
     readonly property int playlistCover: 96
+    readonly property int albumCover: 280
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
     readonly property int tabBarHeight: 56
