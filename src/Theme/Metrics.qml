@@ -59,7 +59,7 @@ QtObject {
     readonly property int previewDot: 16
     readonly property int previewBar: 2
     readonly property int selectionStroke: 2
-    readonly property real pressedCardScale: 0.97
+    readonly property real pressedScale: 0.97
 
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
@@ -74,6 +74,7 @@ QtObject {
     readonly property int progressKnob: 12
     readonly property int draggedProgressKnob: 16
     readonly property int playButton: 64
+    readonly property int playGlyphShift: 2
     readonly property int controlButton: 44
     readonly property int handleSize: 16
     readonly property int volumeWidth: 96

@@ -77,7 +77,8 @@ FocusScope {
             NumberAnimation {
                 objectName: "slide"
                 duration: Motion.scaled(Metrics.segmentDuration)
-                easing.type: Easing.InOutQuad
+                easing.type: Easing.BezierSpline
+                easing.bezierCurve: Motion.easeInOut
             }
         }
 
@@ -105,8 +106,8 @@ FocusScope {
                 required property int index
                 required property var modelData
                 readonly property bool isSelected: index === root.selectedIndex
-
                 readonly property bool isEntry: index === Math.max(0, root.selectedIndex)
+
                 objectName: root.objectName + index
                 width: pill.width
                 height: row.height

@@ -2,6 +2,7 @@
 #include "Theme/LookGrounds.h"
 #include "Theme/ThemedScene.h"
 
+#include <QEasingCurve>
 #include <QFontInfo>
 #include <QSignalSpy>
 
@@ -90,6 +91,10 @@ private Q_SLOTS:
         const QObject *slide = s->root()->findChild<QObject *>(u"slide"_s);
         QVERIFY(slide);
         QCOMPARE(slide->property("duration").toInt(), 200);
+        QEasingCurve easeInOut(QEasingCurve::BezierSpline);
+        easeInOut.addCubicBezierSegment({0.42, 0}, {0.58, 1}, {1, 1});
+        const auto curve = slide->property("easing").value<QEasingCurve>();
+        QCOMPARE(curve.toCubicSpline(), easeInOut.toCubicSpline());
     }
     void aWiderWindowMovesThePillAtOnce()
     {
@@ -149,6 +154,8 @@ private Q_SLOTS:
     {
         showPicker();
         s->key(Qt::Key_Tab);
+        QVERIFY(segment(1)->hasActiveFocus());
+        s->key(Qt::Key_Left);
         QVERIFY(segment(0)->hasActiveFocus());
         s->key(Qt::Key_Right);
         s->key(Qt::Key_Right);
@@ -163,13 +170,6 @@ private Q_SLOTS:
         s->key(Qt::Key_Space);
         QCOMPARE(selection(), u"system"_s);
     }
-    void aScreenReaderMeetsRadioButtons()
-    {
-        showPicker();
-        QCOMPARE(ThemedScene::accessibleName(s->root()), u"主题"_s);
-        for (int i = 0; i < 3; ++i) {
-            QAccessibleInterface *button = ThemedScene::accessible(segment(i));
-            QCOMPARE(button->role(), QAccessible::RadioButton);
     void thePickerTakesTheKeyboardAtItsChoice()
     {
         showPicker();
@@ -204,6 +204,13 @@ private Q_SLOTS:
             QVERIFY(before->hasActiveFocus());
         }
     }
+    void aScreenReaderMeetsRadioButtons()
+    {
+        showPicker();
+        QCOMPARE(ThemedScene::accessibleName(s->root()), u"主题"_s);
+        for (int i = 0; i < 3; ++i) {
+            QAccessibleInterface *button = ThemedScene::accessible(segment(i));
+            QCOMPARE(button->role(), QAccessible::RadioButton);
             QCOMPARE(bool(button->state().checked), i == 1);
         }
         ThemedScene::accessible(segment(2))
