@@ -82,8 +82,8 @@ Item {
             required property string modelData
 
             width: ListView.view.width
-            title: "夜曲 " + index
-            subtitle: "周杰伦 · 十一月的萧邦"
+            title: "清晨的第一班船 " + index
+            subtitle: "林间小队 · 远岸"
             trailingText: "3:46"
             coverSource: modelData
             isFavorite: index % 3 === 0

@@ -8,7 +8,6 @@
 #include <QCache>
 #include <QQuickTextureFactory>
 #include <QThreadPool>
-#include <QUrlQuery>
 
 #include <functional>
 #include <mutex>
@@ -16,8 +15,6 @@
 #include <utility>
 
 namespace cadorel {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -144,12 +141,10 @@ public:
 
     void start(const std::shared_ptr<Order> &order, const QString &address, int side)
     {
-        const QUrlQuery query(address.section(u'?', 1));
         const Picture picture{.key = address.section(u'?', 0, 0),
                               .name = address + u'@' + QString::number(side),
                               .side = side,
-                              .radius =
-                                  qBound(0.0, query.queryItemValue(u"radius"_s).toDouble(), 0.5) * side};
+                              .radius = cornerRadiusOf(address, side)};
         if (const QImage known = find(picture.name); !known.isNull())
             order->deliver(known);
         else if (const auto url = m_registry.remoteAddress(picture.key); url && m_remoteCovers)

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QSvgRenderer>
+#include <QUrlQuery>
 
 namespace cadorel {
 
@@ -27,6 +28,15 @@ constexpr qreal placeholderNoteShare = 0.46;
 /// Where a picture comes from: one from a server has passed through nobody's hands but its own.
 enum class Origin { library, server };
 
+/// The middle of a picture, as high as it is wide.
+QImage squareOf(const QImage &image)
+{
+    const int shorter = qMin(image.width(), image.height());
+    return image.width() == image.height()
+               ? image
+               : image.copy((image.width() - shorter) / 2, (image.height() - shorter) / 2, shorter, shorter);
+}
+
 QImage decodeSquare(QIODevice &device, int side, Origin origin)
 {
     QImageReader reader(&device);
@@ -42,12 +52,8 @@ QImage decodeSquare(QIODevice &device, int side, Origin origin)
         if (shorter > side)
             reader.setScaledSize(QSize(side, side));
     }
-    QImage image = reader.read();
     // Formats that tell no size before they are decoded.
-    const int shorter = qMin(image.width(), image.height());
-    if (image.width() != image.height())
-        image = image.copy((image.width() - shorter) / 2, (image.height() - shorter) / 2, shorter, shorter);
-    return image;
+    return squareOf(reader.read());
 }
 
 QImage decode(QByteArray bytes, int side, Origin origin)
@@ -83,14 +89,35 @@ void paintPlaceholder(QPainter &painter, const QRectF &square)
     painter.drawImage(square.topLeft(), note);
 }
 
+void paintRounded(QPainter &painter, const QImage &picture, const QRectF &square, qreal radius)
+{
+    QBrush brush(picture);
+    brush.setTransform(
+        QTransform::fromScale(square.width() / picture.width(), square.height() / picture.height()));
+    painter.setBrush(brush);
+    painter.drawRoundedRect(square, radius, radius);
+}
+
+QImage emptySquare(int side)
+{
+    QImage square(side, side, QImage::Format_ARGB32_Premultiplied);
+    square.fill(Qt::transparent);
+    return square;
+}
+
+/// Smooth, and with no line about what is filled.
+void prepare(QPainter &painter)
+{
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setPen(Qt::NoPen);
+}
+
 /// The picture as a square with round corners, or the placeholder where it is null.
 QImage paintCover(const QImage &picture, int side, qreal radius)
 {
-    QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
+    QImage result = emptySquare(side);
     QPainter painter(&result);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    painter.setPen(Qt::NoPen);
+    prepare(painter);
     const QRectF square(0, 0, side, side);
     painter.setBrush(placeholderFill);
     painter.drawRoundedRect(square, radius, radius);
@@ -98,11 +125,7 @@ QImage paintCover(const QImage &picture, int side, qreal radius)
         paintPlaceholder(painter, square);
         return result;
     }
-    QBrush brush(picture);
-    brush.setTransform(
-        QTransform::fromScale(square.width() / picture.width(), square.height() / picture.height()));
-    painter.setBrush(brush);
-    painter.drawRoundedRect(square, radius, radius);
+    paintRounded(painter, picture, square, radius);
     return result;
 }
 
@@ -119,6 +142,23 @@ std::optional<QImage> drawFetchedCover(const QByteArray &bytes, int side, qreal 
     QImageReader::setAllocationLimit(allocationLimitMegabytes);
     const QImage picture = decode(bytes, side, Origin::server);
     return picture.isNull() ? std::nullopt : std::optional(paintCover(picture, side, radius));
+}
+
+QImage drawRounded(const QImage &picture, int side, qreal radius)
+{
+    QImage result = emptySquare(side);
+    QPainter painter(&result);
+    prepare(painter);
+    const QImage square =
+        squareOf(picture).scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    paintRounded(painter, square, QRectF(0, 0, side, side), radius);
+    return result;
+}
+
+qreal cornerRadiusOf(const QString &address, int side)
+{
+    const double radius = QUrlQuery(address.section(u'?', 1)).queryItemValue(u"radius"_s).toDouble();
+    return qIsFinite(radius) ? qBound(0.0, radius, 0.5) * side : 0;
 }
 
 } // namespace cadorel

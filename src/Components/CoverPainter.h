@@ -4,6 +4,7 @@
 #include "Models/ArtworkData.h"
 
 #include <QImage>
+#include <QString>
 
 #include <optional>
 
@@ -17,5 +18,11 @@ QImage drawCover(const ArtworkData &artwork, int side, qreal radius);
 /// The same for encoded bytes that came from a server; nothing when they are no picture, or none that is safe
 /// to decode. Any thread.
 std::optional<QImage> drawFetchedCover(const QByteArray &bytes, int side, qreal radius);
+
+/// The middle of a picture as such a square. What is transparent stays so. Any thread.
+QImage drawRounded(const QImage &picture, int side, qreal radius);
+
+/// The corner radius in pixels that a picture's address asks for by `radius`, a fraction of @p side.
+qreal cornerRadiusOf(const QString &address, int side);
 
 } // namespace cadorel

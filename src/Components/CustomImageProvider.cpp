@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Components/CustomImageProvider.h"
 
+#include "Components/CoverPainter.h"
 #include "Services/Pictures/CustomPictures.h"
 
 #include <utility>
@@ -16,6 +17,14 @@ QSize fitting(const QSize &size, const QSize &requested)
                       requested.height() > 0 ? requested.height() : size.height());
     const bool fits = size.width() <= asked.width() && size.height() <= asked.height();
     return fits ? size : size.scaled(asked, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+}
+
+/// Side of a square of that picture.
+int sideOf(const QSize &size, const QSize &requested)
+{
+    const int shorter = qMin(size.width(), size.height());
+    const int asked = qMax(requested.width(), requested.height());
+    return asked > 0 ? qMin(asked, shorter) : shorter;
 }
 
 } // namespace
@@ -36,6 +45,9 @@ QImage CustomImageProvider::requestImage(const QString &address, QSize *size, co
     }
     if (size)
         *size = image.size();
+    const int side = sideOf(image.size(), requestedSize);
+    if (const qreal radius = cornerRadiusOf(address, side); radius > 0)
+        return drawRounded(image, side, radius);
     const QSize fitted = fitting(image.size(), requestedSize);
     return fitted == image.size() ? image
                                   : image.scaled(fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -10,7 +10,8 @@ namespace cadorel {
 class CustomPictures;
 
 /// Image provider "custom": the listener's own pictures under the addresses that ThemeService gives out, no
-/// larger than asked for. A picture that is not there any more is transparent. Any thread.
+/// larger than asked for. With `radius=` in its query, a fraction of the side, a picture is cut to a square
+/// about its centre and given round corners. A picture that is not there any more is transparent. Any thread.
 class CustomImageProvider : public QQuickImageProvider
 {
 public:

@@ -18,8 +18,8 @@ AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: text
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: event => Press.byKey(root, event)
+    Keys.onEnterPressed: event => Press.byKey(root, event)
 
     background: Rectangle {
         radius: height / 2

@@ -6,11 +6,8 @@
 #include <QFile>
 #include <QQmlFile>
 #include <QUrl>
-#include <QUrlQuery>
 
 namespace cadorel {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -41,9 +38,7 @@ QImage RoundedImageProvider::requestImage(const QString &address, QSize *size, c
     if (size)
         *size = QSize(side, side);
     const QUrl url(QUrl::fromPercentEncoding(address.section(u'?', 0, 0).toUtf8()));
-    const double radius = QUrlQuery(address.section(u'?', 1)).queryItemValue(u"radius"_s).toDouble();
-    return drawCover(ArtworkData(bytesAt(url)), side,
-                     qIsFinite(radius) ? qBound(0.0, radius, 0.5) * side : 0);
+    return drawCover(ArtworkData(bytesAt(url)), side, cornerRadiusOf(address, side));
 }
 
 } // namespace cadorel

@@ -7,7 +7,7 @@ Item {
     id: root
 
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 12
+    property real cornerRadius: Metrics.cardRadius
 
     Accessible.ignored: true
 

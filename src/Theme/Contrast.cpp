@@ -36,7 +36,8 @@ QColor withLightness(const QColor &color, float lightness)
     return QColor::fromRgba(exact.rgba());
 }
 
-/// The colour of @p color's hue that is nearest to it and contrasts with @p fixed.
+/// The colour of @p color's hue that is nearest to it and contrasts with @p fixed; as translucent as it,
+/// where that can be.
 QColor contrasting(const QColor &color, const QColor &fixed)
 {
     if (Contrast::ratio(color, fixed) >= Contrast::legible)
@@ -52,7 +53,8 @@ QColor contrasting(const QColor &color, const QColor &fixed)
                 return changed;
         }
     }
-    return color;
+    // What shines through may leave no lightness that is far enough away.
+    return color.alphaF() < 1 ? contrasting(color.rgb(), fixed) : color;
 }
 
 } // namespace

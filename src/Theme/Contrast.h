@@ -20,7 +20,8 @@ public:
     /// @p foreground lies on @p ground; a translucent ground lies on white.
     Q_INVOKABLE static double ratio(const QColor &foreground, const QColor &ground);
     /// @p color, made darker or lighter within its hue until @p text can be read on it. The nearer way is
-    /// taken; a colour that is good enough stays as it is.
+    /// taken; a colour that is good enough stays as it is, and a translucent one becomes opaque only where no
+    /// other way is left.
     Q_INVOKABLE static QColor groundFor(const QColor &text, const QColor &color);
     /// The same for a text of that colour on @p ground.
     Q_INVOKABLE static QColor textOn(const QColor &ground, const QColor &color);

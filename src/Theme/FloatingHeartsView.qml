@@ -52,14 +52,14 @@ Item {
                 NumberAnimation {
                     duration: heart.duration
                     easing.type: Easing.BezierSpline
-                    easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
+                    easing.bezierCurve: Motion.easeOut
                 }
             }
             Behavior on opacity {
                 NumberAnimation {
                     duration: heart.duration
                     easing.type: Easing.BezierSpline
-                    easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
+                    easing.bezierCurve: Motion.easeOut
                 }
             }
         }

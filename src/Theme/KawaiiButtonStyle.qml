@@ -5,7 +5,5 @@ import Cadorel
 PressableButton {
     idleSurface: Surfaces.kawaiiButton(theme, false, cornerRadius)
     pressedSurface: Surfaces.kawaiiButton(theme, true, cornerRadius)
-    pressedScale: 0.97
-    response: 0.3
-    damping: 0.6
+    pressedScale: Metrics.pressedScale
 }

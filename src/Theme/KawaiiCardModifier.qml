@@ -5,7 +5,7 @@ import Cadorel
 /// A card with an outline and a soft shadow, behind what lies over it.
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 16
+    property real cornerRadius: Metrics.sheetRadius
 
     surface: Surfaces.kawaiiCard(theme, cornerRadius)
 }

@@ -7,16 +7,19 @@ Column {
     id: root
 
     property AppTheme theme: ThemeEnvironment.theme
+    /// The same in both schemes of the look.
+    readonly property bool isPink: theme.isKawaiiPink
 
-    visible: theme.isKawaiiPink
+    visible: isPink
     Accessible.ignored: true
 
     KawaiiSticker {
         objectName: "sticker"
         anchors.horizontalCenter: parent.horizontalCenter
-        visible: root.theme.isKawaiiPink
+        visible: root.isPink
         size: Metrics.largeStickerSize
-        imageName: root.theme.isKawaiiPink ? KawaiiDecorations.randomCartoon() : ""
+        // Chance decides anew each time that the look becomes the pink one.
+        imageName: root.isPink ? KawaiiDecorations.randomCartoon() : ""
         theme: root.theme
     }
 }

@@ -9,18 +9,20 @@ Item {
 
     property real size: Metrics.titleStickerSize
     property AppTheme theme: ThemeEnvironment.theme
+    /// The same in both schemes of the look.
+    readonly property bool isPink: theme.isKawaiiPink
 
     implicitWidth: visible ? size : 0
     implicitHeight: implicitWidth
-    visible: theme.isKawaiiPink
+    visible: isPink
     Accessible.ignored: true
 
     // Chance decides anew each time that the look becomes the pink one.
     KawaiiSticker {
         objectName: "sticker"
         size: root.size
-        rotation: root.theme.isKawaiiPink ? KawaiiDecorations.randomTilt() : 0
-        imageName: root.theme.isKawaiiPink ? KawaiiDecorations.randomCartoon() : ""
+        rotation: root.isPink ? KawaiiDecorations.randomTilt() : 0
+        imageName: root.isPink ? KawaiiDecorations.randomCartoon() : ""
         theme: root.theme
     }
 }

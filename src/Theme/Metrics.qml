@@ -2,6 +2,7 @@
 pragma Singleton
 
 import QtQuick
+import Cadorel
 
 /// Lengths in device-independent pixels and times in milliseconds that several screens share.
 QtObject {
@@ -23,6 +24,7 @@ QtObject {
     /// Cards of a grid are at least this wide.
     readonly property int cardWidth: 168
     readonly property int playlistCover: 96
+    readonly property int albumCover: 280
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
     readonly property int tabBarHeight: 56
@@ -57,7 +59,7 @@ QtObject {
     readonly property int previewDot: 16
     readonly property int previewBar: 2
     readonly property int selectionStroke: 2
-    readonly property real pressedCardScale: 0.97
+    readonly property real pressedScale: 0.97
 
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
@@ -72,6 +74,7 @@ QtObject {
     readonly property int progressKnob: 12
     readonly property int draggedProgressKnob: 16
     readonly property int playButton: 64
+    readonly property int playGlyphShift: 2
     readonly property int controlButton: 44
     readonly property int handleSize: 16
     readonly property int volumeWidth: 96
@@ -101,7 +104,7 @@ QtObject {
 
     readonly property real disabledOpacity: 0.35
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
-    readonly property real hoverOpacity: 0.06
+    readonly property real hoverOpacity: Surfaces.hoverOpacity
     readonly property real pressedOpacity: 0.12
     /// A press is seen at least this long.
     readonly property int pressDuration: 100

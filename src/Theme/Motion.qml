@@ -9,6 +9,10 @@ QtObject {
     /// A desktop that asks for less motion gets none: things appear at their place.
     readonly property bool isReduced: DesktopAppearance.reducesMotion
 
+    /// Curves of what is no spring, for an easing of type Easing.BezierSpline.
+    readonly property var easeOut: [0, 0, 0.58, 1, 1, 1]
+    readonly property var easeInOut: [0.42, 0, 0.58, 1, 1, 1]
+
     /// How long a movement takes that is made for @p duration milliseconds.
     function scaled(duration: int): int {
         return isReduced ? 0 : duration;

@@ -5,6 +5,6 @@ import Cadorel
 PressableButton {
     idleSurface: Surfaces.neumorphismRaised(theme, cornerRadius)
     pressedSurface: Surfaces.neumorphismPressed(theme, cornerRadius)
-    pressedScale: 0.97
+    pressedScale: Metrics.pressedScale
     easeOut: Metrics.pressDuration
 }

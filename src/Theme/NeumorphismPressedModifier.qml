@@ -5,7 +5,7 @@ import Cadorel
 /// The embossed ground of what lies over it, sunk.
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 12
+    property real cornerRadius: Metrics.cardRadius
     /// Share of the usual strength of shadows and edges.
     property real intensity: 1
 

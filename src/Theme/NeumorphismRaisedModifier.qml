@@ -5,7 +5,7 @@ import Cadorel
 /// The embossed ground of what lies over it, raised.
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 12
+    property real cornerRadius: Metrics.cardRadius
     /// Share of the shadows' usual strength.
     property real intensity: 1
 

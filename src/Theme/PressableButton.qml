@@ -10,7 +10,7 @@ T.AbstractButton {
     id: root
 
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 12
+    property real cornerRadius: Metrics.cardRadius
     property surface idleSurface
     property surface pressedSurface
     property real pressedScale: 1
@@ -58,6 +58,7 @@ T.AbstractButton {
 
     Behavior on depth {
         ResponseSpring {
+            objectName: "spring"
             response: root.response
             damping: root.damping
             easeOut: root.easeOut

@@ -12,6 +12,6 @@ NumberAnimation {
     property int easeOut: 0
 
     duration: Motion.scaled(easeOut > 0 ? easeOut : Springs.duration(response, damping))
-    easing.type: easeOut > 0 ? Easing.OutQuad : Easing.BezierSpline
-    easing.bezierCurve: Springs.bezierCurve(response, damping)
+    easing.type: Easing.BezierSpline
+    easing.bezierCurve: easeOut > 0 ? Motion.easeOut : Springs.bezierCurve(response, damping)
 }

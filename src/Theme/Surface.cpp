@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/Surface.h"
 
+#include "Theme/SurfaceLimits.h"
+
 #include <QLocale>
 #include <QStringList>
 
@@ -15,12 +17,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using surfaceLimits::bounded;
+using surfaceLimits::isSeen;
+using surfaceLimits::largestRadius;
+using surfaceLimits::largestReach;
+
 // What an address may hold: far more than any look needs, little enough to be drawn in no time.
 constexpr qsizetype longestAddress = 2048;
 constexpr qsizetype mostLayers = 8;
 constexpr qsizetype mostStops = 16;
-constexpr double largestRadius = 4096;
-constexpr double largestReach = 64;
 
 // Margins and borders are whole pixels of the screen at every usual scale of it, quarters included.
 constexpr int steps = 4;
@@ -35,11 +40,6 @@ constexpr auto radiusPart = 'r'_L1;
 constexpr auto shadowPart = 's'_L1;
 constexpr auto strokePart = 'k'_L1;
 
-double bounded(double value, double low, double high)
-{
-    return std::isfinite(value) ? std::clamp(value, low, high) : 0;
-}
-
 double offsetOf(double x, double y)
 {
     return std::max(std::abs(bounded(x, -largestReach, largestReach)),
@@ -49,11 +49,6 @@ double offsetOf(double x, double y)
 int upToStep(double length)
 {
     return static_cast<int>(std::ceil(length / steps)) * steps;
-}
-
-bool isSeen(const QColor &color)
-{
-    return color.isValid() && color.alpha() > 0;
 }
 
 bool isSeen(const SurfaceStroke &stroke)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/SurfacePainter.h"
 
+#include "Theme/SurfaceLimits.h"
 #include "Theme/SurfaceMask.h"
 
 #include <algorithm>
@@ -13,13 +14,16 @@ namespace cadorel {
 
 namespace {
 
+using surfaceLimits::bounded;
+using surfaceLimits::isSeen;
+using surfaceLimits::largestRadius;
+using surfaceLimits::largestReach;
+
 constexpr double smallestRatio = 0.5;
 constexpr double largestRatio = 4;
 constexpr double half = 0.5;
 constexpr qint64 mostPixels = 16'000'000;
 constexpr int stretchedPart = 4;
-constexpr double reachLimit = 64;
-constexpr double radiusLimit = 4096;
 
 /// Premultiplied, 0 to 1.
 struct Ink
@@ -51,11 +55,6 @@ Ink inkOf(const QColor &color)
             .alpha = alpha};
 }
 
-double bounded(double value, double low, double high)
-{
-    return std::isfinite(value) ? std::clamp(value, low, high) : 0;
-}
-
 /// Where the picture's parts lie, in its own pixels.
 struct Plan
 {
@@ -63,7 +62,7 @@ struct Plan
         : ratio(pixelRatio)
         , margin(scaledLength(surface.margin(), ratio))
         , shape(shapeSize)
-        , cornerRadius(bounded(surface.cornerRadius, 0, radiusLimit) * ratio)
+        , cornerRadius(bounded(surface.cornerRadius, 0, largestRadius) * ratio)
     {
         // Beyond the borders every column is like its neighbour, and every row.
         const int largest = 2 * (scaledLength(surface.border(), ratio) - margin) + 1;
@@ -91,10 +90,11 @@ struct Plan
         return {smallSize(), centre + offset, inner, radius - inset};
     }
 
-    double length(double value) const { return bounded(value, 0, reachLimit) * ratio; }
+    double length(double value) const { return bounded(value, 0, largestReach) * ratio; }
     QPointF offset(double x, double y) const
     {
-        return QPointF(bounded(x, -reachLimit, reachLimit), bounded(y, -reachLimit, reachLimit)) * ratio;
+        return QPointF(bounded(x, -largestReach, largestReach), bounded(y, -largestReach, largestReach)) *
+               ratio;
     }
 
     double ratio;
@@ -185,11 +185,6 @@ struct Layer
     Ink ink;
     std::optional<GradientInk> gradient;
 };
-
-bool isSeen(const QColor &color)
-{
-    return color.isValid() && color.alpha() > 0;
-}
 
 /// How much of what lies beneath a fill is hidden by it, on average.
 float opacityOf(const Surface &surface)

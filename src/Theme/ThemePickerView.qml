@@ -68,6 +68,9 @@ FocusScope {
                     theme: ThemeManager.themes[index] as AppTheme
                     // qmllint enable type
                     isSelected: index === ThemeManager.currentThemeIndex
+                    // One stop of the Tab key, as radio buttons are: where the keyboard is, else the current look.
+                    focus: isSelected
+                    focusPolicy: (root.activeFocus ? activeFocus : isSelected) ? Qt.TabFocus : Qt.NoFocus
                     Keys.onLeftPressed: root.walkTo(index - 1)
                     Keys.onRightPressed: root.walkTo(index + 1)
                     onClicked: ThemeManager.currentThemeIndex = index

@@ -6,10 +6,11 @@ import Cadorel
 Item {
     id: root
 
-    /// Address of a picture, of the cover provider, the file system or the program; empty shows none.
+    /// Address of a picture, of a provider that knows of round corners, the file system or the program; empty shows
+    /// none.
     property string image
-    property real size: 280
-    property real cornerRadius: 12
+    property real size: Metrics.albumCover
+    property real cornerRadius: Metrics.cardRadius
     property AppTheme theme: ThemeEnvironment.theme
 
     readonly property string roundedImage: image === "" || image.startsWith("image://") ? image : "image://rounded/" + encodeURIComponent(image)
@@ -34,7 +35,7 @@ Item {
         fillMode: Image.PreserveAspectCrop
         sourceSize.width: root.size
         sourceSize.height: root.size
-        source: root.image === "" ? "" : root.roundedImage + "?radius=" + (root.cornerRadius / root.size).toFixed(4)
+        source: root.image === "" ? "" : root.roundedImage + (root.roundedImage.includes("?") ? "&" : "?") + "radius=" + (root.cornerRadius / root.size).toFixed(4)
     }
     AlbumCoverShadowModifier {
         anchors.fill: parent

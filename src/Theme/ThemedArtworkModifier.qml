@@ -5,7 +5,7 @@ import Cadorel
 /// The look's frame over the cover of a row.
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 8
+    property real cornerRadius: Metrics.coverRadius
 
     surface: Surfaces.themedRowArtwork(theme, cornerRadius)
 }

@@ -6,7 +6,7 @@ import Cadorel
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
     property bool isPressed: false
-    property real cornerRadius: 12
+    property real cornerRadius: Metrics.cardRadius
 
     surface: Surfaces.themedButton(theme, isPressed, cornerRadius)
 }

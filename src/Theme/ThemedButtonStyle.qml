@@ -5,8 +5,6 @@ import Cadorel
 PressableButton {
     idleSurface: Surfaces.themedButtonStyle(theme, false, cornerRadius)
     pressedSurface: Surfaces.themedButtonStyle(theme, true, cornerRadius)
-    pressedScale: 0.97
-    response: 0.3
-    damping: 0.6
+    pressedScale: Metrics.pressedScale
     easeOut: theme.useNeumorphism ? Metrics.pressDuration : 0
 }

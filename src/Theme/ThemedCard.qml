@@ -5,7 +5,7 @@ import Cadorel
 /// The look's ground of cards, behind what lies over it.
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 12
+    property real cornerRadius: Metrics.cardRadius
 
     surface: Surfaces.themedCard(theme, cornerRadius)
 }

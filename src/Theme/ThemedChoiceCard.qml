@@ -21,7 +21,7 @@ T.RadioButton {
     hoverEnabled: true
     checkable: false
     autoExclusive: false
-    scale: down && !Motion.isReduced ? Metrics.pressedCardScale : 1
+    scale: down && !Motion.isReduced ? Metrics.pressedScale : 1
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected
@@ -32,7 +32,8 @@ T.RadioButton {
     Behavior on scale {
         NumberAnimation {
             duration: Motion.scaled(Metrics.pressDuration)
-            easing.type: Easing.OutQuad
+            easing.type: Easing.BezierSpline
+            easing.bezierCurve: Motion.easeOut
         }
     }
 

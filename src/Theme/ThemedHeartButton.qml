@@ -22,7 +22,8 @@ T.AbstractButton {
     Accessible.onPressAction: Press.byAction(root)
     Keys.onReturnPressed: event => Press.byKey(root, event)
     Keys.onEnterPressed: event => Press.byKey(root, event)
-    onClicked: pulse.restart()
+    // It counts from the first tap: another one makes the jump no longer.
+    onClicked: pulse.start()
 
     Timer {
         id: pulse

@@ -8,7 +8,7 @@ StyledMenuItem {
 
     property AppTheme theme: ThemeEnvironment.theme
 
-    ink: Contrast.textOn(theme.surfaceColor, destructive ? SystemColors.red : theme.primaryTextColor)
+    ink: Surfaces.textOn(theme, Surfaces.themedCard(theme), destructive ? SystemColors.red : theme.primaryTextColor)
 
     background: ThemedHighlight {
         radius: Metrics.coverRadius

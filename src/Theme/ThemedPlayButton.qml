@@ -42,7 +42,7 @@ ScaleButtonStyle {
             objectName: "glyph"
             anchors.centerIn: parent
             // The triangle alone is heavier on its left.
-            anchors.horizontalCenterOffset: root.isPlaying ? 0 : 2
+            anchors.horizontalCenterOffset: root.isPlaying ? 0 : Metrics.playGlyphShift
             name: root.isPlaying ? AppIcons.playback.pause : AppIcons.playback.play
             size: Metrics.glyphOf(root.size)
             color: root.ink

@@ -15,20 +15,31 @@ FocusScope {
     /// For screen readers.
     property string name: "进度"
 
-    // Where a screen reader looks for them.
-    readonly property real value: Progress.clamped(isDragging ? touch.reached : progress)
+    /// Where the knob stands.
+    readonly property real shown: Progress.clamped(isDragging ? touch.reached : progress)
+
+    // Where a screen reader looks for them; it may set the value.
+    property real value: 0
     readonly property real minimumValue: 0
     readonly property real maximumValue: 1
     readonly property real stepSize: 0.05
 
     readonly property real knobSize: isDragging ? Metrics.draggedProgressKnob : Metrics.progressKnob
     /// Whole device pixels: a value that creeps repaints nothing until it has gone one.
-    readonly property real fillWidth: Math.round(value * width * Screen.devicePixelRatio) / Screen.devicePixelRatio
+    readonly property real fillWidth: Math.round(shown * width * Screen.devicePixelRatio) / Screen.devicePixelRatio
 
     /// A drag or a key has come to that place.
     signal progressDragged(real progress)
     /// True with every change by a drag or a key, false at its end.
     signal editingChanged(bool isEditing)
+
+    onShownChanged: value = shown
+    onValueChanged: {
+        if (value === shown)
+            return;
+        goTo(value);
+        value = shown;
+    }
 
     implicitWidth: Metrics.menuWidth
     implicitHeight: Metrics.touchTarget
@@ -37,10 +48,10 @@ FocusScope {
     Accessible.role: Accessible.Slider
     Accessible.name: name
     Accessible.focusable: true
-    Accessible.onIncreaseAction: root.goTo(value + stepSize)
-    Accessible.onDecreaseAction: root.goTo(value - stepSize)
-    Keys.onLeftPressed: root.goTo(value - stepSize)
-    Keys.onRightPressed: root.goTo(value + stepSize)
+    Accessible.onIncreaseAction: root.goTo(shown + stepSize)
+    Accessible.onDecreaseAction: root.goTo(shown - stepSize)
+    Keys.onLeftPressed: root.goTo(shown - stepSize)
+    Keys.onRightPressed: root.goTo(shown + stepSize)
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
         if (event.accepted)
@@ -48,6 +59,9 @@ FocusScope {
     }
 
     function goTo(place: real): void {
+        // A screen reader may ask for what is off.
+        if (!enabled)
+            return;
         progressDragged(Progress.clamped(place));
         editingChanged(true);
         editingChanged(false);

@@ -73,6 +73,9 @@ FocusScope {
         Accessible.searchEdit: true
         onTextEdited: root.edited(text)
         onAccepted: root.submitted()
+        // Once, however long the key is held down, also where it was pressed on the button.
+        Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
+        Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
         Keys.onDownPressed: root.leftDownwards()
         Keys.onEscapePressed: event => {
             event.accepted = text !== "";

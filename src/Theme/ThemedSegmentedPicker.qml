@@ -77,7 +77,8 @@ FocusScope {
             NumberAnimation {
                 objectName: "slide"
                 duration: Motion.scaled(Metrics.segmentDuration)
-                easing.type: Easing.InOutQuad
+                easing.type: Easing.BezierSpline
+                easing.bezierCurve: Motion.easeInOut
             }
         }
 
@@ -105,6 +106,7 @@ FocusScope {
                 required property int index
                 required property var modelData
                 readonly property bool isSelected: index === root.selectedIndex
+                readonly property bool isEntry: index === Math.max(0, root.selectedIndex)
 
                 objectName: root.objectName + index
                 width: pill.width
@@ -114,7 +116,9 @@ FocusScope {
                 bottomInset: Metrics.grid
                 leftPadding: Metrics.grid
                 rightPadding: Metrics.grid
-                focusPolicy: Qt.TabFocus
+                // One stop of the Tab key, as radio buttons are: where the keyboard is, else what is chosen.
+                focus: isEntry
+                focusPolicy: (root.activeFocus ? activeFocus : isEntry) ? Qt.TabFocus : Qt.NoFocus
                 hoverEnabled: true
                 text: root.textOf(modelData)
                 checkable: false

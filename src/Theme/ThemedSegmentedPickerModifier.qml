@@ -5,7 +5,7 @@ import Cadorel
 /// The look's ground of a segmented picker, behind what lies over it.
 SurfaceImage {
     property AppTheme theme: ThemeEnvironment.theme
-    property real cornerRadius: 8
+    property real cornerRadius: Metrics.coverRadius
 
     surface: Surfaces.themedSegmentedPicker(theme, cornerRadius)
 }

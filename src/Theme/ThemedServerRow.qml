@@ -8,7 +8,7 @@ import Cadorel
 T.ItemDelegate {
     id: root
 
-    /// The server: `name` and `host` of it are shown.
+    /// The server by the roles of its list, of which `name` and `host` are shown. A delegate gives its `model`.
     required property var config
     property bool isConnected: false
     property int songCount: 0
@@ -16,12 +16,13 @@ T.ItemDelegate {
 
     readonly property string status: (isConnected ? "已连接" : "未连接") + (isConnected || songCount > 0 ? " · " + songCount + " 首歌曲" : "")
 
+    readonly property color nameColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryTextColor)
     readonly property color quietColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.secondaryTextColor)
 
-    signal tapped
-    signal editRequested
+    signal tap
+    signal edit
     signal deleteRequested
-    signal scanRequested
+    signal scan
 
     implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
     implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.cardPadding
@@ -33,7 +34,7 @@ T.ItemDelegate {
     Keys.onReturnPressed: event => Press.byKey(root, event)
     Keys.onEnterPressed: event => Press.byKey(root, event)
     Keys.onMenuPressed: menu.popup(root, Qt.point(root.width - menu.width, root.height / 2))
-    onClicked: tapped()
+    onClicked: tap()
     onPressAndHold: menu.popup(root, Qt.point(pressX, pressY))
 
     // A handler of the row's own would make the row take the right button for a click.
@@ -53,14 +54,14 @@ T.ItemDelegate {
             symbol: AppIcons.action.refresh
             text: "扫描"
             theme: root.theme
-            onTriggered: root.scanRequested()
+            onTriggered: root.scan()
         }
         ThemedMenuItem {
             objectName: "editItem"
             symbol: AppIcons.action.edit
             text: "编辑"
             theme: root.theme
-            onTriggered: root.editRequested()
+            onTriggered: root.edit()
         }
         ThemedMenuItem {
             objectName: "deleteItem"
@@ -99,7 +100,7 @@ T.ItemDelegate {
 
             SymbolIcon {
                 anchors.centerIn: parent
-                name: "externaldrive.fill.badge.wifi"
+                name: AppIcons.file.server
                 color: root.isConnected ? root.theme.primaryColor : root.theme.secondaryTextColor
             }
         }
@@ -116,7 +117,7 @@ T.ItemDelegate {
                 objectName: "serverName"
                 width: parent.width
                 text: root.config.name
-                color: root.theme.primaryTextColor
+                color: root.nameColor
             }
             StyledText {
                 objectName: "serverHost"

@@ -19,6 +19,7 @@ T.ItemDelegate {
     property bool showsFocus: false
     property AppTheme theme: ThemeEnvironment.theme
 
+    readonly property color titleColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryTextColor)
     readonly property color currentColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryColor)
     readonly property color quietColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.secondaryTextColor)
 
@@ -82,7 +83,9 @@ T.ItemDelegate {
                 objectName: "title"
                 width: parent.width
                 text: root.title
-                color: root.isCurrent ? root.currentColor : root.theme.primaryTextColor
+                color: root.isCurrent ? root.currentColor : root.titleColor
+                // In a look whose texts are of its accent, the colour alone would not tell.
+                font.weight: root.isCurrent ? Font.DemiBold : Font.Normal
             }
             StyledText {
                 objectName: "subtitle"

@@ -346,7 +346,10 @@ QColor ThemedSurfaces::textOn(AppTheme *theme, const Surface &surface, const QCo
 {
     if (!theme)
         return {};
-    const QList<QColor> grounds = laidOver(laidOver({Qt::white}, background(theme)), surface);
+    QList<QColor> grounds = laidOver(laidOver({Qt::white}, background(theme)), surface);
+    const QColor hover = faded(theme->primaryTextColor(), hoverOpacity);
+    for (const QColor &ground : QList(grounds))
+        grounds << Contrast::over(hover, ground);
     // What can be read on the ground that is hardest can be read on the others.
     QColor best;
     double bestLeast = 0;

@@ -14,7 +14,11 @@ namespace cadorel {
 class ThemedSurfaces : public QObject
 {
     Q_OBJECT
+    /// Of a look's primary text colour, laid over what the mouse is on.
+    Q_PROPERTY(double hoverOpacity MEMBER hoverOpacity CONSTANT)
 public:
+    static constexpr double hoverOpacity = 0.06;
+
     Q_INVOKABLE static cadorel::Surface neumorphismRaised(cadorel::AppTheme *theme, double cornerRadius = 12,
                                                           double intensity = 1);
     Q_INVOKABLE static cadorel::Surface neumorphismPressed(cadorel::AppTheme *theme, double cornerRadius = 12,
@@ -56,13 +60,14 @@ public:
     /// The look's accent for a text on that surface, made darker or lighter where it could not be read.
     Q_INVOKABLE static QColor accentOn(cadorel::AppTheme *theme, const cadorel::Surface &surface);
     /// @p color for a text on that surface, made darker or lighter until it can be read on every part of it,
-    /// whatever part of the look's background lies beneath.
+    /// also while the mouse is on it, whatever part of the look's background lies beneath.
     Q_INVOKABLE static QColor textOn(cadorel::AppTheme *theme, const cadorel::Surface &surface,
                                      const QColor &color);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
-    /// Size of the picture of background() for a screen of @p pixels, which it is stretched to: no side is longer
-    /// than longestBackground, since a gradient has no detail and a large screen would wait for its pixels.
+    /// Size of the picture of background() for a screen of @p pixels, which it is stretched to: no side is
+    /// longer than longestBackground, since a gradient has no detail and a large screen would wait for its
+    /// pixels.
     Q_INVOKABLE static QSize backgroundSize(const QSize &pixels);
     static constexpr int longestBackground = 1024;
 };

@@ -107,6 +107,7 @@ struct File
     CADOREL_APP_ICON(folderBadgePlus, "folder.badge.plus")
     CADOREL_APP_ICON(document, "doc.fill")
     CADOREL_APP_ICON(music, "music.note")
+    CADOREL_APP_ICON(server, "externaldrive.fill.badge.wifi")
 };
 
 struct User
@@ -190,6 +191,7 @@ struct Misc
     CADOREL_APP_ICON(textBubbleFill, "text.bubble.fill")
     CADOREL_APP_ICON(qrcode, "qrcode")
     CADOREL_APP_ICON(link, "link")
+    CADOREL_APP_ICON(app, "app.fill")
 };
 
 } // namespace cadorel::AppIcons

@@ -81,6 +81,7 @@ constexpr Constant constants[] = {
     {"file", "folderBadgePlus", "folder.badge.plus"},
     {"file", "document", "doc.fill"},
     {"file", "music", "music.note"},
+    {"file", "server", "externaldrive.fill.badge.wifi"},
     {"user", "person", "person.fill"},
     {"user", "personCircle", "person.circle.fill"},
     {"user", "artist", "person.fill"},
@@ -129,6 +130,7 @@ constexpr Constant constants[] = {
     {"misc", "textBubbleFill", "text.bubble.fill"},
     {"misc", "qrcode", "qrcode"},
     {"misc", "link", "link"},
+    {"misc", "app", "app.fill"},
 };
 
 constexpr std::pair<const char *, const char *> pictures[] = {

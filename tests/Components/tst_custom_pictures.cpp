@@ -42,6 +42,7 @@ private Q_SLOTS:
     void aPictureIsGivenUnderItsAddress();
     void aPictureIsMadeSmallerNeverLarger_data();
     void aPictureIsMadeSmallerNeverLarger();
+    void aPictureIsGivenRoundCorners();
     void aPictureThatIsGoneIsTransparent();
     void screensShowTheNewestPicture();
     void screensKnowEveryNameOfTheSettings();
@@ -132,6 +133,28 @@ void TestCustomPictures::aPictureIsMadeSmallerNeverLarger()
     QSize original;
     QCOMPARE(requested(m_service->customBackgroundImageSource(), asked, &original).size(), given);
     QCOMPARE(original, QSize(400, 200));
+}
+
+void TestCustomPictures::aPictureIsGivenRoundCorners()
+{
+    QImage wide = plain(Qt::blue, {400, 200});
+    for (int y = 0; y < wide.height(); ++y) {
+        for (int x = 100; x < 300; ++x)
+            wide.setPixelColor(x, y, Qt::red);
+    }
+    m_service->setCustomBackgroundImage(wide);
+    const QString source = m_service->customBackgroundImageSource() + u"&radius=0.25"_s;
+    const QImage rounded = requested(source, {80, 80});
+    QCOMPARE(rounded.size(), QSize(80, 80));
+    // The middle of the picture alone, cut within a quarter of its side.
+    for (const QPoint edge : {QPoint(40, 0), QPoint(79, 40), QPoint(40, 79), QPoint(0, 40), QPoint(40, 40)})
+        QVERIFY(rounded.pixelColor(edge).red() > 240 && rounded.pixelColor(edge).alpha() > 240);
+    for (const QPoint corner : {QPoint(0, 0), QPoint(79, 0), QPoint(0, 79), QPoint(79, 79), QPoint(4, 4)})
+        QCOMPARE(rounded.pixelColor(corner).alpha(), 0);
+    QCOMPARE(requested(source, {4000, 4000}).size(), QSize(200, 200));
+    QCOMPARE(requested(source).size(), QSize(200, 200));
+    m_service->clearCustomBackgroundImage();
+    QCOMPARE(requested(source, {80, 80}).pixelColor(0, 0).alpha(), 0);
 }
 
 void TestCustomPictures::aPictureThatIsGoneIsTransparent()

@@ -22,13 +22,19 @@ inline QList<QColor> backgroundsOf(AppTheme &theme)
     return colors;
 }
 
-/// How well a text can be read where it is hardest on a ground of that fill, which lies on a screen.
+/// How well a text can be read where it is hardest on a ground of that fill, which lies on a screen, with the
+/// mouse on it or not.
 inline double leastRatio(AppTheme &theme, const QColor &fill, const QColor &text)
 {
     double least = 21;
+    QColor hover = theme.primaryTextColor();
+    hover.setAlphaF(hover.alphaF() * static_cast<float>(ThemedSurfaces::hoverOpacity));
     const QList<QColor> backgrounds = backgroundsOf(theme);
-    for (const QColor &beneath : backgrounds)
-        least = std::min(least, Contrast::ratio(text, Contrast::over(fill, beneath)));
+    for (const QColor &beneath : backgrounds) {
+        const QColor ground = Contrast::over(fill, beneath);
+        least = std::min(
+            {least, Contrast::ratio(text, ground), Contrast::ratio(text, Contrast::over(hover, ground))});
+    }
     return least;
 }
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Fakes/FakeDesktopAppearance.h"
-#include "Theme/Contrast.h"
+#include "Theme/LookGrounds.h"
 #include "Theme/Springs.h"
 #include "Theme/ThemedScene.h"
 #include "Theme/ThemedSurfaces.h"
 
+#include <QEasingCurve>
 #include <QSignalSpy>
 
 using namespace cadorel;
@@ -58,12 +59,11 @@ private:
         }
         qFatal("a button without a focus ring");
     }
-    /// What lies behind the text while that surface is shown.
-    QColor ground(const QString &name) const
+    /// How well the text can be read while that surface is shown.
+    double ratioOn(const QString &name, const QColor &ink) const
     {
         const QColor fill = surfaceOf(name).fill;
-        const QColor below = s->theme().backgroundColor();
-        return fill.isValid() ? Contrast::over(fill, below) : below;
+        return leastRatio(s->theme(), fill.isValid() ? fill : QColor(Qt::transparent), ink);
     }
     double depth() const { return s->root()->property("depth").toDouble(); }
 
@@ -195,13 +195,12 @@ private Q_SLOTS:
     {
         QFETCH(ThemeType, type);
         QFETCH(ColorScheme, scheme);
-        for (const QByteArray style : {"KawaiiButtonStyle", "ThemedButtonStyle", "ScaleButtonStyle"}) {
+        for (const QByteArray style :
+             {"KawaiiButtonStyle", "ThemedButtonStyle", "ScaleButtonStyle", "NeumorphicButtonStyle"}) {
             QVERIFY(s->show(style + " { text: \"播放\" }", type, scheme));
             const auto ink = s->root()->property("ink").value<QColor>();
-            const QColor idle = ground(u"idle"_s);
-            const QColor pressed = ground(u"pressed"_s);
-            QVERIFY(Contrast::ratio(ink, pressed) >= Contrast::legible);
-            QVERIFY(Contrast::ratio(ink, idle) >= Contrast::legible);
+            for (const QString &ground : {u"idle"_s, u"pressed"_s})
+                QVERIFY2(ratioOn(ground, ink) >= Contrast::legible, qPrintable(ground));
         }
     }
     void lookPicksTheStyle_data() { addThemes(); }
@@ -222,6 +221,49 @@ private Q_SLOTS:
         QTRY_COMPARE(depth(), 1.0);
         QVERIFY(s->grab() != idle);
         QTest::mouseRelease(s->window(), Qt::LeftButton, {}, ThemedScene::centre(s->root()));
+    }
+    void eachStyleHasItsSpring_data()
+    {
+        QTest::addColumn<QByteArray>("style");
+        QTest::addColumn<ThemeType>("type");
+        QTest::addColumn<double>("response");
+        QTest::addColumn<double>("damping");
+        QTest::addColumn<int>("easeOut");
+        for (const ThemeType type : allThemeTypes()) {
+            const auto row = [type](const char *style, double response, double damping, int easeOut) {
+                QTest::addRow("%s, %s", style, qPrintable(rawValue(type)))
+                    << QByteArray(style) << type << response << damping << easeOut;
+            };
+            row("ScaleButtonStyle", 0.2, 0.7, 0);
+            row("NeumorphicButtonStyle", 0, 0, 100);
+            row("KawaiiButtonStyle", 0.3, 0.6, 0);
+            if (type == ThemeType::neumorphism)
+                row("ThemedButtonStyle", 0, 0, 100);
+            else
+                row("ThemedButtonStyle", 0.3, 0.6, 0);
+        }
+    }
+    void eachStyleHasItsSpring()
+    {
+        QFETCH(double, response);
+        QFETCH(double, damping);
+        QFETCH(int, easeOut);
+        QVERIFY(showStyle());
+        // It is made when it moves for the first time.
+        s->click(s->root());
+        const auto *spring = s->root()->findChild<QObject *>(u"spring"_s);
+        QVERIFY(spring);
+        QCOMPARE(spring->property("duration").toInt(),
+                 easeOut > 0 ? easeOut : Springs::duration(response, damping));
+        const auto curve = spring->property("easing").value<QEasingCurve>();
+        QCOMPARE(curve.type(), QEasingCurve::BezierSpline);
+        const QList<double> points =
+            easeOut > 0 ? QList<double>{0, 0, 0.58, 1, 1, 1} : Springs::curve(response, damping);
+        QEasingCurve expected(QEasingCurve::BezierSpline);
+        for (qsizetype i = 0; i + 5 < points.size(); i += 6)
+            expected.addCubicBezierSegment({points[i], points[i + 1]}, {points[i + 2], points[i + 3]},
+                                           {points[i + 4], points[i + 5]});
+        QCOMPARE(curve.toCubicSpline(), expected.toCubicSpline());
     }
     void springMovesAsItsCurveSays()
     {

@@ -42,6 +42,18 @@ private Q_SLOTS:
         const QColor text = Contrast::textOn(Qt::white, color);
         QVERIFY(Contrast::ratio(text, Qt::white) >= Contrast::legible);
     }
+    void translucentTextBecomesOpaqueWhereItMust()
+    {
+        QColor pale(Qt::darkGray);
+        pale.setAlphaF(0.7F);
+        const QColor onWhite = Contrast::textOn(Qt::white, pale);
+        QVERIFY(Contrast::ratio(onWhite, Qt::white) >= Contrast::legible);
+        QCOMPARE(onWhite.alpha(), pale.alpha());
+        // Halfway between black and white, where 0.7 of either is too near.
+        const QColor onGray = Contrast::textOn(0x777777, pale);
+        QVERIFY(Contrast::ratio(onGray, 0x777777) >= Contrast::legible);
+        QCOMPARE(onGray.alpha(), 255);
+    }
     void whatIsLegibleStays()
     {
         QCOMPARE(Contrast::groundFor(Qt::white, Qt::darkBlue), QColor(Qt::darkBlue));

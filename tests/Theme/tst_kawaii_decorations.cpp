@@ -183,6 +183,25 @@ private Q_SLOTS:
         QCOMPARE(sticker->width(), 40.0);
     }
 
+    void stickersOfChanceStayWhenTheDesktopTurnsDark()
+    {
+        k->random.reals = {7.5, -3};
+        k->random.indexes = {6, 9, 1, 2};
+        QVERIFY(show("Row { KawaiiTitleDecoration {}\nKawaiiEmptyStateDecoration {} }"));
+        const auto stickers = [this] {
+            QStringList shown;
+            for (const QQuickItem *sticker : s->items(u"sticker"_s))
+                shown << u"%1 %2"_s.arg(sticker->property("imageName").toString()).arg(sticker->rotation());
+            return shown;
+        };
+        const QStringList before = stickers();
+        QCOMPARE(before.size(), 2);
+        s->setTheme(ThemeType::kawaiiPink, ColorScheme::dark);
+        QCOMPARE(stickers(), before);
+        s->setTheme(ThemeType::classic, ColorScheme::dark);
+        s->setTheme(ThemeType::kawaiiPink, ColorScheme::dark);
+        QVERIFY(stickers() != before);
+    }
     void titleAndEmptyStateStickersTakeNoRoomInOtherLooks()
     {
         const QByteArray both =

@@ -195,7 +195,11 @@ private Q_SLOTS:
                     for (const QColor &text : {accent, theme.primaryTextColor(), theme.secondaryTextColor(),
                                                systemColors(scheme).red}) {
                         const QColor chosen = ThemedSurfaces::textOn(&theme, surface, text);
-                        QVERIFY(leastRatio(theme, surface.fill, chosen) >= Contrast::legible);
+                        const double least = leastRatio(theme, surface.fill, chosen);
+                        QVERIFY2(least >= Contrast::legible,
+                                 qPrintable(u"%1 %2: %3 on %4 is %5"_s.arg(
+                                     rawValue(type), schemeName(scheme), text.name(),
+                                     surface.fill.name(QColor::HexArgb), QString::number(least))));
                     }
                     QVERIFY(leastRatio(theme, surface.fill, ThemedSurfaces::accentOn(&theme, surface)) >=
                             Contrast::legible);

@@ -196,6 +196,40 @@ private Q_SLOTS:
         QTRY_COMPARE(k->themeManager.currentThemeType(), ThemeType::neumorphism);
     }
 
+    void thePickerTakesTheKeyboardAtTheCurrentLook()
+    {
+        k->themeManager.switchTo(ThemeType::neumorphism);
+        showPicker();
+        s->root()->forceActiveFocus();
+        QTRY_VERIFY(card(1)->hasActiveFocus());
+        s->key(Qt::Key_Right);
+        QVERIFY(card(2)->hasActiveFocus());
+    }
+
+    void thePickerIsOneStopOfTheTabKey()
+    {
+        QVERIFY(s->show("Column { Item { objectName: \"before\"; activeFocusOnTab: true }\n"
+                        "ThemePickerView { width: 358 }\n"
+                        "Item { objectName: \"after\"; activeFocusOnTab: true } }"));
+        k->themeManager.switchTo(ThemeType::neumorphism);
+        QTRY_COMPARE(selections(), QList<bool>({false, true, false}));
+        QQuickItem *const before = s->item(u"before"_s);
+        for (const Qt::Key walk : {Qt::Key_Left, Qt::Key_Right}) {
+            before->forceActiveFocus();
+            s->key(Qt::Key_Tab);
+            QVERIFY(card(1)->hasActiveFocus());
+            s->key(walk);
+            QVERIFY(!card(1)->hasActiveFocus());
+            s->key(Qt::Key_Tab);
+            QVERIFY(s->item(u"after"_s)->hasActiveFocus());
+            s->key(Qt::Key_Backtab);
+            QVERIFY(card(1)->hasActiveFocus());
+            s->key(walk);
+            s->key(Qt::Key_Backtab);
+            QVERIFY(before->hasActiveFocus());
+        }
+    }
+
     void aScreenReaderPressesACard()
     {
         showPicker();

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fakes/FakePreferences.h"
 #include "Models/Song.h"
+#include "Services/ThemeService.h"
+#include "Theme/ThemeManager.h"
 #include "Theme/ThemedScene.h"
 #include "ViewModels/CoverRegistry.h"
 
@@ -14,6 +17,10 @@ class TestThemedAlbumCover : public QObject
 {
     Q_OBJECT
 private:
+    FakePreferences m_preferences;
+    FakeDesktopAppearance m_appearance;
+    ThemeManager m_manager{m_preferences, m_appearance};
+    ThemeService m_service{m_preferences, m_manager, m_appearance};
     std::unique_ptr<ThemedScene> s;
     QTemporaryDir m_folder;
 
@@ -34,7 +41,11 @@ private:
     }
 
 private Q_SLOTS:
-    void init() { s = std::make_unique<ThemedScene>(); }
+    void init()
+    {
+        s = std::make_unique<ThemedScene>(
+            InterfaceParts{.themeManager = &m_manager, .themeService = &m_service});
+    }
     void cleanup()
     {
         const QStringList warnings = s->warnings.take();
@@ -77,6 +88,8 @@ private Q_SLOTS:
                                     .artworkData = {}});
         song.setArtworkData(ArtworkData(file.readAll()));
         QTest::newRow("cover") << CoverRegistry::shared().source(song);
+        m_service.setCustomBackgroundImage(red);
+        QTest::newRow("picture of the listener") << m_service.customBackgroundImageSource();
         QTest::newRow("file") << QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     }
     void aCoverFillsItsRoomAndHasRoundCorners()

@@ -225,6 +225,42 @@ private Q_SLOTS:
         slider->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
         QCOMPARE(progress(), 0.3);
     }
+    void aScreenReaderSetsTheValue()
+    {
+        showBar("progress: 0.25");
+        QAccessibleValueInterface *value = ThemedScene::accessible(s->root())->valueInterface();
+        value->setCurrentValue(0.6);
+        QCOMPARE(progress(), 0.6);
+        QCOMPARE(m_said, QStringList({u"progress 0.6"_s, u"editing"_s, u"ended"_s}));
+        // To where it is already, and beyond the end; it goes on to follow its owner.
+        value->setCurrentValue(0.6);
+        QCOMPARE(m_said.size(), 3);
+        value->setCurrentValue(1.5);
+        QCOMPARE(progress(), 1.0);
+        QCOMPARE(value->currentValue().toDouble(), 1.0);
+        s->root()->setProperty("progress", 0.1);
+        QCOMPARE(value->currentValue().toDouble(), 0.1);
+    }
+    void aValueThatItsOwnerDoesNotTakeIsNotKept()
+    {
+        QVERIFY(s->show("ThemedProgressBar { width: 200; progress: 0.25 }"));
+        QAccessibleValueInterface *value = ThemedScene::accessible(s->root())->valueInterface();
+        value->setCurrentValue(0.6);
+        QCOMPARE(value->currentValue().toDouble(), 0.25);
+        QCOMPARE(area(u"fill"_s).width(), 50.0);
+    }
+    void aBarThatIsOffGoesNowhere()
+    {
+        showBar("progress: 0.25; enabled: false");
+        QAccessibleInterface *slider = ThemedScene::accessible(s->root());
+        for (const QString &action :
+             {QAccessibleActionInterface::increaseAction(), QAccessibleActionInterface::decreaseAction()})
+            slider->actionInterface()->doAction(action);
+        slider->valueInterface()->setCurrentValue(0.6);
+        QTest::mouseClick(s->window(), Qt::LeftButton, {}, at(150));
+        QCOMPARE(m_said, QStringList());
+        QCOMPARE(slider->valueInterface()->currentValue().toDouble(), 0.25);
+    }
 
     void fillAndKnobAreOfThePrimaryColor_data() { addThemes(); }
     void fillAndKnobAreOfThePrimaryColor()

@@ -91,6 +91,35 @@ private Q_SLOTS:
         s->key(Qt::Key_Down);
         QCOMPARE(down.size(), 1);
     }
+    void aHeldReturnSubmitsOnce_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Return") << Qt::Key_Return;
+        QTest::newRow("Enter") << Qt::Key_Enter;
+    }
+    void aHeldReturnSubmitsOnce()
+    {
+        QFETCH(Qt::Key, key);
+        showBar();
+        QSignalSpy submitted(s->root(), SIGNAL(submitted()));
+        s->root()->forceActiveFocus();
+        s->holdKey(key);
+        QCOMPARE(submitted.size(), 1);
+    }
+    void aReturnHeldOnTheClearButtonEmptiesAlone_data() { aHeldReturnSubmitsOnce_data(); }
+    void aReturnHeldOnTheClearButtonEmptiesAlone()
+    {
+        QFETCH(Qt::Key, key);
+        showBar();
+        s->root()->setProperty("text", u"雨"_s);
+        QSignalSpy edited(s->root(), SIGNAL(edited(QString)));
+        QSignalSpy submitted(s->root(), SIGNAL(submitted()));
+        clearButton()->forceActiveFocus(Qt::TabFocusReason);
+        s->holdKey(key);
+        QCOMPARE(text(), QString());
+        QCOMPARE(edited.size(), 1);
+        QCOMPARE(submitted.size(), 0);
+    }
     void thePlaceholderGoesWithTheFirstLetter()
     {
         showBar();

@@ -2,6 +2,7 @@
 #include "Theme/LookGrounds.h"
 #include "Theme/ThemedScene.h"
 
+#include <QEasingCurve>
 #include <QFontInfo>
 #include <QSignalSpy>
 
@@ -90,6 +91,10 @@ private Q_SLOTS:
         const QObject *slide = s->root()->findChild<QObject *>(u"slide"_s);
         QVERIFY(slide);
         QCOMPARE(slide->property("duration").toInt(), 200);
+        QEasingCurve easeInOut(QEasingCurve::BezierSpline);
+        easeInOut.addCubicBezierSegment({0.42, 0}, {0.58, 1}, {1, 1});
+        const auto curve = slide->property("easing").value<QEasingCurve>();
+        QCOMPARE(curve.toCubicSpline(), easeInOut.toCubicSpline());
     }
     void aWiderWindowMovesThePillAtOnce()
     {
@@ -149,6 +154,8 @@ private Q_SLOTS:
     {
         showPicker();
         s->key(Qt::Key_Tab);
+        QVERIFY(segment(1)->hasActiveFocus());
+        s->key(Qt::Key_Left);
         QVERIFY(segment(0)->hasActiveFocus());
         s->key(Qt::Key_Right);
         s->key(Qt::Key_Right);
@@ -162,6 +169,40 @@ private Q_SLOTS:
         s->key(Qt::Key_Left);
         s->key(Qt::Key_Space);
         QCOMPARE(selection(), u"system"_s);
+    }
+    void thePickerTakesTheKeyboardAtItsChoice()
+    {
+        showPicker();
+        s->root()->forceActiveFocus();
+        QVERIFY(segment(1)->hasActiveFocus());
+        s->key(Qt::Key_Right);
+        QVERIFY(segment(2)->hasActiveFocus());
+        QVERIFY(s->show("ThemedSegmentedPicker { objectName: \"segment\"; width: 308; options: [10, 20] }"));
+        s->root()->forceActiveFocus();
+        QVERIFY2(segment(0)->hasActiveFocus(), "where nothing is chosen it is the first");
+    }
+    void thePickerIsOneStopOfTheTabKey()
+    {
+        QVERIFY(s->show("Column { Item { objectName: \"before\"; activeFocusOnTab: true }\n"
+                        "ThemedSegmentedPicker { objectName: \"segment\"; width: 308; options: [1, 2, 3]; "
+                        "selection: 2 }\n"
+                        "Item { objectName: \"after\"; activeFocusOnTab: true } }"));
+        QQuickItem *const before = s->item(u"before"_s);
+        QQuickItem *const after = s->item(u"after"_s);
+        for (const Qt::Key walk : {Qt::Key_Left, Qt::Key_Right}) {
+            before->forceActiveFocus();
+            s->key(Qt::Key_Tab);
+            QVERIFY(segment(1)->hasActiveFocus());
+            s->key(walk);
+            QVERIFY(!segment(1)->hasActiveFocus());
+            s->key(Qt::Key_Tab);
+            QVERIFY(after->hasActiveFocus());
+            s->key(Qt::Key_Backtab);
+            QVERIFY(segment(1)->hasActiveFocus());
+            s->key(walk);
+            s->key(Qt::Key_Backtab);
+            QVERIFY(before->hasActiveFocus());
+        }
     }
     void aScreenReaderMeetsRadioButtons()
     {

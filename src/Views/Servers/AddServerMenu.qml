@@ -11,7 +11,7 @@ StyledMenu {
 
     StyledMenuItem {
         objectName: "addWebDAVItem"
-        symbol: "externaldrive.fill.badge.wifi"
+        symbol: AppIcons.file.server
         text: "添加 WebDAV"
         onTriggered: root.webDAVRequested()
     }

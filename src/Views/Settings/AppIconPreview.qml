@@ -30,7 +30,7 @@ Item {
         objectName: "symbol"
         anchors.centerIn: parent
         visible: root.file === "" || picture.status === Image.Error
-        name: "app.fill"
+        name: AppIcons.misc.app
         size: Math.round(root.size)
         color: root.color
     }
