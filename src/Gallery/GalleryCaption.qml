@@ -7,7 +7,7 @@ StyledText {
     property AppTheme theme: ThemeEnvironment.theme
 
     style: TextStyles.caption1
-    color: Contrast.textOn(theme.backgroundColor, theme.secondaryTextColor)
+    color: Surfaces.textOn(theme, Surfaces.background(theme), theme.secondaryTextColor)
     horizontalAlignment: Text.AlignHCenter
     wrapMode: Text.Wrap
     elide: Text.ElideNone

@@ -30,7 +30,7 @@ Column {
             width: parent.width
             text: root.summary
             style: TextStyles.callout
-            color: Contrast.textOn(root.theme.backgroundColor, root.theme.secondaryTextColor)
+            color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.secondaryTextColor)
             wrapMode: Text.Wrap
         }
     }
