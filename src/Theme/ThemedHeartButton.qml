@@ -11,6 +11,8 @@ T.AbstractButton {
     property AppTheme theme: ThemeEnvironment.theme
 
     readonly property bool isAnimating: pulse.running
+    /// Scale of the heart.
+    property real jump: 1
 
     implicitWidth: Metrics.touchTarget
     implicitHeight: Metrics.touchTarget
@@ -24,6 +26,37 @@ T.AbstractButton {
     Keys.onEnterPressed: event => Press.byKey(root, event)
     // It counts from the first tap: another one makes the jump no longer.
     onClicked: pulse.start()
+
+    // It springs up more lively than it comes back.
+    states: State {
+        name: "jumping"
+        when: root.isAnimating && !Motion.isReduced
+
+        PropertyChanges {
+            root.jump: Metrics.heartJump
+        }
+    }
+    transitions: [
+        Transition {
+            to: "jumping"
+
+            ResponseSpring {
+                objectName: "upwards"
+                target: root
+                property: "jump"
+                damping: 0.5
+            }
+        },
+        Transition {
+            from: "jumping"
+
+            ResponseSpring {
+                objectName: "back"
+                target: root
+                property: "jump"
+            }
+        }
+    ]
 
     Timer {
         id: pulse
@@ -40,45 +73,13 @@ T.AbstractButton {
     }
     contentItem: Item {
         SymbolIcon {
-            id: glyph
-
             objectName: "glyph"
             anchors.centerIn: parent
             name: root.isFavorite ? AppIcons.favorite.heartFill : AppIcons.favorite.heart
             size: Metrics.heartSymbol
             color: root.isFavorite ? root.theme.primaryColor : root.theme.secondaryTextColor
+            scale: root.jump
             opacity: root.enabled ? 1 : Metrics.disabledOpacity
-
-            // It springs up more lively than it comes back.
-            states: State {
-                name: "jumping"
-                when: root.isAnimating && !Motion.isReduced
-
-                PropertyChanges {
-                    glyph.scale: Metrics.heartJump
-                }
-            }
-            transitions: [
-                Transition {
-                    to: "jumping"
-
-                    ResponseSpring {
-                        objectName: "upwards"
-                        target: glyph
-                        property: "scale"
-                        damping: 0.5
-                    }
-                },
-                Transition {
-                    from: "jumping"
-
-                    ResponseSpring {
-                        objectName: "back"
-                        target: glyph
-                        property: "scale"
-                    }
-                }
-            ]
         }
     }
     StyledToolTip {

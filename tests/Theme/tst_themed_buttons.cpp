@@ -270,7 +270,7 @@ private Q_SLOTS:
         QTRY_COMPARE(s->item(u"glyph"_s)->scale(), 1.0);
         // By how much a spring of that damping goes beyond.
         const auto overshoot = [this](const QString &name) {
-            const auto *spring = s->item(u"glyph"_s)->findChild<QObject *>(name);
+            const auto *spring = s->root()->findChild<QObject *>(name);
             const auto curve = spring ? spring->property("easing").value<QEasingCurve>() : QEasingCurve();
             double most = 0;
             for (int i = 0; i <= 1000; ++i)
