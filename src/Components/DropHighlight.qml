@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// Covers the window while files are held over it.
 Rectangle {
@@ -20,7 +21,7 @@ Rectangle {
 
             SymbolIcon {
                 anchors.horizontalCenter: parent.horizontalCenter
-                name: "square.and.arrow.down"
+                name: AppIcons.action.download
                 size: Metrics.symbolHuge
                 color: SystemColors.accent
             }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Cadorel
 
 /// Something worth doing, with the button that does it.
 Rectangle {
@@ -26,7 +27,7 @@ Rectangle {
         spacing: Metrics.cardPadding
 
         SymbolIcon {
-            name: "info.circle"
+            name: AppIcons.status.info
             size: Metrics.symbolSmall
             color: SystemColors.accent
         }

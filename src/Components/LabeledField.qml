@@ -107,7 +107,7 @@ Column {
                 objectName: "revealButton"
                 anchors.centerIn: parent
                 visible: root.isSecret && !root.isWaiting
-                symbol: root.isRevealed ? "eye.slash" : "eye"
+                symbol: root.isRevealed ? AppIcons.action.hide : AppIcons.action.reveal
                 color: SystemColors.secondaryLabel
                 text: root.isRevealed ? "隐藏密码" : "显示密码"
                 onClicked: root.isRevealed = !root.isRevealed

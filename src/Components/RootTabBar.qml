@@ -49,8 +49,8 @@ FocusScope {
         RootTabButton {
             objectName: "libraryTab"
             width: row.tabWidth
-            symbol: "music.note.house"
-            selectedSymbol: "music.note.house.fill"
+            symbol: AppIcons.music.library
+            selectedSymbol: AppIcons.music.musicHouse
             text: "资料库"
             isSelected: root.currentTab === RootTabBar.Library
             onClicked: root.tabRequested(RootTabBar.Library, false)
@@ -58,8 +58,8 @@ FocusScope {
         RootTabButton {
             objectName: "onlineTab"
             width: row.tabWidth
-            symbol: "globe"
-            selectedSymbol: "globe.fill"
+            symbol: AppIcons.music.online
+            selectedSymbol: AppIcons.music.onlineFill
             text: "在线"
             isSelected: root.currentTab === RootTabBar.Online
             onClicked: root.tabRequested(RootTabBar.Online, false)
@@ -68,7 +68,7 @@ FocusScope {
             objectName: "playlistsTab"
             width: row.tabWidth
             symbol: AppIcons.music.playlist
-            selectedSymbol: "music.note.list.fill"
+            selectedSymbol: AppIcons.music.playlistFill
             text: "歌单"
             isSelected: root.currentTab === RootTabBar.Playlists
             onClicked: root.tabRequested(RootTabBar.Playlists, false)

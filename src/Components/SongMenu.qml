@@ -31,7 +31,7 @@ StyledMenu {
         objectName: "favoriteItem"
         visible: root.offersPlaylists
         height: root.offersPlaylists ? implicitHeight : 0
-        symbol: root.isFavorite ? "heart.slash" : AppIcons.favorite.heart
+        symbol: root.isFavorite ? AppIcons.favorite.heartSlash : AppIcons.favorite.heart
         text: root.isFavorite ? "取消喜欢" : "喜欢"
         onTriggered: root.favoriteRequested()
     }
@@ -39,7 +39,7 @@ StyledMenu {
         objectName: "addToPlaylistItem"
         visible: root.offersPlaylists
         height: root.offersPlaylists ? implicitHeight : 0
-        symbol: "text.badge.plus"
+        symbol: AppIcons.action.addToPlaylist
         text: "添加到歌单"
         onTriggered: root.addRequested()
     }
@@ -47,7 +47,7 @@ StyledMenu {
         objectName: "deleteItem"
         visible: root.removeText !== ""
         height: root.removeText !== "" ? implicitHeight : 0
-        symbol: "trash"
+        symbol: AppIcons.action.trash
         text: root.removeText
         destructive: true
         enabled: root.isRemovable

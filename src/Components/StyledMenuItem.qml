@@ -27,6 +27,7 @@ MenuItem {
         anchors.fill: parent
         anchors.leftMargin: root.leftPadding
         anchors.rightMargin: root.rightPadding
+        opacity: root.enabled ? 1 : Metrics.disabledOpacity
 
         SymbolIcon {
             id: icon
@@ -45,7 +46,6 @@ MenuItem {
             text: root.text
             style: TextStyles.callout
             color: root.ink
-            opacity: root.enabled ? 1 : Metrics.disabledOpacity
         }
     }
 }

@@ -10,7 +10,7 @@ GallerySections {
 
     GallerySection {
         title: "应用图标"
-        types: "AppIconPreview · AppIconButton"
+        types: "AppIconPreview"
         cell: 136
         columnsAtMost: 4
         stageHeight: 128
@@ -56,6 +56,29 @@ GallerySections {
         }
     }
     GallerySection {
+        title: "图标的卡片"
+        types: "AppIconButton"
+        columnsAtMost: 5
+
+        Repeater {
+            model: ["平时", "悬停", "按下", "键盘焦点", "停用"]
+
+            GallerySpecimen {
+                required property int index
+                required property string modelData
+
+                caption: modelData
+                pose: index
+
+                AppIconButton {
+                    iconName: ""
+                    displayName: "默认"
+                    imageName: "AppIcon11"
+                }
+            }
+        }
+    }
+    GallerySection {
         title: "选择应用图标"
         types: "AppIconPickerView"
         cell: GalleryMetrics.phoneColumn
@@ -66,7 +89,7 @@ GallerySections {
 
             AppIconPickerView {
                 width: GalleryMetrics.phoneColumn
-                height: 480
+                height: 400
             }
         }
     }

@@ -195,6 +195,15 @@ GallerySections {
             }
         }
         GallerySpecimen {
+            caption: "停用"
+            pose: GalleryPoses.Disabled
+
+            ThemedSearchBar {
+                width: parent.width
+                placeholder: "搜索"
+            }
+        }
+        GallerySpecimen {
             caption: "很长的字"
 
             ThemedSearchBar {

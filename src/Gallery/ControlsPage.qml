@@ -19,6 +19,9 @@ GalleryPage {
     RowSections {
         width: parent.width
     }
+    MenuSections {
+        width: parent.width
+    }
     SettingsSections {
         width: parent.width
     }

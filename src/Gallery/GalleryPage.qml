@@ -22,7 +22,7 @@ Column {
             width: parent.width
             text: root.title
             style: TextStyles.largeTitle
-            color: root.theme.primaryTextColor
+            color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
             Accessible.role: Accessible.Heading
             Accessible.name: root.title
         }

@@ -57,6 +57,10 @@ void press(QQuickItem *item)
 {
     if (QQuickItem *const button = find(item, isButton)) {
         button->setProperty("down", true);
+        // As a press looks where things move: a picture is drawn without motion.
+        button->setProperty("tintsPress", false);
+        if (const QVariant scale = button->property("pressedScale"); scale.isValid())
+            button->setScale(scale.toReal());
         return;
     }
     QQuickItem *const area =

@@ -27,7 +27,7 @@ Column {
             text: root.title
             style: TextStyles.title3
             font.weight: Font.DemiBold
-            color: root.theme.primaryTextColor
+            color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
             Accessible.role: Accessible.Heading
             Accessible.name: root.title
         }

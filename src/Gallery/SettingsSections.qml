@@ -48,7 +48,7 @@ GallerySections {
             }
         }
         GallerySpecimen {
-            caption: "平时、悬停、按下、键盘焦点"
+            caption: "平时、悬停、按下、键盘焦点、停用"
 
             ThemedSettingsSection {
                 width: parent.width
@@ -81,6 +81,13 @@ GallerySections {
                     iconColor: SystemColors.teal
                     title: "键盘焦点"
                     Component.onCompleted: GalleryPoses.take(this, GalleryPoses.Focused)
+                }
+                ThemedSettingsItem {
+                    width: parent.width
+                    icon: AppIcons.settings.storage
+                    iconColor: SystemColors.brown
+                    title: "停用"
+                    enabled: false
                 }
             }
         }

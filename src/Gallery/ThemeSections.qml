@@ -1,12 +1,39 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Cadorel
 
 /// The choice of the look.
 GallerySections {
+    id: root
+
+    /// Captions of the poses, in their order.
+    readonly property var poses: ["平时", "悬停", "按下", "键盘焦点", "停用"]
+
+    GallerySection {
+        title: "外观的卡片"
+        types: "ThemePreviewCard · ThemedChoiceCard"
+        columnsAtMost: root.poses.length
+
+        Repeater {
+            model: root.poses
+
+            GallerySpecimen {
+                required property int index
+                required property string modelData
+
+                caption: modelData
+                pose: index
+
+                ThemePreviewCard {
+                }
+            }
+        }
+    }
     GallerySection {
         title: "选择外观"
-        types: "ThemePickerView · ThemePreviewCard"
+        types: "ThemePickerView"
         cell: GalleryMetrics.phoneColumn
         stageHeight: 0
 

@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
@@ -51,6 +53,13 @@ QUrl AppIconService::picture(const QString &imageName)
 void AppIconService::choose(const QString &iconName)
 {
     setAppIcon(iconName.isEmpty() ? std::nullopt : std::optional(iconName));
+}
+
+int AppIconService::currentIndex() const
+{
+    const QList<AppIcon> &icons = allAppIcons();
+    const auto current = std::ranges::find(icons, plainIconName(), &AppIcon::plainName);
+    return current == icons.end() ? -1 : static_cast<int>(current - icons.begin());
 }
 
 void AppIconService::setCurrentIconName(const std::optional<QString> &name)

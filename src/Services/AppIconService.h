@@ -19,6 +19,7 @@ class AppIconService : public QObject
     Q_OBJECT
     /// Empty for the default icon.
     Q_PROPERTY(QString currentIconName READ plainIconName NOTIFY currentIconNameChanged)
+    Q_PROPERTY(int currentIndex READ currentIndex NOTIFY currentIconNameChanged)
     Q_PROPERTY(int count READ count CONSTANT)
 public:
     /// @param system outlives the service
@@ -32,6 +33,8 @@ public:
     /// has done it; a failure is a line of the log.
     void setAppIcon(const std::optional<QString> &name);
 
+    /// Which of iconAt() is the current one; -1 when the system shows one that is not offered.
+    int currentIndex() const;
     /// Number of icons to choose from.
     static int count() { return static_cast<int>(allAppIcons().size()); }
     /// One of them, in the order in which they are offered.

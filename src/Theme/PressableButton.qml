@@ -21,6 +21,8 @@ T.AbstractButton {
     property string symbol
     /// Colour of symbol and text: the accent, as far as it can be read while the button is pressed, too.
     property color ink: Surfaces.accentOn(theme, pressedSurface)
+    /// The ground answers a press that is answered by nothing else.
+    property bool tintsPress: false
     /// A tap that is over at once is seen, too.
     readonly property bool showsPress: down || answer.running
     /// From 0, idle, to 1, pressed; a spring goes a little beyond.
@@ -87,6 +89,7 @@ T.AbstractButton {
             anchors.fill: parent
             radius: Math.min(root.cornerRadius, height / 2)
             isHovered: root.hovered && !root.showsPress
+            isPressed: root.showsPress && root.tintsPress
             theme: root.theme
         }
         ThemedFocusRing {

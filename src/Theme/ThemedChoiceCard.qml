@@ -14,6 +14,7 @@ T.RadioButton {
     property real cornerRadius: Metrics.cardRadius
     property surface ground: Surfaces.themedCard(theme, cornerRadius)
     property color strokeColor: theme.primaryColor
+    readonly property real pressedScale: Metrics.pressedScale
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -21,7 +22,7 @@ T.RadioButton {
     hoverEnabled: true
     checkable: false
     autoExclusive: false
-    scale: down && !Motion.isReduced ? Metrics.pressedScale : 1
+    scale: down && !Motion.isReduced ? pressedScale : 1
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected

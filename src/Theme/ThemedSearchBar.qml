@@ -71,6 +71,9 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: root.placeholder
         Accessible.searchEdit: true
+        // A long text that nobody edits shows its beginning.
+        onTextChanged: if (!activeFocus) cursorPosition = 0
+        onActiveFocusChanged: if (!activeFocus) cursorPosition = 0
         onTextEdited: root.edited(text)
         onAccepted: root.submitted()
         // Once, however long the key is held down, also where it was pressed on the button.

@@ -30,6 +30,7 @@ struct Playback
     CADOREL_APP_ICON(sequential, "arrow.forward")
     CADOREL_APP_ICON(playCircle, "play.circle.fill")
     CADOREL_APP_ICON(pauseCircle, "pause.circle.fill")
+    CADOREL_APP_ICON(playOutline, "play")
 };
 
 struct Audio
@@ -54,6 +55,11 @@ struct Music
     CADOREL_APP_ICON(queue, "list.bullet")
     CADOREL_APP_ICON(lyrics, "text.bubble.fill")
     CADOREL_APP_ICON(musicHouse, "music.note.house.fill")
+    CADOREL_APP_ICON(library, "music.note.house")
+    CADOREL_APP_ICON(playlistFill, "music.note.list.fill")
+    CADOREL_APP_ICON(chart, "chart.bar")
+    CADOREL_APP_ICON(online, "globe")
+    CADOREL_APP_ICON(onlineFill, "globe.fill")
 };
 
 struct Navigation
@@ -67,16 +73,17 @@ struct Navigation
     CADOREL_APP_ICON(dismiss, "chevron.down")
     CADOREL_APP_ICON(more, "ellipsis")
     CADOREL_APP_ICON(moreCircle, "ellipsis.circle")
+    CADOREL_APP_ICON(parent, "arrow.up")
 };
 
 struct Action
 {
     Q_GADGET
-    // The language keeps the word itself for its own use.
-    Q_PROPERTY(QString delete MEMBER delete_ CONSTANT)
     CADOREL_APP_ICON(add, "plus")
     CADOREL_APP_ICON(addCircle, "plus.circle.fill")
     CADOREL_APP_ICON(remove, "minus")
+    // The language keeps the word itself for its own use.
+    Q_PROPERTY(QString delete MEMBER delete_ CONSTANT)
     CADOREL_APP_ICON(edit, "pencil")
     CADOREL_APP_ICON(share, "square.and.arrow.up")
     CADOREL_APP_ICON(download, "square.and.arrow.down")
@@ -86,6 +93,11 @@ struct Action
     CADOREL_APP_ICON(filter, "line.3.horizontal.decrease")
     CADOREL_APP_ICON(sort, "arrow.up.arrow.down")
     CADOREL_APP_ICON(copy, "doc.on.doc")
+    CADOREL_APP_ICON(trash, "trash")
+    CADOREL_APP_ICON(reset, "arrow.counterclockwise")
+    CADOREL_APP_ICON(addToPlaylist, "text.badge.plus")
+    CADOREL_APP_ICON(reveal, "eye")
+    CADOREL_APP_ICON(hide, "eye.slash")
     static inline const QString delete_ = QStringLiteral("trash.fill");
 };
 
@@ -98,6 +110,7 @@ struct Favorite
     CADOREL_APP_ICON(starFill, "star.fill")
     CADOREL_APP_ICON(bookmark, "bookmark")
     CADOREL_APP_ICON(bookmarkFill, "bookmark.fill")
+    CADOREL_APP_ICON(heartSlash, "heart.slash")
 };
 
 struct File
@@ -108,6 +121,9 @@ struct File
     CADOREL_APP_ICON(document, "doc.fill")
     CADOREL_APP_ICON(music, "music.note")
     CADOREL_APP_ICON(server, "externaldrive.fill.badge.wifi")
+    CADOREL_APP_ICON(folderOutline, "folder")
+    CADOREL_APP_ICON(documentBadgePlus, "doc.badge.plus")
+    CADOREL_APP_ICON(cloud, "cloud")
 };
 
 struct User
@@ -132,6 +148,7 @@ struct Settings
     CADOREL_APP_ICON(info, "info.circle.fill")
     CADOREL_APP_ICON(privacy, "hand.raised.fill")
     CADOREL_APP_ICON(about, "questionmark.circle.fill")
+    CADOREL_APP_ICON(service, "gear")
 };
 
 struct Timer
@@ -154,6 +171,8 @@ struct Status
     CADOREL_APP_ICON(warning, "exclamationmark.triangle.fill")
     CADOREL_APP_ICON(error, "xmark.octagon.fill")
     CADOREL_APP_ICON(loading, "arrow.triangle.2.circlepath")
+    CADOREL_APP_ICON(info, "info.circle")
+    CADOREL_APP_ICON(failure, "exclamationmark.triangle")
 };
 
 struct Appearance
@@ -170,6 +189,7 @@ struct Appearance
     CADOREL_APP_ICON(blur, "drop.fill")
     CADOREL_APP_ICON(gradient, "square.stack.3d.up.fill")
     CADOREL_APP_ICON(transparent, "square.dashed")
+    CADOREL_APP_ICON(picture, "photo")
 };
 
 struct Animation

@@ -18,8 +18,6 @@ namespace cadorel {
 class KawaiiIcon : public QObject
 {
     Q_OBJECT
-    // The language keeps the word itself for its own use.
-    Q_PROPERTY(QString delete MEMBER delete_ CONSTANT)
     CADOREL_KAWAII_ICON(play, "play")
     CADOREL_KAWAII_ICON(pause, "pause")
     CADOREL_KAWAII_ICON(next, "next")
@@ -46,6 +44,8 @@ class KawaiiIcon : public QObject
     CADOREL_KAWAII_ICON(volumeDown, "volumeDown")
     CADOREL_KAWAII_ICON(volumeUp, "volumeUp")
     CADOREL_KAWAII_ICON(addToPlaylist, "addToPlaylist")
+    // The language keeps the word itself for its own use.
+    Q_PROPERTY(QString delete MEMBER delete_ CONSTANT)
     CADOREL_KAWAII_ICON(edit, "edit")
     CADOREL_KAWAII_ICON(artist, "artist")
     CADOREL_KAWAII_ICON(albumArt, "albumArt")

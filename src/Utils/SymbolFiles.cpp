@@ -66,7 +66,7 @@ const QHash<QString, QString> &files()
         {u"doc.fill"_s, u"phosphor/fill/file-fill.svg"_s},
         {u"doc.on.doc"_s, u"phosphor/regular/files.svg"_s},
         {u"drop.fill"_s, u"phosphor/fill/drop-fill.svg"_s},
-        {u"ellipsis"_s, u"phosphor/regular/dots-three.svg"_s},
+        {u"ellipsis"_s, u"cadorel/ellipsis.svg"_s},
         {u"ellipsis.circle"_s, u"phosphor/regular/dots-three-circle.svg"_s},
         {u"exclamationmark.triangle"_s, u"phosphor/regular/warning.svg"_s},
         {u"exclamationmark.triangle.fill"_s, u"phosphor/fill/warning-fill.svg"_s},

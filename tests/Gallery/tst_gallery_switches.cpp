@@ -20,7 +20,8 @@ constexpr int switches = 200;
 /// KiB that a switch could leave behind without being seen by this test: less than an item takes.
 constexpr double leastLeak = 0.5;
 
-/// What the process has asked for and not given back, in KiB, without what bindings have left to be collected.
+/// What the process has asked for and not given back, in KiB, without what bindings have left to be
+/// collected.
 double memoryInUse(const GalleryStage &stage)
 {
     qmlEngine(stage.window())->collectGarbage();

@@ -116,6 +116,32 @@ private Q_SLOTS:
         QCOMPARE(k->system.iconName, std::nullopt);
     }
 
+    void tabComesToTheChosenIconAndOnceOnly()
+    {
+        k->appIconService.setAppIcon(u"AppIcon33"_s);
+        QTRY_COMPARE(k->appIconService.currentIndex(), 2);
+        showPicker();
+        s->root()->forceActiveFocus();
+        QTRY_VERIFY(button(2)->hasActiveFocus());
+        s->key(Qt::Key_Up);
+        QVERIFY(button(0)->hasActiveFocus());
+        QQuickItem *const back = s->item(u"backButton"_s);
+        s->key(Qt::Key_Backtab);
+        QVERIFY(back->hasActiveFocus());
+        s->key(Qt::Key_Tab);
+        QVERIFY(button(2)->hasActiveFocus());
+    }
+    void anIconThatIsNotOfferedLeavesTheFirstForTheKeyboard()
+    {
+        k->appIconService.setAppIcon(u"AppIcon99"_s);
+        QTRY_COMPARE(k->appIconService.currentIconName(), u"AppIcon99"_s);
+        QCOMPARE(k->appIconService.currentIndex(), -1);
+        showPicker();
+        QCOMPARE(selections(), QList<bool>({false, false, false, false}));
+        s->root()->forceActiveFocus();
+        QTRY_VERIFY(button(0)->hasActiveFocus());
+    }
+
     void aFailureLeavesTheSelection()
     {
         ConsoleLines lines;

@@ -105,6 +105,41 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 6);
         QVERIFY(s->root()->opacity() < 0.5);
     }
+    void aHeldReturnPressesOnce_data() { addStyles(); }
+    void aHeldReturnPressesOnce()
+    {
+        QVERIFY(showStyle());
+        const QSignalSpy clicks(s->root(), SIGNAL(clicked()));
+        s->root()->forceActiveFocus(Qt::TabFocusReason);
+        s->holdKey(Qt::Key_Return);
+        s->holdKey(Qt::Key_Enter);
+        QCOMPARE(clicks.size(), 2);
+    }
+    void aLongTextStaysInTheButton_data() { addStyles(); }
+    void aLongTextStaysInTheButton()
+    {
+        QVERIFY(showStyle());
+        const QQuickItem *const label = s->item(u"label"_s);
+        QVERIFY(!label->property("truncated").toBool());
+        s->root()->setProperty("text", u"一个名字特别特别长的按钮"_s);
+        s->root()->setWidth(120);
+        QTRY_VERIFY(label->property("truncated").toBool());
+        QVERIFY(label->width() <= 120);
+        s->root()->setProperty("symbol", u"play.fill"_s);
+        QTRY_VERIFY(label->mapToItem(s->root(), QPointF(label->width(), 0)).x() <= 120);
+    }
+    void withoutMotionAPressIsStillSeen_data() { addStyles(); }
+    void withoutMotionAPressIsStillSeen()
+    {
+        s->desktop.setReducesMotion(true);
+        QVERIFY(showStyle());
+        const QImage idle = s->grab();
+        QTest::mousePress(s->window(), Qt::LeftButton, {}, ThemedScene::centre(s->root()));
+        QTRY_COMPARE(depth(), 1.0);
+        QCOMPARE(s->root()->scale(), 1.0);
+        QVERIFY(s->grab() != idle);
+        QTest::mouseRelease(s->window(), Qt::LeftButton, {}, ThemedScene::centre(s->root()));
+    }
     void isAButtonWithANameForScreenReaders_data() { addStyles(); }
     void isAButtonWithANameForScreenReaders()
     {

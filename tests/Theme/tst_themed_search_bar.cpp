@@ -135,6 +135,23 @@ private Q_SLOTS:
         QVERIFY(end <= clearButton()->x());
         QVERIFY(field()->clip());
     }
+    void aLongTextShowsItsBeginningWhileNobodyTypes()
+    {
+        showBar();
+        const auto beginning = [this] {
+            QRectF cursor;
+            QMetaObject::invokeMethod(field(), "positionToRectangle", Q_RETURN_ARG(QRectF, cursor),
+                                      Q_ARG(int, 0));
+            return cursor.x();
+        };
+        s->root()->setProperty("text", u"一首名字特别特别特别特别特别特别特别特别长的歌"_s);
+        QVERIFY(beginning() >= 0);
+        field()->forceActiveFocus();
+        s->key(Qt::Key_End);
+        QVERIFY(beginning() < 0);
+        field()->setFocus(false);
+        QTRY_VERIFY(beginning() >= 0);
+    }
     void thereIsRoomAroundTheText()
     {
         showBar();

@@ -51,7 +51,7 @@ ListView {
     delegate: PickerRow {
         width: ListView.view.width
         folderMode: root.files.folderMode
-        fileSymbol: root.picturesMode ? "photo" : AppIcons.file.music
+        fileSymbol: root.picturesMode ? AppIcons.appearance.picture : AppIcons.file.music
         showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
         onPressed: {
             root.keyboardInUse = false;
@@ -67,7 +67,7 @@ ListView {
         objectName: "pickerEmpty"
         anchors.fill: parent
         visible: root.count === 0 && !root.files.isLoading
-        systemImage: root.files.errorText !== "" ? "exclamationmark.triangle" : "folder"
+        systemImage: root.files.errorText !== "" ? AppIcons.status.failure : AppIcons.file.folderOutline
         title: root.files.errorText !== "" ? "打不开文件夹" : root.picturesMode ? "没有图片" : "没有音乐"
         description: root.files.errorText !== "" ? root.files.errorText : root.picturesMode ? "这个文件夹里没有文件夹，也没有能读取的图片" : "这个文件夹里没有文件夹，也没有能播放的文件"
     }

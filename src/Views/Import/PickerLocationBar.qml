@@ -18,7 +18,7 @@ ColumnLayout {
         IconButton {
             objectName: "pickerUp"
             Layout.leftMargin: (Metrics.symbol - width) / 2
-            symbol: "arrow.up"
+            symbol: AppIcons.navigation.parent
             color: SystemColors.accent
             text: "上一级文件夹"
             enabled: root.files.canGoUp

@@ -57,7 +57,7 @@ Item {
         objectName: "serversButton"
         anchors.right: importButton.left
         anchors.top: titles.top
-        symbol: "cloud"
+        symbol: AppIcons.file.cloud
         color: SystemColors.accent
         text: "服务器"
         onClicked: root.serversRequested()
@@ -84,7 +84,7 @@ Item {
 
             StyledMenuItem {
                 objectName: "importFilesItem"
-                symbol: "doc.badge.plus"
+                symbol: AppIcons.file.documentBadgePlus
                 text: "导入文件…"
                 onTriggered: root.filesRequested()
             }
@@ -96,7 +96,7 @@ Item {
             }
             StyledMenuItem {
                 objectName: "openMusicFolderItem"
-                symbol: "folder"
+                symbol: AppIcons.file.folderOutline
                 text: "打开音乐文件夹"
                 onTriggered: root.musicFolderRequested()
             }

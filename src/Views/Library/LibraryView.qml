@@ -103,7 +103,7 @@ FocusScope {
             objectName: "emptyImportFiles"
             implicitWidth: Metrics.menuWidth
             role: TextButton.Prominent
-            symbol: "doc.badge.plus"
+            symbol: AppIcons.file.documentBadgePlus
             text: "导入文件"
             onClicked: root.library.chooseFiles()
         }
@@ -120,7 +120,7 @@ FocusScope {
         anchors.fill: songList
         visible: songList.count === 0 && root.isBusy
         title: root.importService.isImporting ? "正在导入音乐" : "正在查找音乐"
-        systemImage: "square.and.arrow.down"
+        systemImage: AppIcons.action.download
         description: "歌曲会陆续出现在这里"
     }
 }

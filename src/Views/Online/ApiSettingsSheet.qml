@@ -73,7 +73,7 @@ BottomSheet {
             TextButton {
                 objectName: "apiReset"
                 width: parent.width
-                symbol: "arrow.counterclockwise"
+                symbol: AppIcons.action.reset
                 text: "恢复默认"
                 onClicked: root.settings.showResetAlert = true
             }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Templates as T
+import Cadorel
 
 /// One chart: its name, and how often it changes.
 T.ItemDelegate {
@@ -36,7 +37,7 @@ T.ItemDelegate {
         anchors.left: parent.left
         anchors.top: parent.top
         anchors.margins: Metrics.cardPadding
-        name: "chart.bar"
+        name: AppIcons.music.chart
         color: SystemColors.accent
     }
     Column {

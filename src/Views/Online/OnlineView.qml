@@ -38,14 +38,14 @@ FocusScope {
 
                 IconButton {
                     objectName: "chartsButton"
-                    symbol: "chart.bar"
+                    symbol: AppIcons.music.chart
                     color: SystemColors.accent
                     text: "排行榜"
                     onClicked: root.online.charts.open()
                 }
                 IconButton {
                     objectName: "apiSettingsButton"
-                    symbol: "gear"
+                    symbol: AppIcons.settings.service
                     color: SystemColors.accent
                     text: "API 服务器"
                     onClicked: root.online.settings.open()
@@ -96,14 +96,14 @@ FocusScope {
             objectName: "searchInitial"
             anchors.fill: songList
             visible: root.search.content === OnlineSearchViewModel.Initial
-            systemImage: "globe"
+            systemImage: AppIcons.music.online
             title: "搜索在线音乐"
             description: "输入关键词搜索歌曲"
 
             TextButton {
                 objectName: "initialCharts"
                 implicitWidth: Metrics.menuWidth
-                symbol: "chart.bar"
+                symbol: AppIcons.music.chart
                 text: "排行榜"
                 onClicked: root.online.charts.open()
             }
@@ -118,7 +118,7 @@ FocusScope {
             objectName: "searchFailed"
             anchors.fill: songList
             visible: root.search.content === OnlineSearchViewModel.Failed
-            systemImage: "exclamationmark.triangle"
+            systemImage: AppIcons.status.failure
             title: "搜索失败"
             description: root.search.error
 

@@ -71,7 +71,7 @@ SlidingPage {
             objectName: "chartsEmpty"
             anchors.fill: grid
             visible: root.charts.content === TopListsViewModel.Empty
-            systemImage: "chart.bar"
+            systemImage: AppIcons.music.chart
             title: "暂无排行榜"
             description: "请稍后再试"
 

@@ -21,7 +21,7 @@ StyledMenu {
     }
     StyledMenuItem {
         objectName: "coverItem"
-        symbol: "photo"
+        symbol: AppIcons.appearance.picture
         text: root.hasCover ? "更换封面" : "添加封面"
         onTriggered: root.editor.chooseCover(root.playlistId)
     }
@@ -29,7 +29,7 @@ StyledMenu {
         objectName: "removeCoverItem"
         visible: root.removesCover && root.hasCover
         height: root.removesCover && root.hasCover ? implicitHeight : 0
-        symbol: "trash"
+        symbol: AppIcons.action.trash
         text: "移除封面"
         onTriggered: root.editor.removeCover(root.playlistId)
     }
@@ -37,7 +37,7 @@ StyledMenu {
         objectName: "deletePlaylistItem"
         visible: root.isRemovable
         height: root.isRemovable ? implicitHeight : 0
-        symbol: "trash"
+        symbol: AppIcons.action.trash
         text: "删除歌单"
         destructive: true
         onTriggered: root.editor.askToDelete(root.playlistId)

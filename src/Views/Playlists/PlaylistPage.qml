@@ -95,7 +95,7 @@ SlidingPage {
                 anchors.bottom: parent.bottom
                 width: Math.min(parent.width - x, Metrics.menuWidth)
                 role: TextButton.Prominent
-                symbol: "play"
+                symbol: AppIcons.playback.playOutline
                 text: "播放全部"
                 enabled: root.page.content === PlaylistPageViewModel.Songs
                 onClicked: root.page.playAll()
@@ -142,7 +142,7 @@ SlidingPage {
         objectName: "playlistMissing"
         anchors.fill: songList
         visible: root.isMissing
-        systemImage: "exclamationmark.triangle"
+        systemImage: AppIcons.status.failure
         title: "歌单不存在"
         description: "该歌单可能已被删除"
     }

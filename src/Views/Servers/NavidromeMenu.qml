@@ -27,14 +27,14 @@ StyledMenu {
     }
     StyledMenuItem {
         objectName: "disconnectItem"
-        symbol: "xmark"
+        symbol: AppIcons.navigation.close
         text: "断开连接"
         enabled: root.canDisconnect
         onTriggered: root.disconnectRequested()
     }
     StyledMenuItem {
         objectName: "deleteNavidromeItem"
-        symbol: "trash"
+        symbol: AppIcons.action.trash
         text: "删除"
         destructive: true
         onTriggered: root.deleteRequested()

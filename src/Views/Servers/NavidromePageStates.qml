@@ -83,7 +83,7 @@ Item {
         objectName: "navidromeDisconnected"
         anchors.fill: parent
         visible: root.content === NavidromeServerPageViewModel.Disconnected
-        systemImage: "cloud"
+        systemImage: AppIcons.file.cloud
         title: "未连接"
         description: "连接后可以搜索服务器上的音乐并流式播放"
 

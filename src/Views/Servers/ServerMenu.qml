@@ -24,7 +24,7 @@ StyledMenu {
     }
     StyledMenuItem {
         objectName: "deleteServerItem"
-        symbol: "trash"
+        symbol: AppIcons.action.trash
         text: "删除"
         destructive: true
         onTriggered: root.deleteRequested()

@@ -127,7 +127,7 @@ SlidingPage {
         objectName: "serverScanning"
         anchors.fill: songList
         visible: root.page.content === WebDAVServerPageViewModel.Scanning
-        systemImage: "cloud"
+        systemImage: AppIcons.file.cloud
         title: "正在查找音乐"
         description: "文件夹很多时需要几分钟，可以先离开这一页"
     }
@@ -135,7 +135,7 @@ SlidingPage {
         objectName: "serverLoading"
         anchors.fill: songList
         visible: root.page.content === WebDAVServerPageViewModel.Loading
-        systemImage: "cloud"
+        systemImage: AppIcons.file.cloud
         title: "正在加载歌曲"
         description: "上次扫描到的歌曲马上就来"
     }
@@ -159,7 +159,7 @@ SlidingPage {
         objectName: "serverFailed"
         anchors.fill: songList
         visible: root.page.content === WebDAVServerPageViewModel.Failed
-        systemImage: "exclamationmark.triangle"
+        systemImage: AppIcons.status.failure
         title: "扫描失败"
         description: root.page.failure
 

@@ -108,7 +108,7 @@ SlidingPage {
             objectName: "serversEmpty"
             anchors.fill: serverList
             visible: serverList.count === 0
-            systemImage: "cloud"
+            systemImage: AppIcons.file.cloud
             title: "未配置连接"
             description: "添加 WebDAV 或 Navidrome 服务器以访问云端音乐"
 

@@ -18,7 +18,7 @@ ServerFormSheet {
 
         objectName: "choosePreset"
         width: parent.width
-        symbol: "cloud"
+        symbol: AppIcons.file.cloud
         text: "选择预设配置"
         onClicked: presetSheet.open()
     }

@@ -73,37 +73,49 @@ FocusScope {
                     Accessible.name: text
                 }
             }
-            Grid {
-                id: grid
+            FocusScope {
+                id: choices
 
-                objectName: "iconGrid"
                 width: parent.width
-                columns: root.columns
-                spacing: Metrics.screenMargin
-                Accessible.role: Accessible.Grouping
-                Accessible.name: "应用图标"
+                height: grid.height
+                focus: true
 
-                Repeater {
-                    id: buttons
+                Grid {
+                    id: grid
 
-                    model: AppIconService.count
+                    objectName: "iconGrid"
+                    width: parent.width
+                    columns: root.columns
+                    spacing: Metrics.screenMargin
+                    Accessible.role: Accessible.Grouping
+                    Accessible.name: "应用图标"
 
-                    delegate: AppIconButton {
-                        required property int index
-                        readonly property appIcon choice: AppIconService.iconAt(index)
+                    Repeater {
+                        id: buttons
 
-                        objectName: "iconButton" + index
-                        width: Math.floor((grid.width - grid.spacing) / root.columns)
-                        iconName: choice.iconName
-                        displayName: choice.displayName
-                        imageName: choice.imageName
-                        isSelected: iconName === AppIconService.currentIconName
-                        theme: root.theme
-                        Keys.onLeftPressed: root.walkTo(index - 1)
-                        Keys.onRightPressed: root.walkTo(index + 1)
-                        Keys.onUpPressed: root.walkTo(index - root.columns)
-                        Keys.onDownPressed: root.walkTo(index + root.columns)
-                        onClicked: AppIconService.choose(iconName)
+                        model: AppIconService.count
+
+                        delegate: AppIconButton {
+                            required property int index
+                            readonly property appIcon choice: AppIconService.iconAt(index)
+                            readonly property bool isFirstStop: index === Math.max(0, AppIconService.currentIndex)
+
+                            objectName: "iconButton" + index
+                            width: Math.floor((grid.width - grid.spacing) / root.columns)
+                            iconName: choice.iconName
+                            displayName: choice.displayName
+                            imageName: choice.imageName
+                            isSelected: index === AppIconService.currentIndex
+                            theme: root.theme
+                            // One stop of the Tab key, as radio buttons are: where the keyboard is, else the choice.
+                            focus: isFirstStop
+                            focusPolicy: (choices.activeFocus ? activeFocus : isFirstStop) ? Qt.TabFocus : Qt.NoFocus
+                            Keys.onLeftPressed: root.walkTo(index - 1)
+                            Keys.onRightPressed: root.walkTo(index + 1)
+                            Keys.onUpPressed: root.walkTo(index - root.columns)
+                            Keys.onDownPressed: root.walkTo(index + root.columns)
+                            onClicked: AppIconService.choose(iconName)
+                        }
                     }
                 }
             }
