@@ -5,7 +5,7 @@ import Cadorel
 /// Grounds, buttons, bars, fields, rows and covers.
 GalleryPage {
     title: "控件"
-    summary: "界面由这些零件拼成。每个零件都在它的每种状态下出现一次。"
+    summary: "界面由这些零件拼成。每个零件都以它的几种状态出现。"
 
     SurfaceSections {
         width: parent.width

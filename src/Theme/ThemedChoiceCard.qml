@@ -22,6 +22,7 @@ T.RadioButton {
     hoverEnabled: true
     checkable: false
     autoExclusive: false
+    opacity: enabled ? 1 : Metrics.disabledOpacity
     scale: down && !Motion.isReduced ? pressedScale : 1
     Accessible.name: text
     Accessible.checkable: true
