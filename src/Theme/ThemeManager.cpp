@@ -46,7 +46,8 @@ void ThemeManager::switchTo(ThemeType type)
 {
     if (type == m_currentThemeType || !allThemeTypes().contains(type))
         return;
-    QMetaObject::invokeMethod(this, [this, type] { setCurrentThemeType(type); }, Qt::QueuedConnection);
+    const auto later = [this, type] { setCurrentThemeType(type); };
+    QMetaObject::invokeMethod(this, later, Qt::QueuedConnection);
 }
 
 void ThemeManager::toggleTheme()
