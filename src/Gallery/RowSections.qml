@@ -116,7 +116,7 @@ GallerySections {
             ThemedOnlineSongRow {
                 width: parent.width
                 song: ({
-                        title: "Paper Lanterns",
+                        title: "Lanterns",
                         subtitle: "The Quiet Harbour",
                         platformText: "QQ 音乐",
                         coverSource: GallerySamples.covers[3],
