@@ -27,8 +27,13 @@ QtObject {
     readonly property int albumCover: 280
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
-    readonly property int tabBarHeight: 56
+    readonly property int tabBarHeight: 49
     readonly property int tabWidth: 160
+    readonly property int kawaiiTabIcon: 28
+    readonly property real idleTabOpacity: 0.5
+    readonly property int kawaiiTabBarPadding: 20
+    readonly property real kawaiiHairline: 0.5
+    readonly property real kawaiiHairlineOpacity: 0.2
     readonly property int buttonHeight: 44
     readonly property int controlRadius: 10
     readonly property int cardRadius: 12
@@ -114,6 +119,9 @@ QtObject {
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
+    /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
+    readonly property int seekStep: 5
+    readonly property real volumeStep: 0.05
 
     /// Size of a symbol that stands where a text of that font size would: its box is a fifth larger.
     function symbolOf(fontSize: real): int {

@@ -6,6 +6,7 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/CoverRegistry.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace cadorel {
@@ -104,6 +105,18 @@ void PlaybackViewModel::seek(double fraction)
         player().endCurrentTrack();
     else
         m_viewModel.seek(fraction);
+}
+
+void PlaybackViewModel::seekBy(double seconds)
+{
+    if (m_canSeek && std::isfinite(seconds))
+        seek(std::clamp((player().currentTime() + seconds) / player().duration(), 0.0, 1.0));
+}
+
+void PlaybackViewModel::changeVolume(double step)
+{
+    if (std::isfinite(step))
+        player().setVolume(static_cast<float>(std::clamp(player().volume() + step, 0.0, 1.0)));
 }
 
 void PlaybackViewModel::dismissPlayError()

@@ -40,6 +40,10 @@ public:
 
     /// Goes to a fraction of the song, 0...1; at its very end the song is over.
     Q_INVOKABLE void seek(double fraction);
+    /// Goes that many seconds on, or back; not beyond the song's beginning and end.
+    Q_INVOKABLE void seekBy(double seconds);
+    /// @param step part of the whole, -1...1
+    Q_INVOKABLE void changeVolume(double step);
     Q_INVOKABLE void dismissPlayError();
 
 Q_SIGNALS:

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/ScreenModels.h"
 
+#include "Platform/Platform.h"
 #include "Services/APIConfigService.h"
+#include "ViewModels/APISettingsViewModel.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/NavidromeServerFormViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/PlaybackViewModel.h"
+#include "ViewModels/PlaylistEditorViewModel.h"
 #include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistPickerViewModel.h"
+#include "ViewModels/WebDAVServerFormViewModel.h"
 
 namespace cadorel {
 
@@ -17,6 +23,7 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
     : m_root(root)
     , m_library(library)
     , m_playback(playback)
+    , m_content(*services.platform.preferences)
     , m_servers(root, services.webDAV, services.platform)
     , m_online(root, services.onlineMusic, services.apiConfig)
     , m_playlists(root, services.playlists, services.platform,
@@ -32,14 +39,19 @@ ScreenModels::~ScreenModels() = default;
 
 QVariantMap ScreenModels::windowProperties()
 {
-    return {{u"viewModel"_s, QVariant::fromValue(&m_root)},
-            {u"playback"_s, QVariant::fromValue(&m_playback)},
-            {u"library"_s, QVariant::fromValue(&m_library)},
-            {u"servers"_s, QVariant::fromValue(&m_servers)},
-            {u"online"_s, QVariant::fromValue(&m_online)},
-            {u"playlists"_s, QVariant::fromValue(&m_playlists)},
-            {u"navidrome"_s, QVariant::fromValue(&m_navidrome)},
-            {u"equalizer"_s, QVariant::fromValue(&m_equalizer)}};
+    return {{u"screens"_s, QVariant::fromValue(this)}};
+}
+
+void ScreenModels::closeSheets()
+{
+    m_equalizer.close();
+    m_online.settings()->close();
+    m_playlists.picker()->close();
+    m_playlists.editor()->cancelCreate();
+    m_playlists.editor()->cancelRename();
+    m_playlists.editor()->cancelDelete();
+    m_servers.form()->cancel();
+    m_navidrome.form()->cancel();
 }
 
 } // namespace cadorel

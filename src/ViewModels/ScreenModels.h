@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ViewModels/ContentViewModel.h"
 #include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 
+#include <QObject>
 #include <QVariantMap>
 
 namespace cadorel {
@@ -16,10 +18,13 @@ class AudioPlayerService;
 class CadorelViewModel;
 class EqualizerService;
 class LibraryViewModel;
+class LocalMusicImportService;
+class LyricsOffsetService;
 class NavidromeService;
 class OnlineMusicService;
 class PlaybackViewModel;
 class PlaylistService;
+class ThemeService;
 class WebDAVService;
 struct Platform;
 
@@ -28,37 +33,61 @@ struct ScreenServices
 {
     Platform &platform;
     AudioPlayerService &audioPlayer;
+    LocalMusicImportService &importService;
     EqualizerService &equalizer;
     PlaylistService &playlists;
     APIConfigService &apiConfig;
     OnlineMusicService &onlineMusic;
     WebDAVService &webDAV;
     NavidromeService &navidrome;
+    LyricsOffsetService &lyricsOffset;
+    ThemeService &appearance;
 };
 
 /// The view models of the window's screens, joined to each other. Main thread.
-class ScreenModels
+class ScreenModels : public QObject
 {
+    Q_OBJECT
+    Q_MOC_INCLUDE("ViewModels/CadorelViewModel.h")
+    Q_MOC_INCLUDE("ViewModels/LibraryViewModel.h")
+    Q_MOC_INCLUDE("ViewModels/PlaybackViewModel.h")
+    Q_PROPERTY(cadorel::CadorelViewModel *viewModel READ viewModel CONSTANT)
+    Q_PROPERTY(cadorel::LibraryViewModel *library READ library CONSTANT)
+    Q_PROPERTY(cadorel::PlaybackViewModel *playback READ playback CONSTANT)
+    Q_PROPERTY(cadorel::ContentViewModel *content READ content CONSTANT)
+    Q_PROPERTY(cadorel::WebDAVServersViewModel *servers READ servers CONSTANT)
+    Q_PROPERTY(cadorel::OnlineViewModel *online READ online CONSTANT)
+    Q_PROPERTY(cadorel::PlaylistsViewModel *playlists READ playlists CONSTANT)
+    Q_PROPERTY(cadorel::NavidromeServersViewModel *navidrome READ navidrome CONSTANT)
+    Q_PROPERTY(cadorel::EqualizerViewModel *equalizer READ equalizer CONSTANT)
+
 public:
     /// @param root, @param library and @param playback outlive them
     ScreenModels(const ScreenServices &services, CadorelViewModel &root, LibraryViewModel &library,
                  PlaybackViewModel &playback);
-    ~ScreenModels();
+    ~ScreenModels() override;
     Q_DISABLE_COPY_MOVE(ScreenModels)
 
-    WebDAVServersViewModel &servers() { return m_servers; }
-    OnlineViewModel &online() { return m_online; }
-    PlaylistsViewModel &playlists() { return m_playlists; }
-    NavidromeServersViewModel &navidrome() { return m_navidrome; }
-    EqualizerViewModel &equalizer() { return m_equalizer; }
+    CadorelViewModel *viewModel() const { return &m_root; }
+    LibraryViewModel *library() const { return &m_library; }
+    PlaybackViewModel *playback() const { return &m_playback; }
+    ContentViewModel *content() { return &m_content; }
+    WebDAVServersViewModel *servers() { return &m_servers; }
+    OnlineViewModel *online() { return &m_online; }
+    PlaylistsViewModel *playlists() { return &m_playlists; }
+    NavidromeServersViewModel *navidrome() { return &m_navidrome; }
+    EqualizerViewModel *equalizer() { return &m_equalizer; }
 
     /// What the window of Main.qml asks for, by the names of its properties.
     QVariantMap windowProperties();
+    /// Forgets which sheets are open, so that screens that are made anew begin without.
+    Q_INVOKABLE void closeSheets();
 
 private:
     CadorelViewModel &m_root;
     LibraryViewModel &m_library;
     PlaybackViewModel &m_playback;
+    ContentViewModel m_content;
     WebDAVServersViewModel m_servers;
     OnlineViewModel m_online;
     PlaylistsViewModel m_playlists;
