@@ -53,6 +53,18 @@ Item {
         // qmllint enable unqualified
     }
     Loader {
+        readonly property bool isNeeded: root.screens.online.settings.isOpen
+
+        active: false
+        onIsNeededChanged: active = true
+        // qmllint disable unqualified
+        sourceComponent: ApiSettingsSheet {
+            objectName: "apiSettings"
+            settings: root.screens.online.settings
+        }
+        // qmllint enable unqualified
+    }
+    Loader {
         readonly property bool isNeeded: root.screens.equalizer.isOpen
 
         active: false

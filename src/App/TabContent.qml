@@ -47,10 +47,9 @@ FocusScope {
     TabPage {
         anchors.fill: parent
         isCurrent: root.selectedTab === ContentTabs.Tab.webdav
-        sourceComponent: ServersView {
+        sourceComponent: WebDAVView {
             objectName: "webDAVView"
             focus: true
-            isShown: true
             viewModel: root.screens.viewModel
             servers: root.screens.servers
             playlists: root.screens.playlists
@@ -60,7 +59,7 @@ FocusScope {
     TabPage {
         anchors.fill: parent
         isCurrent: root.selectedTab === ContentTabs.Tab.search
-        sourceComponent: OnlineView {
+        sourceComponent: SearchView {
             objectName: "searchView"
             focus: true
             viewModel: root.screens.viewModel
@@ -71,17 +70,12 @@ FocusScope {
     TabPage {
         anchors.fill: parent
         isCurrent: root.selectedTab === ContentTabs.Tab.settings
-        sourceComponent: FocusScope {
+        sourceComponent: SettingsView {
             objectName: "settingsView"
             focus: true
-
-            ThemePickerView {
-                anchors.left: parent.left
-                anchors.right: parent.right
-                anchors.margins: Metrics.screenMargin
-                y: Metrics.screenMargin
-                focus: true
-            }
+            content: root.screens.content
+            equalizer: root.screens.equalizer
+            apiSettings: root.screens.online.settings
         }
     }
     // qmllint enable unqualified

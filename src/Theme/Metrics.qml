@@ -39,6 +39,11 @@ QtObject {
     readonly property real kawaiiHairline: 0.5
     readonly property real kawaiiHairlineOpacity: 0.2
     readonly property int buttonHeight: 44
+    /// The ground of a button in a page's header, which answers on touchTarget.
+    readonly property int headerButton: 36
+    /// The round ground of the symbol of an empty screen, and the height from which on there is room for it.
+    readonly property int emblem: 88
+    readonly property int emptyStateRoom: 320
     readonly property int controlRadius: 10
     readonly property int cardRadius: 12
     readonly property int sheetRadius: 16
@@ -63,6 +68,7 @@ QtObject {
     readonly property int floatingHeart: 20
     readonly property int cassetteSize: 300
     readonly property int appIconSize: 80
+    readonly property int aboutEmblem: 72
     readonly property int previewWidth: 104
     readonly property int previewHeight: 48
     readonly property int previewDot: 16
@@ -72,6 +78,7 @@ QtObject {
 
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
+    readonly property int symbolHeader: 20
     readonly property int symbol: 24
     readonly property int symbolLarge: 30
     readonly property int heartSymbol: 28
@@ -118,6 +125,7 @@ QtObject {
     readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
+    readonly property int formWidth: 640
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208
     readonly property int textBlockWidth: 224
@@ -140,6 +148,7 @@ QtObject {
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
+    readonly property int locateDelay: 150
     /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
     readonly property int seekStep: 5
     readonly property real volumeStep: 0.05

@@ -48,10 +48,8 @@ BottomSheet {
         files: files
         picturesMode: root.picturesMode
     }
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     PickerList {
         id: list
@@ -62,10 +60,8 @@ BottomSheet {
         files: files
         picturesMode: root.picturesMode
     }
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     TextButton {
         objectName: "pickerAccept"

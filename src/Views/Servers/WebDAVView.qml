@@ -3,7 +3,7 @@ import QtQuick
 import Cadorel
 
 /// The servers of the listener, the page of one of them, and the forms in which they are set up.
-SlidingPage {
+FocusScope {
     id: root
 
     required property CadorelViewModel viewModel
@@ -26,11 +26,15 @@ SlidingPage {
         deleteNavidromeDialog.open();
     }
 
-    Item {
+    FocusScope {
         anchors.fill: parent
+        focus: true
         visible: !serverPage.covers && !navidromePage.covers
         enabled: !serverPage.isShown && !navidromePage.isShown
 
+        KawaiiFloatingDecorations {
+            anchors.fill: serverList
+        }
         PageHeader {
             id: header
 
@@ -38,27 +42,24 @@ SlidingPage {
             anchors.right: parent.right
             anchors.leftMargin: root.sideMargin
             anchors.rightMargin: root.sideMargin
-            title: "服务器"
-            backText: "返回资料库"
-            onBackRequested: root.closeRequested()
+            title: "网盘"
+            hasBack: false
 
-            IconButton {
+            HeaderButton {
                 objectName: "scanAllButton"
                 visible: serverList.count > 0
                 symbol: AppIcons.action.refresh
-                color: SystemColors.accent
                 text: "扫描所有服务器"
                 onClicked: {
                     root.servers.scanAll();
                     root.navidrome.refresh();
                 }
             }
-            IconButton {
+            HeaderButton {
                 id: addButton
 
                 objectName: "addServerButton"
                 symbol: AppIcons.action.add
-                color: SystemColors.accent
                 text: "添加服务器"
                 isOpen: addMenu.visible
                 onClicked: addMenu.open()
