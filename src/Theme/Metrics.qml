@@ -117,6 +117,42 @@ QtObject {
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
 
+    // Of the Now Playing screen: font sizes of its symbols, sides of the pictures drawn in their place, and lengths.
+    readonly property int nowPlayingSymbol: 20
+    readonly property int skipSymbol: 32
+    readonly property int playSymbol: 72
+    readonly property int drawnHeart: 36
+    readonly property int drawnSkip: 40
+    readonly property int playFrame: 80
+    readonly property int loadingSpinner: 30
+    readonly property real heartSquash: 0.95
+    readonly property real modeSquash: 0.7
+    readonly property int pageDot: 6
+    readonly property int currentPageDot: 8
+    readonly property int pageDotRoom: 28
+    readonly property int pageDotDuration: Motion.scaled(200)
+    readonly property real otherPageDotOpacity: 0.5
+    readonly property real idleTimerOpacity: 0.5
+    readonly property int sungLineHeight: 50
+    readonly property int miniLyricTop: 12
+    readonly property int miniLyricBottom: 16
+    readonly property int leastCover: 120
+    readonly property int largestCover: 520
+    readonly property int nowPlayingSliderHeight: 32
+    readonly property real grooveOpacity: 0.3
+    readonly property real darkGrooveOpacity: 0.5
+    readonly property int statusLineHeight: 28
+    readonly property int statusButtonHeight: 24
+    readonly property int controlsWidth: 420
+    readonly property int wideControlsWidth: 332
+    readonly property int queueWidth: 720
+    /// From this width on the lyrics stand beside the cover, within the next one.
+    readonly property int sideBySideWidth: 900
+    readonly property int sideBySideContent: 1280
+    /// Below the first height its lines stand close, from the second on far apart.
+    readonly property int lowNowPlaying: 560
+    readonly property int highNowPlaying: 760
+
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844
     readonly property int minimumWidth: 320

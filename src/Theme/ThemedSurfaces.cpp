@@ -349,6 +349,20 @@ Surface ThemedSurfaces::progressKnob(AppTheme *theme, double size)
             .strokes = {}};
 }
 
+Surface ThemedSurfaces::progressTrackOf(const QColor &color)
+{
+    return {.fill = color, .gradient = {}, .cornerRadius = trackRadius, .shadows = {}, .strokes = {}};
+}
+
+Surface ThemedSurfaces::progressKnobOf(const QColor &color, double size)
+{
+    return {.fill = color,
+            .gradient = {},
+            .cornerRadius = size / 2,
+            .shadows = {{.color = faded(Qt::black, 0.4), .radius = 4, .x = 0, .y = 1}},
+            .strokes = {}};
+}
+
 Surface ThemedSurfaces::previewBlock(AppTheme *theme, double cornerRadius)
 {
     if (!theme)

@@ -55,6 +55,9 @@ public:
     /// Of ThemedProgressBar: the groove, and the knob of that diameter.
     Q_INVOKABLE static cadorel::Surface progressTrack(cadorel::AppTheme *theme);
     Q_INVOKABLE static cadorel::Surface progressKnob(cadorel::AppTheme *theme, double size);
+    /// The same in a colour of their own, for what lies on a picture.
+    Q_INVOKABLE static cadorel::Surface progressTrackOf(const QColor &color);
+    Q_INVOKABLE static cadorel::Surface progressKnobOf(const QColor &color, double size);
     /// The block of ThemePreviewCard.
     Q_INVOKABLE static cadorel::Surface previewBlock(cadorel::AppTheme *theme, double cornerRadius = 8);
     /// The screen in small that the block lies on: the background of the look on a card.

@@ -28,6 +28,12 @@ public:
     explicit PlaybackViewModel(CadorelViewModel &viewModel,
                                const OnlineSongAddresses *onlineAddresses = nullptr);
 
+    /// "1:05", without a limit to the minutes; "0:00" for what is no time.
+    static QString timeText(double seconds);
+    /// A slider that is let go there leaves next to nothing of a song of @p duration seconds: the song is
+    /// over. Never so while the length is unknown.
+    static bool isAtEnd(double fraction, double duration);
+
     /// "1:05"; "0:00" at the start.
     QString currentTimeText() const { return m_currentTimeText; }
     /// "4:20"; "--:--" while unknown.

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// The full-screen player. It lives for as long as it is shown, and what it knows of its own goes with it.
+FocusScope {
+    id: root
+
+    required property CadorelViewModel viewModel
+    required property NowPlayingViewModel nowPlaying
+    required property EqualizerViewModel equalizer
+
+    property AppTheme theme: ThemeEnvironment.theme
+    readonly property bool isWide: width >= Metrics.sideBySideWidth
+    /// Colours of what lies on the backdrop.
+    readonly property color ink: theme.primaryTextColor
+    readonly property color secondaryInk: Surfaces.textOn(theme, Surfaces.background(theme), theme.secondaryTextColor)
+    readonly property real gap: height < Metrics.lowNowPlaying ? 0 : height < Metrics.highNowPlaying ? Metrics.rowSpacing : Metrics.screenMargin
+
+    signal closeRequested
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: "正在播放"
+    Component.onCompleted: nowPlaying.appear()
+    Component.onDestruction: nowPlaying.disappear()
+    Keys.onPressed: event => {
+        const step = event.key === Qt.Key_PageDown ? 1 : event.key === Qt.Key_PageUp ? -1 : 0;
+        event.accepted = step !== 0;
+        root.nowPlaying.currentPage += step;
+    }
+
+    ThemedBackground {
+        anchors.fill: parent
+        theme: root.theme
+    }
+    NowPlayingTopBar {
+        id: topBar
+
+        objectName: "topBar"
+        x: Metrics.grid
+        y: Metrics.grid
+        width: parent.width - 2 * x
+        currentPage: root.nowPlaying.currentPage
+        ink: root.ink
+        onCloseRequested: root.closeRequested()
+        onPageRequested: page => root.nowPlaying.currentPage = page
+        onSleepTimerRequested: root.nowPlaying.showSleepTimer = true
+        onMoreRequested: root.nowPlaying.showMoreOptions = true
+    }
+    NowPlayingPages {
+        id: pages
+
+        objectName: "nowPlayingPages"
+        anchors.top: topBar.bottom
+        anchors.bottom: controls.top
+        anchors.bottomMargin: root.gap / 2
+        width: parent.width
+        nowPlaying: root.nowPlaying
+        ink: root.ink
+        secondaryInk: root.secondaryInk
+        albumCover: drawnCover
+    }
+    NowPlayingControls {
+        id: controls
+
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Math.max(Metrics.grid, root.gap)
+        width: parent.width
+        nowPlaying: root.nowPlaying
+        isWide: root.isWide
+        gap: root.gap
+        ink: root.ink
+        secondaryInk: root.secondaryInk
+        onEqualizerRequested: root.equalizer.open()
+        onCloseRequested: root.closeRequested()
+    }
+
+    // qmllint disable unqualified
+    Component {
+        id: drawnCover
+
+        ThemedAlbumCover {
+            objectName: "normalAlbumCover"
+            size: width
+            cornerRadius: Math.min(ThemeService.albumCoverCornerRadius, width / 2)
+            image: root.nowPlaying.coverSource
+            theme: root.theme
+        }
+    }
+    // qmllint enable unqualified
+}
