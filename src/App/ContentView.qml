@@ -137,9 +137,13 @@ FocusScope {
         width: parent.width
         height: parent.height
         isShown: root.showNowPlaying
-        sourceComponent: FocusScope {
+        sourceComponent: NowPlayingView {
             objectName: "nowPlayingView"
             focus: true
+            viewModel: root.viewModel
+            nowPlaying: root.screens.nowPlaying
+            equalizer: root.screens.equalizer
+            onCloseRequested: root.closeNowPlaying()
         }
     }
     // qmllint enable unqualified

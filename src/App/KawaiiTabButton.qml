@@ -29,6 +29,7 @@ ContentTabButton {
     // The icons have no words beside them.
     StyledToolTip {
         text: root.title
-        visible: root.hovered && !root.down
+        // Not of a bar that is on its way out.
+        visible: root.hovered && !root.down && root.Window.window !== null
     }
 }

@@ -30,6 +30,7 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
                   [&config = services.apiConfig](const OnlineSong &song) { return config.getCoverUrl(song); })
     , m_navidrome(root, services.navidrome)
     , m_equalizer(services.equalizer, services.audioPlayer)
+    , m_nowPlaying(root, playback, services.playlists, services.equalizer, services.lyricsOffset)
 {
     QObject::connect(&services.apiConfig, &APIConfigService::baseURLChanged,
                      m_playlists.page()->onlineSongs(), &OnlineSongListModel::moveCovers);

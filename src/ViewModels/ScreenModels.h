@@ -4,6 +4,7 @@
 #include "ViewModels/ContentViewModel.h"
 #include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/NowPlayingViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
@@ -60,6 +61,7 @@ class ScreenModels : public QObject
     Q_PROPERTY(cadorel::PlaylistsViewModel *playlists READ playlists CONSTANT)
     Q_PROPERTY(cadorel::NavidromeServersViewModel *navidrome READ navidrome CONSTANT)
     Q_PROPERTY(cadorel::EqualizerViewModel *equalizer READ equalizer CONSTANT)
+    Q_PROPERTY(cadorel::NowPlayingViewModel *nowPlaying READ nowPlaying CONSTANT)
 
 public:
     /// @param root, @param library and @param playback outlive them
@@ -77,6 +79,7 @@ public:
     PlaylistsViewModel *playlists() { return &m_playlists; }
     NavidromeServersViewModel *navidrome() { return &m_navidrome; }
     EqualizerViewModel *equalizer() { return &m_equalizer; }
+    NowPlayingViewModel *nowPlaying() { return &m_nowPlaying; }
 
     /// What the window of Main.qml asks for, by the names of its properties.
     QVariantMap windowProperties();
@@ -93,6 +96,7 @@ private:
     PlaylistsViewModel m_playlists;
     NavidromeServersViewModel m_navidrome;
     EqualizerViewModel m_equalizer;
+    NowPlayingViewModel m_nowPlaying;
 };
 
 } // namespace cadorel
