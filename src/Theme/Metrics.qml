@@ -47,6 +47,13 @@ QtObject {
     readonly property int controlRadius: 10
     readonly property int cardRadius: 12
     readonly property int sheetRadius: 16
+    /// A sheet that is drawn down by more than this goes.
+    readonly property int sheetReach: 96
+    readonly property int grabberWidth: 36
+    readonly property int wheelWidth: 72
+    readonly property int wheelHeight: 200 + 5 * textGrowth
+    /// From this width on, six short buttons stand in one line.
+    readonly property int wideOffsetButtons: 400
     readonly property int focusRing: 2
 
     readonly property int segmentWidth: 88
@@ -67,6 +74,14 @@ QtObject {
     /// A heart of scale 1.
     readonly property int floatingHeart: 20
     readonly property int cassetteSize: 300
+    /// Of the settings: a card of a cassette, the cassette on it, and the large one beneath the cards.
+    readonly property int cassetteCard: 96
+    readonly property int cassetteThumbnail: 72
+    readonly property int cassettePreview: 200
+    readonly property int emojiButton: 52
+    readonly property int emojiPreview: 64
+    readonly property int colorPreview: 96
+    readonly property int swatch: 40
     readonly property int appIconSize: 80
     readonly property int aboutEmblem: 72
     readonly property int previewWidth: 104
