@@ -10,6 +10,10 @@ Item {
     property string title: "没有内容"
     property string systemImage: AppIcons.music.note
     property string description: "这里还没有任何内容"
+    /// For a ground that is no screen of the desktop's colours.
+    property color titleColor: SystemColors.label
+    property color descriptionColor: SystemColors.secondaryLabel
+    property color symbolColor: SystemColors.gray
     default property alias actions: buttons.data
 
     implicitHeight: column.implicitHeight + 2 * Metrics.sectionGap
@@ -26,12 +30,13 @@ Item {
             Layout.bottomMargin: Metrics.rowSpacing
             name: root.systemImage
             size: Metrics.symbolHuge
-            color: SystemColors.gray
+            color: root.symbolColor
         }
         StyledText {
             Layout.fillWidth: true
             text: root.title
             style: TextStyles.title2
+            color: root.titleColor
             font.weight: Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
@@ -40,7 +45,7 @@ Item {
             Layout.fillWidth: true
             text: root.description
             style: TextStyles.subheadline
-            color: SystemColors.secondaryLabel
+            color: root.descriptionColor
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             // What a server says can be long, and the buttons beneath must stay in sight.

@@ -3,6 +3,7 @@
 
 #include "Components/CoverImageProvider.h"
 #include "Components/CustomImageProvider.h"
+#include "Components/LyricImageProvider.h"
 #include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
@@ -69,6 +70,7 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     // The engine owns its providers.
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
+    engine.addImageProvider(QLatin1StringView(LyricImageProvider::id), new LyricImageProvider);
     engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
