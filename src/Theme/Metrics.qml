@@ -25,6 +25,10 @@ QtObject {
     readonly property int cardWidth: 168
     readonly property int playlistCover: 96
     readonly property int albumCover: 280
+    /// Of the note in place of a cover, in sides of it.
+    readonly property real coverNoteShare: 0.3
+    /// Corner of what surrounds a cassette, in sides of it.
+    readonly property real cassetteCornerShare: 0.18
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
     readonly property int tabBarHeight: 56
@@ -86,6 +90,17 @@ QtObject {
     readonly property int levelBarWidth: 3
     readonly property int levelBarGap: 2
     readonly property int levelBarHeight: 20
+    /// Of the bars about the large cover: how far from it they begin and from each other, and how long the longest is.
+    readonly property int waveBarWidth: 3
+    readonly property int waveBarLength: 16
+    readonly property int waveGap: 6
+    readonly property int waveSpacing: 11
+    readonly property int waveReach: waveGap + waveBarLength
+    readonly property int dancingEmoji: 48
+    /// Font size of an emoji in such a square.
+    readonly property int dancingEmojiFont: 38
+    readonly property int dancingJump: 18
+    readonly property int dancingTilt: 12
     readonly property int scrollBarWidth: 6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
@@ -109,6 +124,8 @@ QtObject {
     readonly property int sungLineHeight: 50
     readonly property int miniLyricTop: 12
     readonly property int miniLyricBottom: 16
+    /// The first of the stickers at the cover's corners.
+    readonly property int coverSticker: 2
     readonly property int leastCover: 120
     readonly property int largestCover: 520
     readonly property int nowPlayingSliderHeight: 32
@@ -147,6 +164,12 @@ QtObject {
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
     readonly property int sheetDuration: Motion.scaled(300)
+    /// From one picture to the next.
+    readonly property int fadeDuration: Motion.scaled(300)
+    /// Until bars lie flat when the music stops.
+    readonly property int restDuration: Motion.scaled(300)
+    /// Up and down again.
+    readonly property int jumpDuration: Motion.scaled(240)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400

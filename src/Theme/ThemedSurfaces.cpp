@@ -62,21 +62,6 @@ QList<SurfaceStroke> line(const LinearGradient &gradient, double width)
     return {{.color = {}, .gradient = gradient, .width = width}};
 }
 
-/// What @p surface looks like on each of those grounds, at the stops of its gradient where it has one.
-QList<QColor> laidOver(const QList<QColor> &grounds, const Surface &surface)
-{
-    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
-    QList<QColor> colors;
-    for (const QColor &ground : grounds) {
-        const QColor filled = Contrast::over(fill, ground);
-        if (surface.gradient.isEmpty())
-            colors.append(filled);
-        for (const QGradientStop &stop : surface.gradient.stops)
-            colors.append(Contrast::over(stop.second, filled));
-    }
-    return colors;
-}
-
 } // namespace
 
 Surface ThemedSurfaces::neumorphismRaised(AppTheme *theme, double cornerRadius, double intensity)
@@ -364,20 +349,21 @@ QColor ThemedSurfaces::textOn(AppTheme *theme, const Surface &surface, const QCo
     const QColor hover = faded(theme->primaryTextColor(), hoverOpacity);
     for (const QColor &ground : QList(grounds))
         grounds << Contrast::over(hover, ground);
-    // What can be read on the ground that is hardest can be read on the others.
-    QColor best;
-    double bestLeast = 0;
+    return Contrast::textOnAll(grounds, color);
+}
+
+QList<QColor> ThemedSurfaces::laidOver(const QList<QColor> &grounds, const Surface &surface)
+{
+    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
+    QList<QColor> colors;
     for (const QColor &ground : grounds) {
-        const QColor text = Contrast::textOn(ground, color);
-        double least = Contrast::ratio(text, ground);
-        for (const QColor &other : grounds)
-            least = std::min(least, Contrast::ratio(text, other));
-        if (least > bestLeast) {
-            best = text;
-            bestLeast = least;
-        }
+        const QColor filled = Contrast::over(fill, ground);
+        if (surface.gradient.isEmpty())
+            colors.append(filled);
+        for (const QGradientStop &stop : surface.gradient.stops)
+            colors.append(Contrast::over(stop.second, filled));
     }
-    return best;
+    return colors;
 }
 
 Surface ThemedSurfaces::background(AppTheme *theme)
@@ -391,6 +377,24 @@ Surface ThemedSurfaces::background(AppTheme *theme)
             .cornerRadius = 0,
             .shadows = {},
             .strokes = {}};
+}
+
+Surface ThemedSurfaces::nowPlayingGradient(AppTheme *theme)
+{
+    if (!theme)
+        return {};
+    Surface surface = background(theme);
+    LinearGradient gradient = theme->backgroundGradient();
+    if (gradient.isEmpty()) {
+        const QColor primary = theme->primaryColor();
+        gradient = {.stops = {{0, faded(primary, 0.1)},
+                              {0.5, faded(primary, 0.2)},
+                              {1, faded(theme->colors().indigo, 0.1)}}};
+    }
+    for (QGradientStop &stop : gradient.stops)
+        stop.second = faded(stop.second, 1 / (1 - nowPlayingVeil));
+    surface.gradient = gradient;
+    return surface;
 }
 
 QSize ThemedSurfaces::backgroundSize(const QSize &pixels)

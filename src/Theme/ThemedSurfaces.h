@@ -68,11 +68,17 @@ public:
                                      const QColor &color);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
+    /// Behind the Now Playing screen, beneath its veil: the gradient of the look, or one of its accent, so
+    /// strong that the usual veil of a look with a gradient, nowPlayingVeil, leaves its background.
+    Q_INVOKABLE static cadorel::Surface nowPlayingGradient(cadorel::AppTheme *theme);
+    static constexpr double nowPlayingVeil = 0.8;
     /// Size of the picture of background() for a screen of @p pixels, which it is stretched to: no side is
     /// longer than longestBackground, since a gradient has no detail and a large screen would wait for its
     /// pixels.
     Q_INVOKABLE static QSize backgroundSize(const QSize &pixels);
     static constexpr int longestBackground = 1024;
+    /// What @p surface looks like on each of those grounds, at the stops of its gradient where it has one.
+    static QList<QColor> laidOver(const QList<QColor> &grounds, const Surface &surface);
 };
 
 } // namespace cadorel
