@@ -34,9 +34,21 @@ QtObject {
     readonly property int tabBarHeight: 56
     readonly property int tabWidth: 160
     readonly property int buttonHeight: 44
+    /// The ground of a button in a page's header, which answers on touchTarget.
+    readonly property int headerButton: 36
+    /// The round ground of the symbol of an empty screen, and the height from which on there is room for it.
+    readonly property int emblem: 88
+    readonly property int emptyStateRoom: 320
     readonly property int controlRadius: 10
     readonly property int cardRadius: 12
     readonly property int sheetRadius: 16
+    /// A sheet that is drawn down by more than this goes.
+    readonly property int sheetReach: 96
+    readonly property int grabberWidth: 36
+    readonly property int wheelWidth: 72
+    readonly property int wheelHeight: 200 + 5 * textGrowth
+    /// From this width on, six short buttons stand in one line.
+    readonly property int wideOffsetButtons: 400
     readonly property int focusRing: 2
 
     readonly property int segmentWidth: 88
@@ -57,7 +69,16 @@ QtObject {
     /// A heart of scale 1.
     readonly property int floatingHeart: 20
     readonly property int cassetteSize: 300
+    /// Of the settings: a card of a cassette, the cassette on it, and the large one beneath the cards.
+    readonly property int cassetteCard: 96
+    readonly property int cassetteThumbnail: 72
+    readonly property int cassettePreview: 200
+    readonly property int emojiButton: 52
+    readonly property int emojiPreview: 64
+    readonly property int colorPreview: 96
+    readonly property int swatch: 40
     readonly property int appIconSize: 80
+    readonly property int aboutEmblem: 72
     readonly property int previewWidth: 104
     readonly property int previewHeight: 48
     readonly property int previewDot: 16
@@ -67,6 +88,7 @@ QtObject {
 
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
+    readonly property int symbolHeader: 20
     readonly property int symbol: 24
     readonly property int symbolLarge: 30
     readonly property int heartSymbol: 28
@@ -151,6 +173,7 @@ QtObject {
     readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
+    readonly property int formWidth: 640
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208
     readonly property int textBlockWidth: 224
@@ -173,6 +196,7 @@ QtObject {
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
+    readonly property int locateDelay: 150
 
     /// Size of a symbol that stands where a text of that font size would: its box is a fifth larger.
     function symbolOf(fontSize: real): int {

@@ -50,6 +50,8 @@ public:
     Q_INVOKABLE static cadorel::Surface controlButton(cadorel::AppTheme *theme, double size);
     /// The square beneath the symbol of a settings row.
     Q_INVOKABLE static cadorel::Surface settingsIcon(cadorel::AppTheme *theme, const QColor &color);
+    /// The groove of a switch.
+    Q_INVOKABLE static cadorel::Surface switchTrack(cadorel::AppTheme *theme, bool isOn, double cornerRadius);
     /// Of ThemedProgressBar: the groove, and the knob of that diameter.
     Q_INVOKABLE static cadorel::Surface progressTrack(cadorel::AppTheme *theme);
     Q_INVOKABLE static cadorel::Surface progressKnob(cadorel::AppTheme *theme, double size);
@@ -66,6 +68,14 @@ public:
     /// also while the mouse is on it, whatever part of the look's background lies beneath.
     Q_INVOKABLE static QColor textOn(cadorel::AppTheme *theme, const cadorel::Surface &surface,
                                      const QColor &color);
+    /// The same for what may lie on the background itself, on a card or on a row: readable on each of them.
+    Q_INVOKABLE static QColor ink(cadorel::AppTheme *theme, const QColor &color);
+    /// Of what lies over everything for a while: menus, dialogs, tool tips. Opaque, and a little raised.
+    Q_INVOKABLE static cadorel::Surface popup(cadorel::AppTheme *theme, double cornerRadius = 12);
+    /// A button whose ground is @p color, for the one that a screen wants pressed, or for one that destroys.
+    /// Its text is white.
+    Q_INVOKABLE static cadorel::Surface filledButton(cadorel::AppTheme *theme, const QColor &color,
+                                                     bool isPressed, double cornerRadius = 12);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
     /// Behind the Now Playing screen, beneath its veil: the gradient of the look, or one of its accent, so

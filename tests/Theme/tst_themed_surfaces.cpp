@@ -314,7 +314,9 @@ void ThemedSurfacesTest::noLookIsNoSurface()
                                    S::searchBar(nullptr),          S::playButton(nullptr, 10),
                                    S::controlButton(nullptr, 10),  S::settingsIcon(nullptr, Qt::red),
                                    S::progressTrack(nullptr),      S::progressKnob(nullptr, 10),
-                                   S::previewBlock(nullptr),       S::background(nullptr)}) {
+                                   S::previewBlock(nullptr),       S::background(nullptr),
+                                   S::switchTrack(nullptr, true, 8), S::popup(nullptr),
+                                   S::filledButton(nullptr, Qt::red, true)}) {
         QCOMPARE(surface, Surface());
         QCOMPARE(surface.address(), QString());
     }

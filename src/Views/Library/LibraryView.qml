@@ -24,6 +24,25 @@ FocusScope {
         deleteDialog.open();
     }
 
+    /// Where the song that plays stands. @param songId its id @param isWebDAV whether it lies on a server
+    function locate(songId: string, isWebDAV: bool): void {
+        locating.songId = songId;
+        locating.restart();
+    }
+
+    Timer {
+        id: locating
+
+        property string songId
+
+        objectName: "locating"
+        // The list may only now be coming up.
+        interval: Metrics.locateDelay
+        onTriggered: songList.reveal(root.library.songs.rowOf(songId))
+    }
+    KawaiiFloatingDecorations {
+        anchors.fill: songList
+    }
     Column {
         id: top
 
@@ -39,8 +58,6 @@ FocusScope {
             onFilesRequested: root.library.chooseFiles()
             onFolderRequested: root.library.chooseFolder()
             onMusicFolderRequested: root.library.openMusicFolder()
-            onServersRequested: root.serversRequested()
-            onEqualizerRequested: root.equalizerRequested()
         }
         ImportProgressBar {
             objectName: "importProgress"
