@@ -13,6 +13,9 @@ Item {
     property string title: "没有内容"
     property string systemImage: AppIcons.music.note
     property string description: "这里还没有任何内容"
+    /// For a ground that is no screen of the desktop's colours.
+    property color titleColor: Surfaces.ink(theme, theme.primaryTextColor)
+    property color descriptionColor: Surfaces.ink(theme, theme.secondaryTextColor)
     default property alias actions: buttons.data
 
     implicitHeight: column.implicitHeight + 2 * Metrics.sectionGap
@@ -57,6 +60,7 @@ Item {
             Layout.fillWidth: true
             text: root.title
             style: TextStyles.title2
+            color: root.titleColor
             font.weight: Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
@@ -65,6 +69,7 @@ Item {
             Layout.fillWidth: true
             text: root.description
             style: TextStyles.subheadline
+            color: root.descriptionColor
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             // What a server says can be long, and the buttons beneath must stay in sight.

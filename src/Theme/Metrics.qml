@@ -164,6 +164,21 @@ QtObject {
     /// Below the first height its lines stand close, from the second on far apart.
     readonly property int lowNowPlaying: 560
     readonly property int highNowPlaying: 760
+    /// Between two lines of lyrics, above the first and below the last.
+    readonly property int lyricSpacing: 20
+    readonly property int lyricHeadroom: 100
+    readonly property int lyricFootroom: 200
+    /// A line of lyrics is wrapped into as many at most.
+    readonly property int lyricMostRows: 8
+    /// Lines fade over this much of the page's upper and lower end.
+    readonly property int lyricEdge: 40
+    /// From as far a line slides or falls into its place.
+    readonly property int lyricEntrance: 28
+    readonly property int lyricEntranceDuration: 350
+    readonly property int lyricStyleDuration: 250
+    readonly property int lyricScrollDuration: 300
+    readonly property int lyricScrollDelay: 100
+    readonly property int miniLyricHeight: 50
 
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844

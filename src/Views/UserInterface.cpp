@@ -4,6 +4,7 @@
 #include "Components/BackdropImageProvider.h"
 #include "Components/CoverImageProvider.h"
 #include "Components/CustomImageProvider.h"
+#include "Components/LyricImageProvider.h"
 #include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
@@ -74,6 +75,7 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     engine.addImageProvider(
         QLatin1StringView(BackdropImageProvider::id),
         new BackdropImageProvider(CoverRegistry::shared(), parts.remoteCovers, customPictures));
+    engine.addImageProvider(QLatin1StringView(LyricImageProvider::id), new LyricImageProvider);
     engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);

@@ -134,7 +134,6 @@ private Q_SLOTS:
         bench().subsonic.setAnswer(u"getLyrics.view"_s, webAnswer(body));
         bench().play(song);
         loader().load();
-        QTRY_VERIFY(bench().subsonic.answerOne() || !shown().isEmpty());
         QTRY_COMPARE((settle(), bench().subsonic.answerAll(), shown()), QStringList{u"beside"_s});
     }
 

@@ -70,7 +70,7 @@ private Q_SLOTS:
         bench().tick(30);
         QCOMPARE(currentLine(), 3);
         QCOMPARE(currentText(), u"four"_s);
-        bench().tick(29.9);
+        bench().tick(29.8);
         QCOMPARE(currentLine(), 2);
     }
 
