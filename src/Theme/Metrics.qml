@@ -151,6 +151,8 @@ QtObject {
     readonly property int sungLineHeight: 50
     readonly property int miniLyricTop: 12
     readonly property int miniLyricBottom: 16
+    /// The first of the stickers at the cover's corners.
+    readonly property int coverSticker: 2
     readonly property int leastCover: 120
     readonly property int largestCover: 520
     readonly property int nowPlayingSliderHeight: 32

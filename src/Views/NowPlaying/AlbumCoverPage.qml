@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Cadorel
 
@@ -13,6 +15,7 @@ Item {
     /// Draws the cover with what is about it, and the line that is sung.
     property Component albumCover: null
     property Component miniLyric: null
+    property AppTheme theme: ThemeEnvironment.theme
 
     readonly property real lyricTop: height - Metrics.miniLyricBottom - Metrics.sungLineHeight
     /// What lies above the line that is sung, and of that what lies above the name.
@@ -31,6 +34,31 @@ Item {
         width: root.coverSize
         height: root.coverSize
         sourceComponent: root.albumCover
+    }
+    // The dancer stands at the corner between these two.
+    Item {
+        id: stickers
+
+        readonly property real size: Math.min(Metrics.stickerSize, Math.round(width / 5))
+
+        anchors.fill: cover
+        anchors.margins: ThemeService.showSoundWaveRing ? Metrics.waveReach : 0
+        visible: root.theme.nowPlayingConfig.showDecorations
+
+        Repeater {
+            model: [KawaiiCorners.TopTrailing, KawaiiCorners.BottomLeading]
+
+            delegate: KawaiiCornerDecoration {
+                required property int index
+                required property int modelData
+
+                objectName: "coverSticker" + index
+                imageName: root.theme.nowPlayingConfig.showDecorations ? KawaiiDecorations.cartoonAt(Metrics.coverSticker + index) : ""
+                corner: modelData
+                size: stickers.size
+                theme: root.theme
+            }
+        }
     }
     SongInfoView {
         id: info

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Cadorel
 
@@ -22,9 +20,9 @@ Item {
     readonly property bool isDark: paint.isDark
 
     readonly property int style: ThemeService.nowPlayingBackgroundStyle
-    readonly property bool isOfPictures: BackdropPaint.isOfPictures(style)
-    readonly property string coverPicture: BackdropPaint.pictureAddress(coverSource, AppearanceOptions.backgroundBlurs.to)
-    readonly property string customPicture: BackdropPaint.pictureAddress(ThemeService.customBackgroundImageSource, ThemeService.customBackgroundBlur)
+    readonly property bool isOfPictures: paint.isOfPictures(style)
+    readonly property string coverPicture: paint.pictureAddress(coverSource, AppearanceOptions.backgroundBlurs.to)
+    readonly property string customPicture: paint.pictureAddress(ThemeService.customBackgroundImageSource, ThemeService.customBackgroundBlur)
     readonly property string wantedPicture: {
         if (style === NowPlayingBackgroundStyles.Type.blur)
             return coverPicture;

@@ -13,8 +13,8 @@ FocusScope {
     property AppTheme theme: ThemeEnvironment.theme
     readonly property bool isWide: width >= Metrics.sideBySideWidth
     /// Colours of what lies on the backdrop.
-    readonly property color ink: theme.primaryTextColor
-    readonly property color secondaryInk: Surfaces.textOn(theme, Surfaces.background(theme), theme.secondaryTextColor)
+    readonly property color ink: backdrop.textColor
+    readonly property color secondaryInk: backdrop.secondaryTextColor
     readonly property real gap: height < Metrics.lowNowPlaying ? 0 : height < Metrics.highNowPlaying ? Metrics.rowSpacing : Metrics.screenMargin
 
     signal closeRequested
@@ -29,8 +29,12 @@ FocusScope {
         root.nowPlaying.currentPage += step;
     }
 
-    ThemedBackground {
+    NowPlayingBackdrop {
+        id: backdrop
+
+        objectName: "backdrop"
         anchors.fill: parent
+        coverSource: root.nowPlaying.coverSource
         theme: root.theme
     }
     NowPlayingTopBar {
@@ -79,11 +83,11 @@ FocusScope {
     Component {
         id: drawnCover
 
-        ThemedAlbumCover {
-            objectName: "normalAlbumCover"
-            size: width
-            cornerRadius: Math.min(ThemeService.albumCoverCornerRadius, width / 2)
-            image: root.nowPlaying.coverSource
+        AlbumCoverView {
+            objectName: "albumCoverView"
+            player: root.viewModel.audioPlayer
+            coverSource: root.nowPlaying.coverSource
+            waveColor: backdrop.accentColor
             theme: root.theme
         }
     }

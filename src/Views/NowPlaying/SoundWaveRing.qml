@@ -27,8 +27,6 @@ Item {
     Accessible.ignored: true
 
     Behavior on energy {
-        enabled: root.isShown
-
         NumberAnimation {
             duration: Metrics.restDuration
             easing.type: Easing.BezierSpline
