@@ -12,8 +12,8 @@ namespace cadorel {
 class CadorelViewModel;
 class SongListModel;
 
-/// The search of the listener's own library. It follows the text as it is typed, and the library as it changes.
-/// Screens make it. Main thread.
+/// The search of the listener's own library. It follows the text as it is typed, and the library as it
+/// changes. Screens make it. Main thread.
 class LocalSearchViewModel : public QObject
 {
     Q_OBJECT

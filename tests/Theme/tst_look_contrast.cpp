@@ -214,12 +214,11 @@ private Q_SLOTS:
                     }
                 }
                 // What may lie on any of them.
-                for (const QColor &text :
-                     {accent, theme.primaryTextColor(), theme.secondaryTextColor(), systemColors(scheme).red,
-                      systemColors(scheme).green}) {
+                for (const QColor &text : {accent, theme.primaryTextColor(), theme.secondaryTextColor(),
+                                           systemColors(scheme).red, systemColors(scheme).green}) {
                     const QColor ink = ThemedSurfaces::ink(&theme, text);
-                    for (const Surface &surface : {Surface(), ThemedSurfaces::themedCard(&theme),
-                                                   ThemedSurfaces::themedRow(&theme)}) {
+                    for (const Surface &surface :
+                         {Surface(), ThemedSurfaces::themedCard(&theme), ThemedSurfaces::themedRow(&theme)}) {
                         const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
                         const double least = leastRatio(theme, fill, ink);
                         QVERIFY2(least >= Contrast::legible,

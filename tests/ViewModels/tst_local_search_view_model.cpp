@@ -35,7 +35,8 @@ public:
 
 private:
     LocalSearchViewModel m_search;
-    QAbstractItemModelTester m_tester{m_search.songs(), QAbstractItemModelTester::FailureReportingMode::QtTest};
+    QAbstractItemModelTester m_tester{m_search.songs(),
+                                      QAbstractItemModelTester::FailureReportingMode::QtTest};
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Saves a picture of every state of the window, in each look, light and dark, narrow and wide, for a person to look at.
+// Saves a picture of every state of the window, in each look, light and dark, narrow and wide, for a person
+// to look at.
 //   screen_gallery DIRECTORY [LOOK…] [GROUP…]   all looks and groups of states, or those named
 #include "Views/Gallery.h"
 #include "Services/AudioPlayerService.h"

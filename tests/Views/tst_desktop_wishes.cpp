@@ -127,7 +127,7 @@ private Q_SLOTS:
         QCOMPARE(times->property("any").toInt(), 1000);
     }
 
-    /// Screens that are not drawn by a look keep the system's colours whatever is stored.
+    /// An unknown look is the plain one, and the scheme counts in each.
     void anotherStoredLookBreaksNothing_data()
     {
         QTest::addColumn<QString>("look");

@@ -356,7 +356,8 @@ void LibraryScreenTest::songThatPlaysIsLocated()
     showLibrary(60);
     QQuickItem *list = t->item(u"songList"_s);
     const QString id = t->library->songs()->songs().at(40).id();
-    QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id), Q_ARG(bool, false)));
+    QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id),
+                                      Q_ARG(bool, false)));
     // The list has a moment to come up.
     QCOMPARE(list->property("contentY").toReal(), list->property("originY").toReal() - 4);
     const auto isCentred = [this, list] {
@@ -377,7 +378,8 @@ void LibraryScreenTest::songThatIsNotThereMovesNothing()
     showLibrary(60);
     QQuickItem *list = t->item(u"songList"_s);
     list->setProperty("contentY", 500);
-    QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, u"none"_s), Q_ARG(bool, true)));
+    QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, u"none"_s),
+                                      Q_ARG(bool, true)));
     const QString last = t->library->songs()->songs().constLast().id();
     const QObject *wait = t->item(u"libraryView"_s)->findChild<QObject *>(u"locating"_s);
     QVERIFY(wait->property("running").toBool());
@@ -386,7 +388,8 @@ void LibraryScreenTest::songThatIsNotThereMovesNothing()
     // Of two wishes the later one counts.
     const QString first = t->library->songs()->songs().constFirst().id();
     for (const QString &id : {last, first})
-        QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id), Q_ARG(bool, false));
+        QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id),
+                                  Q_ARG(bool, false));
     QTRY_VERIFY(list->property("atYBeginning").toBool());
 }
 

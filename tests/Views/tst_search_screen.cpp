@@ -31,6 +31,8 @@ private Q_SLOTS:
         QTRY_COMPARE(t->item(u"localSongList"_s)->property("count").toInt(), 1);
         QTest::keyClick(t->window, Qt::Key_Return);
         QVERIFY(t->web->sent.isEmpty());
+        // The row stands where the others are gone from.
+        QVERIFY(!t->window->grabWindow().isNull());
         t->click(rowOf(u"localSongList"_s, 0));
         QCOMPARE(currentTitle(), u"歌 3"_s);
         QVERIFY(rowOf(u"localSongList"_s, 0)->property("isCurrent").toBool());

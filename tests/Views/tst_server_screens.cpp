@@ -111,7 +111,7 @@ void ServerScreensTest::everyStateComesUp()
 void ServerScreensTest::tabOpensThePlaceAndGivesItTheKeyboard()
 {
     twoServers();
-    showLibrary();
+    QVERIFY(t->show());
     openPlace();
     QVERIFY(!t->shows(u"libraryView"_s));
     QTRY_VERIFY(t->item(u"serverList"_s)->hasActiveFocus());

@@ -119,6 +119,7 @@ private Q_SLOTS:
     {
         QVERIFY(t->show());
         t->window->resize(320, 480);
+        QTRY_COMPARE(t->window->contentItem()->size().toSize(), QSize(320, 480));
         openSettings();
         t->item(u"aboutRowButton"_s)->forceActiveFocus(Qt::TabFocusReason);
         const auto isInSight = [this](const QString &name) {

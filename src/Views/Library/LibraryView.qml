@@ -10,9 +10,6 @@ FocusScope {
     required property LibraryViewModel library
     required property PlaylistsViewModel playlists
 
-    signal serversRequested
-    signal equalizerRequested
-
     readonly property LocalMusicImportService importService: viewModel.importService
     readonly property bool isBusy: importService.isImporting || importService.isScanning
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))

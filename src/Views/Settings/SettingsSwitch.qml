@@ -73,6 +73,7 @@ T.CheckBox {
             anchors.rightMargin: Metrics.rowSpacing
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
+            color: root.theme.primaryTextColor
         }
         SwitchTrack {
             id: track
