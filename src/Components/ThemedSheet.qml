@@ -14,6 +14,8 @@ BottomSheet {
     /// What the keyboard speaks to first.
     property Item firstFocus
     property Item focusBefore
+    /// Its button closes it; else whoever owns it does, once it has what it wants.
+    property bool closesOnAccept: true
     default property alias content: rows.data
 
     cancelText: ""
@@ -29,7 +31,10 @@ BottomSheet {
             easing.type: Easing.InCubic
         }
     }
-    onAccepted: close()
+    onAccepted: {
+        if (closesOnAccept)
+            close();
+    }
     onAboutToShow: {
         flickable.contentY = 0;
         focusBefore = (parent as Item)?.Window.activeFocusItem ?? null;

@@ -129,6 +129,7 @@ public:
     }
     void click(const QString &name) const
     {
+        settle();
         QTest::mouseClick(window, Qt::LeftButton, {}, centre(item(name)));
     }
     /// Scrolls the sheet until the item of that name is in sight.
@@ -184,9 +185,19 @@ public:
         return found;
     }
 
-    WarningWatch warnings;
+    /// What was warned of, but for what this Qt says of a window that goes in the middle of an animation.
+    QStringList takeWarnings()
+    {
+        QStringList taken = warnings.take();
+        taken.removeIf([](const QString &warning) {
+            return warning.contains(QStringLiteral("stopAnimationDriver"));
+        });
+        return taken;
+    }
 
 private:
+    WarningWatch warnings;
+
     static bool isSeen(const QQuickItem *item)
     {
         for (const QQuickItem *over = item; over; over = over->parentItem())

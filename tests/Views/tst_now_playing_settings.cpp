@@ -75,7 +75,7 @@ private Q_SLOTS:
     void init() { s = std::make_unique<SheetScene>(); }
     void cleanup()
     {
-        const QStringList warnings = s->warnings.take();
+        const QStringList warnings = s->takeWarnings();
         s.reset();
         QCOMPARE(warnings, QStringList());
     }

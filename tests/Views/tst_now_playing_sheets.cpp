@@ -17,6 +17,7 @@ private:
 
     void drag(const QString &from, int by) const
     {
+        s->settle();
         const QPoint start = SheetScene::centre(s->item(from));
         QTest::mousePress(s->window, Qt::LeftButton, {}, start);
         for (int step = 1; step <= 8; ++step)
@@ -25,6 +26,7 @@ private:
     }
     void turnWheel(const QString &name, int eighths) const
     {
+        s->settle();
         const QPointF place = SheetScene::centre(s->item(name));
         QWheelEvent event(place, s->window->mapToGlobal(place), {}, {0, eighths}, Qt::NoButton, {},
                           Qt::NoScrollPhase, false);
@@ -49,7 +51,7 @@ private Q_SLOTS:
     void init() { s = std::make_unique<SheetScene>(); }
     void cleanup()
     {
-        const QStringList warnings = s->warnings.take();
+        const QStringList warnings = s->takeWarnings();
         s.reset();
         QCOMPARE(warnings, QStringList());
     }
@@ -245,6 +247,7 @@ private Q_SLOTS:
     void theMousesWheelAndAFingerTurnThem()
     {
         QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
         s->sleep.beginCustom();
         QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
         turnWheel(u"hoursWheel"_s, -120);
@@ -269,6 +272,7 @@ private Q_SLOTS:
     {
         QVERIFY(s->show());
         s->sleep.select(90);
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
         s->sleep.beginCustom();
         QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
         QTRY_COMPARE(s->item(u"minutesWheel"_s)->property("currentIndex").toInt(), 30);
@@ -343,8 +347,9 @@ private Q_SLOTS:
         QCOMPARE(s->offsets.getOffset(u"song"_s), 1500);
         const QPoint start = SheetScene::centre(slider);
         QTest::mousePress(s->window, Qt::LeftButton, {}, start);
-        QTest::mouseMove(s->window, start + QPoint(400, 0));
-        QTest::mouseRelease(s->window, Qt::LeftButton, {}, start + QPoint(400, 0));
+        const QPoint end(s->window->width() - 2, start.y());
+        QTest::mouseMove(s->window, end);
+        QTest::mouseRelease(s->window, Qt::LeftButton, {}, end);
         QCOMPARE(s->offsets.getOffset(u"song"_s), 5000);
     }
     void anOffsetBeyondTheSliderStaysAsItIsStored()
@@ -396,7 +401,6 @@ private Q_SLOTS:
     }
     void lyricsAreMovedWhereThereAreSome()
     {
-        s->setWindow("hasLyrics", false);
         QVERIFY(s->show());
         s->setWindow("hasLyrics", false);
         QVERIFY(s->open(u"moreOptionsSheet"_s));

@@ -16,6 +16,7 @@ ThemedSheet {
     acceptText: "确定"
     visible: sleep.showsCustomPicker
     firstFocus: hours
+    closesOnAccept: false
     onAccepted: sleep.confirmCustom()
     onClosed: sleep.cancelCustom()
 

@@ -16,7 +16,7 @@ ThemedSheet {
     ThemedSettingsSection {
         width: parent.width
         title: "快捷选项"
-        seamInset: 2 * Metrics.cardPadding
+        seamInset: Metrics.cardPadding
 
         Repeater {
             model: root.sleep.presetOptions

@@ -83,8 +83,9 @@ Tumbler {
             event.accepted = false;
     }
 
-    WheelHandler {
-        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.NoButton
         onWheel: event => {
             const notch = 120;
             root.turned += event.angleDelta.y;

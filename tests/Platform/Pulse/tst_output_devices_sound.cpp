@@ -179,7 +179,8 @@ private Q_SLOTS:
         QVERIFY(m_atUsb->hear(1000ms));
         const QList<double> left = placesIn(*m_atSpeaker);
         const QList<double> taken = placesIn(*m_atUsb);
-        QVERIFY(!left.isEmpty() && !taken.isEmpty());
+        QVERIFY2(!left.isEmpty() && !taken.isEmpty(),
+                 qPrintable(u"%1 and %2 hundredths"_s.arg(left.size()).arg(taken.size())));
         // It was moved and not begun anew: by nothing more than what devices hold back.
         const double jump = taken.constFirst() - left.constLast();
         QVERIFY2(jump > -0.5 && jump < 0.5, qPrintable(u"%1 s"_s.arg(jump)));
