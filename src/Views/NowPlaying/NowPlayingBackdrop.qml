@@ -87,11 +87,9 @@ Item {
 
             KawaiiFloatingDecorations {
                 anchors.fill: parent
-                theme: root.theme
             }
             FloatingHeartsView {
                 anchors.fill: parent
-                theme: root.theme
             }
         }
     }
