@@ -21,7 +21,7 @@ public:
 
     /// Widths of the boxes, odd numbers; 1 leaves everything as it is.
     const std::array<int, passes> &widths() const { return m_widths; }
-    /// 2 ms for 112 by 112 pixels, 60 ms for 800 by 800.
+    /// Half a millisecond for 68 by 68 pixels; for a hundred times as many, a hundred times as long.
     QImage blurred(const QImage &image) const;
 
 private:

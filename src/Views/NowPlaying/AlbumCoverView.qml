@@ -41,27 +41,11 @@ Item {
             cornerRadius: root.isCassette ? root.side * Metrics.cassetteCornerShare : root.cornerRadius
             color: root.waveColor
         }
-        Loader {
-            anchors.fill: parent
-            active: root.side > 0
-            sourceComponent: root.isCassette ? cassetteAlbumCover : normalAlbumCover
-        }
-        DancingEmoji {
-            objectName: "dancingEmoji"
-            x: root.side - width * 0.75
-            y: x
-            visible: root.hasRing
-            player: root.player
-        }
-    }
-
-    Component {
-        id: normalAlbumCover
-
         ThemedAlbumCover {
             objectName: "normalAlbumCover"
-            image: root.hasCover ? root.coverSource : ""
-            size: root.side
+            visible: !root.isCassette && root.side > 0
+            image: !root.isCassette && root.hasCover ? root.coverSource : ""
+            size: Math.max(1, root.side)
             cornerRadius: root.cornerRadius
             showsShadow: root.theme.nowPlayingConfig.showCoverShadow
             theme: root.theme
@@ -75,19 +59,24 @@ Item {
                 color: root.theme.secondaryTextColor
             }
         }
-    }
-    Component {
-        id: cassetteAlbumCover
-
         CassetteCover {
             readonly property cassetteConfig config: ThemeService.currentCassetteConfig
 
             objectName: "cassetteAlbumCover"
+            anchors.fill: parent
+            visible: root.isCassette && root.side > 0
             imageName: AppearanceOptions.cassetteStyles[root.cassetteStyle].imageName
-            coverSource: root.coverSource
+            coverSource: root.isCassette ? root.coverSource : ""
             configScale: config.scale
             offsetX: config.offsetX
             offsetY: config.offsetY
+        }
+        DancingEmoji {
+            objectName: "dancingEmoji"
+            x: root.side - width * 0.75
+            y: x
+            visible: root.hasRing
+            player: root.player
         }
     }
 }

@@ -78,22 +78,12 @@ Item {
         }
     }
 
-    Loader {
+    // These stand still: hearts that rise all the time would draw the whole screen anew sixty times a second.
+    KawaiiFloatingDecorations {
         objectName: "decorations"
         anchors.fill: parent
-        active: root.theme.nowPlayingConfig.showDecorations
-        sourceComponent: Item {
-            Accessible.ignored: true
-
-            KawaiiFloatingDecorations {
-                anchors.fill: parent
-                theme: root.theme
-            }
-            FloatingHeartsView {
-                anchors.fill: parent
-                theme: root.theme
-            }
-        }
+        visible: root.theme.nowPlayingConfig.showDecorations
+        theme: root.theme
     }
 
     Behavior on textColor {

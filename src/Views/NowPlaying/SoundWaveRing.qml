@@ -39,7 +39,7 @@ Item {
 
         function onAudioLevelsChanged(): void {
             // A copy: the levels themselves fall at once when the music stops.
-            root.levels = root.player.audioLevels.slice();
+            root.levels = [...root.player.audioLevels];
         }
     }
     Repeater {
