@@ -18,6 +18,16 @@ namespace cadorel {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Where the covers of online songs lie.
+OnlineSongListModel::CoverAddress coverAddresses(const APIConfigService &config)
+{
+    return [&config](const OnlineSong &song) { return config.getCoverUrl(song); };
+}
+
+} // namespace
+
 ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &root, LibraryViewModel &library,
                            PlaybackViewModel &playback)
     : m_root(root)
@@ -26,14 +36,28 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
     , m_content(*services.platform.preferences)
     , m_servers(root, services.webDAV, services.platform)
     , m_online(root, services.onlineMusic, services.apiConfig)
-    , m_playlists(root, services.playlists, services.platform,
-                  [&config = services.apiConfig](const OnlineSong &song) { return config.getCoverUrl(song); })
+    , m_playlists(root, services.playlists, services.platform, coverAddresses(services.apiConfig))
     , m_navidrome(root, services.navidrome)
     , m_equalizer(services.equalizer, services.audioPlayer)
+    , m_lyrics({.audioPlayer = services.audioPlayer,
+                .sources = {.onlineMusic = services.onlineMusic,
+                            .navidrome = services.navidrome,
+                            .importService = services.importService},
+                .offsets = services.lyricsOffset,
+                .appearance = services.appearance,
+                .clock = *services.platform.clock})
     , m_nowPlaying(root, playback, services.playlists, services.equalizer, services.lyricsOffset)
+    , m_queue(root, coverAddresses(services.apiConfig))
+    , m_miniPlayer(root, playback, services.playlists, services.appearance)
+    , m_devices(services.platform.outputDevices.get())
+    , m_nowPlayingSettings(services.appearance, services.platform.filePicker.get())
 {
     QObject::connect(&services.apiConfig, &APIConfigService::baseURLChanged,
                      m_playlists.page()->onlineSongs(), &OnlineSongListModel::moveCovers);
+    QObject::connect(&services.apiConfig, &APIConfigService::baseURLChanged, &m_queue,
+                     &QueueViewModel::moveCovers);
+    QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::miniPlayerLocateCurrentSong, &m_content,
+                     &ContentViewModel::miniPlayerLocateCurrentSong);
 }
 
 ScreenModels::~ScreenModels() = default;
@@ -46,6 +70,7 @@ QVariantMap ScreenModels::windowProperties()
 void ScreenModels::closeSheets()
 {
     m_equalizer.close();
+    m_devices.close();
     m_online.settings()->close();
     m_playlists.picker()->close();
     m_playlists.editor()->cancelCreate();

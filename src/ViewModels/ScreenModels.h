@@ -3,10 +3,15 @@
 
 #include "ViewModels/ContentViewModel.h"
 #include "ViewModels/EqualizerViewModel.h"
+#include "ViewModels/LyricsViewModel.h"
+#include "ViewModels/MiniPlayerViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/NowPlayingSettingsViewModel.h"
 #include "ViewModels/NowPlayingViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/OutputDevicesViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/QueueViewModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 
 #include <QObject>
@@ -62,6 +67,11 @@ class ScreenModels : public QObject
     Q_PROPERTY(cadorel::NavidromeServersViewModel *navidrome READ navidrome CONSTANT)
     Q_PROPERTY(cadorel::EqualizerViewModel *equalizer READ equalizer CONSTANT)
     Q_PROPERTY(cadorel::NowPlayingViewModel *nowPlaying READ nowPlaying CONSTANT)
+    Q_PROPERTY(cadorel::LyricsViewModel *lyrics READ lyrics CONSTANT)
+    Q_PROPERTY(cadorel::QueueViewModel *queue READ queue CONSTANT)
+    Q_PROPERTY(cadorel::MiniPlayerViewModel *miniPlayer READ miniPlayer CONSTANT)
+    Q_PROPERTY(cadorel::OutputDevicesViewModel *devices READ devices CONSTANT)
+    Q_PROPERTY(cadorel::NowPlayingSettingsViewModel *nowPlayingSettings READ nowPlayingSettings CONSTANT)
 
 public:
     /// @param root, @param library and @param playback outlive them
@@ -80,6 +90,11 @@ public:
     NavidromeServersViewModel *navidrome() { return &m_navidrome; }
     EqualizerViewModel *equalizer() { return &m_equalizer; }
     NowPlayingViewModel *nowPlaying() { return &m_nowPlaying; }
+    LyricsViewModel *lyrics() { return &m_lyrics; }
+    QueueViewModel *queue() { return &m_queue; }
+    MiniPlayerViewModel *miniPlayer() { return &m_miniPlayer; }
+    OutputDevicesViewModel *devices() { return &m_devices; }
+    NowPlayingSettingsViewModel *nowPlayingSettings() { return &m_nowPlayingSettings; }
 
     /// What the window of Main.qml asks for, by the names of its properties.
     QVariantMap windowProperties();
@@ -96,7 +111,12 @@ private:
     PlaylistsViewModel m_playlists;
     NavidromeServersViewModel m_navidrome;
     EqualizerViewModel m_equalizer;
+    LyricsViewModel m_lyrics;
     NowPlayingViewModel m_nowPlaying;
+    QueueViewModel m_queue;
+    MiniPlayerViewModel m_miniPlayer;
+    OutputDevicesViewModel m_devices;
+    NowPlayingSettingsViewModel m_nowPlayingSettings;
 };
 
 } // namespace cadorel
