@@ -110,25 +110,28 @@ FocusScope {
     }
     MessageBanner {
         objectName: "playErrorBanner"
-        anchors.bottom: playerBar.visible ? playerBar.top : tabView.bottom
-        anchors.bottomMargin: Metrics.rowSpacing + (playerBar.visible ? 0 : root.barHeight)
+        anchors.bottom: tabView.bottom
+        anchors.bottomMargin: Metrics.rowSpacing + root.barHeight
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
         text: root.viewModel.audioPlayer.playError
         onDismissed: root.screens.playback.dismissPlayError()
     }
-    PlayerBar {
-        id: playerBar
-
-        objectName: "playerBar"
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: tabView.bottom
-        anchors.bottomMargin: root.barHeight
-        visible: root.viewModel.hasCurrentSong
-        viewModel: root.viewModel
-        playback: root.screens.playback
-        equalizer: root.screens.equalizer
+    IdentityLoader {
+        objectName: "miniPlayerLayer"
+        anchors.fill: parent
+        visible: !cover.covers
+        enabled: !root.showNowPlaying
+        identity: root.viewModel.uiRefreshToken
+        isPresent: root.viewModel.hasCurrentSong
+        sourceComponent: MiniPlayerView {
+            objectName: "miniPlayerView"
+            miniPlayer: root.screens.miniPlayer
+            // The disc stays above the bar of every look.
+            bottomInset: Math.max(Metrics.tabBarHeight, root.barHeight) + root.keyboardHeight
+            isCovered: cover.covers
+            onOpenRequested: root.openNowPlaying()
+        }
     }
     NowPlayingCover {
         id: cover
@@ -147,6 +150,17 @@ FocusScope {
         }
     }
     // qmllint enable unqualified
+    HintBanner {
+        objectName: "deviceBanner"
+        anchors.top: parent.top
+        anchors.topMargin: Metrics.rowSpacing
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
+        visible: text !== ""
+        text: root.screens.devices.notice
+        actionText: "好"
+        onActionRequested: root.screens.devices.dismissNotice()
+    }
 
     RootSheets {
         anchors.fill: parent

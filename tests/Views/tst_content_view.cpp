@@ -4,6 +4,7 @@
 #include "Views/RootScreenTest.h"
 
 #include <QQmlComponent>
+#include <QSignalSpy>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -25,6 +26,13 @@ private Q_SLOTS:
     void anotherLookClosesSheetsAndCover();
     void anotherSchemeKeepsTheTree();
     void locatingASongShowsTheLibrary();
+    void smallPlayerIsThereOnlyWithASong_data() { addThemes(); }
+    void smallPlayerIsThereOnlyWithASong();
+    void smallPlayerIsMadeAnewWithTheRefresh();
+    void smallPlayerOpensTheCover();
+    void playErrorIsShownAndDismissed_data() { addThemes(); }
+    void playErrorIsShownAndDismissed();
+    void nothingIsDrawnWhileNothingChanges();
     void forcedUpdateHidesTheAnnouncements();
     void layersAboveAreEmptyWithoutAnythingToTell();
     void keyboardOnTheScreenPushesAllLooksButThePinkOne_data() { addThemes(); }
@@ -188,6 +196,84 @@ void ContentViewTest::locatingASongShowsTheLibrary()
     QCOMPARE(selectedTab(), ContentTab::library);
     QTRY_VERIFY(t->shows(u"libraryView"_s));
     QTRY_VERIFY(t->item(u"songList"_s)->property("contentY").toReal() > 0);
+}
+
+void ContentViewTest::smallPlayerIsThereOnlyWithASong()
+{
+    QFETCH(ThemeType, type);
+    showLibrary(2);
+    switchTo(type);
+    QVERIFY(!t->item(u"miniPlayerView"_s));
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    QVERIFY(layerOf(u"tabBar"_s) < layerOf(u"miniPlayerDisc"_s));
+    QVERIFY(layerOf(u"miniPlayerDisc"_s) < layerOf(u"nowPlayingCover"_s));
+    // It fills the window, and takes from it no press but those on the disc.
+    QCOMPARE(t->item(u"miniPlayerView"_s)->size(), QSizeF(t->window->size()));
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+    openNowPlaying();
+    QVERIFY(!t->shows(u"miniPlayerDisc"_s));
+}
+
+void ContentViewTest::smallPlayerIsMadeAnewWithTheRefresh()
+{
+    showLibrary(2);
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    const QPointer<QQuickItem> before = t->item(u"miniPlayerView"_s);
+    t->viewModel->refreshUI();
+    QTRY_VERIFY(!before);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+}
+
+void ContentViewTest::smallPlayerOpensTheCover()
+{
+    showLibrary(2);
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    // It comes in at its place.
+    QTRY_VERIFY(t->item(u"miniPlayerDisc"_s)->mapToScene({}).x() > t->window->width() / 2.0);
+    t->click(u"miniPlayerDisc"_s);
+    QTRY_VERIFY(showsNowPlaying());
+    QTRY_VERIFY(t->item(u"nowPlayingCover"_s)->property("covers").toBool());
+}
+
+void ContentViewTest::playErrorIsShownAndDismissed()
+{
+    QFETCH(ThemeType, type);
+    showLibrary(2);
+    switchTo(type);
+    playRow(0);
+    t->player->lastItem()->fail(u"文件坏了"_s);
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
+    QQuickItem *banner = t->item(u"playErrorBanner"_s);
+    QCOMPARE(banner->property("text").toString(), t->audioPlayer->playErrorText());
+    const QQuickItem *bar = t->item(u"tabBar"_s);
+    QVERIFY(banner->mapToScene(QPointF(0, banner->height())).y() <= bar->mapToScene({}).y());
+    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
+    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
+    QVERIFY(!t->audioPlayer->playError());
+}
+
+void ContentViewTest::nothingIsDrawnWhileNothingChanges()
+{
+    showLibrary();
+    playRow(0);
+    t->audioPlayer->pause();
+    QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
+    constexpr int quietMilliseconds = 200;
+    const auto isDrawn = [&frames] {
+        frames.clear();
+        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
+    };
+    // Covers come in; then the picture stands.
+    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    t->player->tick(100);
+    // The root shows no time: nothing of it moves with the song.
+    QVERIFY(!isDrawn());
+    openNowPlaying();
+    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
 }
 
 void ContentViewTest::forcedUpdateHidesTheAnnouncements()

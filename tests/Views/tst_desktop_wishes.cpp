@@ -79,7 +79,7 @@ private Q_SLOTS:
         QTRY_VERIFY(t->row(1));
         check(u"library"_s);
         playRow(0);
-        QTRY_VERIFY(t->shows(u"playerBar"_s));
+        QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
         check(u"playing"_s);
         if (size.height() > 500)
             checkTexts(u"playing"_s);

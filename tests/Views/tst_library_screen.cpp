@@ -52,7 +52,7 @@ void LibraryScreenTest::listsTheSongs()
     QCOMPARE(t->item(u"songCount"_s)->property("text").toString(), u"8 首歌曲"_s);
     QVERIFY(!t->shows(u"emptyState"_s));
     QVERIFY(!t->shows(u"importProgress"_s));
-    QVERIFY(!t->shows(u"playerBar"_s));
+    QVERIFY(!t->shows(u"miniPlayerDisc"_s));
     QCOMPARE(t->window->title(), u"Tarnova 音乐"_s);
     QQuickItem *row = t->row(2);
     QVERIFY(row);
@@ -69,7 +69,7 @@ void LibraryScreenTest::clickPlaysAndMarksTheRow()
     QVERIFY(t->row(1)->property("isCurrent").toBool());
     QVERIFY(t->row(1)->findChild<QQuickItem *>(u"currentMark"_s)->isVisible());
     QVERIFY(!t->row(0)->property("isCurrent").toBool());
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     QCOMPARE(t->window->title(), u"歌 1"_s);
 }
 

@@ -86,7 +86,7 @@ void OnlineScreensTest::everyStateComesUp()
     QTRY_VERIFY(t->shows(u"onlineSongList"_s));
     check(u"results"_s);
     search().playSongAt(1);
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     check(u"playing"_s);
     search().performSearch();
     QVERIFY(answers(u"type=search"_s, onlineAnswers::broken(endless)));
@@ -148,7 +148,7 @@ void OnlineScreensTest::returnSubmitsTheSearchAndRowsPlay()
     QCOMPARE(currentName(), u"歌 1"_s);
     QCOMPARE(t->audioPlayer->onlineQueue().size(), 3);
     QTRY_VERIFY(row->property("isCurrent").toBool());
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     // By touch too.
     const QPoint place = TestWindow::centre(rowOf(u"onlineSongList"_s, 2));
     QTest::touchEvent(t->window, m_touch).press(0, place, t->window);

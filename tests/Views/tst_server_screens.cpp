@@ -69,7 +69,7 @@ void ServerScreensTest::everyStateComesUp()
 
     openPage(named);
     t->servers->page()->playSongAt(0);
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     t->servers->editServer(named.uuidText());
     QTRY_VERIFY(isOpen(u"serverForm"_s));
     QTRY_VERIFY(t->servers->form()->canSubmit());
@@ -175,7 +175,7 @@ void ServerScreensTest::rowOpensThePageAndSongsPlay()
     QCOMPARE(currentTitle(), u"b"_s);
     QCOMPARE(t->audioPlayer->queue().size(), 3);
     QTRY_VERIFY(songRow(1)->property("isCurrent").toBool());
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     // By touch too.
     const QPoint place = TestWindow::centre(songRow(2));
     QTest::touchEvent(t->window, m_touch).press(0, place, t->window);
