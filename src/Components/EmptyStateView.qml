@@ -16,6 +16,7 @@ Item {
     /// For a ground that is no screen of the desktop's colours.
     property color titleColor: Surfaces.ink(theme, theme.primaryTextColor)
     property color descriptionColor: Surfaces.ink(theme, theme.secondaryTextColor)
+    property color symbolColor: theme.primaryColor
     default property alias actions: buttons.data
 
     implicitHeight: column.implicitHeight + 2 * Metrics.sectionGap
@@ -53,7 +54,7 @@ Item {
                 anchors.centerIn: parent
                 name: root.systemImage
                 size: Metrics.glyphOf(Metrics.emblem)
-                color: root.theme.primaryColor
+                color: root.symbolColor
             }
         }
         StyledText {
