@@ -200,6 +200,11 @@ QtObject {
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
+    /// One turn of the mini player's disc.
+    readonly property int discTurn: 12000
+    readonly property real liftedScale: 1.1
+    readonly property real chosenScale: 1.15
+    readonly property int putDownDuration: 150
     readonly property int sheetDuration: Motion.scaled(300)
     /// From one picture to the next.
     readonly property int fadeDuration: Motion.scaled(300)

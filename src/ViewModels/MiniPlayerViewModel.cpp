@@ -201,7 +201,10 @@ void MiniPlayerViewModel::setIsDragging(bool isDragging)
 
 void MiniPlayerViewModel::open()
 {
-    Q_EMIT openRequested();
+    if (m_isFanPinned)
+        resetControlMode();
+    else
+        Q_EMIT openRequested();
 }
 
 // MARK: fan

@@ -115,7 +115,7 @@ public:
     Q_INVOKABLE void choose(int row);
     /// Closes the fan.
     Q_INVOKABLE void resetControlMode();
-    /// What a tap does.
+    /// What a tap does: it asks for the Now Playing screen, or closes a fan that stays open.
     Q_INVOKABLE void open();
 
     void perform(ControlAction action);
