@@ -108,15 +108,6 @@ FocusScope {
             onTabRequested: (tab, byKeyboard) => root.showTab(tab, byKeyboard)
         }
     }
-    MessageBanner {
-        objectName: "playErrorBanner"
-        anchors.bottom: tabView.bottom
-        anchors.bottomMargin: Metrics.rowSpacing + root.barHeight
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
-        text: root.viewModel.audioPlayer.playError
-        onDismissed: root.screens.playback.dismissPlayError()
-    }
     IdentityLoader {
         objectName: "miniPlayerLayer"
         anchors.fill: parent
@@ -133,6 +124,16 @@ FocusScope {
             onOpenRequested: root.openNowPlaying()
         }
     }
+    // In front of the disc, which may lie there.
+    MessageBanner {
+        objectName: "playErrorBanner"
+        anchors.bottom: tabView.bottom
+        anchors.bottomMargin: Metrics.rowSpacing + root.barHeight
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
+        text: root.viewModel.audioPlayer.playError
+        onDismissed: root.screens.playback.dismissPlayError()
+    }
     NowPlayingCover {
         id: cover
 
@@ -145,7 +146,10 @@ FocusScope {
             focus: true
             viewModel: root.viewModel
             nowPlaying: root.screens.nowPlaying
+            queue: root.screens.queue
             equalizer: root.screens.equalizer
+            devices: root.screens.devices
+            appearance: root.screens.nowPlayingSettings
             onCloseRequested: root.closeNowPlaying()
         }
     }

@@ -85,7 +85,7 @@ Item {
                     anchors.centerIn: parent
                     name: badge.symbol
                     size: Metrics.glyphOf(root.buttonSize)
-                    color: badge.isActive ? SystemColors.accentInk : root.theme.primaryTextColor
+                    color: !badge.isActive ? root.theme.primaryTextColor : root.theme.useNeumorphism ? root.theme.primaryColor : SystemColors.accentInk
                 }
             }
         }

@@ -148,7 +148,6 @@ QtObject {
     readonly property int pageDotDuration: Motion.scaled(200)
     readonly property real otherPageDotOpacity: 0.5
     readonly property real idleTimerOpacity: 0.5
-    readonly property int sungLineHeight: 50
     readonly property int miniLyricTop: 12
     readonly property int miniLyricBottom: 16
     /// The first of the stickers at the cover's corners.

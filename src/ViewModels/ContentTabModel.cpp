@@ -47,7 +47,7 @@ int ContentTabModel::rowCount(const QModelIndex &parent) const
 
 QVariant ContentTabModel::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid() || index.row() >= m_tabs.size())
         return {};
     const ContentTab tab = m_tabs.at(index.row());
     switch (role) {

@@ -8,6 +8,7 @@
 #include "Utils/Console.h"
 #include "Utils/KawaiiIcon.h"
 #include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/LyricsViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 
 #include <algorithm>
@@ -51,12 +52,14 @@ void NowPlayingViewModel::publish(T &member, const T &value, void (NowPlayingVie
 
 NowPlayingViewModel::NowPlayingViewModel(CadorelViewModel &viewModel, PlaybackViewModel &playback,
                                          PlaylistService &playlists, EqualizerService &equalizer,
-                                         LyricsOffsetService &lyricsOffset)
+                                         LyricsOffsetService &lyricsOffset, LyricsViewModel &lyrics)
     : m_viewModel(viewModel)
     , m_playback(playback)
     , m_playlists(playlists)
     , m_equalizer(equalizer)
     , m_lyricsOffset(lyricsOffset)
+    , m_lyrics(lyrics)
+    , m_offset(lyricsOffset)
 {
     followPlayer();
     connect(&m_playlists, &PlaylistService::changed, this, &NowPlayingViewModel::updateFavorite);
@@ -128,6 +131,7 @@ void NowPlayingViewModel::songChanged()
     updateQuality();
     updateFavorite();
     updateNeedsReplay();
+    m_offset.setSong(hasSong() ? id : QString(), m_title);
     publish(m_currentSongId, id, &NowPlayingViewModel::currentSongIdChanged);
     if (isOther)
         Q_EMIT lyricsOffsetTextChanged();
@@ -324,19 +328,24 @@ void NowPlayingViewModel::appear()
     ++m_screens;
     forget();
     updateQuality();
+    m_lyrics.load();
 }
 
 void NowPlayingViewModel::disappear()
 {
     // A screen that takes the place of another appears before the other one has gone.
-    if (m_screens > 0 && --m_screens == 0)
-        forget();
+    if (m_screens == 0 || --m_screens > 0)
+        return;
+    forget();
+    m_lyrics.clear();
 }
 
 void NowPlayingViewModel::forget()
 {
     stopDragging();
     setCurrentPage(CoverPage);
+    m_sleep.cancelCustom();
+    m_sleep.select(0);
     publish(m_showSleepTimer, false, &NowPlayingViewModel::showSleepTimerChanged);
     publish(m_showLyricsOffset, false, &NowPlayingViewModel::showLyricsOffsetChanged);
     publish(m_showNowPlayingSettings, false, &NowPlayingViewModel::showNowPlayingSettingsChanged);

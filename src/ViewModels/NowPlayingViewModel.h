@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ViewModels/LyricsOffsetViewModel.h"
+#include "ViewModels/SleepTimerViewModel.h"
+
 #include <QObject>
 #include <QString>
 
@@ -10,6 +13,7 @@ class AudioPlayerService;
 class CadorelViewModel;
 class EqualizerService;
 class LyricsOffsetService;
+class LyricsViewModel;
 class PlaybackViewModel;
 class PlaylistService;
 
@@ -18,8 +22,12 @@ class PlaylistService;
 class NowPlayingViewModel : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("ViewModels/LyricsViewModel.h")
     Q_MOC_INCLUDE("ViewModels/PlaybackViewModel.h")
     Q_PROPERTY(cadorel::PlaybackViewModel *playback READ playback CONSTANT)
+    Q_PROPERTY(cadorel::LyricsViewModel *lyrics READ lyrics CONSTANT)
+    Q_PROPERTY(cadorel::LyricsOffsetViewModel *offset READ offset CONSTANT)
+    Q_PROPERTY(cadorel::SleepTimerViewModel *sleep READ sleep CONSTANT)
     Q_PROPERTY(QString currentSongId READ currentSongId NOTIFY currentSongIdChanged)
     Q_PROPERTY(bool hasSong READ hasSong NOTIFY currentSongIdChanged)
     Q_PROPERTY(QString title READ title NOTIFY titleChanged)
@@ -46,7 +54,8 @@ class NowPlayingViewModel : public QObject
     // The sheets that are open over the screen.
     Q_PROPERTY(bool showSleepTimer MEMBER m_showSleepTimer NOTIFY showSleepTimerChanged)
     Q_PROPERTY(bool showLyricsOffset MEMBER m_showLyricsOffset NOTIFY showLyricsOffsetChanged)
-    Q_PROPERTY(bool showNowPlayingSettings MEMBER m_showNowPlayingSettings NOTIFY showNowPlayingSettingsChanged)
+    Q_PROPERTY(
+        bool showNowPlayingSettings MEMBER m_showNowPlayingSettings NOTIFY showNowPlayingSettingsChanged)
     Q_PROPERTY(bool showMoreOptions MEMBER m_showMoreOptions NOTIFY showMoreOptionsChanged)
 
 public:
@@ -56,11 +65,17 @@ public:
 
     /// All of them outlive this object.
     NowPlayingViewModel(CadorelViewModel &viewModel, PlaybackViewModel &playback, PlaylistService &playlists,
-                        EqualizerService &equalizer, LyricsOffsetService &lyricsOffset);
+                        EqualizerService &equalizer, LyricsOffsetService &lyricsOffset,
+                        LyricsViewModel &lyrics);
     ~NowPlayingViewModel() override;
     Q_DISABLE_COPY_MOVE(NowPlayingViewModel)
 
     PlaybackViewModel *playback() const { return &m_playback; }
+    /// Lyrics are there while the screen is shown.
+    LyricsViewModel *lyrics() const { return &m_lyrics; }
+    LyricsOffsetViewModel *offset() { return &m_offset; }
+    /// Its minutes are forgotten with the screen.
+    SleepTimerViewModel *sleep() { return &m_sleep; }
     /// Id of the song or of the online song; "none" without one.
     QString currentSongId() const { return m_currentSongId; }
     bool hasSong() const;
@@ -161,6 +176,9 @@ private:
     PlaylistService &m_playlists;
     EqualizerService &m_equalizer;
     LyricsOffsetService &m_lyricsOffset;
+    LyricsViewModel &m_lyrics;
+    LyricsOffsetViewModel m_offset;
+    SleepTimerViewModel m_sleep;
 
     QString m_currentSongId;
     QString m_title;

@@ -46,7 +46,7 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
                 .offsets = services.lyricsOffset,
                 .appearance = services.appearance,
                 .clock = *services.platform.clock})
-    , m_nowPlaying(root, playback, services.playlists, services.equalizer, services.lyricsOffset)
+    , m_nowPlaying(root, playback, services.playlists, services.equalizer, services.lyricsOffset, m_lyrics)
     , m_queue(root, coverAddresses(services.apiConfig))
     , m_miniPlayer(root, playback, services.playlists, services.appearance)
     , m_devices(services.platform.outputDevices.get())

@@ -37,6 +37,8 @@ private:
     {
         m_window->resize(size);
         QTRY_COMPARE(m_window->size(), size);
+        // The window is told of it in its own turn.
+        QCoreApplication::processEvents();
     }
 
     std::unique_ptr<FakePreferences> m_preferences;

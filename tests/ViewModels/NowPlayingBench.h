@@ -2,12 +2,19 @@
 #pragma once
 
 #include "Fakes/FakeAudioEngine.h"
+#include "Fakes/FakeDesktopAppearance.h"
 #include "Fakes/FakeOnlineSongAddresses.h"
 #include "Fakes/PlayerBench.h"
+#include "Services/APIConfigService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LyricsOffsetService.h"
+#include "Services/NavidromeService.h"
+#include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
+#include "Theme/ThemeManager.h"
 #include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/LyricsViewModel.h"
 #include "ViewModels/NowPlayingViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 
@@ -60,7 +67,19 @@ public:
     PlaylistService playlists{home.platform, importService};
     CadorelViewModel viewModel{player, importService, {.playlistService = &playlists}};
     PlaybackViewModel playback{viewModel, &addresses};
-    NowPlayingViewModel nowPlaying{viewModel, playback, playlists, equalizer, offsets};
+    APIConfigService apiConfig{home.platform};
+    OnlineMusicService onlineMusic{home.platform, apiConfig};
+    NavidromeService navidrome{home.platform};
+    FakeDesktopAppearance desktop;
+    ThemeManager themeManager{home.preferences(), desktop};
+    ThemeService themeService{home.preferences(), themeManager, desktop};
+    LyricsViewModel lyrics{
+        {.audioPlayer = player,
+         .sources = {.onlineMusic = onlineMusic, .navidrome = navidrome, .importService = importService},
+         .offsets = offsets,
+         .appearance = themeService,
+         .clock = *home.platform.clock}};
+    NowPlayingViewModel nowPlaying{viewModel, playback, playlists, equalizer, offsets, lyrics};
 };
 
 } // namespace cadorel

@@ -13,9 +13,10 @@ namespace {
 
 const QString noCover = u"image://cover/none"_s;
 
-Song songOfText(const QString &id, const QString &title, const QString &artist)
+Song songOfText(const QString &id, const QString &title, const QString &artist, const QString &lyrics = {})
 {
     SongFields fields;
+    fields.embeddedLyrics = lyrics;
     fields.id = id;
     fields.title = title;
     fields.artist = artist;
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void lineOfTheEqualizerFollowsItsSwitch();
     void replayIsNeededWhileTheEqualizerDoesNotPlayTheSong();
     void offsetOfTheLyricsIsThatOfTheSong();
+    void lyricsAreThereWhileTheScreenIs();
+    void musicGoesOnPastTheTimeToSleep();
     void stateOfTheScreenGoesWithIt();
     void screenThatTakesThePlaceOfAnotherKeepsItsState();
     void pageThatIsNoneChangesNothing();
@@ -259,6 +262,41 @@ void NowPlayingViewModelTest::offsetOfTheLyricsIsThatOfTheSong()
     bench.nowPlaying.next();
     QCOMPARE(bench.nowPlaying.lyricsOffsetText(), u"+0.0s"_s);
     QCOMPARE(told.size(), 2);
+}
+
+void NowPlayingViewModelTest::lyricsAreThereWhileTheScreenIs()
+{
+    NowPlayingBench bench;
+    bench.playSong(songOfText(u"a"_s, u"歌"_s, u"歌手"_s, u"[00:01.00]第一行\n[00:05.00]第二行"_s), 100);
+    settle();
+    QVERIFY(!bench.nowPlaying.lyrics()->hasLyrics());
+    QCOMPARE(bench.nowPlaying.offset()->songId(), u"a"_s);
+    QCOMPARE(bench.nowPlaying.offset()->songTitle(), u"歌"_s);
+    bench.nowPlaying.appear();
+    QTRY_COMPARE(bench.nowPlaying.lyrics()->count(), 2);
+    bench.playSong(songOfText(u"b"_s, u"歌二"_s, u"歌手"_s, u"[00:01.00]只有一行"_s), 100);
+    QTRY_COMPARE(bench.nowPlaying.lyrics()->count(), 1);
+    QCOMPARE(bench.nowPlaying.offset()->songId(), u"b"_s);
+    bench.nowPlaying.disappear();
+    QVERIFY(!bench.nowPlaying.lyrics()->hasLyrics());
+    bench.nowPlaying.appear();
+    QTRY_COMPARE(bench.nowPlaying.lyrics()->count(), 1);
+}
+
+void NowPlayingViewModelTest::musicGoesOnPastTheTimeToSleep()
+{
+    NowPlayingBench bench;
+    bench.play(u"a"_s, 4000);
+    bench.nowPlaying.appear();
+    bench.nowPlaying.sleep()->select(30);
+    QCOMPARE(bench.nowPlaying.sleep()->footText(), u"将在 30 分钟 后停止播放"_s);
+    const int timers = bench.home.clock().activeTimers();
+    bench.home.clock().advance(std::chrono::minutes(31));
+    QCOMPARE(bench.nowPlaying.sleep()->footText(), u"将在 30 分钟 后停止播放"_s);
+    QVERIFY(bench.player.isPlaying());
+    QCOMPARE(bench.home.clock().activeTimers(), timers);
+    bench.nowPlaying.disappear();
+    QCOMPARE(bench.nowPlaying.sleep()->sleepTimerMinutes(), 0);
 }
 
 void NowPlayingViewModelTest::stateOfTheScreenGoesWithIt()

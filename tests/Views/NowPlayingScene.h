@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Fakes/FakeDesktopAppearance.h"
-#include "Services/ThemeService.h"
+#include "Fakes/FakeOutputDevices.h"
 #include "Theme/KawaiiDecorations.h"
-#include "Theme/ThemeManager.h"
 #include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/NowPlayingBench.h"
+#include "ViewModels/NowPlayingSettingsViewModel.h"
+#include "ViewModels/OutputDevicesViewModel.h"
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
@@ -30,10 +30,10 @@ public:
     NowPlayingScene()
     {
         installFonts();
-        installUserInterface(m_engine, {.desktopAppearance = &desktop,
-                                        .themeManager = &themeManager,
+        installUserInterface(m_engine, {.desktopAppearance = &bench.desktop,
+                                        .themeManager = &bench.themeManager,
                                         .kawaiiDecorations = &decorations,
-                                        .themeService = &themeService});
+                                        .themeService = &bench.themeService});
     }
     ~NowPlayingScene() { delete m_root; }
     Q_DISABLE_COPY_MOVE(NowPlayingScene)
@@ -49,7 +49,9 @@ public:
         m_root = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
             {{QStringLiteral("viewModel"), QVariant::fromValue(&bench.viewModel)},
              {QStringLiteral("nowPlaying"), QVariant::fromValue(&bench.nowPlaying)},
-             {QStringLiteral("equalizer"), QVariant::fromValue(&equalizer)}}));
+             {QStringLiteral("equalizer"), QVariant::fromValue(&equalizer)},
+             {QStringLiteral("devices"), QVariant::fromValue(&devices)},
+             {QStringLiteral("appearance"), QVariant::fromValue(&appearance)}}));
         if (!m_root) {
             qWarning().noquote() << component.errorString();
             return false;
@@ -69,10 +71,11 @@ public:
     /// Another look; waits until it is there.
     bool switchTo(ThemeType type, ColorScheme scheme)
     {
-        desktop.setColorScheme(scheme);
-        themeManager.switchTo(type);
+        bench.desktop.setColorScheme(scheme);
+        bench.themeManager.switchTo(type);
         return QTest::qWaitFor([this, type] {
-            return themeManager.currentThemeType() == type && themeService.currentThemeType() == type;
+            return bench.themeManager.currentThemeType() == type &&
+                   bench.themeService.currentThemeType() == type;
         });
     }
     /// The screen goes, as when the window closes it.
@@ -163,13 +166,15 @@ public:
         image.save(&buffer, "PNG");
         return bytes;
     }
-    static Song song(const QString &id, const QString &title, const QByteArray &cover = {})
+    static Song song(const QString &id, const QString &title, const QByteArray &cover = {},
+                     const QString &lyrics = {})
     {
         SongFields fields;
         fields.id = id;
         fields.title = title;
         fields.artist = QStringLiteral("林间合唱团");
         fields.assetURL = QUrl::fromLocalFile(QStringLiteral("/music/a.mp3"));
+        fields.embeddedLyrics = lyrics;
         Song made(fields);
         if (!cover.isEmpty())
             made.setArtworkData(ArtworkData(cover));
@@ -177,11 +182,11 @@ public:
     }
 
     NowPlayingBench bench;
-    FakeDesktopAppearance desktop;
-    ThemeManager themeManager{bench.home.preferences(), desktop};
-    ThemeService themeService{bench.home.preferences(), themeManager, desktop};
     KawaiiDecorations decorations{bench.home.clock(), bench.home.random()};
     EqualizerViewModel equalizer{bench.equalizer, bench.player};
+    FakeOutputDevices outputDevices;
+    OutputDevicesViewModel devices{&outputDevices};
+    NowPlayingSettingsViewModel appearance{bench.themeService, nullptr};
     WarningWatch warnings;
 
 private:

@@ -58,8 +58,9 @@ protected:
         for (const ThemeType type : inEachTheme ? allThemeTypes() : QList{ThemeType::classic}) {
             for (const bool dark : {false, true}) {
                 for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)}) {
-                    QTestData &row = QTest::addRow("%s%s %d", inEachTheme ? qPrintable(rawValue(type) + u' ') : "",
-                                                   dark ? "dark" : "light", size.width());
+                    QTestData &row =
+                        QTest::addRow("%s%s %d", inEachTheme ? qPrintable(rawValue(type) + u' ') : "",
+                                      dark ? "dark" : "light", size.width());
                     row << dark << size;
                     if (inEachTheme)
                         row << type;

@@ -189,9 +189,8 @@ public:
     QStringList takeWarnings()
     {
         QStringList taken = warnings.take();
-        taken.removeIf([](const QString &warning) {
-            return warning.contains(QStringLiteral("stopAnimationDriver"));
-        });
+        taken.removeIf(
+            [](const QString &warning) { return warning.contains(QStringLiteral("stopAnimationDriver")); });
         return taken;
     }
 

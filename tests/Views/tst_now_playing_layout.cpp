@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/NowPlayingScreenTest.h"
 
+#include "Theme/Contrast.h"
+
 #include <QAccessible>
 
 using namespace cadorel;
@@ -17,6 +19,10 @@ private Q_SLOTS:
     void windowThatGrowsKeepsThePage();
     void pinkLookDrawsPictures();
     void wideWindowPutsTheLyricsBesideTheCover();
+    void pagesShowLyricsAndQueue();
+    void sheetsOpenAndClose();
+    void textsCanBeReadOnEveryBackground_data();
+    void textsCanBeReadOnEveryBackground();
     void nothingOverlaps_data();
     void nothingOverlaps();
     void everyControlHasAName();
@@ -133,6 +139,78 @@ void NowPlayingLayoutTest::wideWindowPutsTheLyricsBesideTheCover()
     QVERIFY(s->item(u"albumCoverPlace"_s)->height() > 250);
 }
 
+void NowPlayingLayoutTest::pagesShowLyricsAndQueue()
+{
+    s->bench.playSong(NowPlayingScene::song(u"sung"_s, u"歌"_s, {}, u"[00:01.00]第一行\n[00:05.00]第二行"_s),
+                      200);
+    QVERIFY(s->show());
+    QTRY_VERIFY(s->bench.lyrics.hasLyrics());
+    s->bench.stream().tick(6);
+    QTRY_COMPARE(s->text(u"miniLyric"_s), u"第二行"_s);
+    QVERIFY(!s->shows(u"lyricsView"_s));
+    s->click(u"lyricsButton"_s);
+    QTRY_VERIFY(s->shows(u"lyricsView"_s));
+    s->click(u"queueButton"_s);
+    QTRY_VERIFY(!s->shows(u"lyricsView"_s));
+}
+
+void NowPlayingLayoutTest::sheetsOpenAndClose()
+{
+    showSong();
+    const QList<std::pair<const char *, QString>> sheets{{"showSleepTimer", u"sleepTimerSheet"_s},
+                                                         {"showMoreOptions", u"moreOptionsSheet"_s},
+                                                         {"showLyricsOffset", u"lyricsOffsetSheet"_s},
+                                                         {"showNowPlayingSettings", u"nowPlayingSettings"_s}};
+    for (const auto &[property, name] : sheets) {
+        QVERIFY(!s->root()->findChild<QObject *>(name));
+        QVERIFY(s->bench.nowPlaying.setProperty(property, true));
+        QTRY_VERIFY2(s->root()->findChild<QObject *>(name), property);
+        QObject *sheet = s->root()->findChild<QObject *>(name);
+        QTRY_VERIFY2(sheet->property("opened").toBool(), property);
+        QVERIFY(QMetaObject::invokeMethod(sheet, "close"));
+        QTRY_VERIFY2(!s->bench.nowPlaying.property(property).toBool(), property);
+        QTRY_VERIFY2(!sheet->property("visible").toBool(), property);
+    }
+}
+
+void NowPlayingLayoutTest::textsCanBeReadOnEveryBackground_data()
+{
+    QTest::addColumn<NowPlayingBackgroundStyle>("style");
+    for (const NowPlayingBackgroundStyle style : allNowPlayingBackgroundStyles())
+        QTest::addRow("%s", qPrintable(rawValue(style))) << style;
+}
+
+void NowPlayingLayoutTest::textsCanBeReadOnEveryBackground()
+{
+    QFETCH(NowPlayingBackgroundStyle, style);
+    s->bench.desktop.setReducesMotion(true);
+    s->bench.themeService.setSoundWaveRing(false);
+    for (const QColor &cover : {QColor(Qt::white), QColor(Qt::black), QColor(Qt::yellow)}) {
+        if (s->root())
+            s->close();
+        s->bench.playSong(
+            NowPlayingScene::song(cover.name(), u"歌"_s, NowPlayingScene::picture(cover, cover)), 200);
+        QVERIFY(s->show());
+        for (const ThemeType type : allThemeTypes()) {
+            for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+                QVERIFY(s->switchTo(type, scheme));
+                s->bench.themeService.setNowPlayingBackgroundStyle(style);
+                const QQuickItem *title = s->item(u"nowPlayingTitle"_s);
+                const QQuickItem *time = s->item(u"displayTime"_s);
+                // What lies beside the two texts: their own place holds the letters.
+                const auto ratio = [this](const QQuickItem *text, QPointF beside) {
+                    const QImage picture = s->window()->grabWindow();
+                    const QColor ground = picture.pixelColor((s->area(text).topLeft() + beside).toPoint());
+                    return Contrast::ratio(text->property("color").value<QColor>(), ground);
+                };
+                const QByteArray look = (rawValue(type) + cover.name()).toUtf8();
+                QTRY_VERIFY2(ratio(title, {2, 4}) >= Contrast::legible, look.constData());
+                QTRY_VERIFY2(ratio(time, {-6, 4}) >= Contrast::legible, look.constData());
+            }
+        }
+    }
+}
+
 void NowPlayingLayoutTest::nothingOverlaps_data()
 {
     QTest::addColumn<QSize>("size");
@@ -148,7 +226,7 @@ void NowPlayingLayoutTest::nothingOverlaps()
 {
     QFETCH(QSize, size);
     QFETCH(double, textScale);
-    s->desktop.setTextScale(textScale);
+    s->bench.desktop.setTextScale(textScale);
     s->bench.equalizer.setEnabled(true);
     s->bench.player.playSong(webSong(u"web"_s, 200), {});
     QVERIFY(s->show(size));

@@ -17,7 +17,7 @@ Item {
     property Component miniLyric: null
     property AppTheme theme: ThemeEnvironment.theme
 
-    readonly property real lyricTop: height - Metrics.miniLyricBottom - Metrics.sungLineHeight
+    readonly property real lyricTop: height - Metrics.miniLyricBottom - Metrics.miniLyricHeight
     /// What lies above the line that is sung, and of that what lies above the name.
     readonly property real room: lyricTop - Metrics.miniLyricTop
     readonly property real roomAbove: room - info.implicitHeight - Metrics.rowSpacing
@@ -79,7 +79,7 @@ Item {
         x: root.margin
         y: root.lyricTop
         width: root.width - 2 * x
-        height: Metrics.sungLineHeight
+        height: Metrics.miniLyricHeight
         sourceComponent: root.miniLyric
     }
 }

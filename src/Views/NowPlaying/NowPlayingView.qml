@@ -8,7 +8,10 @@ FocusScope {
 
     required property CadorelViewModel viewModel
     required property NowPlayingViewModel nowPlaying
+    required property QueueViewModel queue
     required property EqualizerViewModel equalizer
+    required property OutputDevicesViewModel devices
+    required property NowPlayingSettingsViewModel appearance
 
     property AppTheme theme: ThemeEnvironment.theme
     readonly property bool isWide: width >= Metrics.sideBySideWidth
@@ -45,6 +48,8 @@ FocusScope {
         y: Metrics.grid
         width: parent.width - 2 * x
         currentPage: root.nowPlaying.currentPage
+        hasSleepTime: root.nowPlaying.sleep.sleepTimerMinutes > 0
+        sleepText: root.nowPlaying.sleep.footText
         ink: root.ink
         onCloseRequested: root.closeRequested()
         onPageRequested: page => root.nowPlaying.currentPage = page
@@ -63,6 +68,9 @@ FocusScope {
         ink: root.ink
         secondaryInk: root.secondaryInk
         albumCover: drawnCover
+        miniLyric: drawnLine
+        lyricsPage: drawnLyrics
+        queuePage: drawnQueue
     }
     NowPlayingControls {
         id: controls
@@ -79,6 +87,13 @@ FocusScope {
         onCloseRequested: root.closeRequested()
     }
 
+    NowPlayingSheets {
+        nowPlaying: root.nowPlaying
+        devices: root.devices
+        appearance: root.appearance
+        onEqualizerRequested: root.equalizer.open()
+    }
+
     // qmllint disable unqualified
     Component {
         id: drawnCover
@@ -88,6 +103,36 @@ FocusScope {
             player: root.viewModel.audioPlayer
             coverSource: root.nowPlaying.coverSource
             waveColor: backdrop.accentColor
+            theme: root.theme
+        }
+    }
+    Component {
+        id: drawnLine
+
+        MiniLyricView {
+            objectName: "miniLyricView"
+            lyrics: root.nowPlaying.lyrics
+            textColor: root.ink
+        }
+    }
+    Component {
+        id: drawnLyrics
+
+        LyricsView {
+            objectName: "lyricsView"
+            lyrics: root.nowPlaying.lyrics
+            textColor: root.ink
+        }
+    }
+    Component {
+        id: drawnQueue
+
+        EmbeddedQueuePage {
+            objectName: "embeddedQueuePage"
+            queue: root.queue
+            ink: root.ink
+            secondaryInk: root.secondaryInk
+            tint: backdrop.accentColor
             theme: root.theme
         }
     }
