@@ -8,6 +8,7 @@ FocusScope {
 
     required property CadorelViewModel viewModel
     required property NowPlayingViewModel nowPlaying
+    required property QueueViewModel queue
     required property EqualizerViewModel equalizer
     required property OutputDevicesViewModel devices
     required property NowPlayingSettingsViewModel appearance
@@ -69,6 +70,7 @@ FocusScope {
         albumCover: drawnCover
         miniLyric: drawnLine
         lyricsPage: drawnLyrics
+        queuePage: drawnQueue
     }
     NowPlayingControls {
         id: controls
@@ -120,6 +122,18 @@ FocusScope {
             objectName: "lyricsView"
             lyrics: root.nowPlaying.lyrics
             textColor: root.ink
+        }
+    }
+    Component {
+        id: drawnQueue
+
+        EmbeddedQueuePage {
+            objectName: "embeddedQueuePage"
+            queue: root.queue
+            ink: root.ink
+            secondaryInk: root.secondaryInk
+            tint: backdrop.accentColor
+            theme: root.theme
         }
     }
     // qmllint enable unqualified
