@@ -7,6 +7,7 @@
 #include "ViewModels/NowPlayingBench.h"
 #include "ViewModels/NowPlayingSettingsViewModel.h"
 #include "ViewModels/OutputDevicesViewModel.h"
+#include "ViewModels/QueueViewModel.h"
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
@@ -49,6 +50,7 @@ public:
         m_root = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
             {{QStringLiteral("viewModel"), QVariant::fromValue(&bench.viewModel)},
              {QStringLiteral("nowPlaying"), QVariant::fromValue(&bench.nowPlaying)},
+             {QStringLiteral("queue"), QVariant::fromValue(&queue)},
              {QStringLiteral("equalizer"), QVariant::fromValue(&equalizer)},
              {QStringLiteral("devices"), QVariant::fromValue(&devices)},
              {QStringLiteral("appearance"), QVariant::fromValue(&appearance)}}));
@@ -183,6 +185,7 @@ public:
 
     NowPlayingBench bench;
     KawaiiDecorations decorations{bench.home.clock(), bench.home.random()};
+    QueueViewModel queue{bench.viewModel, [](const OnlineSong &) { return std::optional<QUrl>(); }};
     EqualizerViewModel equalizer{bench.equalizer, bench.player};
     FakeOutputDevices outputDevices;
     OutputDevicesViewModel devices{&outputDevices};

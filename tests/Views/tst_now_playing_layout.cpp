@@ -151,6 +151,7 @@ void NowPlayingLayoutTest::pagesShowLyricsAndQueue()
     s->click(u"lyricsButton"_s);
     QTRY_VERIFY(s->shows(u"lyricsView"_s));
     s->click(u"queueButton"_s);
+    QTRY_VERIFY(s->shows(u"embeddedQueuePage"_s));
     QTRY_VERIFY(!s->shows(u"lyricsView"_s));
 }
 
