@@ -4,13 +4,16 @@
 #include "Fakes/FakeAudioEngine.h"
 #include "Fakes/FakeHttpClient.h"
 #include "Fakes/FakeSecretStore.h"
+#include "Platform/PaletteAppearance.h"
 #include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/LyricsOffsetService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
 #include "Support/MadeLibrary.h"
 #include "Support/MadeSound.h"
@@ -18,6 +21,8 @@
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 #include "Support/Scroller.h"
+#include "Theme/KawaiiDecorations.h"
+#include "Theme/ThemeManager.h"
 #include "ViewModels/ScreenModels.h"
 #include "Views/UserInterface.h"
 
@@ -63,10 +68,15 @@ int scroll()
     Platform platform = home.platform();
     platform.httpClient = std::make_unique<FakeHttpClient>();
     platform.secretStore = std::make_unique<FakeSecretStore>();
+    platform.desktopAppearance = std::make_unique<PaletteAppearance>();
     LocalMusicImportService service(platform);
     WebDAVService webDAVService(platform);
     PlaylistService playlistService(platform, service);
     NavidromeService navidromeService(platform);
+    LyricsOffsetService lyricsOffsetService(platform);
+    ThemeManager themeManager(*platform.preferences, *platform.desktopAppearance);
+    ThemeService themeService(*platform.preferences, themeManager, *platform.desktopAppearance);
+    KawaiiDecorations kawaiiDecorations(*platform.clock, *platform.random);
     APIConfigService apiConfig(platform);
     OnlineMusicService onlineMusicService(platform, apiConfig);
     EqualizerService equalizerService(*platform.preferences, std::make_unique<FakeAudioEngine>());
@@ -74,16 +84,22 @@ int scroll()
     CadorelApp app(platform, player, service);
     ScreenModels screens({.platform = platform,
                           .audioPlayer = player,
+                          .importService = service,
                           .equalizer = equalizerService,
                           .playlists = playlistService,
                           .apiConfig = apiConfig,
                           .onlineMusic = onlineMusicService,
                           .webDAV = webDAVService,
-                          .navidrome = navidromeService},
+                          .navidrome = navidromeService,
+                          .lyricsOffset = lyricsOffsetService,
+                          .appearance = themeService},
                          app.viewModel(), app.library(), app.playback());
     QQmlApplicationEngine engine;
     installFonts();
-    installUserInterface(engine, {.desktopAppearance = platform.desktopAppearance.get()});
+    installUserInterface(engine, {.desktopAppearance = platform.desktopAppearance.get(),
+                                  .themeManager = &themeManager,
+                                  .kawaiiDecorations = &kawaiiDecorations,
+                                  .themeService = &themeService});
     engine.setInitialProperties(screens.windowProperties());
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "App/CadorelApp.h"
 #include "App/LinuxPlatform.h"
+#include "App/MediaKeys.h"
+#include "App/WindowMemory.h"
 #include "App/WindowScene.h"
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/SignalWatcher.h"
@@ -12,6 +14,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/LyricsOffsetService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
@@ -76,12 +79,15 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     ThemeManager &themeManager = ThemeManager::shared();
     ScreenModels screens({.platform = platform,
                           .audioPlayer = audioPlayer,
+                          .importService = importService,
                           .equalizer = EqualizerService::shared(),
                           .playlists = playlistService,
                           .apiConfig = apiConfig,
                           .onlineMusic = onlineMusicService,
                           .webDAV = webDAVService,
-                          .navidrome = NavidromeService::shared()},
+                          .navidrome = NavidromeService::shared(),
+                          .lyricsOffset = LyricsOffsetService::shared(),
+                          .appearance = themeService},
                          player.viewModel(), player.library(), player.playback());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
@@ -103,6 +109,12 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
         return 1;
     }
 
+    QObject::connect(&player, &CadorelApp::isForceUpdateRequiredChanged, window, [window, &player] {
+        window->setProperty("isForceUpdateRequired", player.isForceUpdateRequired());
+    });
+
+    WindowMemory memory(*window, *platform.preferences, *platform.clock);
+    const MediaKeys mediaKeys(*window, player.viewModel());
     WindowScene scene(*window, player);
     QObject::connect(&instance, &SingleInstance::raiseRequested, &scene, &WindowScene::raise);
     QObject::connect(
@@ -120,7 +132,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     const SignalWatcher signalWatcher;
     QObject::connect(&signalWatcher, &SignalWatcher::terminationRequested, &application,
                      &QGuiApplication::quit);
-    window->show();
+    memory.show();
     player.rootAppeared();
     return QGuiApplication::exec();
 }

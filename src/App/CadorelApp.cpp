@@ -36,8 +36,13 @@ QCoro::Task<void> CadorelApp::askChannels()
     const QPointer<CadorelApp> self(this);
     if (m_channels.updates) {
         co_await m_channels.updates->checkForUpdates(false);
-        if (!self || m_channels.updates->isForceUpdateRequired())
+        if (!self)
             co_return;
+        m_isForceUpdateRequired = m_channels.updates->isForceUpdateRequired();
+        if (m_isForceUpdateRequired) {
+            Q_EMIT isForceUpdateRequiredChanged();
+            co_return;
+        }
     }
     if (m_channels.announcements)
         co_await m_channels.announcements->checkAnnouncements();

@@ -54,6 +54,11 @@ public:
     /// Leaving the foreground keeps the place in the song.
     void setScenePhase(ScenePhase phase);
     ScenePhase scenePhase() const { return m_scenePhase; }
+    /// This version may not be used any more: nothing may stand before the update.
+    bool isForceUpdateRequired() const { return m_isForceUpdateRequired; }
+
+Q_SIGNALS:
+    void isForceUpdateRequiredChanged();
 
 private:
     QCoro::Task<void> askChannels();
@@ -65,6 +70,7 @@ private:
     PlaybackViewModel m_playback;
     LibraryViewModel m_library;
     ScenePhase m_scenePhase = ScenePhase::active;
+    bool m_isForceUpdateRequired = false;
 };
 
 } // namespace cadorel

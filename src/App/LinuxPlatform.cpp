@@ -18,6 +18,7 @@
 #include "Platform/Linux/Tags/FileAssetReader.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
 #include "Platform/Network/NetworkHttpClient.h"
+#include "Platform/Pulse/PulseOutputDevices.h"
 #include "Platform/Sql/SqlitePreferences.h"
 
 namespace cadorel {
@@ -34,13 +35,18 @@ Platform makeLinuxPlatform(const Directories &directories)
     platform.random = std::make_unique<SystemRandom>();
     platform.system = std::make_unique<LinuxSystem>(directories.applicationSupport);
     platform.assetReader = std::make_unique<FileAssetReader>();
-    platform.makeStreamPlayer = [&reader = *platform.assetReader] {
-        return std::make_unique<MpvStreamPlayer>(reader);
+    platform.outputDevices = std::make_unique<PulseOutputDevices>();
+    platform.makeStreamPlayer = [&reader = *platform.assetReader, &devices = *platform.outputDevices] {
+        auto player = std::make_unique<MpvStreamPlayer>(reader);
+        player->follow(devices);
+        return player;
     };
-    platform.makeAudioEngine = [] {
+    platform.makeAudioEngine = [&devices = *platform.outputDevices] {
         const auto link = std::make_shared<PulseLink>();
-        return std::make_unique<OutputAudioEngine>([link] { return std::make_unique<PulseOutput>(link); },
-                                                   &DecodedAudioFile::open);
+        const auto makeOutput = [link, &devices] {
+            return std::make_unique<PulseOutput>(link, devices.chosenDevice().toUtf8());
+        };
+        return std::make_unique<OutputAudioEngine>(makeOutput, &DecodedAudioFile::open);
     };
     platform.audioSession = std::make_unique<PulseAudioSession>();
     const auto desktop = std::make_shared<MprisPlayer>(directories, *platform.clock);

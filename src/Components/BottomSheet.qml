@@ -3,14 +3,16 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Cadorel
 
-/// A sheet that rises from the lower edge, with a title, a way out and, if wanted, a way on. What it holds is
-/// laid out beneath the title.
+/// A sheet that rises from the lower edge, on the ground of the look, with a title, a way out and, if wanted, a way on.
+/// What it holds is laid out beneath the title. Whoever may close it by a press beside it may draw it down, too.
 Popup {
     id: root
 
     property string title
     property string cancelName: "sheetCancel"
+    /// Text of the button that closes it; empty when the sheet has none.
     property string cancelText: "取消"
     property string acceptName: "sheetAccept"
     /// Text of the button that accepts; empty when the sheet has none in its title bar.
@@ -18,16 +20,28 @@ Popup {
     property bool canAccept: true
     /// The sheet is as high as what it holds, not as the window.
     property bool hugsContent: false
+    property AppTheme theme: ThemeEnvironment.theme
     readonly property int room: parent ? Math.min(parent.height - Metrics.touchTarget, Metrics.phoneHeight) : Metrics.phoneHeight
+    readonly property bool isDrawable: (closePolicy & Popup.CloseOnPressOutside) !== 0
+    /// How far it is below its place: while it rises, and while it is drawn down.
+    property real sunk: 0
     default property alias body: column.data
 
     signal accepted
+
+    /// It has been drawn down and let go.
+    function letGo(): void {
+        if (sunk > Math.min(Metrics.sheetReach, height / 2))
+            close();
+        else
+            settle.start();
+    }
 
     parent: T.Overlay.overlay
     width: parent ? Math.min(parent.width, Metrics.sheetWidth) : Metrics.sheetWidth
     height: hugsContent ? Math.min(room, column.implicitHeight) : room
     x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? parent.height - height : 0
+    y: parent ? parent.height - height + sunk : 0
     padding: 0
     modal: true
     focus: true
@@ -37,26 +51,33 @@ Popup {
     }
     enter: Transition {
         NumberAnimation {
-            property: "y"
-            from: root.parent ? root.parent.height : 0
+            target: root
+            property: "sunk"
+            from: root.height
+            to: 0
             duration: Metrics.sheetDuration
             easing.type: Easing.OutCubic
         }
     }
-    background: Rectangle {
-        color: SystemColors.secondaryBackground
-        radius: Metrics.sheetRadius
-
-        // The lower corners lie on the window's edge and stay square.
-        Rectangle {
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            height: parent.radius
-            color: parent.color
+    background: Item {
+        // The lower corners lie beyond the window's edge.
+        SurfaceImage {
+            objectName: "sheetGround"
+            width: parent.width
+            height: parent.height + Metrics.sheetRadius
+            surface: Surfaces.previewScreen(root.theme, Metrics.sheetRadius)
         }
     }
 
+    NumberAnimation {
+        id: settle
+
+        target: root
+        property: "sunk"
+        to: 0
+        duration: Motion.scaled(Metrics.pressDuration)
+        easing.type: Easing.OutCubic
+    }
     ColumnLayout {
         id: column
 
@@ -67,23 +88,65 @@ Popup {
         Accessible.name: root.title
 
         Item {
-            Layout.fillWidth: true
-            Layout.preferredHeight: Metrics.touchTarget + Metrics.rowSpacing
+            id: header
 
+            /// Beside a title in the middle, as much on the one side as on the other.
+            readonly property real sideRoom: Math.max(cancelButton.visible ? cancelButton.width : Metrics.screenMargin, acceptButton.visible ? acceptButton.width : Metrics.screenMargin)
+
+            objectName: "sheetHeader"
+            Layout.fillWidth: true
+            Layout.preferredHeight: Math.max(Metrics.touchTarget + Metrics.rowSpacing, titleText.implicitHeight + 2 * Metrics.cardPadding)
+
+            DragHandler {
+                target: null
+                enabled: root.isDrawable
+                xAxis.enabled: false
+                onTranslationChanged: {
+                    if (active)
+                        root.sunk = Math.max(0, translation.y);
+                }
+                onActiveChanged: {
+                    if (!active)
+                        root.letGo();
+                }
+            }
+            Rectangle {
+                objectName: "grabber"
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: Metrics.grid
+                width: Metrics.grabberWidth
+                height: Metrics.grid
+                radius: height / 2
+                color: Qt.alpha(root.theme.primaryTextColor, 2 * Metrics.pressedOpacity)
+                visible: root.isDrawable
+            }
             TextButton {
+                id: cancelButton
+
                 objectName: root.cancelName
                 anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
+                visible: root.cancelText !== ""
                 role: TextButton.Plain
                 text: root.cancelText
                 onClicked: root.close()
             }
             StyledText {
+                id: titleText
+
+                objectName: "sheetTitle"
                 anchors.centerIn: parent
+                width: parent.width - 2 * header.sideRoom
                 text: root.title
                 style: TextStyles.headline
+                color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
             }
             TextButton {
+                id: acceptButton
+
                 objectName: root.acceptName
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter

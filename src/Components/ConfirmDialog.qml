@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Cadorel
 
 /// Asks before something that cannot be undone, or says what has to be known. Escape and a click beside it cancel.
 Dialog {
@@ -13,6 +14,7 @@ Dialog {
     property int acceptRole: TextButton.Destructive
     /// Without it, there is nothing to choose.
     property bool hasCancel: true
+    property AppTheme theme: ThemeEnvironment.theme
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
@@ -25,9 +27,9 @@ Dialog {
     T.Overlay.modal: Rectangle {
         color: SystemColors.scrim
     }
-    background: Rectangle {
-        color: SystemColors.tertiaryBackground
-        radius: Metrics.sheetRadius
+    background: SurfaceImage {
+        objectName: "dialogGround"
+        surface: Surfaces.popup(root.theme, Metrics.sheetRadius)
     }
     header: null
     footer: null
@@ -44,12 +46,11 @@ Dialog {
             style: TextStyles.headline
             horizontalAlignment: Text.AlignHCenter
         }
-        StyledText {
+        QuietText {
             objectName: "dialogMessage"
             Layout.fillWidth: true
             text: root.message
             style: TextStyles.subheadline
-            color: SystemColors.secondaryLabel
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             maximumLineCount: 6

@@ -8,6 +8,7 @@
 namespace cadorel {
 
 class CoverRegistry;
+class PictureWorkshop;
 class RemoteCovers;
 
 /// Image provider "cover": draws the covers whose addresses CoverRegistry gives out. Covers are decoded on
@@ -27,8 +28,7 @@ public:
     QQuickImageResponse *requestImageResponse(const QString &address, const QSize &requestedSize) override;
 
 private:
-    class Workshop;
-    std::shared_ptr<Workshop> m_workshop;
+    std::shared_ptr<PictureWorkshop> m_workshop;
 };
 
 } // namespace cadorel

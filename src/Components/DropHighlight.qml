@@ -4,6 +4,10 @@ import Cadorel
 
 /// Covers the window while files are held over it.
 Rectangle {
+    id: root
+
+    property AppTheme theme: ThemeEnvironment.theme
+
     color: SystemColors.scrim
     Accessible.ignored: true
 
@@ -11,8 +15,8 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: Metrics.screenMargin
         radius: Metrics.sheetRadius
-        color: SystemColors.tertiaryBackground
-        border.color: SystemColors.accent
+        color: root.theme.surfaceColor
+        border.color: root.theme.primaryColor
         border.width: Metrics.focusRing
 
         Column {
@@ -23,13 +27,13 @@ Rectangle {
                 anchors.horizontalCenter: parent.horizontalCenter
                 name: AppIcons.action.download
                 size: Metrics.symbolHuge
-                color: SystemColors.accent
+                color: root.theme.primaryColor
             }
             StyledText {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: "松开以导入"
                 style: TextStyles.title2
-                color: SystemColors.accent
+                color: Surfaces.ink(root.theme, root.theme.primaryColor)
             }
         }
     }

@@ -7,9 +7,16 @@ import Cadorel
 Item {
     id: root
 
+    property AppTheme theme: ThemeEnvironment.theme
+    /// Texts and buttons come first where there is little room.
+    readonly property bool hasRoom: height >= Metrics.emptyStateRoom
     property string title: "没有内容"
     property string systemImage: AppIcons.music.note
     property string description: "这里还没有任何内容"
+    /// For a ground that is no screen of the desktop's colours.
+    property color titleColor: Surfaces.ink(theme, theme.primaryTextColor)
+    property color descriptionColor: Surfaces.ink(theme, theme.secondaryTextColor)
+    property color symbolColor: theme.primaryColor
     default property alias actions: buttons.data
 
     implicitHeight: column.implicitHeight + 2 * Metrics.sectionGap
@@ -21,26 +28,49 @@ Item {
         width: Math.min(parent.width - 2 * Metrics.screenMargin, Metrics.textBlockWidth)
         spacing: Metrics.rowSpacing
 
-        SymbolIcon {
+        Loader {
             Layout.alignment: Qt.AlignHCenter
             Layout.bottomMargin: Metrics.rowSpacing
-            name: root.systemImage
-            size: Metrics.symbolHuge
-            color: SystemColors.gray
+            // A screen has many of these states, and most are never seen.
+            active: root.visible && root.hasRoom && root.theme.isKawaiiPink
+            visible: active
+            // A bound component could not be made by a loader that is of another file.
+            // qmllint disable unqualified
+            sourceComponent: KawaiiEmptyStateDecoration {
+                theme: root.theme
+            }
+            // qmllint enable unqualified
+        }
+        SurfaceImage {
+            objectName: "emblem"
+            Layout.alignment: Qt.AlignHCenter
+            Layout.bottomMargin: Metrics.cardPadding
+            Layout.preferredWidth: Metrics.emblem
+            Layout.preferredHeight: Metrics.emblem
+            visible: root.hasRoom && !root.theme.isKawaiiPink
+            surface: Surfaces.controlButton(root.theme, Metrics.emblem)
+
+            SymbolIcon {
+                anchors.centerIn: parent
+                name: root.systemImage
+                size: Metrics.glyphOf(Metrics.emblem)
+                color: root.symbolColor
+            }
         }
         StyledText {
             Layout.fillWidth: true
             text: root.title
             style: TextStyles.title2
+            color: root.titleColor
             font.weight: Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
         }
-        StyledText {
+        QuietText {
             Layout.fillWidth: true
             text: root.description
             style: TextStyles.subheadline
-            color: SystemColors.secondaryLabel
+            color: root.descriptionColor
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             // What a server says can be long, and the buttons beneath must stay in sight.

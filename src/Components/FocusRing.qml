@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick
+import Cadorel
 
-/// Outline about the control that the keyboard speaks to.
-Rectangle {
-    anchors.fill: parent
-    color: "transparent"
-    border.width: Metrics.focusRing
-    border.color: SystemColors.accent
+/// Outline on the edge of the control that the keyboard speaks to.
+ThemedFocusRing {
+    outset: 0
 }

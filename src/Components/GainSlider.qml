@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Window
+import Cadorel
 
 /// A gain in decibels, upright or level: the track is filled from zero to the handle. It shows what is published
 /// and asks for what the listener wants.
@@ -16,6 +17,8 @@ Slider {
     /// What is set here is heard; else the slider is paler.
     property bool isHeard: true
 
+    property AppTheme theme: ThemeEnvironment.theme
+
     signal gainRequested(real decibels)
 
     /// Where a screen reader looks for the ends.
@@ -24,7 +27,7 @@ Slider {
     readonly property real fineStep: 0.5
     readonly property real coarseStep: 3
     readonly property bool isUpright: orientation === Qt.Vertical
-    readonly property color fill: isHeard ? SystemColors.accent : SystemColors.gray
+    readonly property color fill: isHeard ? theme.primaryColor : SystemColors.gray
     readonly property real reach: (isUpright ? availableHeight : availableWidth) - Metrics.gainHandleSize
     readonly property real zeroPosition: reach * (isUpright ? to : -from) / (to - from)
     readonly property real handlePosition: Math.round(visualPosition * reach * Screen.devicePixelRatio) / Screen.devicePixelRatio
@@ -93,13 +96,12 @@ Slider {
     }
 
     background: Item {
-        Rectangle {
+        SurfaceImage {
             x: root.isUpright ? Math.round((root.width - width) / 2) : Metrics.gainHandleSize / 2
             y: root.isUpright ? Metrics.gainHandleSize / 2 : Math.round((root.height - height) / 2)
             width: root.isUpright ? Metrics.trackHeight : root.reach
             height: root.isUpright ? root.reach : Metrics.trackHeight
-            radius: Metrics.trackHeight / 2
-            color: SystemColors.track
+            surface: Surfaces.progressTrack(root.theme)
 
             Rectangle {
                 readonly property real start: Math.min(root.zeroPosition, root.handlePosition)
@@ -109,7 +111,7 @@ Slider {
                 y: root.isUpright ? start : 0
                 width: root.isUpright ? parent.width : length
                 height: root.isUpright ? length : parent.height
-                radius: parent.radius
+                radius: Metrics.trackHeight / 2
                 color: root.fill
             }
         }

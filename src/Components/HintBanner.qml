@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Cadorel
 
 /// Something worth doing, with the button that does it.
-Rectangle {
+ThemedCard {
     id: root
 
     property string text
@@ -13,8 +13,6 @@ Rectangle {
     signal actionRequested
 
     implicitHeight: row.implicitHeight
-    radius: Metrics.cardRadius
-    color: SystemColors.accentTint
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
@@ -29,7 +27,7 @@ Rectangle {
         SymbolIcon {
             name: AppIcons.status.info
             size: Metrics.symbolSmall
-            color: SystemColors.accent
+            color: root.theme.primaryColor
         }
         StyledText {
             objectName: "hintText"

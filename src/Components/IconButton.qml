@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// A round button that shows a symbol; `text` is its name for tool tip and screen reader.
 AbstractButton {
     id: root
 
     required property string symbol
-    property color color: SystemColors.label
+    property AppTheme theme: ThemeEnvironment.theme
+    property color color: theme.primaryTextColor
     property int symbolSize: Metrics.symbol
     /// What the button opens is open: the tool tip would lie over it.
     property bool isOpen: false
@@ -21,14 +23,12 @@ AbstractButton {
     Keys.onReturnPressed: event => Press.byKey(root, event)
     Keys.onEnterPressed: event => Press.byKey(root, event)
 
-    background: Rectangle {
+    background: ThemedHighlight {
         radius: height / 2
-        color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-
-        FocusRing {
-            radius: parent.radius
-            visible: root.visualFocus
-        }
+        isHovered: root.hovered
+        isPressed: root.down
+        isFocused: root.visualFocus
+        theme: root.theme
     }
     contentItem: Item {
         SymbolIcon {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// How far an import is, or that the music folder is being searched.
 Item {
@@ -25,11 +26,9 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Metrics.rowSpacing
 
-        StyledText {
+        QuietText {
             width: parent.width
             text: root.shownText
-            style: TextStyles.footnote
-            color: SystemColors.secondaryLabel
             elide: Text.ElideMiddle
         }
         ProgressTrack {

@@ -25,6 +25,8 @@ Column {
 
     readonly property string note: input.error !== "" ? input.error : input.hint !== "" ? input.hint : footer
 
+    property AppTheme theme: ThemeEnvironment.theme
+
     spacing: Metrics.grid
 
     /// The keyboard belongs here now.
@@ -40,23 +42,27 @@ Column {
         }
     }
 
-    StyledText {
+    QuietText {
         width: parent.width
         text: root.label
-        style: TextStyles.footnote
-        color: SystemColors.secondaryLabel
         Accessible.ignored: true
     }
-    Rectangle {
+    SurfaceImage {
         width: parent.width
-        height: Metrics.touchTarget
-        radius: Metrics.controlRadius
-        color: SystemColors.tertiaryBackground
-        border.width: Metrics.hairline
-        border.color: root.input.error !== "" ? SystemColors.red : SystemColors.separator
+        height: Math.max(Metrics.touchTarget, TextStyles.body.line + 2 * Metrics.rowSpacing)
+        surface: Surfaces.themedButton(root.theme, true, Metrics.controlRadius)
 
+        Rectangle {
+            objectName: "errorEdge"
+            anchors.fill: parent
+            radius: Metrics.controlRadius
+            color: "transparent"
+            border.width: Metrics.hairline
+            border.color: SystemColors.red
+            visible: root.input.error !== ""
+        }
         FocusRing {
-            radius: parent.radius
+            radius: Metrics.controlRadius
             visible: field.activeFocus
         }
         TextField {
@@ -71,11 +77,11 @@ Column {
             rightPadding: Metrics.grid
             background: null
             text: root.input.text
-            color: SystemColors.label
+            color: Surfaces.ink(root.theme, root.theme.primaryTextColor)
             font.pixelSize: TextStyles.body.size
             placeholderText: root.isWaiting && text === "" ? "正在读取已保存的密码…" : root.placeholder
-            placeholderTextColor: SystemColors.tertiaryLabel
-            selectionColor: SystemColors.accentFill
+            placeholderTextColor: Surfaces.ink(root.theme, root.theme.secondaryTextColor)
+            selectionColor: Contrast.groundFor(SystemColors.accentInk, root.theme.primaryColor)
             selectedTextColor: SystemColors.accentInk
             selectByMouse: true
             echoMode: root.isSecret && !root.isRevealed ? TextInput.Password : TextInput.Normal
@@ -86,6 +92,9 @@ Column {
             onTextEdited: root.input.edit(text)
             onEditingFinished: root.input.finish()
             onAccepted: root.accepted()
+            // Once, however long the key is held down.
+            Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
+            Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
             onActiveFocusChanged: {
                 if (activeFocus && root.viewport)
                     root.scrollTo();
@@ -103,12 +112,11 @@ Column {
                 anchors.centerIn: parent
                 visible: root.isWaiting
             }
-            IconButton {
+            ThemedIconButton {
                 objectName: "revealButton"
                 anchors.centerIn: parent
                 visible: root.isSecret && !root.isWaiting
                 symbol: root.isRevealed ? AppIcons.action.hide : AppIcons.action.reveal
-                color: SystemColors.secondaryLabel
                 text: root.isRevealed ? "隐藏密码" : "显示密码"
                 onClicked: root.isRevealed = !root.isRevealed
             }
@@ -120,7 +128,7 @@ Column {
         visible: text !== ""
         text: root.note
         style: TextStyles.footnote
-        color: root.input.error !== "" ? SystemColors.redText : SystemColors.secondaryLabel
+        color: Surfaces.ink(root.theme, root.input.error !== "" ? SystemColors.red : root.theme.secondaryTextColor)
         wrapMode: Text.Wrap
     }
 

@@ -10,7 +10,7 @@ Item {
     id: root
 
     required property AudioPlayerService player
-    property color color: SystemColors.accent
+    property color color: ThemeEnvironment.theme.primaryColor
 
     readonly property int count: 7
     readonly property var restingLevels: [0.35, 0.6, 0.8, 1, 0.8, 0.6, 0.35]

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// What stands in place of a list that is on its way.
 Item {
@@ -19,11 +20,10 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             size: Metrics.symbolLarge
         }
-        StyledText {
+        QuietText {
             width: parent.width
             text: root.text
             style: TextStyles.subheadline
-            color: SystemColors.secondaryLabel
             horizontalAlignment: Text.AlignHCenter
             Accessible.ignored: true
         }

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Cadorel
 
 /// Something went wrong, said where the eye is until the listener closes it.
-Rectangle {
+ThemedCard {
     id: root
 
     property string text
@@ -13,11 +13,17 @@ Rectangle {
 
     visible: text !== ""
     implicitHeight: row.implicitHeight
-    radius: Metrics.cardRadius
-    color: SystemColors.redTint
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
+    Rectangle {
+        objectName: "edge"
+        anchors.fill: parent
+        radius: root.cornerRadius
+        color: "transparent"
+        border.width: Metrics.hairline
+        border.color: SystemColors.red
+    }
     RowLayout {
         id: row
 
@@ -42,12 +48,11 @@ Rectangle {
             wrapMode: Text.Wrap
             maximumLineCount: 4
         }
-        IconButton {
+        ThemedIconButton {
             objectName: "dismissButton"
             Layout.alignment: Qt.AlignVCenter
             symbol: AppIcons.navigation.close
             symbolSize: Metrics.symbolSmall
-            color: SystemColors.secondaryLabel
             text: "关闭提示"
             onClicked: root.dismissed()
         }

@@ -9,26 +9,29 @@ Item {
 
     property string title
     property string subtitle
-    property TextStyle titleStyle: TextStyles.largeTitle
+    property string subtitleName: "pageSubtitle"
+    property TextStyle titleStyle: hasBack ? TextStyles.title2 : TextStyles.largeTitle
     property bool hasBack: true
     property string backText: "返回"
     default property alias actions: buttons.data
 
     signal backRequested
 
+    /// What lies about the ground of a button at the edge of the page.
+    readonly property int overhang: (Metrics.touchTarget - Metrics.headerButton) / 2
+
     implicitHeight: titles.y + titles.implicitHeight + Metrics.rowSpacing
 
-    IconButton {
+    HeaderButton {
         id: backButton
 
         objectName: "backButton"
         anchors.left: parent.left
-        anchors.leftMargin: visible ? -(width - Metrics.symbol) / 2 : 0
+        anchors.leftMargin: visible ? -root.overhang : 0
         width: visible ? implicitWidth : 0
         visible: root.hasBack
         y: titles.y + Math.round((titleText.height - height) / 2)
         symbol: AppIcons.navigation.back
-        color: SystemColors.accent
         text: root.backText
         onClicked: root.backRequested()
     }
@@ -36,6 +39,7 @@ Item {
         id: titles
 
         anchors.left: backButton.right
+        anchors.leftMargin: backButton.visible ? Metrics.grid : 0
         anchors.right: buttons.left
         anchors.rightMargin: Metrics.grid
         y: Metrics.screenMargin
@@ -44,27 +48,35 @@ Item {
             id: titleText
 
             objectName: "pageTitle"
-            width: parent.width
+            width: Math.min(implicitWidth, parent.width - (sticker.visible ? sticker.width + Metrics.rowSpacing : 0))
             height: Math.max(implicitHeight, TextStyles.largeTitle.line)
             text: root.title
             style: root.titleStyle
+            font.weight: Font.Bold
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
-        StyledText {
-            objectName: "pageSubtitle"
+        QuietText {
+            objectName: root.subtitleName
             width: parent.width
             text: root.subtitle
             style: TextStyles.subheadline
-            color: SystemColors.secondaryLabel
             visible: text !== ""
         }
+    }
+    KawaiiTitleDecoration {
+        id: sticker
+
+        x: titles.x + titleText.width + Metrics.rowSpacing
+        y: titles.y + Math.round((titleText.height - height) / 2)
+        // The places of the window have one, their pages have long names.
+        visible: isPink && !root.hasBack
     }
     RowLayout {
         id: buttons
 
         anchors.right: parent.right
-        anchors.rightMargin: -(Metrics.touchTarget - Metrics.symbol) / 2
+        anchors.rightMargin: -root.overhang
         y: backButton.y
         spacing: 0
     }

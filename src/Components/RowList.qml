@@ -8,13 +8,16 @@ ListView {
 
     /// The keyboard was used last: only then the row it stands on is outlined.
     property bool keyboardInUse: false
-    property int rowStep: Metrics.rowHeight
+    property int rowStep: Metrics.rowHeight + spacing
 
     signal activated(int row)
     signal menuKeyPressed
     signal deleteKeyPressed
 
     clip: true
+    spacing: Metrics.rowSpacing
+    // What a row's ground throws about itself is not cut off at the first one.
+    topMargin: Metrics.grid
     boundsBehavior: Flickable.StopAtBounds
     reuseItems: true
     currentIndex: -1
@@ -23,20 +26,44 @@ ListView {
     bottomMargin: Metrics.rowSpacing
     Accessible.role: Accessible.List
 
+    /// Goes to a row with a spring, until it stands in the middle; -1 is none.
+    function reveal(row: int): void {
+        if (row < 0 || row >= count)
+            return;
+        const from = contentY;
+        positionViewAtIndex(row, ListView.Center);
+        const to = contentY;
+        contentY = from;
+        spring.row = row;
+        spring.from = from;
+        spring.to = to;
+        spring.restart();
+    }
+    function activateByKey(event: var): void {
+        keyboardInUse = true;
+        if (currentIndex >= 0 && !event.isAutoRepeat)
+            activated(currentIndex);
+    }
+    /// The keyboard comes from outside, from a field above the list for instance.
+    function takeKeyboard(): void {
+        if (count === 0)
+            return;
+        keyboardInUse = true;
+        currentIndex = Math.max(0, currentIndex);
+        forceActiveFocus(Qt.TabFocusReason);
+    }
     function goTo(row: int): void {
         if (count > 0)
             currentIndex = Math.max(0, Math.min(count - 1, row));
     }
 
+    // Once, however long the key is held down.
+    Keys.onReturnPressed: event => activateByKey(event)
+    Keys.onEnterPressed: event => activateByKey(event)
     Keys.onPressed: event => {
         keyboardInUse = true;
         const page = Math.max(1, Math.floor(height / rowStep) - 1);
         switch (event.key) {
-        case Qt.Key_Return:
-        case Qt.Key_Enter:
-            if (currentIndex >= 0)
-                activated(currentIndex);
-            break;
         case Qt.Key_Delete:
             if (currentItem)
                 deleteKeyPressed();
@@ -71,5 +98,20 @@ ListView {
         goTo(currentIndex + 1);
     }
 
+    onMovementStarted: spring.stop()
+
+    ResponseSpring {
+        id: spring
+
+        property int row: -1
+
+        objectName: "revealSpring"
+        target: root
+        property: "contentY"
+        response: 0.35
+        damping: 0.85
+        // Rows that came or went on the way have moved it.
+        onFinished: root.positionViewAtIndex(row, ListView.Center)
+    }
     ScrollBar.vertical: SlimScrollBar {}
 }

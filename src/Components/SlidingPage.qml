@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// A page that comes in from the right over what lies beneath it, and goes back there. Escape, Alt+Left and the
 /// mouse's back button ask for it to close.
@@ -35,9 +36,8 @@ FocusScope {
             closeRequested();
     }
 
-    Rectangle {
+    ThemedBackground {
         anchors.fill: parent
-        color: SystemColors.background
 
         TapHandler {
             // A finger has no buttons: every touch would count.

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// A scroll bar that is seen while the list is longer than its room, and thicker under the mouse.
 ScrollBar {
     id: root
+
+    property AppTheme theme: ThemeEnvironment.theme
 
     policy: size < 1 ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
     minimumSize: 0.06
@@ -14,6 +17,6 @@ ScrollBar {
     contentItem: Rectangle {
         implicitWidth: Metrics.scrollBarWidth
         radius: width / 2
-        color: root.pressed || root.hovered ? SystemColors.secondaryLabel : SystemColors.tertiaryLabel
+        color: Qt.alpha(root.theme.primaryTextColor, root.pressed || root.hovered ? 0.6 : 0.3)
     }
 }

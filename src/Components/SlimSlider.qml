@@ -2,11 +2,14 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Window
+import Cadorel
 
 /// A slider with a thin track. The handle stands on whole device pixels, so that a value that creeps repaints
 /// nothing until it has gone one pixel.
 Slider {
     id: root
+
+    property AppTheme theme: ThemeEnvironment.theme
 
     readonly property real room: availableWidth - Metrics.handleSize
     readonly property real handleX: Math.round(visualPosition * room * Screen.devicePixelRatio) / Screen.devicePixelRatio
@@ -21,18 +24,17 @@ Slider {
     hoverEnabled: true
     live: true
 
-    background: Rectangle {
+    background: SurfaceImage {
         y: Math.round((root.height - height) / 2)
         width: root.availableWidth
         height: Metrics.trackHeight
-        radius: height / 2
-        color: SystemColors.track
+        surface: Surfaces.progressTrack(root.theme)
 
         Rectangle {
             width: root.handleX + Metrics.handleSize / 2
             height: parent.height
-            radius: parent.radius
-            color: SystemColors.accent
+            radius: height / 2
+            color: root.theme.primaryColor
             visible: root.enabled
         }
     }
@@ -42,8 +44,8 @@ Slider {
         width: Metrics.handleSize
         height: Metrics.handleSize
         radius: width / 2
-        color: root.pressed || root.hovered ? SystemColors.accent : SystemColors.accentInk
-        border.color: SystemColors.accent
+        color: root.pressed || root.hovered ? root.theme.primaryColor : SystemColors.accentInk
+        border.color: root.theme.primaryColor
         border.width: Metrics.focusRing
         visible: root.enabled
 

@@ -8,7 +8,7 @@ SymbolIcon {
 
     name: AppIcons.status.loading
     size: Metrics.symbolSmall
-    color: SystemColors.secondaryLabel
+    color: ThemeEnvironment.theme.secondaryTextColor
 
     RotationAnimator on rotation {
         running: root.visible && !Motion.isReduced

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// An entry of StyledMenu.
 MenuItem {
@@ -8,7 +9,8 @@ MenuItem {
 
     property string symbol
     property bool destructive: false
-    property color ink: destructive ? SystemColors.redText : SystemColors.label
+    property AppTheme theme: ThemeEnvironment.theme
+    property color ink: Surfaces.textOn(theme, Surfaces.popup(theme), destructive ? SystemColors.red : theme.primaryTextColor)
 
     implicitHeight: Metrics.touchTarget
     leftPadding: Metrics.cardPadding
@@ -16,9 +18,11 @@ MenuItem {
     spacing: Metrics.cardPadding
     Accessible.name: text
 
-    background: Rectangle {
+    background: ThemedHighlight {
         radius: Metrics.coverRadius
-        color: root.down ? SystemColors.pressed : root.highlighted ? SystemColors.hover : "transparent"
+        isHovered: root.highlighted
+        isPressed: root.down
+        theme: root.theme
     }
     // The style would draw the text a second time.
     contentItem: Item {}

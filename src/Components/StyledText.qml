@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
-/// Text in one of the text styles. Never markup: titles come from files.
+/// Text in one of the text styles, by itself in the colour of the look around it. Never markup: titles come from files.
 Text {
     property TextStyle style: TextStyles.body
 
-    color: SystemColors.label
+    color: Surfaces.ink(ThemeEnvironment.theme, ThemeEnvironment.theme.primaryTextColor)
     font.pixelSize: style.size
     font.weight: style.weight
     lineHeight: style.line

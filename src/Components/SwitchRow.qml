@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
+import Cadorel
 
 /// A setting that is on or off: its name, and the switch at the end of the line.
 AbstractButton {
     id: root
 
+    property AppTheme theme: ThemeEnvironment.theme
+
     checkable: true
-    implicitHeight: Metrics.touchTarget
+    implicitHeight: Math.max(Metrics.buttonHeight, label.implicitHeight + 2 * Metrics.rowSpacing)
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.role: Accessible.CheckBox
@@ -15,15 +18,17 @@ AbstractButton {
     Accessible.checkable: true
     Accessible.checked: checked
 
-    background: Rectangle {
-        radius: Metrics.controlRadius
-        color: SystemColors.tertiaryBackground
-        border.width: Metrics.hairline
-        border.color: SystemColors.separator
+    background: ThemedCard {
+        cornerRadius: Metrics.controlRadius
+        theme: root.theme
 
-        FocusRing {
-            radius: parent.radius
-            visible: root.visualFocus
+        ThemedHighlight {
+            anchors.fill: parent
+            radius: Metrics.controlRadius
+            isHovered: root.hovered
+            isPressed: root.down
+            isFocused: root.visualFocus
+            theme: root.theme
         }
     }
 
@@ -31,32 +36,24 @@ AbstractButton {
         anchors.fill: parent
 
         StyledText {
+            id: label
+
             anchors.left: parent.left
             anchors.leftMargin: Metrics.cardPadding
             anchors.right: track.left
             anchors.rightMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
+            opacity: root.enabled ? 1 : Metrics.disabledOpacity
         }
-        Rectangle {
+        SwitchTrack {
             id: track
 
             anchors.right: parent.right
             anchors.rightMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
-            width: Metrics.switchWidth
-            height: Metrics.switchHeight
-            radius: height / 2
-            color: root.checked ? SystemColors.green : SystemColors.track
-
-            Rectangle {
-                x: root.checked ? parent.width - width - Metrics.focusRing : Metrics.focusRing
-                y: Metrics.focusRing
-                width: parent.height - 2 * Metrics.focusRing
-                height: width
-                radius: width / 2
-                color: SystemColors.accentInk
-            }
+            isOn: root.checked
+            theme: root.theme
         }
     }
 }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// A symbol in one colour; decoration, so what it stands for is said by the control around it.
 Image {
     /// A symbol, most often a constant of AppIcons. Empty draws nothing, an unknown one is a circle.
     required property string name
-    property color color: SystemColors.label
+    property color color: ThemeEnvironment.theme.primaryTextColor
     property int size: Metrics.symbol
 
     width: size

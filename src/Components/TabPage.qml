@@ -13,4 +13,5 @@ Loader {
     // A loader that has its item's keyboard passes it on.
     focus: isCurrent
     onIsCurrentChanged: if (isCurrent) isVisited = true
+    Component.onCompleted: if (isCurrent) isVisited = true
 }

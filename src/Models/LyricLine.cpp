@@ -193,6 +193,11 @@ QList<LyricLine> LyricLine::parsePlainText(const QString &text)
     return plainLines(wellFormed(text));
 }
 
+qsizetype LyricLine::lastBegun(const QList<LyricLine> &lines, int timeMs)
+{
+    return std::ranges::upper_bound(lines, timeMs, {}, &LyricLine::timeMs) - lines.cbegin() - 1;
+}
+
 bool LyricLine::isLrcFormat(const QString &text)
 {
     const QString checked = wellFormed(text);

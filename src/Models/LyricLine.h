@@ -27,6 +27,9 @@ struct LyricLine
     static QList<LyricLine> parse(const QString &text);
     /// One line every five seconds, without tags of the song's title and the like.
     static QList<LyricLine> parsePlainText(const QString &text);
+    /// Index of the last of @p lines that has begun at @p timeMs, -1 before the first: the last one of those
+    /// that share a time. @param lines in the order of their times
+    static qsizetype lastBegun(const QList<LyricLine> &lines, int timeMs);
     /// timeRegex() finds a match in the text as a whole: a time tag in its last line.
     static bool isLrcFormat(const QString &text);
 

@@ -10,6 +10,7 @@
 #include "Platform/FilePicker.h"
 #include "Platform/HttpClient.h"
 #include "Platform/NowPlayingCenter.h"
+#include "Platform/OutputDevices.h"
 #include "Platform/Preferences.h"
 #include "Platform/Random.h"
 #include "Platform/RemoteCommandCenter.h"
@@ -39,6 +40,8 @@ struct Platform
     std::function<std::unique_ptr<AudioEngine>()> makeAudioEngine;
     /// Null where nothing tells of interruptions and devices.
     std::unique_ptr<AudioSession> audioSession;
+    /// Null where nothing tells of devices to play on.
+    std::unique_ptr<OutputDevices> outputDevices;
     /// The desktop's media controls, both ways; one object may be both. Null where there are none.
     std::shared_ptr<NowPlayingCenter> nowPlayingCenter;
     std::shared_ptr<RemoteCommandCenter> remoteCommandCenter;

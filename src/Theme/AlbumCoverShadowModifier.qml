@@ -8,11 +8,15 @@ Item {
 
     property AppTheme theme: ThemeEnvironment.theme
     property real cornerRadius: Metrics.cardRadius
+    /// Otherwise there is the stroke alone.
+    property bool showsShadow: true
 
     Accessible.ignored: true
 
     SurfaceImage {
+        objectName: "shadow"
         anchors.fill: parent
+        visible: root.showsShadow
         surface: Surfaces.albumCoverShadow(root.theme, root.cornerRadius)
     }
     SurfaceImage {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Theme/Contrast.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace cadorel {
@@ -73,6 +74,31 @@ QColor Contrast::groundFor(const QColor &text, const QColor &color)
 QColor Contrast::textOn(const QColor &ground, const QColor &color)
 {
     return contrasting(color, ground);
+}
+
+QColor Contrast::textOnAll(const QList<QColor> &grounds, const QColor &color)
+{
+    // What can be read on the ground that is hardest can be read on the others.
+    QColor best;
+    double bestLeast = 0;
+    for (const QColor &ground : grounds) {
+        const QColor text = textOn(ground, color);
+        const double least = leastRatio(text, grounds);
+        if (least > bestLeast) {
+            best = text;
+            bestLeast = least;
+        }
+    }
+    return best;
+}
+
+double Contrast::leastRatio(const QColor &color, const QList<QColor> &grounds)
+{
+    constexpr double highest = 21;
+    double least = highest;
+    for (const QColor &ground : grounds)
+        least = std::min(least, ratio(color, ground));
+    return least;
 }
 
 QColor Contrast::over(const QColor &upper, const QColor &lower)

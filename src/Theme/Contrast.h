@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QList>
 #include <QObject>
 
 namespace cadorel {
@@ -25,6 +26,11 @@ public:
     Q_INVOKABLE static QColor groundFor(const QColor &text, const QColor &color);
     /// The same for a text of that colour on @p ground.
     Q_INVOKABLE static QColor textOn(const QColor &ground, const QColor &color);
+    /// The same for a text that lies on all of @p grounds, or moves over them: the one that can be read best
+    /// on the worst of them, which may still be too little on grounds far apart. Invalid without any.
+    static QColor textOnAll(const QList<QColor> &grounds, const QColor &color);
+    /// The least ratio() of @p color on any of @p grounds; 21 without any.
+    static double leastRatio(const QColor &color, const QList<QColor> &grounds);
     /// What @p upper looks like on an opaque @p lower.
     Q_INVOKABLE static QColor over(const QColor &upper, const QColor &lower);
 };

@@ -25,14 +25,35 @@ QtObject {
     readonly property int cardWidth: 168
     readonly property int playlistCover: 96
     readonly property int albumCover: 280
+    /// Of the note in place of a cover, in sides of it.
+    readonly property real coverNoteShare: 0.3
+    /// Corner of what surrounds a cassette, in sides of it.
+    readonly property real cassetteCornerShare: 0.18
     readonly property int coverRadius: 8
     readonly property int touchTarget: 44
-    readonly property int tabBarHeight: 56
+    readonly property int tabBarHeight: 49
     readonly property int tabWidth: 160
+    readonly property int kawaiiTabIcon: 28
+    readonly property real idleTabOpacity: 0.5
+    readonly property int kawaiiTabBarPadding: 20
+    readonly property real kawaiiHairline: 0.5
+    readonly property real kawaiiHairlineOpacity: 0.2
     readonly property int buttonHeight: 44
+    /// The ground of a button in a page's header, which answers on touchTarget.
+    readonly property int headerButton: 36
+    /// The round ground of the symbol of an empty screen, and the height from which on there is room for it.
+    readonly property int emblem: 88
+    readonly property int emptyStateRoom: 320
     readonly property int controlRadius: 10
     readonly property int cardRadius: 12
     readonly property int sheetRadius: 16
+    /// A sheet that is drawn down by more than this goes.
+    readonly property int sheetReach: 96
+    readonly property int grabberWidth: 36
+    readonly property int wheelWidth: 72
+    readonly property int wheelHeight: 200 + 5 * textGrowth
+    /// From this width on, six short buttons stand in one line.
+    readonly property int wideOffsetButtons: 400
     readonly property int focusRing: 2
 
     readonly property int segmentWidth: 88
@@ -53,7 +74,16 @@ QtObject {
     /// A heart of scale 1.
     readonly property int floatingHeart: 20
     readonly property int cassetteSize: 300
+    /// Of the settings: a card of a cassette, the cassette on it, and the large one beneath the cards.
+    readonly property int cassetteCard: 96
+    readonly property int cassetteThumbnail: 72
+    readonly property int cassettePreview: 200
+    readonly property int emojiButton: 52
+    readonly property int emojiPreview: 64
+    readonly property int colorPreview: 96
+    readonly property int swatch: 40
     readonly property int appIconSize: 80
+    readonly property int aboutEmblem: 72
     readonly property int previewWidth: 104
     readonly property int previewHeight: 48
     readonly property int previewDot: 16
@@ -63,6 +93,7 @@ QtObject {
 
     readonly property int symbolTiny: 14
     readonly property int symbolSmall: 18
+    readonly property int symbolHeader: 20
     readonly property int symbol: 24
     readonly property int symbolLarge: 30
     readonly property int heartSymbol: 28
@@ -86,9 +117,72 @@ QtObject {
     readonly property int levelBarWidth: 3
     readonly property int levelBarGap: 2
     readonly property int levelBarHeight: 20
+    /// Of the bars about the large cover: how far from it they begin and from each other, and how long the longest is.
+    readonly property int waveBarWidth: 3
+    readonly property int waveBarLength: 16
+    readonly property int waveGap: 6
+    readonly property int waveSpacing: 11
+    readonly property int waveReach: waveGap + waveBarLength
+    readonly property int dancingEmoji: 48
+    /// Font size of an emoji in such a square.
+    readonly property int dancingEmojiFont: 38
+    readonly property int dancingJump: 18
+    readonly property int dancingTilt: 12
     readonly property int scrollBarWidth: 6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
+
+    // Of the Now Playing screen: font sizes of its symbols, sides of the pictures drawn in their place, and lengths.
+    readonly property int nowPlayingSymbol: 20
+    readonly property int skipSymbol: 32
+    readonly property int playSymbol: 72
+    readonly property int drawnHeart: 36
+    readonly property int drawnSkip: 40
+    readonly property int playFrame: 80
+    readonly property int loadingSpinner: 30
+    readonly property real heartSquash: 0.95
+    readonly property real modeSquash: 0.7
+    readonly property int pageDot: 6
+    readonly property int currentPageDot: 8
+    readonly property int pageDotRoom: 28
+    readonly property int pageDotDuration: Motion.scaled(200)
+    readonly property real otherPageDotOpacity: 0.5
+    readonly property real idleTimerOpacity: 0.5
+    readonly property int miniLyricTop: 12
+    readonly property int miniLyricBottom: 16
+    /// The first of the stickers at the cover's corners.
+    readonly property int coverSticker: 2
+    readonly property int leastCover: 120
+    readonly property int largestCover: 520
+    readonly property int nowPlayingSliderHeight: 32
+    readonly property real grooveOpacity: 0.3
+    readonly property real darkGrooveOpacity: 0.5
+    readonly property int statusLineHeight: 28
+    readonly property int statusButtonHeight: 24
+    readonly property int controlsWidth: 420
+    readonly property int wideControlsWidth: 332
+    readonly property int queueWidth: 720
+    /// From this width on the lyrics stand beside the cover, within the next one.
+    readonly property int sideBySideWidth: 900
+    readonly property int sideBySideContent: 1280
+    /// Below the first height its lines stand close, from the second on far apart.
+    readonly property int lowNowPlaying: 560
+    readonly property int highNowPlaying: 760
+    /// Between two lines of lyrics, above the first and below the last.
+    readonly property int lyricSpacing: 20
+    readonly property int lyricHeadroom: 100
+    readonly property int lyricFootroom: 200
+    /// A line of lyrics is wrapped into as many at most.
+    readonly property int lyricMostRows: 8
+    /// Lines fade over this much of the page's upper and lower end.
+    readonly property int lyricEdge: 40
+    /// From as far a line slides or falls into its place.
+    readonly property int lyricEntrance: 28
+    readonly property int lyricEntranceDuration: 350
+    readonly property int lyricStyleDuration: 250
+    readonly property int lyricScrollDuration: 300
+    readonly property int lyricScrollDelay: 100
+    readonly property int miniLyricHeight: 50
 
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844
@@ -98,6 +192,7 @@ QtObject {
     readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
+    readonly property int formWidth: 640
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208
     readonly property int textBlockWidth: 224
@@ -110,10 +205,25 @@ QtObject {
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
+    /// One turn of the mini player's disc.
+    readonly property int discTurn: 12000
+    readonly property real liftedScale: 1.1
+    readonly property real chosenScale: 1.15
+    readonly property int putDownDuration: 150
     readonly property int sheetDuration: Motion.scaled(300)
+    /// From one picture to the next.
+    readonly property int fadeDuration: Motion.scaled(300)
+    /// Until bars lie flat when the music stops.
+    readonly property int restDuration: Motion.scaled(300)
+    /// Up and down again.
+    readonly property int jumpDuration: Motion.scaled(240)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int loadingHintDelay: 400
+    readonly property int locateDelay: 150
+    /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
+    readonly property int seekStep: 5
+    readonly property real volumeStep: 0.05
 
     /// Size of a symbol that stands where a text of that font size would: its box is a fifth larger.
     function symbolOf(fontSize: real): int {

@@ -23,6 +23,7 @@ T.AbstractButton {
     property color ink: Surfaces.accentOn(theme, pressedSurface)
     /// The ground answers a press that is answered by nothing else.
     property bool tintsPress: false
+    property TextStyle labelStyle: TextStyles.headline
     /// A tap that is over at once is seen, too.
     readonly property bool showsPress: down || answer.running
     /// From 0, idle, to 1, pressed; a spring goes a little beyond.
@@ -103,5 +104,6 @@ T.AbstractButton {
         symbol: root.symbol
         text: root.text
         ink: root.ink
+        style: root.labelStyle
     }
 }

@@ -8,6 +8,7 @@ Item {
     property string symbol
     property string text
     property color ink
+    property TextStyle style: TextStyles.headline
 
     implicitWidth: glyph.room + label.implicitWidth
     implicitHeight: row.implicitHeight
@@ -36,7 +37,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, root.width - glyph.room)
             text: root.text
-            style: TextStyles.headline
+            style: root.style
             color: root.ink
         }
     }

@@ -75,6 +75,18 @@ SurfaceMask::SurfaceMask(QSize size, QPointF centre, QSizeF shape, double corner
     }
 }
 
+SurfaceMask::SurfaceMask(const QImage &picture, int shift)
+    : SurfaceMask(picture.size())
+{
+    constexpr QRgb channelBits = 0xFF;
+    constexpr float full = 255;
+    for (int y = 0; y < m_size.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
+        for (int x = 0; x < m_size.width(); ++x)
+            m_values[index(x, y)] = static_cast<float>((line[x] >> shift) & channelBits) / full;
+    }
+}
+
 void SurfaceMask::blur(double deviation)
 {
     if (!(deviation > 0) || m_values.empty())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QImage>
 #include <QPointF>
 #include <QSize>
 #include <QSizeF>
@@ -17,6 +18,10 @@ public:
     explicit SurfaceMask(QSize size);
     /// Covers a rounded rectangle about @p centre; nothing where a side is not positive.
     SurfaceMask(QSize size, QPointF centre, QSizeF shape, double cornerRadius);
+
+    /// Covers as much of each pixel as that channel of @p picture says, which has 32 bits a pixel.
+    /// @param shift of the channel within a pixel
+    SurfaceMask(const QImage &picture, int shift);
 
     float at(int x, int y) const { return m_values[index(x, y)]; }
     int width() const { return m_size.width(); }

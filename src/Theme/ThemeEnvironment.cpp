@@ -130,8 +130,8 @@ void ThemeEnvironment::resetTheme()
 void ThemeEnvironment::follow()
 {
     QObject *const around = aroundOf(parent());
-    if (around) {
-        ThemeEnvironment *const environment = environmentOf(around);
+    // What is being destroyed has none any more, and tells its popups to go elsewhere.
+    if (ThemeEnvironment *const environment = around ? environmentOf(around) : nullptr) {
         if (environment == m_around)
             return;
         leave();

@@ -11,6 +11,7 @@ Item {
     property string image
     property real size: Metrics.albumCover
     property real cornerRadius: Metrics.cardRadius
+    property bool showsShadow: true
     property AppTheme theme: ThemeEnvironment.theme
 
     readonly property string roundedImage: image === "" || image.startsWith("image://") ? image : "image://rounded/" + encodeURIComponent(image)
@@ -40,6 +41,7 @@ Item {
     AlbumCoverShadowModifier {
         anchors.fill: parent
         cornerRadius: root.cornerRadius
+        showsShadow: root.showsShadow
         theme: root.theme
     }
 }

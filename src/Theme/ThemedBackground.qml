@@ -7,6 +7,7 @@ Item {
     id: root
 
     property AppTheme theme: ThemeEnvironment.theme
+    property surface surface: Surfaces.background(theme)
 
     Accessible.ignored: true
 
@@ -15,7 +16,7 @@ Item {
 
         objectName: "background"
         anchors.fill: parent
-        surface: Surfaces.background(root.theme)
+        surface: root.surface
         pictureSize: drawnSize
 
         /// Follows the size of a window that is being dragged a few times a second only: the picture is large.

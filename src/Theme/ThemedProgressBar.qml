@@ -12,6 +12,11 @@ FocusScope {
     property real progress: 0
     readonly property bool isDragging: touch.pressed
     property AppTheme theme: ThemeEnvironment.theme
+    /// Of what is done, and of the ring about the knob that the keyboard speaks to.
+    property color tint: theme.primaryColor
+    property color focusColor: tint
+    property surface trackSurface: Surfaces.progressTrack(theme)
+    property surface knobSurface: Surfaces.progressKnob(theme, knobSize)
     /// For screen readers.
     property string name: "进度"
 
@@ -76,14 +81,14 @@ FocusScope {
         SurfaceImage {
             objectName: "track"
             anchors.fill: parent
-            surface: Surfaces.progressTrack(root.theme)
+            surface: root.trackSurface
         }
         Rectangle {
             objectName: "fill"
             width: root.fillWidth
             height: parent.height
             radius: Math.min(width, height) / 2
-            color: root.theme.primaryColor
+            color: root.tint
         }
     }
     SurfaceImage {
@@ -92,7 +97,7 @@ FocusScope {
         y: (root.height - height) / 2
         width: root.knobSize
         height: root.knobSize
-        surface: Surfaces.progressKnob(root.theme, root.knobSize)
+        surface: root.knobSurface
 
         Rectangle {
             objectName: "halo"
@@ -101,12 +106,13 @@ FocusScope {
             height: width
             radius: width / 2
             z: -1
-            color: Qt.alpha(root.theme.primaryColor, Metrics.pressedOpacity)
+            color: Qt.alpha(root.tint, Metrics.pressedOpacity)
             visible: touch.containsMouse || touch.pressed
         }
         ThemedFocusRing {
             objectName: "focusRing"
             controlRadius: root.knobSize / 2
+            border.color: root.focusColor
             theme: root.theme
             visible: root.activeFocus
         }

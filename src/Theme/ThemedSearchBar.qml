@@ -22,7 +22,8 @@ FocusScope {
     opacity: enabled ? 1 : Metrics.disabledOpacity
 
     function clear(): void {
-        field.text = "";
+        // An assignment would undo what the text is bound to.
+        field.clear();
         edited("");
     }
 

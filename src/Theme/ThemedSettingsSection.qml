@@ -12,6 +12,8 @@ Item {
     /// The rows.
     default property alias content: rows.data
     property AppTheme theme: ThemeEnvironment.theme
+    /// Where the lines begin: where the titles of rows with a symbol do.
+    property real seamInset: 2 * Metrics.cardPadding + Metrics.settingsSquare
 
     /// Where a row ends and another begins.
     readonly property var seams: {
@@ -57,8 +59,7 @@ Item {
             required property real modelData
 
             objectName: "seam"
-            // It starts where the titles do.
-            x: Metrics.grid + 2 * Metrics.cardPadding + Metrics.settingsSquare
+            x: Metrics.grid + root.seamInset
             y: rows.y + modelData
             width: root.width - x - Metrics.cardPadding
             height: Metrics.hairline

@@ -3,8 +3,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Cadorel
 
-/// One song of a list, on a ground of the look. A click plays it; a long press or the right button asks for its
-/// menu.
+/// One song of a list, on a ground of the look, which the insets hold off the sides. A click plays it; a long press or
+/// the right button asks for its menu.
 T.ItemDelegate {
     id: root
 
@@ -55,6 +55,8 @@ T.ItemDelegate {
     }
     Item {
         anchors.fill: parent
+        anchors.leftMargin: root.leftInset
+        anchors.rightMargin: root.rightInset
 
         ArtworkImageView {
             id: cover

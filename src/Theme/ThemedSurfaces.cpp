@@ -4,6 +4,9 @@
 #include "Theme/Contrast.h"
 #include "Theme/SystemColorTable.h"
 
+#include <QHash>
+#include <QMutex>
+
 #include <algorithm>
 #include <cmath>
 
@@ -17,6 +20,10 @@ constexpr double rowRadius = 12;
 constexpr double searchRadius = 10;
 constexpr double iconRadius = 7;
 constexpr double trackRadius = 2;
+constexpr double switchOff = 0.2;
+constexpr double popupShade = 0.28;
+constexpr double popupEdge = 0.12;
+constexpr double pressedShade = 0.15;
 
 /// @p color at @p opacity of its own, which may be more than all of it.
 QColor faded(const QColor &color, double opacity)
@@ -62,19 +69,28 @@ QList<SurfaceStroke> line(const LinearGradient &gradient, double width)
     return {{.color = {}, .gradient = gradient, .width = width}};
 }
 
-/// What @p surface looks like on each of those grounds, at the stops of its gradient where it has one.
-QList<QColor> laidOver(const QList<QColor> &grounds, const Surface &surface)
+/// @p color, made darker or lighter until it can be read on each of the grounds, also where the mouse is.
+/// Every text of a screen asks, and all of them for a few colours on a few grounds: what was found is kept.
+QColor readableOn(const AppTheme &theme, QList<QColor> grounds, const QColor &color)
 {
-    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
-    QList<QColor> colors;
-    for (const QColor &ground : grounds) {
-        const QColor filled = Contrast::over(fill, ground);
-        if (surface.gradient.isEmpty())
-            colors.append(filled);
-        for (const QGradientStop &stop : surface.gradient.stops)
-            colors.append(Contrast::over(stop.second, filled));
+    constexpr qsizetype kept = 1024;
+    static QMutex mutex;
+    static QHash<QList<quint64>, QColor> found;
+
+    const QColor hover = faded(theme.primaryTextColor(), ThemedSurfaces::hoverOpacity);
+    for (const QColor &ground : QList(grounds))
+        grounds << Contrast::over(hover, ground);
+    QList<quint64> key{color.rgba64()};
+    for (const QColor &ground : std::as_const(grounds)) {
+        if (!key.contains(ground.rgba64()))
+            key << ground.rgba64();
     }
-    return colors;
+    const QMutexLocker lock(&mutex);
+    if (const auto known = found.constFind(key); known != found.cend())
+        return *known;
+    if (found.size() >= kept)
+        found.clear();
+    return *found.insert(key, Contrast::textOnAll(grounds, color));
 }
 
 } // namespace
@@ -295,6 +311,20 @@ Surface ThemedSurfaces::settingsIcon(AppTheme *theme, const QColor &color)
             .strokes = {}};
 }
 
+Surface ThemedSurfaces::switchTrack(AppTheme *theme, bool isOn, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    const QColor primary = theme->primaryColor();
+    const bool isEmbossed = theme->useNeumorphism();
+    const QColor off = Contrast::over(faded(theme->primaryTextColor(), switchOff), theme->surfaceColor());
+    return {.fill = isOn ? primary : off,
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {},
+            .strokes = isEmbossed ? sunk(theme->darkShadow(), theme->lightShadow()) : QList<SurfaceStroke>()};
+}
+
 Surface ThemedSurfaces::progressTrack(AppTheme *theme)
 {
     if (!theme)
@@ -316,6 +346,20 @@ Surface ThemedSurfaces::progressKnob(AppTheme *theme, double size)
             .gradient = {},
             .cornerRadius = size / 2,
             .shadows = {{.color = faded(primary, 0.4), .radius = 4, .x = 0, .y = 1}},
+            .strokes = {}};
+}
+
+Surface ThemedSurfaces::progressTrackOf(const QColor &color)
+{
+    return {.fill = color, .gradient = {}, .cornerRadius = trackRadius, .shadows = {}, .strokes = {}};
+}
+
+Surface ThemedSurfaces::progressKnobOf(const QColor &color, double size)
+{
+    return {.fill = color,
+            .gradient = {},
+            .cornerRadius = size / 2,
+            .shadows = {{.color = faded(Qt::black, 0.4), .radius = 4, .x = 0, .y = 1}},
             .strokes = {}};
 }
 
@@ -346,24 +390,58 @@ QColor ThemedSurfaces::textOn(AppTheme *theme, const Surface &surface, const QCo
 {
     if (!theme)
         return {};
-    QList<QColor> grounds = laidOver(laidOver({Qt::white}, background(theme)), surface);
-    const QColor hover = faded(theme->primaryTextColor(), hoverOpacity);
-    for (const QColor &ground : QList(grounds))
-        grounds << Contrast::over(hover, ground);
-    // What can be read on the ground that is hardest can be read on the others.
-    QColor best;
-    double bestLeast = 0;
+    return readableOn(*theme, laidOver(laidOver({Qt::white}, background(theme)), surface), color);
+}
+
+QList<QColor> ThemedSurfaces::laidOver(const QList<QColor> &grounds, const Surface &surface)
+{
+    const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
+    QList<QColor> colors;
     for (const QColor &ground : grounds) {
-        const QColor text = Contrast::textOn(ground, color);
-        double least = Contrast::ratio(text, ground);
-        for (const QColor &other : grounds)
-            least = std::min(least, Contrast::ratio(text, other));
-        if (least > bestLeast) {
-            best = text;
-            bestLeast = least;
-        }
+        const QColor filled = Contrast::over(fill, ground);
+        if (surface.gradient.isEmpty())
+            colors.append(filled);
+        for (const QGradientStop &stop : surface.gradient.stops)
+            colors.append(Contrast::over(stop.second, filled));
     }
-    return best;
+    return colors;
+}
+
+QColor ThemedSurfaces::ink(AppTheme *theme, const QColor &color)
+{
+    if (!theme)
+        return {};
+    const QList<QColor> screen = laidOver({Qt::white}, background(theme));
+    return readableOn(
+        *theme, screen + laidOver(screen, themedCard(theme)) + laidOver(screen, themedRow(theme)), color);
+}
+
+Surface ThemedSurfaces::popup(AppTheme *theme, double cornerRadius)
+{
+    if (!theme)
+        return {};
+    const QColor surface = theme->surfaceColor();
+    return {.fill = surface,
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = {{.color = faded(Qt::black, popupShade), .radius = 16, .x = 0, .y = 6}},
+            .strokes = line(Contrast::over(faded(theme->primaryTextColor(), popupEdge), surface))};
+}
+
+Surface ThemedSurfaces::filledButton(AppTheme *theme, const QColor &color, bool isPressed,
+                                     double cornerRadius)
+{
+    if (!theme)
+        return {};
+    const QColor fill = Contrast::groundFor(Qt::white, color);
+    const QColor shown = isPressed ? Contrast::over(faded(Qt::black, pressedShade), fill) : fill;
+    const QList<SurfaceShadow> soft = {
+        {.color = faded(fill, isPressed ? 0.15 : 0.3), .radius = 6, .x = 0, .y = 3}};
+    return {.fill = shown,
+            .gradient = {},
+            .cornerRadius = cornerRadius,
+            .shadows = theme->useNeumorphism() ? lit(*theme, isPressed ? 3 : 6, isPressed ? 1 : 2) : soft,
+            .strokes = {}};
 }
 
 Surface ThemedSurfaces::background(AppTheme *theme)
@@ -377,6 +455,24 @@ Surface ThemedSurfaces::background(AppTheme *theme)
             .cornerRadius = 0,
             .shadows = {},
             .strokes = {}};
+}
+
+Surface ThemedSurfaces::nowPlayingGradient(AppTheme *theme)
+{
+    if (!theme)
+        return {};
+    Surface surface = background(theme);
+    LinearGradient gradient = theme->backgroundGradient();
+    if (gradient.isEmpty()) {
+        const QColor primary = theme->primaryColor();
+        gradient = {.stops = {{0, faded(primary, 0.1)},
+                              {0.5, faded(primary, 0.2)},
+                              {1, faded(theme->colors().indigo, 0.1)}}};
+    }
+    for (QGradientStop &stop : gradient.stops)
+        stop.second = faded(stop.second, 1 / (1 - nowPlayingVeil));
+    surface.gradient = gradient;
+    return surface;
 }
 
 QSize ThemedSurfaces::backgroundSize(const QSize &pixels)

@@ -50,9 +50,14 @@ public:
     Q_INVOKABLE static cadorel::Surface controlButton(cadorel::AppTheme *theme, double size);
     /// The square beneath the symbol of a settings row.
     Q_INVOKABLE static cadorel::Surface settingsIcon(cadorel::AppTheme *theme, const QColor &color);
+    /// The groove of a switch.
+    Q_INVOKABLE static cadorel::Surface switchTrack(cadorel::AppTheme *theme, bool isOn, double cornerRadius);
     /// Of ThemedProgressBar: the groove, and the knob of that diameter.
     Q_INVOKABLE static cadorel::Surface progressTrack(cadorel::AppTheme *theme);
     Q_INVOKABLE static cadorel::Surface progressKnob(cadorel::AppTheme *theme, double size);
+    /// The same in a colour of their own, for what lies on a picture.
+    Q_INVOKABLE static cadorel::Surface progressTrackOf(const QColor &color);
+    Q_INVOKABLE static cadorel::Surface progressKnobOf(const QColor &color, double size);
     /// The block of ThemePreviewCard.
     Q_INVOKABLE static cadorel::Surface previewBlock(cadorel::AppTheme *theme, double cornerRadius = 8);
     /// The screen in small that the block lies on: the background of the look on a card.
@@ -63,13 +68,27 @@ public:
     /// also while the mouse is on it, whatever part of the look's background lies beneath.
     Q_INVOKABLE static QColor textOn(cadorel::AppTheme *theme, const cadorel::Surface &surface,
                                      const QColor &color);
+    /// The same for what may lie on the background itself, on a card or on a row: readable on each of them.
+    Q_INVOKABLE static QColor ink(cadorel::AppTheme *theme, const QColor &color);
+    /// Of what lies over everything for a while: menus, dialogs, tool tips. Opaque, and a little raised.
+    Q_INVOKABLE static cadorel::Surface popup(cadorel::AppTheme *theme, double cornerRadius = 12);
+    /// A button whose ground is @p color, for the one that a screen wants pressed, or for one that destroys.
+    /// Its text is white.
+    Q_INVOKABLE static cadorel::Surface filledButton(cadorel::AppTheme *theme, const QColor &color,
+                                                     bool isPressed, double cornerRadius = 12);
     /// Behind a whole screen: opaque, a translucent gradient lies over the background of the colour scheme.
     Q_INVOKABLE static cadorel::Surface background(cadorel::AppTheme *theme);
+    /// Behind the Now Playing screen, beneath its veil: the gradient of the look, or one of its accent, so
+    /// strong that the usual veil of a look with a gradient, nowPlayingVeil, leaves its background.
+    Q_INVOKABLE static cadorel::Surface nowPlayingGradient(cadorel::AppTheme *theme);
+    static constexpr double nowPlayingVeil = 0.8;
     /// Size of the picture of background() for a screen of @p pixels, which it is stretched to: no side is
     /// longer than longestBackground, since a gradient has no detail and a large screen would wait for its
     /// pixels.
     Q_INVOKABLE static QSize backgroundSize(const QSize &pixels);
     static constexpr int longestBackground = 1024;
+    /// What @p surface looks like on each of those grounds, at the stops of its gradient where it has one.
+    static QList<QColor> laidOver(const QList<QColor> &grounds, const Surface &surface);
 };
 
 } // namespace cadorel

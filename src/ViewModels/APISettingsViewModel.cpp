@@ -18,10 +18,16 @@ APISettingsViewModel::APISettingsViewModel(APIConfigService &apiConfig, OnlineMu
     // What is wrong with the address is told when it is to be saved, not while it is typed.
     , m_tempURL(new FormTextInput([](const QString &) { return QString(); }, this))
 {
+    connect(&m_apiConfig, &APIConfigService::baseURLChanged, this, &APISettingsViewModel::usesDefaultChanged);
     connect(m_tempURL, &FormTextInput::textChanged, this, [this] { m_tempURL->setHint(QString()); });
 }
 
 APISettingsViewModel::~APISettingsViewModel() = default;
+
+bool APISettingsViewModel::usesDefault() const
+{
+    return m_apiConfig.baseURL() == APIConfigService::defaultBaseURL;
+}
 
 void APISettingsViewModel::open()
 {

@@ -16,6 +16,7 @@ class APISettingsViewModel : public QObject
     Q_OBJECT
     Q_MOC_INCLUDE("ViewModels/FormTextInput.h")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
+    Q_PROPERTY(bool usesDefault READ usesDefault NOTIFY usesDefaultChanged)
     Q_PROPERTY(cadorel::FormTextInput *tempURL READ tempURL CONSTANT)
     Q_PROPERTY(bool showInvalidURLAlert READ showInvalidURLAlert WRITE setShowInvalidURLAlert NOTIFY
                    showInvalidURLAlertChanged)
@@ -28,6 +29,8 @@ public:
     Q_DISABLE_COPY_MOVE(APISettingsViewModel)
 
     bool isOpen() const { return m_isOpen; }
+    /// The server in use is the one that nobody has chosen.
+    bool usesDefault() const;
     /// The address as it stands in the form.
     FormTextInput *tempURL() const { return m_tempURL; }
     /// The listener is being told that the address is none.
@@ -49,6 +52,7 @@ public:
 
 Q_SIGNALS:
     void isOpenChanged();
+    void usesDefaultChanged();
     void showInvalidURLAlertChanged();
     void showResetAlertChanged();
     /// Another server is in use.

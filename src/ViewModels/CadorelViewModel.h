@@ -48,6 +48,7 @@ class CadorelViewModel : public QObject
     Q_PROPERTY(QString currentArtist READ currentArtist NOTIFY currentChanged)
     Q_PROPERTY(bool hasCurrentSong READ hasCurrentSong NOTIFY currentChanged)
     Q_PROPERTY(QString searchQuery READ searchQuery WRITE setSearchQuery NOTIFY searchQueryChanged)
+    Q_PROPERTY(QString uiRefreshToken READ uiRefreshTokenText NOTIFY uiRefreshTokenChanged)
     Q_PROPERTY(bool showNowPlaying READ showNowPlaying WRITE setShowNowPlaying NOTIFY showNowPlayingChanged)
 
 public:
@@ -86,6 +87,8 @@ public:
     bool updateTrigger() const { return m_updateTrigger; }
     /// View identity of the tab view and of the mini player.
     QUuid uiRefreshToken() const { return m_uiRefreshToken; }
+    /// The same as screens compare it.
+    QString uiRefreshTokenText() const { return m_uiRefreshToken.toString(QUuid::WithoutBraces); }
 
     QString currentSongTitle() const;
     QString currentArtist() const;

@@ -6,6 +6,7 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/CoverRegistry.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace cadorel {
@@ -22,7 +23,9 @@ constexpr double endFraction = 0.999;
 /// So does one that is let go this close to the end, in seconds.
 constexpr double endSeconds = 0.25;
 
-QString timeText(double seconds)
+} // namespace
+
+QString PlaybackViewModel::timeText(double seconds)
 {
     // A damaged file may tell any number as its length: one that no whole number can hold is shown as 0.
     constexpr double limit = 1e15;
@@ -30,7 +33,11 @@ QString timeText(double seconds)
     return QString::asprintf("%lld:%02lld", whole / 60, whole % 60);
 }
 
-} // namespace
+bool PlaybackViewModel::isAtEnd(double fraction, double duration)
+{
+    return std::isfinite(duration) && duration > 0 &&
+           (fraction >= endFraction || duration - fraction * duration <= endSeconds);
+}
 
 PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel, const OnlineSongAddresses *onlineAddresses)
     : m_viewModel(viewModel)
@@ -100,10 +107,22 @@ void PlaybackViewModel::seek(double fraction)
     const double duration = player().duration();
     if (!std::isfinite(fraction) || !std::isfinite(duration) || duration <= 0)
         return;
-    if (fraction >= endFraction || duration * (1 - fraction) <= endSeconds)
+    if (isAtEnd(fraction, duration))
         player().endCurrentTrack();
     else
         m_viewModel.seek(fraction);
+}
+
+void PlaybackViewModel::seekBy(double seconds)
+{
+    if (m_canSeek && std::isfinite(seconds))
+        seek(std::clamp((player().currentTime() + seconds) / player().duration(), 0.0, 1.0));
+}
+
+void PlaybackViewModel::changeVolume(double step)
+{
+    if (std::isfinite(step))
+        player().setVolume(static_cast<float>(std::clamp(player().volume() + step, 0.0, 1.0)));
 }
 
 void PlaybackViewModel::dismissPlayError()

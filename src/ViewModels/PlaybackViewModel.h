@@ -28,6 +28,12 @@ public:
     explicit PlaybackViewModel(CadorelViewModel &viewModel,
                                const OnlineSongAddresses *onlineAddresses = nullptr);
 
+    /// "1:05", without a limit to the minutes; "0:00" for what is no time.
+    static QString timeText(double seconds);
+    /// A slider that is let go there leaves next to nothing of a song of @p duration seconds: the song is
+    /// over. Never so while the length is unknown.
+    static bool isAtEnd(double fraction, double duration);
+
     /// "1:05"; "0:00" at the start.
     QString currentTimeText() const { return m_currentTimeText; }
     /// "4:20"; "--:--" while unknown.
@@ -40,6 +46,10 @@ public:
 
     /// Goes to a fraction of the song, 0...1; at its very end the song is over.
     Q_INVOKABLE void seek(double fraction);
+    /// Goes that many seconds on, or back; not beyond the song's beginning and end.
+    Q_INVOKABLE void seekBy(double seconds);
+    /// @param step part of the whole, -1...1
+    Q_INVOKABLE void changeVolume(double step);
     Q_INVOKABLE void dismissPlayError();
 
 Q_SIGNALS:

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/UserInterface.h"
 
+#include "Components/BackdropImageProvider.h"
 #include "Components/CoverImageProvider.h"
 #include "Components/CustomImageProvider.h"
+#include "Components/LyricImageProvider.h"
 #include "Components/RoundedImageProvider.h"
 #include "Components/SymbolImageProvider.h"
 #include "Platform/PaletteAppearance.h"
@@ -69,12 +71,17 @@ void installUserInterface(QQmlEngine &engine, const InterfaceParts &parts)
     // The engine owns its providers.
     engine.addImageProvider(QLatin1StringView(CoverImageProvider::id),
                             new CoverImageProvider(CoverRegistry::shared(), parts.remoteCovers));
+    const auto customPictures = parts.themeService ? parts.themeService->customPictures() : nullptr;
+    engine.addImageProvider(
+        QLatin1StringView(BackdropImageProvider::id),
+        new BackdropImageProvider(CoverRegistry::shared(), parts.remoteCovers, customPictures));
+    engine.addImageProvider(QLatin1StringView(LyricImageProvider::id), new LyricImageProvider);
     engine.addImageProvider(QLatin1StringView(RoundedImageProvider::id), new RoundedImageProvider);
     engine.addImageProvider(QLatin1StringView(SymbolImageProvider::id), new SymbolImageProvider);
     engine.addImageProvider(QLatin1StringView(SurfaceImageProvider::id), new SurfaceImageProvider);
-    if (parts.themeService)
+    if (customPictures)
         engine.addImageProvider(QLatin1StringView(CustomImageProvider::id),
-                                new CustomImageProvider(parts.themeService->customPictures()));
+                                new CustomImageProvider(customPictures));
 }
 
 void installFonts()

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Components/CoverImageProvider.h"
-
 #include <QImage>
+#include <QQuickAsyncImageProvider>
 #include <QQuickImageResponse>
 #include <QQuickTextureFactory>
 #include <QSignalSpy>
@@ -16,8 +15,8 @@ namespace cadorel {
 class CoverRequest
 {
 public:
-    /// @param address what stands behind "image://cover/"
-    CoverRequest(CoverImageProvider &provider, const QString &address, const QSize &size)
+    /// @param address what stands behind the provider's name
+    CoverRequest(QQuickAsyncImageProvider &provider, const QString &address, const QSize &size)
         : m_response(provider.requestImageResponse(address, size))
         , m_finished(m_response.get(), &QQuickImageResponse::finished)
     {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Components/CoverImageProvider.h"
 #include "Components/CoverPainter.h"
 #include "Components/CoverRequest.h"
 #include "Fakes/FakeClock.h"

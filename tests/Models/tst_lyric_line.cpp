@@ -153,6 +153,9 @@ private Q_SLOTS:
     void megabytesAreReadInNoTime_data();
     void megabytesAreReadInNoTime();
     void timesOfAnEndlessPlainTextStayInRange();
+    void lastBegunLine_data();
+    void lastBegunLine();
+    void lastBegunLineIsFoundAsByWalkingBack();
 };
 
 void TestLyricLine::oneDigitOfFractionIsNoTag()
@@ -433,6 +436,47 @@ void TestLyricLine::timesOfAnEndlessPlainTextStayInRange()
     QVERIFY(std::ranges::is_sorted(lines, {}, &LyricLine::timeMs));
     QCOMPARE(lines.constFirst().timeMs, 0);
     QVERIFY(lines.constLast().timeMs > std::numeric_limits<int>::max() - 5000);
+}
+
+void TestLyricLine::lastBegunLine_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("timeMs");
+    QTest::addColumn<qsizetype>("expected");
+    const QString song = u"[00:10.00]a\n[00:20.00]b\n[00:20.00]c\n[00:30.00]d"_s;
+    QTest::newRow("no lines") << QString() << 5000 << qsizetype(-1);
+    QTest::newRow("before the first") << song << 9999 << qsizetype(-1);
+    QTest::newRow("before the song") << song << -1 << qsizetype(-1);
+    QTest::newRow("at the first") << song << 10000 << qsizetype(0);
+    QTest::newRow("between two") << song << 19999 << qsizetype(0);
+    QTest::newRow("at two of one time") << song << 20000 << qsizetype(2);
+    QTest::newRow("at the last") << song << 30000 << qsizetype(3);
+    QTest::newRow("long past the last") << song << std::numeric_limits<int>::max() << qsizetype(3);
+    QTest::newRow("plain text") << u"a\nb\nc"_s << 5000 << qsizetype(1);
+}
+
+void TestLyricLine::lastBegunLine()
+{
+    QFETCH(QString, text);
+    QFETCH(int, timeMs);
+    QTEST(LyricLine::lastBegun(LyricLine::parse(text), timeMs), "expected");
+}
+
+void TestLyricLine::lastBegunLineIsFoundAsByWalkingBack()
+{
+    QRandomGenerator random(5);
+    for (int round = 0; round < 200; ++round) {
+        QList<LyricLine> lines(random.bounded(12));
+        for (LyricLine &line : lines)
+            line.timeMs = random.bounded(8);
+        std::ranges::sort(lines, {}, &LyricLine::timeMs);
+        for (int timeMs = -1; timeMs <= 9; ++timeMs) {
+            qsizetype walked = lines.size() - 1;
+            while (walked >= 0 && lines.at(walked).timeMs > timeMs)
+                --walked;
+            QCOMPARE(LyricLine::lastBegun(lines, timeMs), walked);
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestLyricLine)

@@ -36,13 +36,14 @@ public:
     Q_DISABLE_COPY_MOVE(ThemedScene)
 
     /// Shows what @p qml (without its imports) describes, at the place (40, 40) of the window.
+    /// @param properties of the component, from its beginning on
     bool show(const QByteArray &qml, ThemeType type = ThemeType::classic,
-              ColorScheme scheme = ColorScheme::light)
+              ColorScheme scheme = ColorScheme::light, const QVariantMap &properties = {})
     {
         QQmlComponent component(&m_engine);
         component.setData("import QtQuick\nimport QtQuick.Controls.Basic\nimport Cadorel\n" + qml, QUrl());
         delete m_root;
-        m_root = qobject_cast<QQuickItem *>(component.create());
+        m_root = qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties));
         if (!m_root) {
             qWarning().noquote() << component.errorString();
             return false;

@@ -213,6 +213,29 @@ private Q_SLOTS:
                         QVERIFY(leastRatio(theme, Qt::transparent, chosen) >= Contrast::legible);
                     }
                 }
+                // What may lie on any of them.
+                for (const QColor &text : {accent, theme.primaryTextColor(), theme.secondaryTextColor(),
+                                           systemColors(scheme).red, systemColors(scheme).green}) {
+                    const QColor ink = ThemedSurfaces::ink(&theme, text);
+                    for (const Surface &surface :
+                         {Surface(), ThemedSurfaces::themedCard(&theme), ThemedSurfaces::themedRow(&theme)}) {
+                        const QColor fill = surface.fill.isValid() ? surface.fill : QColor(Qt::transparent);
+                        const double least = leastRatio(theme, fill, ink);
+                        QVERIFY2(least >= Contrast::legible,
+                                 qPrintable(u"%1 %2: %3 as %4 is %5"_s.arg(rawValue(type), schemeName(scheme),
+                                                                           text.name(), ink.name(),
+                                                                           QString::number(least))));
+                    }
+                    // Asked again, the answer is the same.
+                    QCOMPARE(ThemedSurfaces::ink(&theme, text), ink);
+                }
+                for (const QColor &fill : {accent, systemColors(scheme).red}) {
+                    for (const bool isPressed : {false, true}) {
+                        const Surface button = ThemedSurfaces::filledButton(&theme, fill, isPressed);
+                        QVERIFY(Contrast::ratio(Qt::white, button.fill) >= Contrast::legible);
+                    }
+                }
+                QCOMPARE(ThemedSurfaces::popup(&theme).fill.alpha(), 255);
                 QVERIFY(Contrast::ratio(Qt::white, Contrast::groundFor(Qt::white, accent)) >=
                         Contrast::legible);
             }

@@ -300,6 +300,23 @@ private Q_SLOTS:
         QCOMPARE(themeOf("inner"), neumorphism);
     }
 
+    /// An item on its way out tells its popups that they are nowhere.
+    void aPopupGoesWithTheItemThatItWasDeclaredIn()
+    {
+        QVERIFY(t->show(
+            "Loader { objectName: 'loader'; sourceComponent: Item { Item {"
+            " Menu { objectName: 'menu'; readonly property color tint: ThemeEnvironment.theme.primaryColor;"
+            "  MenuItem { } }"
+            " Popup { objectName: 'popup'; readonly property color tint: ThemeEnvironment.theme.primaryColor "
+            "} } } }"));
+        const QPointer<QObject> popup = t->named<QObject>("popup");
+        const QPointer<QObject> menu = t->named<QObject>("menu");
+        QVERIFY(popup && menu);
+        t->named("loader")->setProperty("active", false);
+        QTRY_VERIFY(!popup && !menu);
+        QVERIFY(t->switchTo(ThemeType::kawaiiPink));
+    }
+
     void aPopupThatMovesFollows()
     {
         QVERIFY(t->show(

@@ -305,16 +305,29 @@ void ThemedSurfacesTest::intensityWeakensEmbossing()
 void ThemedSurfacesTest::noLookIsNoSurface()
 {
     using S = ThemedSurfaces;
-    for (const Surface &surface : {S::neumorphismRaised(nullptr),  S::neumorphismPressed(nullptr),
-                                   S::kawaiiCard(nullptr),         S::themedCard(nullptr),
-                                   S::themedButton(nullptr, true), S::themedRow(nullptr),
-                                   S::themedRowArtwork(nullptr),   S::themedSegmentedPicker(nullptr),
-                                   S::albumCoverShadow(nullptr),   S::albumCoverStroke(nullptr),
-                                   S::kawaiiButton(nullptr, true), S::themedButtonStyle(nullptr, true),
-                                   S::searchBar(nullptr),          S::playButton(nullptr, 10),
-                                   S::controlButton(nullptr, 10),  S::settingsIcon(nullptr, Qt::red),
-                                   S::progressTrack(nullptr),      S::progressKnob(nullptr, 10),
-                                   S::previewBlock(nullptr),       S::background(nullptr)}) {
+    for (const Surface &surface : {S::neumorphismRaised(nullptr),
+                                   S::neumorphismPressed(nullptr),
+                                   S::kawaiiCard(nullptr),
+                                   S::themedCard(nullptr),
+                                   S::themedButton(nullptr, true),
+                                   S::themedRow(nullptr),
+                                   S::themedRowArtwork(nullptr),
+                                   S::themedSegmentedPicker(nullptr),
+                                   S::albumCoverShadow(nullptr),
+                                   S::albumCoverStroke(nullptr),
+                                   S::kawaiiButton(nullptr, true),
+                                   S::themedButtonStyle(nullptr, true),
+                                   S::searchBar(nullptr),
+                                   S::playButton(nullptr, 10),
+                                   S::controlButton(nullptr, 10),
+                                   S::settingsIcon(nullptr, Qt::red),
+                                   S::progressTrack(nullptr),
+                                   S::progressKnob(nullptr, 10),
+                                   S::previewBlock(nullptr),
+                                   S::background(nullptr),
+                                   S::switchTrack(nullptr, true, 8),
+                                   S::popup(nullptr),
+                                   S::filledButton(nullptr, Qt::red, true)}) {
         QCOMPARE(surface, Surface());
         QCOMPARE(surface.address(), QString());
     }

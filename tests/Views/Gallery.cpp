@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Saves a picture of every state of the window, light and dark, narrow and wide, for a person to look at.
-//   screen_gallery DIRECTORY [GROUP…]   all groups of states, or those named
+// Saves a picture of every state of the window, in each look, light and dark, narrow and wide, for a person
+// to look at.
+//   screen_gallery DIRECTORY [LOOK…] [GROUP…]   all looks and groups of states, or those named
 #include "Views/Gallery.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
@@ -166,7 +167,7 @@ void formStates(const Gallery &gallery)
 {
     TestWindow test;
     gallery.show(test);
-    test.click(u"serversButton"_s);
+    test.click(u"webdavTab"_s);
     gallery.save(test, u"servers-empty"_s);
 
     WebDAVServerFormViewModel &form = openForm(test);
@@ -235,7 +236,7 @@ void serverStates(const Gallery &gallery)
     scan(home);
     scan(away);
     scan(empty);
-    test.click(u"serversButton"_s);
+    test.click(u"webdavTab"_s);
     gallery.save(test, u"servers"_s);
     test.click(u"scanAllButton"_s);
     await([&test] { return test.folders->answerOne(); });
@@ -292,7 +293,7 @@ int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
     if (argc < 2) {
-        std::fputs("usage: screen_gallery DIRECTORY [GROUP…]\n", stderr);
+        std::fputs("usage: screen_gallery DIRECTORY [LOOK…] [GROUP…]\n", stderr);
         return 2;
     }
     using States = void (*)(const Gallery &gallery);
@@ -302,8 +303,16 @@ int main(int argc, char **argv)
         {u"server"_s, &serverStates},      {u"online"_s, &searchStates},
         {u"charts"_s, &chartStates},       {u"navidrome"_s, &navidromeStates},
         {u"playlists"_s, &playlistStates}, {u"equalizer"_s, &equalizerStates},
+        {u"settings"_s, &settingsStates},
     };
-    const QStringList wanted = QCoreApplication::arguments().mid(2);
+    QStringList wanted = QCoreApplication::arguments().mid(2);
+    QList<ThemeType> looks;
+    for (const ThemeType look : allThemeTypes()) {
+        if (wanted.removeAll(rawValue(look)) > 0)
+            looks.append(look);
+    }
+    if (looks.isEmpty())
+        looks = allThemeTypes();
     setConsoleSink([](const QString &) {});
     const QString folder = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(folder);
@@ -313,10 +322,12 @@ int main(int argc, char **argv)
     for (const bool isDark : {false, true}) {
         QGuiApplication::setPalette(isDark ? dark : light);
         for (const QSize size : {QSize(390, 844), QSize(1000, 680)}) {
-            const Gallery gallery(folder, isDark ? u"dark"_s : u"light"_s, size);
-            for (const auto &[name, states] : groups) {
-                if (wanted.isEmpty() || wanted.contains(name))
-                    states(gallery);
+            for (const ThemeType look : std::as_const(looks)) {
+                const Gallery gallery(folder, look, isDark ? u"dark"_s : u"light"_s, size);
+                for (const auto &[name, states] : groups) {
+                    if (wanted.isEmpty() || wanted.contains(name))
+                        states(gallery);
+                }
             }
         }
     }

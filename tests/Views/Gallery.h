@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Theme/ThemeManager.h"
 #include "Views/TestWindow.h"
 
 #include <QTest>
@@ -25,13 +26,14 @@ inline void settle()
     QTest::qWait(500);
 }
 
-/// Where the pictures of one look and size go.
+/// Where the pictures of one look, scheme and size go.
 class Gallery
 {
 public:
-    Gallery(const QString &folder, const QString &look, QSize size)
+    Gallery(const QString &folder, ThemeType look, const QString &scheme, QSize size)
         : m_folder(folder)
         , m_look(look)
+        , m_scheme(scheme)
         , m_size(size)
     {
     }
@@ -39,6 +41,8 @@ public:
     /// Shows the window in the size of these pictures.
     void show(TestWindow &test) const
     {
+        test.themeManager->switchTo(m_look);
+        await([&] { return test.themeManager->currentThemeType() == m_look; });
         if (!test.show())
             qFatal("the window does not show");
         test.window->resize(m_size);
@@ -49,7 +53,8 @@ public:
     void save(const TestWindow &test, const QString &state) const
     {
         settle();
-        const QString path = u"%1/%2-%3-%4.png"_s.arg(m_folder, state, m_look).arg(m_size.width());
+        const QString path =
+            u"%1/%2-%3-%4-%5.png"_s.arg(m_folder, state, rawValue(m_look), m_scheme).arg(m_size.width());
         if (!test.window->grabWindow().save(path))
             qFatal("cannot write %s", qPrintable(path));
         std::puts(qPrintable(path));
@@ -57,11 +62,12 @@ public:
 
 private:
     QString m_folder;
-    QString m_look;
+    ThemeType m_look;
+    QString m_scheme;
     QSize m_size;
 };
 
-/// The states of the place of the online platforms.
+/// The states of the search, in the library and on the online platforms.
 void searchStates(const Gallery &gallery);
 void chartStates(const Gallery &gallery);
 /// The states of the playlists and of what other lists offer with them.
@@ -71,6 +77,8 @@ void playlistStates(const Gallery &gallery);
 void equalizerStates(const Gallery &gallery);
 /// Puts made songs into the music folder, for the next scan.
 void addSongs(TestWindow &test);
+/// The settings and their pages.
+void settingsStates(const Gallery &gallery);
 /// The states of Subsonic servers in the servers' place.
 void navidromeStates(const Gallery &gallery);
 

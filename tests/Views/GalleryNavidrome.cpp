@@ -21,7 +21,7 @@ void formStates(const Gallery &gallery)
 {
     TestWindow test;
     gallery.show(test);
-    test.click(u"serversButton"_s);
+    test.click(u"webdavTab"_s);
     settle();
     test.click(u"addServerButton"_s);
     gallery.save(test, u"servers-add-menu"_s);
@@ -68,7 +68,7 @@ void pageStates(const Gallery &gallery)
         settle();
         test.subsonic->answerAll();
     };
-    test.click(u"serversButton"_s);
+    test.click(u"webdavTab"_s);
     gallery.save(test, u"servers-both-kinds"_s);
     test.navidrome->openServer(home.uuidText());
     gallery.save(test, u"navidrome-connecting"_s);

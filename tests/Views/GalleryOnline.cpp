@@ -54,10 +54,20 @@ QList<OnlineSong> onlineSongs()
 void searchStates(const Gallery &gallery)
 {
     TestWindow test;
+    addSongs(test);
+    if (!test.scan())
+        qFatal("the songs are not taken up");
     test.remoteCovers = std::make_unique<RemoteCovers>(*test.platform.httpClient, *test.platform.clock);
     gallery.show(test);
     OnlineSearchViewModel &search = *test.online->search();
-    test.click(u"onlineTab"_s);
+    test.click(u"searchTab"_s);
+    gallery.save(test, u"search"_s);
+    search.setSearchText(u"阿眠"_s);
+    gallery.save(test, u"search-local"_s);
+    search.setSearchText(u"没有这首歌"_s);
+    gallery.save(test, u"search-local-empty"_s);
+    search.setSearchText(QString());
+    test.click(u"searchScope1"_s);
     gallery.save(test, u"online-initial"_s);
     search.setSearchText(u"夜航"_s);
     search.performSearch();
@@ -113,7 +123,7 @@ void chartStates(const Gallery &gallery)
     TestWindow test;
     test.remoteCovers = std::make_unique<RemoteCovers>(*test.platform.httpClient, *test.platform.clock);
     gallery.show(test);
-    test.click(u"onlineTab"_s);
+    test.click(u"searchTab"_s);
     test.click(u"chartsButton"_s);
     gallery.save(test, u"charts-loading"_s);
     QList<TopList> charts;

@@ -24,12 +24,18 @@ protected:
     OnlineSearchViewModel &search() const { return *t->online->search(); }
     TopListsViewModel &charts() const { return *t->online->charts(); }
 
-    /// Shows the window, and in it the place of the online platforms.
+    /// Shows the search of the online platforms in the window.
+    void openPlace()
+    {
+        t->click(QStringLiteral("searchTab"));
+        QTRY_VERIFY(t->shows(QStringLiteral("searchView")));
+        t->click(QStringLiteral("searchScope1"));
+    }
     void showPlace()
     {
         QVERIFY(t->show());
-        t->click(QStringLiteral("onlineTab"));
-        QTRY_VERIFY(t->shows(QStringLiteral("onlineView")));
+        openPlace();
+        t->item(QStringLiteral("onlineSearchText"))->forceActiveFocus(Qt::OtherFocusReason);
     }
     void type(const QString &text) const
     {
@@ -62,8 +68,16 @@ protected:
                                   Q_ARG(int, index));
         return found;
     }
-    bool isOpen(const QString &popup) const { return t->object(popup)->property("opened").toBool(); }
-    bool isGone(const QString &popup) const { return !t->object(popup)->property("visible").toBool(); }
+    bool isOpen(const QString &popup) const
+    {
+        const QObject *found = t->object(popup);
+        return found && found->property("opened").toBool();
+    }
+    bool isGone(const QString &popup) const
+    {
+        const QObject *found = t->object(popup);
+        return !found || !found->property("visible").toBool();
+    }
     bool covers(const QString &page) const { return t->item(page)->property("covers").toBool(); }
     QString textOf(const QString &name) const { return t->item(name)->property("text").toString(); }
     /// Name of the online song that the player holds; empty when there is none.

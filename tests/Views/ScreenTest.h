@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Services/AudioPlayerService.h"
+#include "Theme/ThemeType.h"
 #include "Utils/Console.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
@@ -47,14 +48,24 @@ protected:
         QTRY_VERIFY(t->playback->canSeek());
     }
 
-    /// Rows of test data: each look in each size.
-    static void addLooks()
+    /// Rows of test data: each scheme in each size, and in each look if @p inEachTheme.
+    static void addLooks(bool inEachTheme = false)
     {
         QTest::addColumn<bool>("dark");
         QTest::addColumn<QSize>("size");
-        for (const bool dark : {false, true}) {
-            for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)})
-                QTest::addRow("%s %d", dark ? "dark" : "light", size.width()) << dark << size;
+        if (inEachTheme)
+            QTest::addColumn<ThemeType>("type");
+        for (const ThemeType type : inEachTheme ? allThemeTypes() : QList{ThemeType::classic}) {
+            for (const bool dark : {false, true}) {
+                for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)}) {
+                    QTestData &row =
+                        QTest::addRow("%s%s %d", inEachTheme ? qPrintable(rawValue(type) + u' ') : "",
+                                      dark ? "dark" : "light", size.width());
+                    row << dark << size;
+                    if (inEachTheme)
+                        row << type;
+                }
+            }
         }
     }
     /// The window in the look and the size of the row of test data.

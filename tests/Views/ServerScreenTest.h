@@ -19,8 +19,8 @@ class ServerScreenTest : public ScreenTest
 protected:
     void openPlace()
     {
-        t->click(QStringLiteral("serversButton"));
-        QTRY_VERIFY(t->item(QStringLiteral("serversView"))->property("covers").toBool());
+        t->click(QStringLiteral("webdavTab"));
+        QTRY_VERIFY(t->shows(QStringLiteral("webDAVView")));
     }
     void openForm()
     {

@@ -8,6 +8,7 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/LyricsOffsetService.h"
 #include "Services/NavidromeService.h"
 #include "Services/OnlineMusicService.h"
 #include "Services/PlaylistService.h"
@@ -127,6 +128,7 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     webDAVService = std::make_unique<WebDAVService>(platform);
     playlistService = std::make_unique<PlaylistService>(platform, *importService);
     navidromeService = std::make_unique<NavidromeService>(platform);
+    lyricsOffsetService = std::make_unique<LyricsOffsetService>(platform);
     streaming = std::make_unique<WebDAVStreamingService>(platform);
     apiConfig = std::make_unique<APIConfigService>(platform);
     onlineMusicService = std::make_unique<OnlineMusicService>(platform, *apiConfig);
@@ -151,18 +153,22 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     playback = std::make_unique<PlaybackViewModel>(*viewModel, apiConfig.get());
     screens = std::make_unique<ScreenModels>(ScreenServices{.platform = platform,
                                                             .audioPlayer = *audioPlayer,
+                                                            .importService = *importService,
                                                             .equalizer = *equalizerService,
                                                             .playlists = *playlistService,
                                                             .apiConfig = *apiConfig,
                                                             .onlineMusic = *onlineMusicService,
                                                             .webDAV = *webDAVService,
-                                                            .navidrome = *navidromeService},
+                                                            .navidrome = *navidromeService,
+                                                            .lyricsOffset = *lyricsOffsetService,
+                                                            .appearance = *themeService},
                                              *viewModel, *library, *playback);
-    servers = &screens->servers();
-    online = &screens->online();
-    playlists = &screens->playlists();
-    navidrome = &screens->navidrome();
-    equalizer = &screens->equalizer();
+    servers = screens->servers();
+    online = screens->online();
+    playlists = screens->playlists();
+    navidrome = screens->navidrome();
+    equalizer = screens->equalizer();
+    content = screens->content();
 }
 
 TestWindow::~TestWindow()

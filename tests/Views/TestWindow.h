@@ -27,11 +27,13 @@ class APIConfigService;
 class AppIconService;
 class AudioPlayerService;
 class CadorelViewModel;
+class ContentViewModel;
 class EqualizerService;
 class EqualizerViewModel;
 class KawaiiDecorations;
 class LibraryViewModel;
 class LocalMusicImportService;
+class LyricsOffsetService;
 class OnlineMusicService;
 class OnlineViewModel;
 class NavidromeService;
@@ -115,6 +117,7 @@ public:
     std::unique_ptr<WebDAVService> webDAVService;
     std::unique_ptr<PlaylistService> playlistService;
     std::unique_ptr<NavidromeService> navidromeService;
+    std::unique_ptr<LyricsOffsetService> lyricsOffsetService;
     std::unique_ptr<WebDAVStreamingService> streaming;
     std::unique_ptr<APIConfigService> apiConfig;
     std::unique_ptr<OnlineMusicService> onlineMusicService;
@@ -129,6 +132,7 @@ public:
     PlaylistsViewModel *playlists = nullptr;
     NavidromeServersViewModel *navidrome = nullptr;
     EqualizerViewModel *equalizer = nullptr;
+    ContentViewModel *content = nullptr;
     /// Fetches covers from the web, if the test has made it before the window is shown.
     std::unique_ptr<RemoteCovers> remoteCovers;
     std::unique_ptr<KawaiiDecorations> kawaiiDecorations;

@@ -79,7 +79,7 @@ private Q_SLOTS:
         QTRY_VERIFY(t->row(1));
         check(u"library"_s);
         playRow(0);
-        QTRY_VERIFY(t->shows(u"playerBar"_s));
+        QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
         check(u"playing"_s);
         if (size.height() > 500)
             checkTexts(u"playing"_s);
@@ -127,7 +127,7 @@ private Q_SLOTS:
         QCOMPARE(times->property("any").toInt(), 1000);
     }
 
-    /// Screens that are not drawn by a look keep the system's colours whatever is stored.
+    /// An unknown look is the plain one, and the scheme counts in each.
     void anotherStoredLookBreaksNothing_data()
     {
         QTest::addColumn<QString>("look");

@@ -30,7 +30,9 @@ private Q_SLOTS:
 void EqualizerSheetTest::everyWayLeadsToTheSheet()
 {
     showLibrary();
-    t->click(u"equalizerButton"_s);
+    t->click(u"settingsTab"_s);
+    QTRY_VERIFY(t->shows(u"equalizerRow"_s));
+    t->click(u"equalizerRowButton"_s);
     QTRY_VERIFY(isSheetOpen());
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(isSheetGone());

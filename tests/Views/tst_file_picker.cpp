@@ -4,6 +4,7 @@
 #include "ViewModels/FilePickerModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/SongListModel.h"
+#include "Views/HeldKey.h"
 #include "Views/ScreenTest.h"
 
 #include <QAbstractItemModelTester>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void sheetImportsTheChosenFiles();
     void sheetImportsTheFolder();
     void sheetWorksByKeyboard();
+    void heldReturnChoosesOnce();
 
 private:
     void touch(const QString &relative) const
@@ -205,6 +207,17 @@ void FilePickerTest::sheetWorksByKeyboard()
     QTRY_COMPARE(model->folderName(), u"m"_s);
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(!t->object(u"pickerSheet"_s)->property("visible").toBool());
+}
+
+void FilePickerTest::heldReturnChoosesOnce()
+{
+    t->addForeignFile(u"m/1.mp3"_s, {u"一"_s, {}, {}, 100, {}});
+    openSheet(false, u"m"_s);
+    auto *model = t->window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
+    QTRY_VERIFY(t->item(u"pickerList"_s)->hasActiveFocus());
+    QTest::keyClick(t->window, Qt::Key_Down);
+    holdReturn(t->window);
+    QCOMPARE(model->selectedCount(), 1);
 }
 
 QTEST_MAIN(FilePickerTest)

@@ -4,6 +4,7 @@
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SongListModel.h"
+#include "Views/HeldKey.h"
 #include "Views/ScreenTest.h"
 
 #include <QAccessible>
@@ -36,6 +37,10 @@ private Q_SLOTS:
     void importUnderWayIsShown();
     void droppedFilesAreImported();
     void refusedFileIsSaidAndDismissed();
+    void songThatPlaysIsLocated_data();
+    void songThatPlaysIsLocated();
+    void songThatIsNotThereMovesNothing();
+    void heldReturnPlaysOnce();
 
 private:
     QPointingDevice *m_touch = QTest::createTouchDevice();
@@ -47,7 +52,7 @@ void LibraryScreenTest::listsTheSongs()
     QCOMPARE(t->item(u"songCount"_s)->property("text").toString(), u"8 首歌曲"_s);
     QVERIFY(!t->shows(u"emptyState"_s));
     QVERIFY(!t->shows(u"importProgress"_s));
-    QVERIFY(!t->shows(u"playerBar"_s));
+    QVERIFY(!t->shows(u"miniPlayerDisc"_s));
     QCOMPARE(t->window->title(), u"Tarnova 音乐"_s);
     QQuickItem *row = t->row(2);
     QVERIFY(row);
@@ -64,7 +69,7 @@ void LibraryScreenTest::clickPlaysAndMarksTheRow()
     QVERIFY(t->row(1)->property("isCurrent").toBool());
     QVERIFY(t->row(1)->findChild<QQuickItem *>(u"currentMark"_s)->isVisible());
     QVERIFY(!t->row(0)->property("isCurrent").toBool());
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     QCOMPARE(t->window->title(), u"歌 1"_s);
 }
 
@@ -335,6 +340,68 @@ void LibraryScreenTest::refusedFileIsSaidAndDismissed()
     QVERIFY(banner->property("text").toString().contains(u"封面.png"_s));
     t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
     QTRY_VERIFY(!t->shows(u"importBanner"_s));
+}
+
+void LibraryScreenTest::songThatPlaysIsLocated_data()
+{
+    QTest::addColumn<bool>("reducesMotion");
+    QTest::newRow("with a spring") << false;
+    QTest::newRow("at once") << true;
+}
+
+void LibraryScreenTest::songThatPlaysIsLocated()
+{
+    QFETCH(const bool, reducesMotion);
+    t->appearance->setReducesMotion(reducesMotion);
+    showLibrary(60);
+    QQuickItem *list = t->item(u"songList"_s);
+    const QString id = t->library->songs()->songs().at(40).id();
+    QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id),
+                                      Q_ARG(bool, false)));
+    // The list has a moment to come up.
+    QCOMPARE(list->property("contentY").toReal(), list->property("originY").toReal() - 4);
+    const auto isCentred = [this, list] {
+        const QQuickItem *row = t->row(40);
+        if (!row)
+            return false;
+        const double middle = row->mapToItem(list, QPointF(0, row->height() / 2)).y();
+        return std::abs(middle - list->height() / 2) <= 1;
+    };
+    QTRY_VERIFY(isCentred());
+    // It stays there, and the listener scrolls on from there.
+    QTRY_VERIFY(!list->findChild<QObject *>(u"revealSpring"_s)->property("running").toBool());
+    QVERIFY(isCentred());
+}
+
+void LibraryScreenTest::songThatIsNotThereMovesNothing()
+{
+    showLibrary(60);
+    QQuickItem *list = t->item(u"songList"_s);
+    list->setProperty("contentY", 500);
+    QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, u"none"_s),
+                                      Q_ARG(bool, true)));
+    const QString last = t->library->songs()->songs().constLast().id();
+    const QObject *wait = t->item(u"libraryView"_s)->findChild<QObject *>(u"locating"_s);
+    QVERIFY(wait->property("running").toBool());
+    QTRY_VERIFY(!wait->property("running").toBool());
+    QCOMPARE(list->property("contentY").toReal(), 500.0);
+    // Of two wishes the later one counts.
+    const QString first = t->library->songs()->songs().constFirst().id();
+    for (const QString &id : {last, first})
+        QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id),
+                                  Q_ARG(bool, false));
+    QTRY_VERIFY(list->property("atYBeginning").toBool());
+}
+
+void LibraryScreenTest::heldReturnPlaysOnce()
+{
+    showLibrary();
+    t->item(u"songList"_s)->forceActiveFocus();
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QSignalSpy played(t->item(u"songList"_s), SIGNAL(playRequested(int)));
+    QVERIFY(played.isValid());
+    holdReturn(t->window);
+    QCOMPARE(played.size(), 1);
 }
 
 QTEST_MAIN(LibraryScreenTest)

@@ -91,7 +91,7 @@ private Q_SLOTS:
         QTRY_VERIFY(foundSong(2));
         check(u"songs"_s);
         page().playSongAt(0);
-        QTRY_VERIFY(t->shows(u"playerBar"_s));
+        QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
         check(u"playing"_s);
         page().setSearchText(endless);
         page().search();

@@ -71,7 +71,7 @@ void OnlineScreensTest::everyStateComesUp()
 {
     const QString endless = u"很长的名字"_s.repeated(60);
     showInLook();
-    t->click(u"onlineTab"_s);
+    openPlace();
     QTRY_VERIFY(t->shows(u"searchInitial"_s));
     check(u"initial"_s);
     search().setSearchText(endless);
@@ -86,7 +86,7 @@ void OnlineScreensTest::everyStateComesUp()
     QTRY_VERIFY(t->shows(u"onlineSongList"_s));
     check(u"results"_s);
     search().playSongAt(1);
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     check(u"playing"_s);
     search().performSearch();
     QVERIFY(answers(u"type=search"_s, onlineAnswers::broken(endless)));
@@ -148,7 +148,7 @@ void OnlineScreensTest::returnSubmitsTheSearchAndRowsPlay()
     QCOMPARE(currentName(), u"歌 1"_s);
     QCOMPARE(t->audioPlayer->onlineQueue().size(), 3);
     QTRY_VERIFY(row->property("isCurrent").toBool());
-    QTRY_VERIFY(t->shows(u"playerBar"_s));
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     // By touch too.
     const QPoint place = TestWindow::centre(rowOf(u"onlineSongList"_s, 2));
     QTest::touchEvent(t->window, m_touch).press(0, place, t->window);
@@ -242,7 +242,7 @@ void OnlineScreensTest::nothingFoundLeadsToAnotherPlatform()
     QVERIFY(answers(u"source=netease"_s, onlineAnswers::found({})));
     QTRY_VERIFY(t->shows(u"searchEmpty"_s));
     t->click(u"searchNextPlatform"_s);
-    QCOMPARE(t->item(u"searchPlatform"_s)->property("current").toInt(), 1);
+    QCOMPARE(t->item(u"searchPlatform"_s)->property("selectedIndex").toInt(), 1);
     QVERIFY(answers(u"source=kuwo"_s, onlineAnswers::found(songs(1, MusicPlatform::kuwo))));
     QTRY_VERIFY(t->shows(u"onlineSongList"_s));
 }

@@ -72,7 +72,7 @@ void ServerFormScreenTest::formIsFilledAndSavedByKeyboard()
     QCOMPARE(t->secrets->secret(config.passwordKeychainKey()), " p w "_ba);
     QTRY_VERIFY(serverRow(0));
     QCOMPARE(serverRow(0)->property("name").toString(), u"Home"_s);
-    QTRY_VERIFY(t->item(u"serverList"_s)->hasActiveFocus() || t->item(u"serversView"_s)->hasActiveFocus());
+    QTRY_VERIFY(t->item(u"serverList"_s)->hasActiveFocus() || t->item(u"webDAVView"_s)->hasActiveFocus());
 }
 
 void ServerFormScreenTest::presetIsChosenByKeyboardAndMouse_data()
@@ -199,7 +199,7 @@ void ServerFormScreenTest::escapeLeavesTheForm()
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(isGone(u"serverForm"_s));
     QVERIFY(!t->servers->form()->isOpen());
-    QVERIFY(t->shows(u"serversView"_s));
+    QVERIFY(t->shows(u"webDAVView"_s));
     openForm();
     QCOMPARE(textOf(u"nameFieldText"_s), QString());
 }

@@ -90,8 +90,9 @@ void letGo(pa_operation *operation)
 
 } // namespace
 
-PulseOutput::PulseOutput(std::shared_ptr<PulseLink> link)
+PulseOutput::PulseOutput(std::shared_ptr<PulseLink> link, QByteArray sink)
     : m_link(std::move(link))
+    , m_sink(std::move(sink))
 {
 }
 
@@ -138,9 +139,24 @@ void PulseOutput::open(const AudioFormat &format, Source source)
     m_connection = m_link->connection(openingLimit);
     std::unique_lock lock(m_connection->thread());
     m_recent = RecentSound(format.channelCount);
+    const bool isAtSink = !m_sink.isEmpty() && connectStream(m_sink.constData(), lock, deadline);
+    if (!isAtSink && !connectStream(nullptr, lock, deadline))
+        throwNoDevice();
+    m_isOpen = true;
+}
+
+/// @return whether the server has taken the stream by the @p deadline
+bool PulseOutput::connectStream(const char *sink, std::unique_lock<PulseThread> &lock,
+                                std::chrono::steady_clock::time_point deadline)
+{
+    if (m_stream) {
+        pa_stream_set_state_callback(m_stream.get(), nullptr, nullptr);
+        pa_stream_set_write_callback(m_stream.get(), nullptr, nullptr);
+        pa_stream_disconnect(m_stream.get());
+    }
     m_stream = newStream();
     if (!m_stream)
-        throwNoDevice();
+        return false;
     pa_stream_set_state_callback(
         m_stream.get(), [](pa_stream *, void *self) { static_cast<PulseOutput *>(self)->stateChanged(); },
         this);
@@ -152,15 +168,13 @@ void PulseOutput::open(const AudioFormat &format, Source source)
     constexpr auto flags = static_cast<pa_stream_flags_t>(
         PA_STREAM_START_CORKED | PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_ADJUST_LATENCY);
     const pa_buffer_attr buffer = bufferOf(*pa_stream_get_sample_spec(m_stream.get()));
-    if (pa_stream_connect_playback(m_stream.get(), nullptr, &buffer, flags, nullptr, nullptr) < 0)
-        throwNoDevice();
+    if (pa_stream_connect_playback(m_stream.get(), sink, &buffer, flags, nullptr, nullptr) < 0)
+        return false;
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
     m_connection->waitFor(lock, std::max(0ms, left),
                           [this] { return pa_stream_get_state(m_stream.get()) != PA_STREAM_CREATING; });
-    if (pa_stream_get_state(m_stream.get()) != PA_STREAM_READY)
-        throwNoDevice();
-    m_isOpen = true;
+    return pa_stream_get_state(m_stream.get()) == PA_STREAM_READY;
 }
 
 void PulseOutput::stateChanged()

@@ -6,8 +6,12 @@
 #include "Platform/EqualizerEngine/RecentSound.h"
 #include "Platform/Pulse/PulsePointers.h"
 
+#include <QByteArray>
+
 #include <atomic>
+#include <chrono>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <vector>
@@ -24,7 +28,8 @@ namespace cadorel {
 class PulseOutput : public AudioOutput
 {
 public:
-    explicit PulseOutput(std::shared_ptr<PulseLink> link);
+    /// @param sink name of the device; without one, or when it is not there, the server's usual one
+    explicit PulseOutput(std::shared_ptr<PulseLink> link, QByteArray sink = {});
     ~PulseOutput() override;
 
     void open(const AudioFormat &format, Source source) override;
@@ -36,6 +41,8 @@ public:
     double framesHeard() const override;
 
 private:
+    bool connectStream(const char *sink, std::unique_lock<PulseThread> &lock,
+                       std::chrono::steady_clock::time_point deadline);
     PulsePtr<pa_stream> newStream() const;
     void stateChanged();
     void pump();
@@ -58,6 +65,7 @@ private:
     qint64 framesIn(double seconds) const;
 
     const std::shared_ptr<PulseLink> m_link;
+    const QByteArray m_sink;
     AudioFormat m_format;
     Source m_source;
     std::atomic<bool> m_isOpen = false;

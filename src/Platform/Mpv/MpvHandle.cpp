@@ -82,6 +82,14 @@ void MpvHandle::setProperty(const char *name, double value)
         check(mpv_set_property_async(m_core.get(), 0, name, MPV_FORMAT_DOUBLE, &value), name);
 }
 
+void MpvHandle::setProperty(const char *name, const QByteArray &value)
+{
+    const char *text = value.constData();
+    if (m_core)
+        check(mpv_set_property_async(m_core.get(), 0, name, MPV_FORMAT_STRING, static_cast<void *>(&text)),
+              name);
+}
+
 void MpvHandle::requestProperty(quint64 tag, const char *name, mpv_format format)
 {
     if (m_core)

@@ -44,6 +44,7 @@ public:
     /// Sets a property without an answer.
     void setProperty(const char *name, bool value);
     void setProperty(const char *name, double value);
+    void setProperty(const char *name, const QByteArray &value);
     /// Asks for a property's value; the reply is an error while it has none.
     void requestProperty(quint64 tag, const char *name, mpv_format format);
     /// Asks for an event whenever a property changes: with its value, or without for MPV_FORMAT_NONE.

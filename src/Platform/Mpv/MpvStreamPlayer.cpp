@@ -111,6 +111,26 @@ void MpvStreamPlayer::replaceCurrentItem(std::shared_ptr<PlayerItem> item)
     refreshStatus();
 }
 
+void MpvStreamPlayer::follow(const OutputDevices &devices)
+{
+    const auto take = [this, &devices] { setOutputDevice(devices.chosenDevice()); };
+    connect(&devices, &OutputDevices::chosenDeviceChanged, this, take);
+    take();
+}
+
+void MpvStreamPlayer::setOutputDevice(const QString &device)
+{
+    m_outputDevice = device.isEmpty() ? QByteArray(defaultOutputDevice) : "pulse/" + device.toUtf8();
+    if (!m_outputOpen)
+        applyOutputDevice();
+}
+
+void MpvStreamPlayer::applyOutputDevice()
+{
+    if (std::exchange(m_toldOutputDevice, m_outputDevice) != m_outputDevice)
+        m_mpv.setProperty("audio-device", m_outputDevice);
+}
+
 void MpvStreamPlayer::scheduleLoad(double startTime)
 {
     m_startTime = startTime;
@@ -136,6 +156,7 @@ void MpvStreamPlayer::flushLoad()
             failItem(m_mpv ? unsupportedAddressText() : missingEngineText());
         return;
     }
+    applyOutputDevice();
     m_phase = Phase::loading;
     m_loadSentPaused = m_rate == 0;
     const auto sent = m_mpv.command(MpvRequest{MpvRequest::Kind::load, m_load}.tag(),

@@ -6,6 +6,7 @@
 #include "Platform/Mpv/MpvPlayerItem.h"
 #include "Platform/Mpv/ResourceProtocol.h"
 #include "Platform/Mpv/TimeObservers.h"
+#include "Platform/OutputDevices.h"
 #include "Platform/StreamPlayer.h"
 
 #include <QTimer>
@@ -49,10 +50,17 @@ public:
                                 std::function<void(double seconds)> callback) override;
     void removeTimeObserver(int observer) override;
 
+    /// Plays on what the listener has chosen of @p devices, from now on and at each change. What sounds is
+    /// the devices' own to move: here it would stop and begin anew, so it is the next load that opens another
+    /// device.
+    void follow(const OutputDevices &devices);
+
     /// Whether the timer of the time observers runs; it may not while nothing plays.
     bool timerActive() const { return m_observers.timerActive(); }
 
 private:
+    static constexpr auto defaultOutputDevice = "auto";
+
     /// Where the load of the current item stands.
     enum class Phase {
         none,      ///< no item
@@ -82,6 +90,8 @@ private:
     };
 
     // Loads: MpvStreamPlayer.cpp
+    void setOutputDevice(const QString &device);
+    void applyOutputDevice();
     void scheduleLoad(double startTime);
     void flushLoad();
     QByteArray publishedAddress();
@@ -130,6 +140,9 @@ private:
     double m_rate = 0;
     TimeControlStatus m_announcedStatus = TimeControlStatus::paused;
     bool m_pausedForCache = false;
+    /// As libmpv names them: the one that is wanted, and the one that it was told.
+    QByteArray m_outputDevice = defaultOutputDevice;
+    QByteArray m_toldOutputDevice = defaultOutputDevice;
     /// The sound device is open for the current load.
     bool m_outputOpen = false;
     /// Where the next load of the item begins, in seconds.

@@ -29,6 +29,9 @@ struct SoundSink
     std::uint32_t card = 0;  ///< noIndex where there is none
     QByteArray activePort{}; ///< empty where there is none
     QList<SoundPort> ports{};
+    QByteArray name{};        ///< as the server is told of it
+    QByteArray description{}; ///< as a listener is
+    QByteArray formFactor{};  ///< as in "headphone"; empty where nobody knows
 
     bool operator==(const SoundSink &) const = default;
 };
@@ -66,6 +69,8 @@ struct SoundScene
     QList<SoundStream> streams;
     QList<SoundSink> sinks;
     QList<SoundCard> cards;
+    /// Name of the sink that streams go to which name none; empty where the server has none.
+    QByteArray defaultSink;
     /// Streams of these roles make the server ask others for silence; empty when it never asks.
     QSet<QByteArray> triggerRoles;
     /// It asks those on other sinks too.

@@ -22,9 +22,9 @@ constexpr auto corkModule = "module-role-cork";
 /// What it makes way for when its argument names nothing.
 constexpr auto usualTrigger = "phone";
 
-constexpr auto changesThatMatter =
-    static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SINK_INPUT | PA_SUBSCRIPTION_MASK_SINK |
-                                        PA_SUBSCRIPTION_MASK_CARD | PA_SUBSCRIPTION_MASK_MODULE);
+constexpr auto changesThatMatter = static_cast<pa_subscription_mask_t>(
+    PA_SUBSCRIPTION_MASK_SINK_INPUT | PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_CARD |
+    PA_SUBSCRIPTION_MASK_MODULE | PA_SUBSCRIPTION_MASK_SERVER);
 
 PortAvailability availabilityOf(int available)
 {
@@ -123,10 +123,11 @@ void SoundSceneReader::ask()
     pa_context *context = m_connection.context();
     // Streams first, then what they play on: a sink that goes in between is missed, and one that a stream has
     // left by the listener's wish is still there.
-    const std::array<pa_operation *, 5> lists{pa_context_get_sink_input_info_list(context, takeStream, this),
+    const std::array<pa_operation *, 6> lists{pa_context_get_sink_input_info_list(context, takeStream, this),
                                               pa_context_get_client_info_list(context, takeClient, this),
                                               pa_context_get_sink_info_list(context, takeSink, this),
                                               pa_context_get_card_info_list(context, takeCard, this),
+                                              pa_context_get_server_info(context, takeServer, this),
                                               pa_context_get_module_info_list(context, takeModule, this)};
     for (pa_operation *list : lists) {
         if (list)
@@ -232,7 +233,18 @@ void SoundSceneReader::takeSink(pa_context *, const pa_sink_info *info, int end,
     reader->m_next.sinks.append({.index = info->index,
                                  .card = info->card,
                                  .activePort = info->active_port ? info->active_port->name : "",
-                                 .ports = portsOf(info->ports, info->n_ports)});
+                                 .ports = portsOf(info->ports, info->n_ports),
+                                 .name = info->name,
+                                 .description = info->description,
+                                 .formFactor = pa_proplist_gets(info->proplist, PA_PROP_DEVICE_FORM_FACTOR)});
+}
+
+void SoundSceneReader::takeServer(pa_context *, const pa_server_info *info, void *self)
+{
+    auto *reader = static_cast<SoundSceneReader *>(self);
+    if (info)
+        reader->m_next.defaultSink = info->default_sink_name;
+    reader->answered(info != nullptr);
 }
 
 void SoundSceneReader::takeCard(pa_context *, const pa_card_info *info, int end, void *self)

@@ -60,6 +60,7 @@ private:
     static void takeClient(pa_context *, const pa_client_info *info, int end, void *self);
     static void takeSink(pa_context *, const pa_sink_info *info, int end, void *self);
     static void takeCard(pa_context *, const pa_card_info *info, int end, void *self);
+    static void takeServer(pa_context *, const pa_server_info *info, void *self);
     static void takeModule(pa_context *, const pa_module_info *info, int end, void *self);
 
     PulseConnection &m_connection;

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <exception>
+#include <mutex>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -86,6 +87,17 @@ void SoundServerWatch::follow()
         };
         QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     });
+}
+
+void SoundServerWatch::move(std::uint32_t stream, const QByteArray &sink)
+{
+    if (!m_isFollowing)
+        return;
+    const std::scoped_lock guard(*m_thread);
+    const PulsePtr<pa_operation> asked(pa_context_move_sink_input_by_name(
+        m_connection->context(), stream, sink.constData(), nullptr, nullptr));
+    if (!asked)
+        qCInfo(pulseLog) << "a stream cannot be moved:" << m_connection->errorText();
 }
 
 void SoundServerWatch::failed()

@@ -25,6 +25,9 @@ public:
     /// Begins, or tries again at once when there was no server. @throws std::runtime_error when the machine
     /// gives no thread for it
     void start();
+    /// Lets a stream go on at the sink of that name, without a gap where the server can. Nothing happens
+    /// without a server, or when either has gone.
+    void move(std::uint32_t stream, const QByteArray &sink);
 
 Q_SIGNALS:
     /// What plays, for the first time since a server is there, or differently.

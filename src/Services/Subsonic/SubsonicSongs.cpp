@@ -10,8 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QLatin1StringView idStart{"navidrome_"};
-
 int asInt(qint64 number)
 {
     using Limits = std::numeric_limits<int>;
@@ -37,7 +35,7 @@ std::optional<SubsonicSongId> SubsonicSongId::parse(const QString &songId)
 Song makeSong(const SubsonicSong &record, const NavidromeConfig &config, const SubsonicAddresses &addresses,
               const QDateTime &dateAdded)
 {
-    const QString ofServer = idStart + config.uuidText();
+    const QString ofServer = SubsonicSongId::idStart + config.uuidText();
     SongFields fields;
     fields.id = ofServer + u'_' + record.id;
     fields.title = record.title;

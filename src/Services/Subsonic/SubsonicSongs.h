@@ -18,6 +18,9 @@ namespace cadorel {
 /// Which server a song lies on and what that server calls it.
 struct SubsonicSongId
 {
+    /// The id of every song of a Subsonic server starts with this.
+    static constexpr QLatin1StringView idStart{"navidrome_"};
+
     QUuid config;
     QString song;
 

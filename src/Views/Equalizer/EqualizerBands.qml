@@ -5,7 +5,7 @@ import QtQuick
 import Cadorel
 
 /// Ten sliders side by side, each with its gain above and its tone beneath.
-Rectangle {
+ThemedCard {
     id: root
 
     required property EqualizerViewModel equalizer
@@ -18,20 +18,14 @@ Rectangle {
     property int heldBand: -1
 
     implicitHeight: gains.implicitHeight + 2 * Metrics.cardPadding
-    radius: Metrics.controlRadius
-    color: SystemColors.tertiaryBackground
-    border.width: Metrics.hairline
-    border.color: SystemColors.separator
     Accessible.role: Accessible.Grouping
     Accessible.name: "频段"
 
     // Where a band leaves the sound as it is.
-    Rectangle {
+    Hairline {
         x: Metrics.cardPadding
         y: gains.y + TextStyles.caption2.line + Metrics.grid + Math.round((root.sliderLength - height) / 2)
         width: parent.width - 2 * x
-        height: Metrics.hairline
-        color: SystemColors.separator
     }
     Row {
         id: gains
@@ -55,13 +49,12 @@ Rectangle {
                 width: gains.width / bands.count
                 spacing: Metrics.grid
 
-                StyledText {
+                QuietText {
                     objectName: "bandText" + band.index
                     width: parent.width
                     height: TextStyles.caption2.line
                     text: band.gainText
                     style: TextStyles.caption2
-                    color: SystemColors.secondaryLabel
                     elide: Text.ElideNone
                     horizontalAlignment: Text.AlignHCenter
                     Accessible.ignored: true

@@ -12,6 +12,7 @@ FocusScope {
     required property EqualizerViewModel equalizer
     /// Room before the first and after the last one.
     property int sideMargin: Metrics.screenMargin
+    property AppTheme theme: ThemeEnvironment.theme
 
     implicitHeight: Metrics.touchTarget
     Accessible.role: Accessible.Grouping
@@ -75,7 +76,7 @@ FocusScope {
                     required property string description
                     required property bool isCurrent
 
-                    readonly property color ink: isCurrent ? SystemColors.accentText : SystemColors.label
+                    readonly property color ink: isCurrent ? SystemColors.accentInk : Surfaces.ink(root.theme, root.theme.primaryTextColor)
 
                     objectName: "preset" + index
                     height: line.height
@@ -91,9 +92,9 @@ FocusScope {
                     Accessible.description: description
                     Accessible.checkable: true
                     Accessible.checked: isCurrent
-                    Accessible.onPressAction: chip.clicked()
-                    Keys.onReturnPressed: chip.clicked()
-                    Keys.onEnterPressed: chip.clicked()
+                    Accessible.onPressAction: Press.byAction(chip)
+                    Keys.onReturnPressed: event => Press.byKey(chip, event)
+                    Keys.onEnterPressed: event => Press.byKey(chip, event)
                     Keys.onLeftPressed: root.walkTo(index - 1)
                     Keys.onRightPressed: root.walkTo(index + 1)
                     onActiveFocusChanged: {
@@ -103,20 +104,24 @@ FocusScope {
                     onClicked: root.equalizer.choosePreset(index)
 
                     background: Item {
-                        Rectangle {
+                        SurfaceImage {
                             anchors.fill: parent
                             anchors.topMargin: Metrics.grid
                             anchors.bottomMargin: Metrics.grid
-                            radius: height / 2
-                            color: chip.isCurrent ? SystemColors.accentTint : SystemColors.tertiaryBackground
+                            surface: chip.isCurrent ? Surfaces.filledButton(root.theme, root.theme.primaryColor, false, height / 2) : Surfaces.themedCard(root.theme, height / 2)
 
-                            Rectangle {
+                            ThemedHighlight {
                                 anchors.fill: parent
-                                radius: parent.radius
-                                color: chip.down ? SystemColors.pressed : chip.hovered ? SystemColors.hover : "transparent"
+                                radius: height / 2
+                                isHovered: chip.hovered
+                                isPressed: chip.down
+                                ink: chip.ink
+                                theme: root.theme
                             }
-                            FocusRing {
-                                radius: parent.radius
+                            ThemedFocusRing {
+                                controlRadius: parent.height / 2
+                                outset: Metrics.focusRing
+                                theme: root.theme
                                 visible: chip.visualFocus
                             }
                         }

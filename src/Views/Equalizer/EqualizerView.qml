@@ -33,10 +33,8 @@ BottomSheet {
         enabledSwitch.forceActiveFocus(Qt.OtherFocusReason);
     }
 
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     Flickable {
         id: flickable
@@ -82,9 +80,9 @@ BottomSheet {
                     anchors.leftMargin: Metrics.cardPadding
                     anchors.verticalCenter: parent.verticalCenter
                     player: root.equalizer.audioPlayer
-                    color: root.equalizer.isEnabled ? SystemColors.accent : SystemColors.gray
+                    color: root.equalizer.isEnabled ? ThemeEnvironment.theme.primaryColor : ThemeEnvironment.theme.secondaryTextColor
                 }
-                StyledText {
+                QuietText {
                     id: status
 
                     objectName: "equalizerStatus"
@@ -93,8 +91,6 @@ BottomSheet {
                     anchors.right: parent.right
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.equalizer.statusText
-                    style: TextStyles.footnote
-                    color: SystemColors.secondaryLabel
                     wrapMode: Text.Wrap
                 }
             }
@@ -110,12 +106,10 @@ BottomSheet {
                     width: flickable.width
                     equalizer: root.equalizer
                 }
-                StyledText {
+                QuietText {
                     objectName: "presetDescription"
                     width: parent.width
                     text: root.equalizer.presetDescription
-                    style: TextStyles.footnote
-                    color: SystemColors.secondaryLabel
                     horizontalAlignment: Text.AlignHCenter
                 }
             }
@@ -128,13 +122,9 @@ BottomSheet {
                 sliderLength: root.room < Metrics.equalizerRoom ? Metrics.shortGainLength : Metrics.gainLength
                 takesWheel: !root.scrolls
             }
-            Rectangle {
+            ThemedCard {
                 width: parent.width
                 height: preamp.y + preamp.height
-                radius: Metrics.controlRadius
-                color: SystemColors.tertiaryBackground
-                border.width: Metrics.hairline
-                border.color: SystemColors.separator
 
                 StyledText {
                     id: preampName
@@ -146,7 +136,7 @@ BottomSheet {
                     text: "前级增益"
                     style: TextStyles.subheadline
                 }
-                StyledText {
+                QuietText {
                     id: preampText
 
                     objectName: "preampText"
@@ -155,7 +145,6 @@ BottomSheet {
                     anchors.baseline: preampName.baseline
                     text: root.equalizer.preampText + " dB"
                     style: TextStyles.subheadline
-                    color: SystemColors.secondaryLabel
                     elide: Text.ElideNone
                 }
                 GainSlider {

@@ -9,7 +9,9 @@ BottomSheet {
 
     property bool folderMode: false
     property bool picturesMode: false
-    readonly property string acceptFilesText: picturesMode ? (files.selectedCount > 0 ? "用作封面" : "选择一张图片") : files.selectedCount > 0 ? "导入 " + files.selectedCount + " 个文件" : "选择要导入的文件"
+    /// What a picture is chosen for.
+    property string acceptPictureText: "用作封面"
+    readonly property string acceptFilesText: picturesMode ? (files.selectedCount > 0 ? acceptPictureText : "选择一张图片") : files.selectedCount > 0 ? "导入 " + files.selectedCount + " 个文件" : "选择要导入的文件"
 
     /// The listener has decided. @param urls files, or one folder
     signal chosen(var urls)
@@ -48,10 +50,8 @@ BottomSheet {
         files: files
         picturesMode: root.picturesMode
     }
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     PickerList {
         id: list
@@ -62,10 +62,8 @@ BottomSheet {
         files: files
         picturesMode: root.picturesMode
     }
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     TextButton {
         objectName: "pickerAccept"

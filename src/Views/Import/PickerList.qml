@@ -16,6 +16,9 @@ ListView {
 
     model: files
     clip: true
+    spacing: Metrics.grid
+    topMargin: Metrics.rowSpacing
+    bottomMargin: Metrics.rowSpacing
     boundsBehavior: Flickable.StopAtBounds
     reuseItems: true
     currentIndex: -1
@@ -23,6 +26,10 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: files.folderName
 
+    function activateByKey(event: var): void {
+        if (!event.isAutoRepeat)
+            files.activate(currentIndex);
+    }
     function goTo(row: int): void {
         if (count > 0)
             currentIndex = Math.max(0, Math.min(count - 1, row));
@@ -36,8 +43,9 @@ ListView {
         keyboardInUse = true;
         goTo(currentIndex + 1);
     }
-    Keys.onReturnPressed: files.activate(currentIndex)
-    Keys.onEnterPressed: files.activate(currentIndex)
+    // Once, however long the key is held down.
+    Keys.onReturnPressed: event => activateByKey(event)
+    Keys.onEnterPressed: event => activateByKey(event)
     Keys.onSpacePressed: files.activate(currentIndex)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Backspace) {

@@ -15,11 +15,10 @@ ColumnLayout {
     RowLayout {
         spacing: Metrics.rowSpacing
 
-        IconButton {
+        HeaderButton {
             objectName: "pickerUp"
-            Layout.leftMargin: (Metrics.symbol - width) / 2
+            Layout.leftMargin: -inset
             symbol: AppIcons.navigation.parent
-            color: SystemColors.accent
             text: "上一级文件夹"
             enabled: root.files.canGoUp
             onClicked: root.files.up()
@@ -33,11 +32,10 @@ ColumnLayout {
                 text: root.files.folderName
                 style: TextStyles.headline
             }
-            StyledText {
+            QuietText {
                 Layout.fillWidth: true
                 text: root.files.folder
                 style: TextStyles.caption1
-                color: SystemColors.secondaryLabel
                 elide: Text.ElideMiddle
             }
         }

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import Cadorel
 
 /// A folder or a file of the picker.
-T.ItemDelegate {
+ListRow {
     id: root
 
     required property int index
@@ -13,34 +12,19 @@ T.ItemDelegate {
     required property bool isSelected
     property bool folderMode: false
     property string fileSymbol: AppIcons.file.music
-    property bool showsFocus: false
 
     /// A file cannot be chosen while a folder is wanted; it shows what the folder holds.
     readonly property bool isChoosable: isFolder || !folderMode
 
     implicitHeight: Metrics.compactRowHeight
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
+    hasMenu: false
     text: name
     checked: isSelected
     enabled: isChoosable
     Accessible.name: (isFolder ? "文件夹 " : "") + name
     Accessible.checkable: !isFolder && !folderMode
     Accessible.checked: isSelected
-    Accessible.onPressAction: root.clicked()
 
-    background: Rectangle {
-        anchors.fill: parent
-        anchors.leftMargin: Metrics.rowSpacing
-        anchors.rightMargin: Metrics.rowSpacing
-        radius: Metrics.controlRadius
-        color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-
-        FocusRing {
-            radius: parent.radius
-            visible: root.showsFocus
-        }
-    }
     Item {
         anchors.fill: parent
         opacity: root.isChoosable ? 1 : Metrics.disabledOpacity
@@ -49,10 +33,10 @@ T.ItemDelegate {
             id: icon
 
             anchors.left: parent.left
-            anchors.leftMargin: Metrics.screenMargin
+            anchors.leftMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
             name: root.isFolder ? AppIcons.file.folder : root.fileSymbol
-            color: root.isFolder ? SystemColors.accent : SystemColors.secondaryLabel
+            color: root.isFolder ? root.theme.primaryColor : root.theme.secondaryTextColor
         }
         StyledText {
             anchors.left: icon.right
@@ -68,11 +52,11 @@ T.ItemDelegate {
             id: mark
 
             anchors.right: parent.right
-            anchors.rightMargin: Metrics.screenMargin
+            anchors.rightMargin: Metrics.cardPadding
             anchors.verticalCenter: parent.verticalCenter
             name: root.isFolder ? AppIcons.navigation.forward : root.isSelected ? AppIcons.status.checkmarkCircle : AppIcons.appearance.circle
             size: root.isFolder ? Metrics.symbolTiny : Metrics.symbol
-            color: root.isSelected ? SystemColors.accent : SystemColors.tertiaryLabel
+            color: root.isSelected ? root.theme.primaryColor : root.theme.secondaryTextColor
             visible: root.isFolder || !root.folderMode
         }
     }

@@ -10,9 +10,6 @@ FocusScope {
     required property LibraryViewModel library
     required property PlaylistsViewModel playlists
 
-    signal serversRequested
-    signal equalizerRequested
-
     readonly property LocalMusicImportService importService: viewModel.importService
     readonly property bool isBusy: importService.isImporting || importService.isScanning
     readonly property int sideMargin: Metrics.screenMargin + Math.max(0, Math.round((width - Metrics.contentWidth) / 2))
@@ -24,6 +21,25 @@ FocusScope {
         deleteDialog.open();
     }
 
+    /// Where the song that plays stands. @param songId its id @param isWebDAV whether it lies on a server
+    function locate(songId: string, isWebDAV: bool): void {
+        locating.songId = songId;
+        locating.restart();
+    }
+
+    Timer {
+        id: locating
+
+        property string songId
+
+        objectName: "locating"
+        // The list may only now be coming up.
+        interval: Metrics.locateDelay
+        onTriggered: songList.reveal(root.library.songs.rowOf(songId))
+    }
+    KawaiiFloatingDecorations {
+        anchors.fill: songList
+    }
     Column {
         id: top
 
@@ -39,8 +55,6 @@ FocusScope {
             onFilesRequested: root.library.chooseFiles()
             onFolderRequested: root.library.chooseFolder()
             onMusicFolderRequested: root.library.openMusicFolder()
-            onServersRequested: root.serversRequested()
-            onEqualizerRequested: root.equalizerRequested()
         }
         ImportProgressBar {
             objectName: "importProgress"

@@ -20,10 +20,8 @@ BottomSheet {
     onOpened: addressField.takeFocus()
     onClosed: settings.close()
 
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     Flickable {
         id: flickable
@@ -87,11 +85,9 @@ BottomSheet {
                 text: "测试连接"
                 onClicked: root.settings.testConnection()
             }
-            StyledText {
+            QuietText {
                 width: parent.width
                 text: "测试当前配置的 API 服务器是否可用。"
-                style: TextStyles.footnote
-                color: SystemColors.secondaryLabel
                 wrapMode: Text.Wrap
             }
         }

@@ -10,26 +10,24 @@ T.ItemDelegate {
     required property string name
     required property string updateFrequency
     property bool showsFocus: false
+    property AppTheme theme: ThemeEnvironment.theme
 
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
     text: name
     Accessible.role: Accessible.ListItem
     Accessible.name: name + "，" + updateFrequency
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: Press.byAction(root)
 
-    background: Rectangle {
-        radius: Metrics.cardRadius
-        color: SystemColors.secondaryBackground
+    background: ThemedCard {
+        theme: root.theme
 
-        Rectangle {
+        ThemedHighlight {
             anchors.fill: parent
-            radius: parent.radius
-            color: root.down ? SystemColors.pressed : root.hovered ? SystemColors.hover : "transparent"
-        }
-        FocusRing {
-            radius: parent.radius
-            visible: root.showsFocus
+            isHovered: root.hovered
+            isPressed: root.down
+            isFocused: root.showsFocus
+            theme: root.theme
         }
     }
 
@@ -38,7 +36,7 @@ T.ItemDelegate {
         anchors.top: parent.top
         anchors.margins: Metrics.cardPadding
         name: AppIcons.music.chart
-        color: SystemColors.accent
+        color: root.theme.primaryColor
     }
     Column {
         anchors.left: parent.left
@@ -53,11 +51,9 @@ T.ItemDelegate {
             wrapMode: Text.Wrap
             maximumLineCount: 2
         }
-        StyledText {
+        QuietText {
             width: parent.width
             text: root.updateFrequency
-            style: TextStyles.footnote
-            color: SystemColors.secondaryLabel
         }
     }
 }

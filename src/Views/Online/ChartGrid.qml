@@ -34,14 +34,13 @@ GridView {
             event.accepted = true;
         }
     }
-    Keys.onReturnPressed: {
-        if (currentIndex >= 0)
+    // Once, however long the key is held down.
+    function activateByKey(event: var): void {
+        if (currentIndex >= 0 && !event.isAutoRepeat)
             openRequested(currentIndex);
     }
-    Keys.onEnterPressed: {
-        if (currentIndex >= 0)
-            openRequested(currentIndex);
-    }
+    Keys.onReturnPressed: event => activateByKey(event)
+    Keys.onEnterPressed: event => activateByKey(event)
 
     ScrollBar.vertical: SlimScrollBar {}
 

@@ -27,7 +27,6 @@ SlidingPage {
             width: parent.width
             title: root.page.name
             subtitle: root.page.updateFrequency
-            titleStyle: TextStyles.title2
             backText: "返回排行榜"
             onBackRequested: root.closeRequested()
         }

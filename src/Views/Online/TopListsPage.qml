@@ -34,16 +34,17 @@ SlidingPage {
             PageHeader {
                 width: parent.width
                 title: "排行榜"
-                backText: "返回在线音乐"
+                titleStyle: TextStyles.largeTitle
+                backText: "返回搜索"
                 onBackRequested: root.closeRequested()
             }
-            SegmentedControl {
+            ThemedSegmentedPicker {
                 objectName: "chartsPlatform"
                 width: parent.width
                 name: "平台"
                 options: root.charts.platforms
-                current: root.charts.platformIndex
-                onChosen: index => root.charts.selectPlatform(index)
+                selection: options[root.charts.platformIndex]
+                onSelected: option => root.charts.selectPlatform(options.indexOf(option))
             }
         }
         ChartGrid {

@@ -44,26 +44,21 @@ BottomSheet {
         visible: !root.editor.isTypeFixed
         spacing: Metrics.grid
 
-        StyledText {
+        QuietText {
             text: "歌单类型"
-            style: TextStyles.footnote
-            color: SystemColors.secondaryLabel
             Accessible.ignored: true
         }
-        SegmentedControl {
+        ThemedSegmentedPicker {
             objectName: "playlistTypePicker"
             width: parent.width
             name: "类型"
-            track: SystemColors.tertiaryBackground
             options: ["本地", "在线"]
-            current: root.editor.selectedType
-            onChosen: index => root.editor.selectedType = index
+            selection: options[root.editor.selectedType]
+            onSelected: option => root.editor.selectedType = options.indexOf(option)
         }
-        StyledText {
+        QuietText {
             width: parent.width
             text: root.editor.selectedType === PlaylistEditorViewModel.Local ? "存放资料库里的歌曲" : "存放在线搜索和排行榜里的歌曲"
-            style: TextStyles.footnote
-            color: SystemColors.secondaryLabel
             wrapMode: Text.Wrap
         }
     }

@@ -10,6 +10,7 @@ Item {
     property string source
     property int size: Metrics.rowCover
     property int cornerRadius: Metrics.coverRadius
+    property AppTheme theme: ThemeEnvironment.theme
 
     implicitWidth: size
     implicitHeight: size
@@ -27,13 +28,20 @@ Item {
         anchors.fill: parent
         visible: root.source === ""
         radius: root.cornerRadius
-        color: SystemColors.coverFill
+        color: Qt.alpha(root.theme.primaryColor, 0.12)
 
-        SymbolIcon {
+        ThemedIcon {
             anchors.centerIn: parent
-            name: AppIcons.music.playlist
+            systemName: AppIcons.music.playlist
+            kawaiiName: KawaiiIcon.playlist
             size: Math.round(root.size / 2)
-            color: SystemColors.gray
+            color: root.theme.primaryColor
+            theme: root.theme
         }
+    }
+    ThemedArtworkModifier {
+        anchors.fill: parent
+        cornerRadius: root.cornerRadius
+        theme: root.theme
     }
 }

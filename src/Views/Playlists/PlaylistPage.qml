@@ -29,17 +29,15 @@ SlidingPage {
         PageHeader {
             width: parent.width
             title: root.page.name
-            titleStyle: TextStyles.title2
             backText: "返回歌单列表"
             onBackRequested: root.closeRequested()
 
-            IconButton {
+            HeaderButton {
                 id: moreButton
 
                 objectName: "playlistPageMore"
                 visible: !root.isMissing
                 symbol: AppIcons.navigation.moreCircle
-                color: SystemColors.accent
                 text: "更多操作"
                 isOpen: pageMenu.visible
                 onClicked: pageMenu.open()
@@ -76,7 +74,7 @@ SlidingPage {
                 size: Metrics.playlistCover
                 cornerRadius: Metrics.cardRadius
             }
-            StyledText {
+            QuietText {
                 objectName: "playlistSummary"
                 anchors.left: cover.right
                 anchors.leftMargin: Metrics.screenMargin
@@ -84,7 +82,6 @@ SlidingPage {
                 anchors.top: parent.top
                 text: root.page.isLoading ? "加载中..." : root.page.summary
                 style: TextStyles.subheadline
-                color: SystemColors.secondaryLabel
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
             }

@@ -18,10 +18,8 @@ BottomSheet {
     onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: picker.close()
 
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     PlaylistList {
         id: list
@@ -45,10 +43,8 @@ BottomSheet {
             description: "请先创建一个" + root.picker.kindText + "歌单"
         }
     }
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     TextButton {
         objectName: "pickerCreatePlaylist"

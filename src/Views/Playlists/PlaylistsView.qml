@@ -18,6 +18,9 @@ FocusScope {
         enabled: !playlistPage.isShown
         focus: true
 
+        KawaiiFloatingDecorations {
+            anchors.fill: playlistList
+        }
         Column {
             id: top
 
@@ -27,9 +30,17 @@ FocusScope {
             anchors.rightMargin: root.sideMargin
             bottomPadding: Metrics.grid
 
-            PlaylistsHeader {
+            PageHeader {
                 width: parent.width
-                onCreateRequested: root.editor.beginCreate()
+                title: "歌单"
+                hasBack: false
+
+                HeaderButton {
+                    objectName: "createPlaylistButton"
+                    symbol: AppIcons.action.add
+                    text: "新建歌单"
+                    onClicked: root.editor.beginCreate()
+                }
             }
             MessageBanner {
                 objectName: "coverBanner"

@@ -41,7 +41,6 @@ SlidingPage {
             width: parent.width
             title: root.page.name
             subtitle: root.page.summary
-            titleStyle: TextStyles.title2
             backText: "返回服务器列表"
             onBackRequested: root.closeRequested()
 
@@ -49,13 +48,12 @@ SlidingPage {
                 implicitWidth: reloadButton.implicitWidth
                 implicitHeight: reloadButton.implicitHeight
 
-                IconButton {
+                HeaderButton {
                     id: reloadButton
 
                     objectName: "reloadButton"
                     visible: !root.page.isBusy
                     symbol: AppIcons.action.refresh
-                    color: SystemColors.accent
                     text: "刷新歌曲列表"
                     onClicked: root.page.refresh()
                 }
@@ -65,12 +63,11 @@ SlidingPage {
                     visible: root.page.isBusy
                 }
             }
-            IconButton {
+            HeaderButton {
                 id: moreButton
 
                 objectName: "navidromePageMore"
                 symbol: AppIcons.navigation.more
-                color: SystemColors.accent
                 text: "更多操作"
                 isOpen: pageMenu.visible
                 onClicked: pageMenu.open()
@@ -93,7 +90,7 @@ SlidingPage {
             width: parent.width
             spacing: Metrics.rowSpacing
 
-            SearchField {
+            ThemedSearchBar {
                 id: searchField
 
                 objectName: "navidromeSearch"
@@ -124,14 +121,6 @@ SlidingPage {
 
     SongList {
         id: songList
-
-        function takeKeyboard(): void {
-            if (count === 0)
-                return;
-            keyboardInUse = true;
-            currentIndex = Math.max(0, currentIndex);
-            forceActiveFocus(Qt.TabFocusReason);
-        }
 
         objectName: "navidromeSongList"
         anchors.left: parent.left

@@ -18,10 +18,8 @@ BottomSheet {
     onAboutToShow: list.currentIndex = -1
     onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
 
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     RowList {
         id: list

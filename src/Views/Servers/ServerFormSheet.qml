@@ -37,10 +37,8 @@ BottomSheet {
     onClosed: form.cancel()
     onAccepted: form.save()
 
-    Rectangle {
+    Hairline {
         Layout.fillWidth: true
-        Layout.preferredHeight: Metrics.hairline
-        color: SystemColors.separator
     }
     Flickable {
         id: flickable

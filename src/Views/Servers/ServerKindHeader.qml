@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Cadorel
 
 /// What the servers beneath it have in common, in a list of sections. It reaches for nothing outside: this Qt makes
 /// headers in a place of their own.
-StyledText {
+QuietText {
     required property string section
 
     width: ListView.view.width
@@ -12,8 +13,8 @@ StyledText {
     topPadding: Metrics.cardPadding
     bottomPadding: Metrics.grid
     text: section
-    style: TextStyles.footnote
-    color: SystemColors.secondaryLabel
+    style: TextStyles.subheadline
+    font.weight: Font.DemiBold
     Accessible.role: Accessible.Heading
     Accessible.name: text
 }

@@ -13,7 +13,7 @@ RowList {
     signal menuRequested(ServerRow server, point position)
     signal deleteRequested(ServerRow server)
 
-    rowStep: Metrics.tallRowHeight
+    rowStep: Metrics.tallRowHeight + spacing
     Accessible.name: "服务器"
     onActivated: root.openRequested(root.currentItem as ServerRow)
     onDeleteKeyPressed: root.deleteRequested(root.currentItem as ServerRow)

@@ -31,24 +31,21 @@ SlidingPage {
             width: parent.width
             title: root.page.name
             subtitle: root.page.summary
-            titleStyle: TextStyles.title2
             backText: "返回服务器列表"
             onBackRequested: root.closeRequested()
 
-            IconButton {
+            HeaderButton {
                 objectName: "scanButton"
                 symbol: AppIcons.action.refresh
-                color: SystemColors.accent
                 text: "扫描"
                 enabled: !root.page.isScanning
                 onClicked: root.page.scan()
             }
-            IconButton {
+            HeaderButton {
                 id: moreButton
 
                 objectName: "serverPageMore"
                 symbol: AppIcons.navigation.more
-                color: SystemColors.accent
                 text: "更多操作"
                 isOpen: pageMenu.visible
                 onClicked: pageMenu.open()

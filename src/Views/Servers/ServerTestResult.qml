@@ -27,7 +27,7 @@ RowLayout {
             visible: !root.isTesting && root.message !== ""
             name: root.succeeded ? AppIcons.status.checkmarkCircle : AppIcons.status.xmarkCircle
             size: Metrics.symbolSmall
-            color: root.succeeded ? SystemColors.green : SystemColors.red
+            color: Surfaces.ink(ThemeEnvironment.theme, root.succeeded ? SystemColors.green : SystemColors.red)
         }
     }
     StyledText {
@@ -38,7 +38,7 @@ RowLayout {
         Layout.minimumHeight: style.line
         text: root.isTesting ? "正在测试…" : root.message
         style: TextStyles.subheadline
-        color: root.isTesting ? SystemColors.secondaryLabel : root.succeeded ? SystemColors.label : SystemColors.redText
+        color: Surfaces.ink(ThemeEnvironment.theme, root.isTesting ? ThemeEnvironment.theme.secondaryTextColor : root.succeeded ? ThemeEnvironment.theme.primaryTextColor : SystemColors.red)
         wrapMode: Text.Wrap
     }
 }

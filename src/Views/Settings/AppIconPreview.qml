@@ -9,7 +9,7 @@ Item {
     /// Name of its picture.
     property string imageName
     property real size: Metrics.appIconSize
-    property color color: SystemColors.secondaryLabel
+    property color color: ThemeEnvironment.theme.secondaryTextColor
     readonly property string file: AppIconService.picture(imageName)
 
     implicitWidth: size

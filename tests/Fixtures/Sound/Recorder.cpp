@@ -22,8 +22,8 @@ constexpr auto settling = 80ms;
 
 } // namespace
 
-Recorder::Recorder(const SoundServer &server)
-    : m_process(server.recording(u"float32le"_s, sampleRate))
+Recorder::Recorder(const SoundServer &server, const QString &device)
+    : m_process(server.recording(u"float32le"_s, sampleRate, {}, device))
 {
     hear(settling);
     clear();

@@ -9,14 +9,14 @@
 
 namespace cadorel {
 
-/// Hears what the device of a SoundServer plays: one channel, 48,000 samples a second.
+/// Hears what a device of a SoundServer plays: one channel, 48,000 samples a second.
 class Recorder
 {
 public:
     static constexpr int sampleRate = 48'000;
 
     /// Hears everything from the moment that the constructor returns.
-    explicit Recorder(const SoundServer &server);
+    explicit Recorder(const SoundServer &server, const QString &device = SoundServer::firstDevice);
     ~Recorder();
     Q_DISABLE_COPY_MOVE(Recorder)
 

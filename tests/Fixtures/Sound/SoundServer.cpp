@@ -104,16 +104,16 @@ void SoundServer::setHanging(bool hanging)
     ::kill(static_cast<pid_t>(m_server->processId()), hanging ? SIGSTOP : SIGCONT);
 }
 
-std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate,
-                                                 const QString &file) const
+std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int sampleRate, const QString &file,
+                                                 const QString &device) const
 {
     auto process = std::make_unique<QProcess>();
     if (!file.isEmpty())
         process->setStandardOutputFile(file);
     process->setProcessEnvironment(m_environment);
     process->start(u"parec"_s,
-                   {u"--device=out.monitor"_s, u"--raw"_s, u"--channels=1"_s, u"--format="_s + format,
-                    u"--rate=%1"_s.arg(sampleRate), u"--latency-msec=10"_s});
+                   {u"--device=%1.monitor"_s.arg(device), u"--raw"_s, u"--channels=1"_s,
+                    u"--format="_s + format, u"--rate=%1"_s.arg(sampleRate), u"--latency-msec=10"_s});
     return process;
 }
 
@@ -136,6 +136,12 @@ QByteArray SoundServer::plugIn(const QString &name) const
     const QByteArray module =
         ask({u"load-module"_s, u"module-null-sink"_s, u"sink_name="_s + name, u"rate=48000"_s});
     return ask({u"set-default-sink"_s, name}).isNull() ? QByteArray() : module;
+}
+
+QByteArray SoundServer::addDevice(const QString &name, const QString &description) const
+{
+    return ask({u"load-module"_s, u"module-null-sink"_s, u"sink_name="_s + name, u"rate=48000"_s,
+                u"sink_properties='device.description=\"%1\"'"_s.arg(description)});
 }
 
 std::unique_ptr<QProcess> SoundServer::other(const QString &role) const

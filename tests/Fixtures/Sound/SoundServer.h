@@ -30,15 +30,19 @@ public:
     /// Makes it answer nothing while true.
     void setHanging(bool hanging);
 
-    /// What records the device, on one channel, to its standard output or to a file.
-    std::unique_ptr<QProcess> recording(const QString &format, int sampleRate,
-                                        const QString &file = {}) const;
+    /// The device that is there from the start.
+    static constexpr QLatin1StringView firstDevice{"out"};
+    /// What records a device, on one channel, to its standard output or to a file.
+    std::unique_ptr<QProcess> recording(const QString &format, int sampleRate, const QString &file = {},
+                                        const QString &device = firstDevice) const;
     /// What the server tells of the streams that play.
     QByteArray streams() const;
     /// Asks the server as its user would; what pactl answers, empty when it is refused.
     QByteArray ask(const QStringList &arguments) const;
     /// Adds a device that new streams go to. @return its module, for unload(); empty on failure
     QByteArray plugIn(const QString &name) const;
+    /// Adds a device that only who chooses it plays on. @return its module, for unload(); empty on failure
+    QByteArray addDevice(const QString &name, const QString &description) const;
     /// Takes away what a module brought: a device, or the server's manners.
     bool unload(const QByteArray &module) const
     {

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// The root screen in the current look, in the listener's accent. Another look is another root screen: all that the
+/// old one knew, the selected tab and open sheets among it, goes with it. What plays is no part of it.
+ThemedAccentColorModifier {
+    id: root
+
+    required property ScreenModels screens
+    /// The root screen that is there now.
+    readonly property Item contentView: loader.item as Item
+
+    IdentityLoader {
+        id: loader
+
+        anchors.fill: parent
+        focus: true
+        onLoaded: item.forceActiveFocus(Qt.OtherFocusReason)
+        // A bound component could not be made by a loader that is of another file.
+        // qmllint disable unqualified
+        sourceComponent: ContentView {
+            objectName: "contentView"
+            screens: root.screens
+        }
+        // qmllint enable unqualified
+    }
+    Connections {
+        target: ThemeManager
+
+        // Before the items are told of the other look: the screen that goes is not drawn in it.
+        function onCurrentThemeTypeChanged(): void {
+            root.screens.closeSheets();
+            loader.identity = ThemeManager.currentThemeType;
+        }
+    }
+}

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Window
+import Cadorel
+
+/// The running song as a disc that floats over the screens. It fills the window and leaves all of it to what lies
+/// beneath, but for the disc and its open fan.
+FocusScope {
+    id: root
+
+    required property MiniPlayerViewModel miniPlayer
+    /// What a desktop or the bars of the window take of it.
+    property real topInset: 0
+    property real bottomInset: MiniPlayerGeometry.tabBarHeight
+    /// Something lies over the whole window: nothing moves then.
+    property bool isCovered: false
+    property AppTheme theme: ThemeEnvironment.theme
+
+    readonly property bool isSeen: visible && !isCovered && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
+    readonly property bool isOpen: miniPlayer.isControlMode
+    /// Centre of the disc as it is shown.
+    readonly property point centre: Qt.point(centreX, centreY + shift)
+    property real centreX: miniPlayer.effectivePosition.x
+    property real centreY: miniPlayer.effectivePosition.y
+    property real shift: isOpen ? miniPlayer.fanShift : 0
+    property real openness: isOpen ? 1 : 0
+    /// By what the disc had the keyboard before the fan took it.
+    property int focusReason: Qt.OtherFocusReason
+
+    signal openRequested
+
+    function layOut(): void {
+        miniPlayer.layOut(width, height, topInset, bottomInset);
+    }
+
+    onWidthChanged: layOut()
+    onHeightChanged: layOut()
+    onTopInsetChanged: layOut()
+    onBottomInsetChanged: layOut()
+    onIsSeenChanged: if (!isSeen) miniPlayer.cancel()
+    onActiveFocusChanged: if (!activeFocus && miniPlayer.isFanPinned) miniPlayer.resetControlMode()
+    Component.onCompleted: layOut()
+    Component.onDestruction: miniPlayer.cancel()
+    Keys.onPressed: event => event.accepted = miniPlayer.pressKey(event.key, event.modifiers, event.isAutoRepeat)
+
+    Behavior on centreX {
+        enabled: root.miniPlayer.animatesPosition
+
+        ResponseSpring {
+            damping: 0.7
+        }
+    }
+    Behavior on centreY {
+        enabled: root.miniPlayer.animatesPosition
+
+        ResponseSpring {
+            damping: 0.7
+        }
+    }
+    Behavior on shift {
+        ResponseSpring {
+            response: 0.2
+            damping: 0.8
+        }
+    }
+    Behavior on openness {
+        ResponseSpring {
+            response: 0.2
+            damping: 0.8
+        }
+    }
+    Connections {
+        target: root.miniPlayer
+
+        function onOpenRequested(): void {
+            root.openRequested();
+        }
+        function onIsFanPinnedChanged(): void {
+            // The keys go to the fan, and back to the disc.
+            if (root.miniPlayer.isFanPinned)
+                root.focusReason = disc.activeFocus ? disc.focusReason : Qt.OtherFocusReason;
+            if (root.miniPlayer.isFanPinned || root.activeFocus)
+                disc.forceActiveFocus(root.focusReason);
+        }
+    }
+
+    // It takes nothing from what lies beneath: the press that closes the fan also reaches what it was for.
+    PointHandler {
+        enabled: root.miniPlayer.isFanPinned
+        acceptedButtons: Qt.AllButtons
+        onActiveChanged: if (active) root.miniPlayer.pressElsewhere(point.position)
+    }
+
+    Loader {
+        active: root.isOpen || root.openness > 0
+        anchors.fill: parent
+        // A bound component could not be made for a view that lies in another one.
+        // qmllint disable unqualified
+        sourceComponent: MiniPlayerFan {
+            objectName: "miniPlayerFan"
+            miniPlayer: root.miniPlayer
+            centre: root.centre
+            openness: root.openness
+            theme: root.theme
+        }
+        // qmllint enable unqualified
+    }
+    MiniPlayerDisc {
+        id: disc
+
+        objectName: "miniPlayerDisc"
+        x: root.centre.x - width / 2
+        y: root.centre.y - height / 2
+        focus: true
+        coverSource: root.miniPlayer.coverSource
+        hasCover: root.miniPlayer.hasCover
+        spinKey: root.miniPlayer.spinKey
+        spins: root.miniPlayer.isSpinning && root.isSeen && !Motion.isReduced
+        isLifted: root.miniPlayer.isDragging || root.isOpen
+        isPointedAt: touch.containsMouse
+        theme: root.theme
+        scale: isLifted ? Metrics.liftedScale : 1
+        text: root.miniPlayer.name
+        Accessible.name: text
+        Accessible.description: "单击打开播放界面；按住、点右键或按菜单键选择播放操作"
+        Accessible.onPressAction: root.miniPlayer.open()
+        Accessible.onToggleAction: root.miniPlayer.toggleFan()
+        onClicked: root.miniPlayer.open()
+
+        Behavior on scale {
+            ResponseSpring {
+                damping: 0.8
+            }
+        }
+
+        MouseArea {
+            id: touch
+
+            /// Where the mouse or the finger is in what the disc moves in.
+            function place(x: real, y: real): point {
+                return mapToItem(root, x, y);
+            }
+
+            anchors.fill: parent
+            acceptedButtons: Qt.LeftButton | Qt.RightButton
+            hoverEnabled: true
+            preventStealing: true
+            pressAndHoldInterval: MiniPlayerGeometry.holdMilliseconds
+            containmentMask: RoundTouchArea {
+                diameter: disc.width
+            }
+            onPressed: mouse => {
+                if (mouse.button === Qt.LeftButton)
+                    root.miniPlayer.press(place(mouse.x, mouse.y));
+                else
+                    root.miniPlayer.toggleFan();
+            }
+            onPositionChanged: mouse => {
+                if (pressedButtons & Qt.LeftButton)
+                    root.miniPlayer.move(place(mouse.x, mouse.y));
+            }
+            onPressAndHold: {
+                if (pressedButtons & Qt.LeftButton)
+                    root.miniPlayer.longPress();
+            }
+            onReleased: mouse => {
+                if (mouse.button === Qt.LeftButton)
+                    root.miniPlayer.release(place(mouse.x, mouse.y));
+            }
+            onCanceled: root.miniPlayer.cancel()
+        }
+        StyledToolTip {
+            objectName: "discToolTip"
+            text: root.miniPlayer.name
+            visible: touch.containsMouse && !touch.pressed && !disc.isLifted
+        }
+    }
+}

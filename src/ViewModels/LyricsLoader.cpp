@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ViewModels/LyricsLoader.h"
+
+#include "Services/AudioPlayerService.h"
+#include "Services/LocalMusicImportService.h"
+#include "Services/NavidromeService.h"
+#include "Services/OnlineMusicService.h"
+#include "Services/Subsonic/SubsonicSongs.h"
+#include "Utils/Tasks.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+#include <QtConcurrentRun>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A text of more characters than this is read on the pool: the longest song is well below, and takes a
+/// millisecond.
+constexpr qsizetype longestAtOnce = 16 * 1024;
+
+QCoro::Task<QList<LyricLine>> parsed(QString text)
+{
+    if (text.size() <= longestAtOnce)
+        co_return LyricLine::parse(text);
+    co_return co_await QtConcurrent::run(LyricLine::parse, text);
+}
+
+} // namespace
+
+QString LyricsLoader::currentSongId(const AudioPlayerService &player)
+{
+    if (const std::optional<OnlineSong> &song = player.currentOnlineSong())
+        return song->id;
+    const std::optional<Song> &song = player.currentSong();
+    return song ? song->id() : u"none"_s;
+}
+
+LyricsLoader::LyricsLoader(AudioPlayerService &player, const LyricsSources &sources)
+    : m_player(player)
+    , m_sources(sources)
+{
+    connect(&player, &AudioPlayerService::currentSongChanged, this, &LyricsLoader::songChanged);
+    connect(&player, &AudioPlayerService::currentOnlineSongChanged, this, &LyricsLoader::songChanged);
+}
+
+void LyricsLoader::load()
+{
+    m_isFollowing = true;
+    begin();
+}
+
+void LyricsLoader::clear()
+{
+    m_isFollowing = false;
+    ++m_request;
+    m_songId.clear();
+    m_embeddedLyrics.reset();
+    setLines({});
+}
+
+void LyricsLoader::songChanged()
+{
+    if (!m_isFollowing)
+        return;
+    if (currentSongId(m_player) != m_songId) {
+        begin();
+        return;
+    }
+    // The same song, of which more is known by now.
+    const std::optional<Song> &song = m_player.currentSong();
+    if (!m_player.currentOnlineSong() && song && song->hasLyricsText() &&
+        song->embeddedLyrics() != m_embeddedLyrics)
+        begin();
+}
+
+void LyricsLoader::begin()
+{
+    m_songId = currentSongId(m_player);
+    m_embeddedLyrics.reset();
+    ++m_request;
+    setLines({});
+    if (const std::optional<OnlineSong> online = m_player.currentOnlineSong()) {
+        detach(find(*online));
+    } else if (const std::optional<Song> song = m_player.currentSong()) {
+        m_embeddedLyrics = song->embeddedLyrics();
+        detach(find(*song));
+    }
+}
+
+bool LyricsLoader::isWanted(quint64 request) const
+{
+    return request == m_request && m_songId == currentSongId(m_player);
+}
+
+QCoro::Task<void> LyricsLoader::find(OnlineSong song)
+{
+    const QPointer<LyricsLoader> self(this);
+    const quint64 request = m_request;
+    const QList<LyricLine> lines = co_await m_sources.onlineMusic.getLyrics(song);
+    if (self && isWanted(request))
+        setLines(lines);
+}
+
+QCoro::Task<void> LyricsLoader::find(Song song)
+{
+    const QPointer<LyricsLoader> self(this);
+    const quint64 request = m_request;
+    std::optional<QString> text = song.embeddedLyrics();
+    if (text.value_or(QString()).isEmpty() && song.id().startsWith(SubsonicSongId::idStart)) {
+        text = co_await m_sources.navidrome.lyrics(song);
+        if (!self || !isWanted(request))
+            co_return;
+    }
+    if (text.value_or(QString()).isEmpty())
+        text = m_sources.importService.getLyrics(song);
+    if (text.value_or(QString()).isEmpty())
+        co_return;
+    const QList<LyricLine> lines = co_await parsed(*text);
+    if (self && isWanted(request))
+        setLines(lines);
+}
+
+void LyricsLoader::setLines(const QList<LyricLine> &lines)
+{
+    if (m_lines.isEmpty() && lines.isEmpty())
+        return;
+    m_lines = lines;
+    Q_EMIT linesChanged();
+}
+
+} // namespace cadorel

@@ -1,0 +1,448 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ViewModels/MiniPlayerViewModel.h"
+
+#include "Services/AudioPlayerService.h"
+#include "Services/PlaylistService.h"
+#include "Services/ThemeService.h"
+#include "Utils/OneLine.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/CoverRegistry.h"
+#include "ViewModels/OnlineSongListModel.h"
+#include "ViewModels/PlaybackViewModel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+MiniPlayerViewModel::MiniPlayerViewModel(CadorelViewModel &viewModel, PlaybackViewModel &playback,
+                                         PlaylistService &playlists, ThemeService &themeService)
+    : m_viewModel(viewModel)
+    , m_playback(playback)
+    , m_playlists(playlists)
+    , m_themeService(themeService)
+    , m_fan(new MiniPlayerFanModel(this))
+{
+    loadStoredPosition();
+    const AudioPlayerService *player = m_viewModel.audioPlayer();
+    connect(player, &AudioPlayerService::isPlayingChanged, this, &MiniPlayerViewModel::isSpinningChanged);
+    connect(&m_viewModel, &CadorelViewModel::currentChanged, this, &MiniPlayerViewModel::currentChanged);
+    connect(&m_playback, &PlaybackViewModel::coverSourceChanged, this,
+            &MiniPlayerViewModel::coverSourceChanged);
+    connect(&m_playlists, &PlaylistStore::changed, this, &MiniPlayerViewModel::updateFavorite);
+    connect(&m_themeService, &ThemeService::miniPlayerPositionChanged, this, [this] {
+        if (m_isSaving)
+            return;
+        loadStoredPosition();
+        place();
+    });
+    m_songIdentity = songIdentity();
+    updateFavorite();
+}
+
+MiniPlayerViewModel::~MiniPlayerViewModel() = default;
+
+// MARK: place
+
+QPointF MiniPlayerViewModel::effectivePosition() const
+{
+    return m_position.value_or(MiniPlayerGeometry::startPosition(m_screen));
+}
+
+double MiniPlayerViewModel::fanShift() const
+{
+    return MiniPlayerGeometry::fanShift(effectivePosition(), m_screen);
+}
+
+void MiniPlayerViewModel::layOut(double width, double height, double topInset, double bottomInset)
+{
+    const Screen screen{.width = width,
+                        .height = height,
+                        .safeTop = std::max(0.0, topInset),
+                        .safeBottom = std::max(0.0, bottomInset - MiniPlayerGeometry::tabBarHeight),
+                        .tabBar = MiniPlayerGeometry::tabBarHeight};
+    if (screen == m_screen)
+        return;
+    m_screen = screen;
+    // What is in somebody's hand goes where that hand goes.
+    if (!m_isDragging)
+        place();
+}
+
+/// Takes the disc to where it belongs in the room of the moment. Where the listener left it is kept: a window
+/// that becomes small for a while does not move the disc for good.
+void MiniPlayerViewModel::place()
+{
+    if (!m_screen.isKnown())
+        return;
+    if (!m_home) {
+        setPosition(MiniPlayerGeometry::startPosition(m_screen), false);
+        return;
+    }
+    const double x = m_keepsRight ? MiniPlayerGeometry::rightLimit(m_screen) : m_home->x();
+    setPosition(MiniPlayerGeometry::dropped({x, m_home->y()}, m_screen), false);
+    m_keepsRight = m_keepsRight || m_position->x() >= MiniPlayerGeometry::rightLimit(m_screen);
+}
+
+void MiniPlayerViewModel::loadStoredPosition()
+{
+    m_home = m_themeService.miniPlayerPosition();
+    m_keepsRight = false;
+}
+
+void MiniPlayerViewModel::updatePosition(const QPointF &translation, const QPointF &effectivePosition,
+                                         const Screen &screen, bool animate, bool save)
+{
+    const QPointF centre = MiniPlayerGeometry::dropped(effectivePosition + translation, screen);
+    setPosition(centre, animate);
+    m_home = centre;
+    m_keepsRight = centre.x() >= MiniPlayerGeometry::rightLimit(screen);
+    if (!save)
+        return;
+    m_isSaving = true;
+    m_themeService.setMiniPlayerPosition(centre);
+    m_isSaving = false;
+}
+
+void MiniPlayerViewModel::setPosition(const QPointF &centre, bool animate)
+{
+    if (m_position == centre)
+        return;
+    if (animate != m_animatesPosition) {
+        m_animatesPosition = animate;
+        Q_EMIT animatesPositionChanged();
+    }
+    const bool isFirst = !m_position;
+    m_position = centre;
+    if (!m_isControlMode || m_isFanPinned)
+        m_fan->setSide(MiniPlayerGeometry::side(centre, m_screen));
+    Q_EMIT positionChanged();
+    if (isFirst)
+        Q_EMIT hasLoadedPositionChanged();
+}
+
+// MARK: gestures
+
+void MiniPlayerViewModel::press(const QPointF &point)
+{
+    // What a tap on the disc of an open fan means is to close it: the finger means nothing else.
+    if (m_isFanPinned)
+        resetControlMode();
+    else
+        m_pressPoint = point;
+}
+
+void MiniPlayerViewModel::move(const QPointF &point)
+{
+    if (!m_pressPoint)
+        return;
+    const QPointF translation = point - *m_pressPoint;
+    if (m_isControlMode) {
+        setActiveAction(MiniPlayerGeometry::determineAction(translation, side()));
+        return;
+    }
+    if (!m_isDragging) {
+        if (std::hypot(translation.x(), translation.y()) < MiniPlayerGeometry::dragThreshold)
+            return;
+        m_dragStartPosition = effectivePosition();
+        setIsDragging(true);
+    }
+    setPosition(*m_dragStartPosition + translation, false);
+}
+
+void MiniPlayerViewModel::longPress()
+{
+    // A slow drag is no long press.
+    if (m_pressPoint && !m_isDragging && !m_isControlMode)
+        enterControlMode(false);
+}
+
+void MiniPlayerViewModel::release(const QPointF &point)
+{
+    move(point);
+    if (!m_pressPoint)
+        return;
+    const QPointF translation = point - *m_pressPoint;
+    m_pressPoint.reset();
+    if (m_isControlMode) {
+        if (const auto action = activeAction())
+            perform(*action);
+        resetControlMode();
+    } else if (m_isDragging) {
+        updatePosition(translation, *m_dragStartPosition, m_screen, true, true);
+        m_dragStartPosition.reset();
+        setIsDragging(false);
+    } else {
+        open();
+    }
+}
+
+void MiniPlayerViewModel::cancel()
+{
+    m_pressPoint.reset();
+    resetControlMode();
+    if (!m_isDragging)
+        return;
+    updatePosition({}, effectivePosition(), m_screen, true, true);
+    m_dragStartPosition.reset();
+    setIsDragging(false);
+}
+
+void MiniPlayerViewModel::setIsDragging(bool isDragging)
+{
+    if (isDragging == m_isDragging)
+        return;
+    m_isDragging = isDragging;
+    Q_EMIT isDraggingChanged();
+}
+
+void MiniPlayerViewModel::open()
+{
+    if (m_isFanPinned)
+        resetControlMode();
+    else
+        Q_EMIT openRequested();
+}
+
+// MARK: fan
+
+QString MiniPlayerViewModel::activeLabel() const
+{
+    const auto action = activeAction();
+    return action ? iconAndLabel(*action, isCurrentSongFavorite()).label : QString();
+}
+
+QPointF MiniPlayerViewModel::activeOffset() const
+{
+    const int row = m_fan->rowOf(activeAction());
+    return row < 0 ? QPointF() : m_fan->index(row).data(MiniPlayerFanModel::OffsetRole).toPointF();
+}
+
+void MiniPlayerViewModel::setActiveAction(std::optional<ControlAction> action)
+{
+    if (action == activeAction())
+        return;
+    m_fan->setActive(action);
+    Q_EMIT activeActionChanged();
+}
+
+void MiniPlayerViewModel::enterControlMode(bool staysOpen)
+{
+    if (m_isControlMode)
+        return;
+    m_dragStartPosition = effectivePosition();
+    m_fan->setSide(MiniPlayerGeometry::side(*m_dragStartPosition, m_screen));
+    if (staysOpen) {
+        m_isFanPinned = true;
+        Q_EMIT isFanPinnedChanged();
+    }
+    m_isControlMode = true;
+    Q_EMIT isControlModeChanged();
+}
+
+void MiniPlayerViewModel::resetControlMode()
+{
+    if (!m_isControlMode)
+        return;
+    // A finger that is still down means nothing any more.
+    m_pressPoint.reset();
+    m_dragStartPosition.reset();
+    m_isControlMode = false;
+    if (std::exchange(m_isFanPinned, false))
+        Q_EMIT isFanPinnedChanged();
+    Q_EMIT isControlModeChanged();
+    setActiveAction(std::nullopt);
+}
+
+void MiniPlayerViewModel::toggleFan()
+{
+    // A finger or the left button is busy with the disc.
+    if (m_pressPoint)
+        return;
+    if (m_isControlMode)
+        resetControlMode();
+    else
+        enterControlMode(true);
+}
+
+void MiniPlayerViewModel::pressElsewhere(const QPointF &point)
+{
+    const QPointF centre = effectivePosition() + QPointF(0, fanShift());
+    if (m_isFanPinned && !MiniPlayerGeometry::isOnFan(point, centre, side()))
+        resetControlMode();
+}
+
+bool MiniPlayerViewModel::pressKey(int key, int modifiers, bool isAutoRepeat)
+{
+    const bool asksForFan =
+        key == Qt::Key_Menu || (key == Qt::Key_F10 && (modifiers & int(Qt::ShiftModifier)) != 0);
+    if (asksForFan) {
+        if (!isAutoRepeat)
+            toggleFan();
+        if (m_isFanPinned)
+            setActiveAction(ControlAction::playPause);
+        return true;
+    }
+    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (!m_isFanPinned) {
+        if (isReturn && !isAutoRepeat)
+            open();
+        return isReturn;
+    }
+    switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Left:
+        step(-1);
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Right:
+        step(1);
+        return true;
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        step(key == Qt::Key_Home ? -m_fan->rowCount() : m_fan->rowCount());
+        return true;
+    case Qt::Key_Escape:
+    case Qt::Key_Back:
+        resetControlMode();
+        return true;
+    default:
+        if (!isReturn && key != Qt::Key_Space)
+            return false;
+        if (!isAutoRepeat)
+            choose(m_fan->rowOf(activeAction()));
+        return true;
+    }
+}
+
+/// Chooses the button that is so many lower on the screen; none lies beyond the last.
+void MiniPlayerViewModel::step(int downwards)
+{
+    const int row = m_fan->rowOf(activeAction());
+    const int rows = side() == OverlaySide::right ? downwards : -downwards;
+    highlight(row < 0 ? m_fan->rowOf(ControlAction::playPause)
+                      : std::clamp(row + rows, 0, m_fan->rowCount() - 1));
+}
+
+void MiniPlayerViewModel::highlight(int row)
+{
+    if (m_isFanPinned)
+        setActiveAction(m_fan->actionAt(row));
+}
+
+void MiniPlayerViewModel::choose(int row)
+{
+    if (!m_isFanPinned)
+        return;
+    if (const auto action = m_fan->actionAt(row))
+        perform(*action);
+    resetControlMode();
+}
+
+void MiniPlayerViewModel::perform(ControlAction action)
+{
+    const AudioPlayerService &player = *m_viewModel.audioPlayer();
+    switch (action) {
+    case ControlAction::playPause:
+        m_viewModel.togglePlayPause();
+        break;
+    case ControlAction::next:
+        m_viewModel.next();
+        break;
+    case ControlAction::previous:
+        m_viewModel.previous();
+        break;
+    case ControlAction::locate:
+        if (const std::optional<Song> song = player.currentSong())
+            Q_EMIT miniPlayerLocateCurrentSong(song->id(), song->isWebDAV());
+        break;
+    case ControlAction::favorite:
+        if (const std::optional<Song> song = player.currentSong())
+            m_playlists.toggleFavorite(*song);
+        else if (const std::optional<OnlineSong> online = player.currentOnlineSong())
+            m_playlists.toggleFavorite(*online);
+        break;
+    }
+}
+
+// MARK: song
+
+bool MiniPlayerViewModel::isSpinning() const
+{
+    return m_viewModel.audioPlayer()->isPlaying();
+}
+
+QString MiniPlayerViewModel::coverSource() const
+{
+    return m_playback.coverSource();
+}
+
+bool MiniPlayerViewModel::hasCover() const
+{
+    return coverSource() != CoverRegistry::shared().source(Song());
+}
+
+QString MiniPlayerViewModel::name() const
+{
+    if (!m_viewModel.hasCurrentSong())
+        return u"迷你播放器"_s;
+    const QString title = oneLine(m_viewModel.currentSongTitle());
+    const QString artist = oneLine(m_viewModel.currentArtist());
+    return u"迷你播放器："_s + (title.isEmpty() ? u"未知歌曲"_s : title) +
+           (artist.isEmpty() ? QString() : u"，"_s + artist);
+}
+
+QString MiniPlayerViewModel::viewIdentity() const
+{
+    const AudioPlayerService &player = *m_viewModel.audioPlayer();
+    const QString id = player.currentSong()         ? player.currentSong()->id()
+                       : player.currentOnlineSong() ? player.currentOnlineSong()->id
+                                                    : u"none"_s;
+    return u"mini_player_"_s + id;
+}
+
+QString MiniPlayerViewModel::songIdentity() const
+{
+    const AudioPlayerService &player = *m_viewModel.audioPlayer();
+    if (player.currentSong())
+        return u"song "_s + player.currentSong()->uiIdentity();
+    if (player.currentOnlineSong())
+        return u"online "_s + OnlineSongListModel::key(*player.currentOnlineSong());
+    return {};
+}
+
+void MiniPlayerViewModel::currentChanged()
+{
+    if (!m_viewModel.hasCurrentSong())
+        cancel();
+    const QString identity = songIdentity();
+    if (std::exchange(m_songIdentity, identity) != identity)
+        restartSpin();
+    updateFavorite();
+    Q_EMIT songChanged();
+}
+
+void MiniPlayerViewModel::restartSpin()
+{
+    m_spinKey = QUuid::createUuid();
+    Q_EMIT spinKeyChanged();
+}
+
+void MiniPlayerViewModel::updateFavorite()
+{
+    const AudioPlayerService &player = *m_viewModel.audioPlayer();
+    const bool isFavorite = player.currentSong() ? m_playlists.isFavorite(*player.currentSong())
+                                                 : player.currentOnlineSong() &&
+                                                       m_playlists.isFavorite(*player.currentOnlineSong());
+    if (isFavorite == isCurrentSongFavorite())
+        return;
+    m_fan->setFavorite(isFavorite);
+    Q_EMIT isCurrentSongFavoriteChanged();
+    if (activeAction() == ControlAction::favorite)
+        Q_EMIT activeActionChanged();
+}
+
+} // namespace cadorel

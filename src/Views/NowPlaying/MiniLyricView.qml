@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// The current line of the lyrics by itself; nothing before the first one.
+Item {
+    id: root
+
+    required property LyricsViewModel lyrics
+    /// To be read on whatever lies beneath.
+    property color textColor: "white"
+    property int horizontalAlignment: Text.AlignHCenter
+    /// Changes are seen.
+    property bool isShown: visible
+
+    implicitWidth: words.implicitWidth
+    implicitHeight: Metrics.miniLyricHeight
+    Accessible.role: Accessible.StaticText
+    Accessible.name: lyrics.currentText
+
+    Component.onCompleted: words.text = lyrics.currentText
+    onIsShownChanged: {
+        change.stop();
+        words.opacity = 1;
+        words.text = lyrics?.currentText ?? "";
+    }
+
+    Connections {
+        target: root.lyrics
+
+        function onCurrentTextChanged(): void {
+            if (root.isShown && !Motion.isReduced)
+                change.restart();
+            else
+                words.text = root.lyrics.currentText;
+        }
+    }
+    StyledText {
+        id: words
+
+        objectName: "miniLyric"
+        anchors.fill: parent
+        style: TextStyles.callout
+        color: root.textColor
+        horizontalAlignment: root.horizontalAlignment
+        wrapMode: Text.Wrap
+        maximumLineCount: Math.max(1, Math.floor(root.height / style.line))
+        Accessible.ignored: true
+    }
+    SequentialAnimation {
+        id: change
+
+        NumberAnimation {
+            target: words
+            property: "opacity"
+            to: 0
+            duration: Metrics.lyricScrollDelay
+        }
+        ScriptAction { script: words.text = root.lyrics.currentText }
+        NumberAnimation {
+            target: words
+            property: "opacity"
+            to: 1
+            duration: Metrics.lyricStyleDuration - Metrics.lyricScrollDelay
+        }
+    }
+}

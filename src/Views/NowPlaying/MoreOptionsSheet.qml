@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// What the player's screen offers beyond its buttons.
+ThemedSheet {
+    id: root
+
+    /// Name of the equalizer's preset, or that it is off.
+    required property string equalizerDetail
+    /// By how much the lyrics of the song are moved.
+    required property string lyricsOffsetText
+    required property bool hasLyrics
+    required property OutputDevicesViewModel devices
+
+    signal equalizerRequested
+    signal lyricsOffsetRequested
+    signal settingsRequested
+
+    title: "更多选项"
+    acceptName: "moreOptionsDone"
+
+    ThemedSettingsSection {
+        width: parent.width
+
+        SheetRow {
+            objectName: "moreDevices"
+            symbol: AppIcons.audio.airplay
+            symbolColor: SystemColors.blue
+            text: "播放设备"
+            detail: "选择 AirPlay 设备"
+            onClicked: root.devices.open()
+        }
+        SheetRow {
+            objectName: "moreEqualizer"
+            symbol: AppIcons.audio.equalizer
+            symbolColor: SystemColors.orange
+            text: "均衡器"
+            detail: root.equalizerDetail
+            onClicked: {
+                root.close();
+                root.equalizerRequested();
+            }
+        }
+        SheetRow {
+            objectName: "moreLyricsOffset"
+            symbol: AppIcons.timer.lyricsSync
+            symbolColor: SystemColors.purple
+            text: "歌词时间调整"
+            detail: root.lyricsOffsetText
+            visible: root.hasLyrics
+            onClicked: {
+                root.close();
+                root.lyricsOffsetRequested();
+            }
+        }
+        SheetRow {
+            objectName: "moreSettings"
+            symbol: "gearshape"
+            symbolColor: SystemColors.gray
+            text: "播放界面设置"
+            detail: "自定义播放界面"
+            onClicked: {
+                root.close();
+                root.settingsRequested();
+            }
+        }
+    }
+
+    OutputDevicePicker {
+        objectName: "outputDevicePicker"
+        devices: root.devices
+        theme: root.theme
+    }
+}

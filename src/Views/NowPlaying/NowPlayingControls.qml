@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// What stands beneath the pages: progress, the equalizer's line, the controls and the ways to the pages. In a wide window
+/// the last three share one line, so that the pages have its height.
+Item {
+    id: root
+
+    required property NowPlayingViewModel nowPlaying
+    property bool isWide: false
+    /// Between its lines.
+    property real gap: Metrics.rowSpacing
+    property color ink: ThemeEnvironment.theme.primaryTextColor
+    property color secondaryInk: ThemeEnvironment.theme.secondaryTextColor
+
+    readonly property real contentWidth: Math.min(width, isWide ? Metrics.contentWidth : Metrics.sheetWidth) - 2 * Metrics.sectionGap
+    readonly property real sideWidth: Math.floor((contentWidth - Metrics.wideControlsWidth) / 2) - Metrics.screenMargin
+
+    /// Where what follows the progress begins.
+    readonly property real wideTop: progress.height + gap
+    readonly property real narrowTop: progress.height + Math.round(gap / 2)
+
+    signal equalizerRequested
+    signal closeRequested
+
+    implicitHeight: isWide ? controls.y + controls.height : bottomControls.y + bottomControls.height
+
+    Item {
+        id: body
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: root.contentWidth
+        height: parent.height
+
+        NowPlayingProgress {
+            id: progress
+
+            objectName: "progressView"
+            width: parent.width
+            nowPlaying: root.nowPlaying
+            ink: root.ink
+            secondaryInk: root.secondaryInk
+        }
+        EqualizerStatusLine {
+            id: status
+
+            objectName: "eqStatus"
+            y: root.isWide ? root.wideTop + Math.round((controls.height - height) / 2) : root.narrowTop
+            width: root.isWide ? root.sideWidth : parent.width
+            nowPlaying: root.nowPlaying
+            ink: root.ink
+            secondaryInk: root.secondaryInk
+            onEqualizerRequested: root.equalizerRequested()
+        }
+        PlaybackControls {
+            id: controls
+
+            objectName: "playbackControls"
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: root.isWide ? root.wideTop : root.narrowTop + status.height + root.gap
+            width: root.isWide ? Metrics.wideControlsWidth : parent.width
+            nowPlaying: root.nowPlaying
+            ink: root.ink
+        }
+        BottomControls {
+            id: bottomControls
+
+            objectName: "bottomControls"
+            anchors.right: parent.right
+            y: root.isWide ? root.wideTop + Math.round((controls.height - height) / 2) : controls.y + controls.height + root.gap
+            width: root.isWide ? root.sideWidth : parent.width
+            currentPage: root.nowPlaying.currentPage
+            ink: root.ink
+            secondaryInk: root.secondaryInk
+            onPageRequested: page => root.nowPlaying.currentPage = page
+            onCloseRequested: root.closeRequested()
+        }
+    }
+}

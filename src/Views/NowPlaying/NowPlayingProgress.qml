@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// Where the song is, with its times, and by a drag where it shall go.
+Item {
+    id: root
+
+    required property NowPlayingViewModel nowPlaying
+    property color ink: ThemeEnvironment.theme.primaryTextColor
+    property color secondaryInk: ThemeEnvironment.theme.secondaryTextColor
+
+    /// Another song has another slider: a finger that is still down on the one before moves nothing any more.
+    readonly property string identity: "progress_slider_" + nowPlaying.currentSongId
+
+    readonly property color tint: "white"
+    /// On a light ground the groove is dark enough to show the white.
+    readonly property color groove: ink.hslLightness > 0.5 ? Qt.alpha(ink, Metrics.grooveOpacity) : Contrast.groundFor(tint, Qt.alpha(ink, Metrics.darkGrooveOpacity))
+
+    implicitHeight: times.y + times.height
+
+    Loader {
+        id: slider
+
+        width: parent.width
+        height: Metrics.nowPlayingSliderHeight
+        sourceComponent: bar
+    }
+    Connections {
+        target: root.nowPlaying
+
+        function onCurrentSongIdChanged(): void {
+            const hadKeyboard = (slider.item as Item)?.activeFocus ?? false;
+            slider.sourceComponent = null;
+            slider.sourceComponent = bar;
+            if (hadKeyboard)
+                (slider.item as Item).forceActiveFocus(Qt.OtherFocusReason);
+        }
+    }
+    // A bound component could not be made by a loader.
+    // qmllint disable unqualified
+    Component {
+        id: bar
+
+        ThemedProgressBar {
+            objectName: root.identity
+            enabled: root.nowPlaying.playback.canSeek
+            name: "播放进度"
+            progress: root.nowPlaying.sliderPosition
+            tint: root.tint
+            focusColor: root.ink
+            trackSurface: Surfaces.progressTrackOf(root.groove)
+            knobSurface: Surfaces.progressKnobOf(root.tint, knobSize)
+            onProgressDragged: place => root.nowPlaying.dragTo(place)
+            onEditingChanged: isEditing => isEditing ? root.nowPlaying.beginDrag() : root.nowPlaying.endDrag()
+        }
+    }
+    // qmllint enable unqualified
+    Item {
+        id: times
+
+        y: slider.height - Metrics.grid
+        width: parent.width
+        height: elapsed.height
+
+        StyledText {
+            id: elapsed
+
+            objectName: "displayTime"
+            anchors.left: parent.left
+            text: root.nowPlaying.displayTimeText
+            style: TextStyles.caption1
+            color: root.secondaryInk
+            elide: Text.ElideNone
+        }
+        StyledText {
+            objectName: "duration"
+            anchors.right: parent.right
+            text: root.nowPlaying.durationText
+            style: TextStyles.caption1
+            color: root.secondaryInk
+            elide: Text.ElideNone
+        }
+    }
+}

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Cadorel
+
+/// The queue as a screen: what plays, and what comes next. It changes nothing of the queue; a tap plays a song of it.
+FocusScope {
+    id: root
+
+    required property QueueViewModel queue
+    property AppTheme theme: ThemeEnvironment.theme
+
+    readonly property int sideMargin: Math.max(Metrics.screenMargin, Math.round((width - Metrics.contentWidth) / 2))
+
+    StyledText {
+        id: title
+
+        objectName: "queueViewTitle"
+        anchors.left: parent.left
+        anchors.leftMargin: root.sideMargin
+        anchors.right: parent.right
+        anchors.rightMargin: root.sideMargin
+        y: Metrics.screenMargin
+        text: "播放队列"
+        style: TextStyles.largeTitle
+        color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+    }
+    RowList {
+        id: list
+
+        objectName: "queueViewList"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: title.bottom
+        anchors.topMargin: Metrics.rowSpacing
+        anchors.bottom: parent.bottom
+        focus: true
+        visible: !root.queue.isEmpty
+        spacing: Metrics.rowSpacing
+        model: root.queue.upcoming
+        section.property: "section"
+        Accessible.name: "播放队列"
+        onActivated: row => root.queue.playUpcoming(row)
+
+        // A list makes no headings of a bound component.
+        // qmllint disable unqualified
+        section.delegate: Item {
+            id: heading
+
+            required property string section
+
+            width: ListView.view.width
+            height: header.implicitHeight + Metrics.cardPadding + Metrics.grid
+
+            ThemedSectionHeader {
+                id: header
+
+                objectName: "queueSection"
+                anchors.left: parent.left
+                anchors.leftMargin: root.sideMargin
+                anchors.right: parent.right
+                anchors.rightMargin: root.sideMargin
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: Metrics.grid
+                title: heading.section
+                theme: root.theme
+            }
+        }
+        delegate: Item {
+            id: place
+
+            required property int index
+            required property string title
+            required property string artist
+            required property string coverSource
+            required property bool isPlaying
+
+            width: ListView.view.width
+            implicitHeight: row.implicitHeight
+
+            ThemedSongRow {
+                id: row
+
+                objectName: "queueRow" + place.index
+                anchors.left: parent.left
+                anchors.leftMargin: root.sideMargin
+                anchors.right: parent.right
+                anchors.rightMargin: root.sideMargin
+                title: place.title
+                subtitle: place.artist
+                coverSource: place.coverSource
+                isCurrent: place.isPlaying
+                showsFocus: place.ListView.isCurrentItem && list.activeFocus && list.keyboardInUse
+                theme: root.theme
+                onPressed: {
+                    list.keyboardInUse = false;
+                    list.forceActiveFocus(Qt.MouseFocusReason);
+                }
+                onClicked: {
+                    list.currentIndex = place.index;
+                    root.queue.playUpcoming(place.index);
+                }
+            }
+        }
+        // qmllint enable unqualified
+    }
+    EmptyStateView {
+        objectName: "queueEmpty"
+        anchors.centerIn: parent
+        width: parent.width
+        visible: root.queue.isEmpty
+        title: "队列为空"
+        systemImage: AppIcons.music.queue
+        description: "播放歌曲后会显示在这里"
+    }
+}

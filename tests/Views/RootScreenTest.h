@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Theme/ThemeManager.h"
+#include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/ContentViewModel.h"
+#include "Views/ScreenTest.h"
+
+#include <QPointer>
+
+namespace cadorel {
+
+/// What the tests of the root screen have in common.
+class RootScreenTest : public ScreenTest
+{
+    Q_OBJECT
+protected:
+    /// The root screen that is there now.
+    QQuickItem *contentView() const { return t->item(QStringLiteral("contentView")); }
+    ContentTab selectedTab() const
+    {
+        return static_cast<ContentTab>(contentView()->property("selectedTab").toInt());
+    }
+    bool showsNowPlaying() const { return contentView()->property("showNowPlaying").toBool(); }
+
+    /// Changes the look and waits for the root screen that comes of it.
+    void switchTo(ThemeType type)
+    {
+        const QPointer<QQuickItem> before = contentView();
+        const bool isOther = t->themeManager->currentThemeType() != type;
+        t->themeManager->switchTo(type);
+        QTRY_COMPARE(t->themeManager->currentThemeType(), type);
+        QTRY_VERIFY(contentView() && (!isOther || contentView() != before));
+    }
+    /// Opens the Now Playing screen by its key, and waits until it covers the window.
+    void openNowPlaying()
+    {
+        QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
+        QTRY_VERIFY(t->item(QStringLiteral("nowPlayingCover"))->property("covers").toBool());
+        QVERIFY(t->shows(QStringLiteral("nowPlayingView")));
+    }
+
+    /// Rows of test data: every look.
+    static void addThemes()
+    {
+        QTest::addColumn<ThemeType>("type");
+        for (const ThemeType type : allThemeTypes())
+            QTest::newRow(qPrintable(rawValue(type))) << type;
+    }
+};
+
+} // namespace cadorel

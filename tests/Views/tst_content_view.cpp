@@ -1,0 +1,323 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/LocalMusicImportService.h"
+#include "ViewModels/EqualizerViewModel.h"
+#include "Views/RootScreenTest.h"
+
+#include <QQmlComponent>
+#include <QSignalSpy>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+/// The root screen: its layers, its identity, and what it does when the world around it changes.
+class ContentViewTest : public RootScreenTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void layersLieInTheirOrder_data() { addThemes(); }
+    void layersLieInTheirOrder();
+    void hiddenTabIsInNeitherBar_data() { addThemes(); }
+    void hiddenTabIsInNeitherBar();
+    void selectedTabThatIsHiddenStaysUntilAnotherIsPicked_data() { addThemes(); }
+    void selectedTabThatIsHiddenStaysUntilAnotherIsPicked();
+    void plainTabViewIsMadeAnewWithItsTabsAndKeepsTheSelection();
+    void refreshMakesTheTabViewAnewAndKeepsTheSelection();
+    void anotherLookIsAnotherTreeAndPlaybackGoesOn();
+    void anotherLookClosesSheetsAndCover();
+    void anotherSchemeKeepsTheTree();
+    void locatingASongShowsTheLibrary();
+    void smallPlayerIsThereOnlyWithASong_data() { addThemes(); }
+    void smallPlayerIsThereOnlyWithASong();
+    void smallPlayerIsMadeAnewWithTheRefresh();
+    void smallPlayerOpensTheCover();
+    void playErrorIsShownAndDismissed_data() { addThemes(); }
+    void playErrorIsShownAndDismissed();
+    void nothingIsDrawnWhileNothingChanges();
+    void forcedUpdateHidesTheAnnouncements();
+    void layersAboveAreEmptyWithoutAnythingToTell();
+    void keyboardOnTheScreenPushesAllLooksButThePinkOne_data() { addThemes(); }
+    void keyboardOnTheScreenPushesAllLooksButThePinkOne();
+
+private:
+    /// How far behind the window's front an item's layer is: larger is in front.
+    qsizetype layerOf(const QString &name) const
+    {
+        const QQuickItem *item = t->item(name);
+        while (item && item->parentItem() != contentView())
+            item = item->parentItem();
+        return item ? contentView()->childItems().indexOf(item) : -1;
+    }
+};
+
+void ContentViewTest::layersLieInTheirOrder()
+{
+    QFETCH(ThemeType, type);
+    showLibrary(2);
+    switchTo(type);
+    playRow(0);
+    QTRY_VERIFY(t->item(u"background"_s));
+    QVERIFY(layerOf(u"background"_s) >= 0);
+    QVERIFY(layerOf(u"background"_s) < layerOf(u"libraryView"_s));
+    QCOMPARE(layerOf(u"libraryView"_s), layerOf(u"tabBar"_s));
+    QVERIFY(layerOf(u"tabBar"_s) < layerOf(u"nowPlayingCover"_s));
+    // The ground fills the window.
+    QQuickItem *ground = t->item(u"background"_s);
+    QCOMPARE(ground->mapRectToScene(ground->boundingRect()), QRectF(QPointF(), QSizeF(t->window->size())));
+}
+
+void ContentViewTest::hiddenTabIsInNeitherBar()
+{
+    QFETCH(ThemeType, type);
+    t->content->setShowWebDAVTab(false);
+    QVERIFY(t->show());
+    switchTo(type);
+    QVERIFY(!t->item(u"webdavTab"_s));
+    for (const auto &name : {u"libraryTab"_s, u"playlistsTab"_s, u"searchTab"_s, u"settingsTab"_s})
+        QVERIFY2(t->shows(name), qPrintable(name));
+    t->content->setShowWebDAVTab(true);
+    QTRY_VERIFY(t->shows(u"webdavTab"_s));
+    // Between its neighbours.
+    const auto left = [this](const QString &name) { return t->item(name)->mapToScene(QPointF()).x(); };
+    QTRY_VERIFY(left(u"playlistsTab"_s) < left(u"webdavTab"_s) &&
+                left(u"webdavTab"_s) < left(u"searchTab"_s));
+}
+
+void ContentViewTest::selectedTabThatIsHiddenStaysUntilAnotherIsPicked()
+{
+    QFETCH(ThemeType, type);
+    QVERIFY(t->show());
+    switchTo(type);
+    t->click(u"webdavTab"_s);
+    QTRY_VERIFY(t->shows(u"webDAVView"_s));
+    t->content->setShowWebDAVTab(false);
+    QTRY_VERIFY(!t->item(u"webdavTab"_s));
+    QCOMPARE(selectedTab(), ContentTab::webdav);
+    QTRY_VERIFY(t->shows(u"webDAVView"_s));
+    t->click(u"searchTab"_s);
+    QTRY_VERIFY(t->shows(u"searchView"_s));
+    QCOMPARE(selectedTab(), ContentTab::search);
+    QVERIFY(!t->shows(u"webDAVView"_s));
+}
+
+void ContentViewTest::plainTabViewIsMadeAnewWithItsTabsAndKeepsTheSelection()
+{
+    QVERIFY(t->show());
+    t->click(u"searchTab"_s);
+    QTRY_VERIFY(t->shows(u"searchView"_s));
+    const QPointer<QQuickItem> bar = t->item(u"tabBar"_s);
+    t->content->setShowWebDAVTab(false);
+    QTRY_VERIFY(!bar);
+    QVERIFY(t->shows(u"tabBar"_s));
+    QCOMPARE(selectedTab(), ContentTab::search);
+    QVERIFY(t->shows(u"searchView"_s));
+}
+
+void ContentViewTest::refreshMakesTheTabViewAnewAndKeepsTheSelection()
+{
+    showLibrary(2);
+    playRow(0);
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+    const QPointer<QQuickItem> view = t->item(u"playlistsView"_s);
+    const QPointer<QQuickItem> content = contentView();
+    t->viewModel->refreshUI();
+    QTRY_VERIFY(!view);
+    QVERIFY(t->shows(u"playlistsView"_s));
+    QCOMPARE(contentView(), content);
+    QCOMPARE(selectedTab(), ContentTab::playlists);
+    QVERIFY(t->audioPlayer->isPlaying());
+}
+
+void ContentViewTest::anotherLookIsAnotherTreeAndPlaybackGoesOn()
+{
+    showLibrary(3);
+    playRow(1);
+    t->player->tick(50);
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+    const FakeStreamPlayer *engine = t->player;
+    for (const ThemeType type : {ThemeType::kawaiiPink, ThemeType::neumorphism, ThemeType::classic}) {
+        const QPointer<QQuickItem> before = contentView();
+        switchTo(type);
+        QTRY_VERIFY(!before);
+        // The tree begins anew…
+        QCOMPARE(selectedTab(), ContentTab::library);
+        QVERIFY(t->shows(u"libraryView"_s));
+        QVERIFY(!t->item(u"playlistsView"_s));
+        // … and the song does not.
+        QVERIFY(t->audioPlayer->isPlaying());
+        QCOMPARE(t->player, engine);
+        QCOMPARE(currentTitle(), u"歌 1"_s);
+        QCOMPARE(t->audioPlayer->currentTime(), 50.0);
+        t->click(u"playlistsTab"_s);
+        QTRY_VERIFY(t->shows(u"playlistsView"_s));
+    }
+    t->player->tick(51);
+    QCOMPARE(t->audioPlayer->currentTime(), 51.0);
+}
+
+void ContentViewTest::anotherLookClosesSheetsAndCover()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    t->equalizer->open();
+    QTRY_VERIFY(t->object(u"equalizerView"_s)->property("opened").toBool());
+    switchTo(ThemeType::neumorphism);
+    QVERIFY(!t->equalizer->isOpen());
+    QVERIFY(!showsNowPlaying());
+    QTRY_VERIFY(!t->item(u"nowPlayingView"_s));
+    QTRY_VERIFY(!t->object(u"equalizerView"_s));
+    // Nothing is left that would take the keyboard.
+    QTest::keyClick(t->window, Qt::Key_2, Qt::ControlModifier);
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+}
+
+void ContentViewTest::anotherSchemeKeepsTheTree()
+{
+    QVERIFY(t->show());
+    t->click(u"searchTab"_s);
+    const QPointer<QQuickItem> content = contentView();
+    QGuiApplication::setPalette(QPalette(QColor(0x22, 0x22, 0x22)));
+    QTRY_VERIFY(t->themeManager->currentTheme()->isDark());
+    QCOMPARE(contentView(), content);
+    QCOMPARE(selectedTab(), ContentTab::search);
+    QGuiApplication::setPalette(QPalette(QColor(0xee, 0xee, 0xee)));
+    QTRY_VERIFY(!t->themeManager->currentTheme()->isDark());
+}
+
+void ContentViewTest::locatingASongShowsTheLibrary()
+{
+    showLibrary(60);
+    t->click(u"searchTab"_s);
+    QTRY_VERIFY(t->shows(u"searchView"_s));
+    const QString id = t->importService->importedSongs().at(55).id();
+    Q_EMIT t->content->miniPlayerLocateCurrentSong(id, false);
+    QCOMPARE(selectedTab(), ContentTab::library);
+    QTRY_VERIFY(t->shows(u"libraryView"_s));
+    QTRY_VERIFY(t->item(u"songList"_s)->property("contentY").toReal() > 0);
+}
+
+void ContentViewTest::smallPlayerIsThereOnlyWithASong()
+{
+    QFETCH(ThemeType, type);
+    showLibrary(2);
+    switchTo(type);
+    QVERIFY(!t->item(u"miniPlayerView"_s));
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    QVERIFY(layerOf(u"tabBar"_s) < layerOf(u"miniPlayerDisc"_s));
+    QVERIFY(layerOf(u"miniPlayerDisc"_s) < layerOf(u"nowPlayingCover"_s));
+    // It fills the window, and takes from it no press but those on the disc.
+    QCOMPARE(t->item(u"miniPlayerView"_s)->size(), QSizeF(t->window->size()));
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+    openNowPlaying();
+    QVERIFY(!t->shows(u"miniPlayerDisc"_s));
+}
+
+void ContentViewTest::smallPlayerIsMadeAnewWithTheRefresh()
+{
+    showLibrary(2);
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    const QPointer<QQuickItem> before = t->item(u"miniPlayerView"_s);
+    t->viewModel->refreshUI();
+    QTRY_VERIFY(!before);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+}
+
+void ContentViewTest::smallPlayerOpensTheCover()
+{
+    showLibrary(2);
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    // It comes in at its place.
+    QTRY_VERIFY(t->item(u"miniPlayerDisc"_s)->mapToScene({}).x() > t->window->width() / 2.0);
+    t->click(u"miniPlayerDisc"_s);
+    QTRY_VERIFY(showsNowPlaying());
+    QTRY_VERIFY(t->item(u"nowPlayingCover"_s)->property("covers").toBool());
+}
+
+void ContentViewTest::playErrorIsShownAndDismissed()
+{
+    QFETCH(ThemeType, type);
+    showLibrary(2);
+    switchTo(type);
+    playRow(0);
+    t->player->lastItem()->fail(u"文件坏了"_s);
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
+    QQuickItem *banner = t->item(u"playErrorBanner"_s);
+    QCOMPARE(banner->property("text").toString(), t->audioPlayer->playErrorText());
+    const QQuickItem *bar = t->item(u"tabBar"_s);
+    QVERIFY(banner->mapToScene(QPointF(0, banner->height())).y() <= bar->mapToScene({}).y());
+    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
+    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
+    QVERIFY(!t->audioPlayer->playError());
+}
+
+void ContentViewTest::nothingIsDrawnWhileNothingChanges()
+{
+    showLibrary();
+    playRow(0);
+    t->audioPlayer->pause();
+    QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
+    constexpr int quietMilliseconds = 200;
+    const auto isDrawn = [&frames] {
+        frames.clear();
+        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
+    };
+    // Covers come in; then the picture stands.
+    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    t->player->tick(100);
+    // The root shows no time: nothing of it moves with the song.
+    QVERIFY(!isDrawn());
+    openNowPlaying();
+    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+}
+
+void ContentViewTest::forcedUpdateHidesTheAnnouncements()
+{
+    QVERIFY(t->show());
+    QQmlComponent popup(t->engine.get());
+    popup.setData("import QtQuick\nItem { objectName: \"announcement\" }", QUrl());
+    QVERIFY(t->window->setProperty("announcementPopup", QVariant::fromValue(&popup)));
+    QTRY_VERIFY(t->item(u"announcement"_s));
+    t->window->setProperty("isForceUpdateRequired", true);
+    QTRY_VERIFY(!t->item(u"announcement"_s));
+    t->window->setProperty("announcementPopup", QVariant::fromValue<QQmlComponent *>(nullptr));
+}
+
+void ContentViewTest::layersAboveAreEmptyWithoutAnythingToTell()
+{
+    QVERIFY(t->show());
+    const QList<QQuickItem *> layers = t->item(u"themedRootView"_s)->parentItem()->childItems();
+    QStringList names;
+    for (const QQuickItem *layer : layers) {
+        if (!layer->objectName().isEmpty())
+            names.append(layer->objectName());
+    }
+    QCOMPARE(names, (QStringList{u"themedRootView"_s, u"updateLayer"_s, u"announcementLayer"_s}));
+    QVERIFY(t->item(u"updateLayer"_s)->childItems().isEmpty());
+    QVERIFY(t->item(u"announcementLayer"_s)->childItems().isEmpty());
+}
+
+void ContentViewTest::keyboardOnTheScreenPushesAllLooksButThePinkOne()
+{
+    QFETCH(ThemeType, type);
+    QVERIFY(t->show());
+    switchTo(type);
+    const auto bottom = [this] {
+        const QQuickItem *bar = t->item(u"tabBar"_s);
+        return qRound(bar->mapToScene(QPointF(0, bar->height())).y());
+    };
+    const int height = t->window->height();
+    QTRY_COMPARE(bottom(), height);
+    contentView()->setProperty("keyboardArea", QRectF(0, height - 300, t->window->width(), 300));
+    QTRY_COMPARE(bottom(), type == ThemeType::kawaiiPink ? height : height - 300);
+    contentView()->setProperty("keyboardArea", QRectF());
+    QTRY_COMPARE(bottom(), height);
+}
+
+QTEST_MAIN(ContentViewTest)
+#include "tst_content_view.moc"

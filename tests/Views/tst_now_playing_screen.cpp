@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/NowPlayingScreenTest.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+class NowPlayingRulesTest : public NowPlayingScreenTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void songIsShown();
+    void withoutASongNothingCanBePressedThatNeedsOne();
+    void dragSeeksOnceWhenLetGo();
+    void releaseInTheLastMomentEndsTheSong_data();
+    void releaseInTheLastMomentEndsTheSong();
+    void anotherSongInMidDragHasASliderOfItsOwn();
+    void unknownLengthCannotBeSought();
+    void arrowsMoveTheSlider();
+    void keyboardStaysOnTheSliderWhenTheSongChanges();
+    void coverThatIsMissingOrBrokenLeavesAPlaceholder();
+    void thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore();
+    void waysOut();
+    void barOpensItsSheets();
+    void controlsReachThePlayer();
+    void loadingTakesThePlaceOfPlay();
+    void heartBouncesWhenItChanges();
+    void modeTurnsWithASpring();
+    void reducedMotionMovesNothing();
+    void equalizerLineLeadsToTheEqualizer();
+    void nothingIsDrawnWhileNothingChanges();
+};
+
+void NowPlayingRulesTest::songIsShown()
+{
+    showSong();
+    s->bench.stream().tick(65);
+    QCOMPARE(s->text(u"nowPlayingTitle"_s), u"潮汐与灯塔"_s);
+    QCOMPARE(s->text(u"nowPlayingArtist"_s), u"林间合唱团"_s);
+    QCOMPARE(s->text(u"qualityText"_s), u"320kbps"_s);
+    QCOMPARE(s->text(u"displayTime"_s), u"1:05"_s);
+    QCOMPARE(s->text(u"duration"_s), u"3:20"_s);
+    QCOMPARE(shownProgress(), 0.325);
+}
+
+void NowPlayingRulesTest::withoutASongNothingCanBePressedThatNeedsOne()
+{
+    QVERIFY(s->show());
+    QCOMPARE(s->text(u"nowPlayingTitle"_s), u"未知歌曲"_s);
+    QCOMPARE(s->text(u"nowPlayingArtist"_s), u"未知艺术家"_s);
+    QCOMPARE(s->text(u"displayTime"_s), u"0:00"_s);
+    QCOMPARE(s->text(u"duration"_s), u"0:00"_s);
+    QCOMPARE(s->slider()->objectName(), u"progress_slider_none"_s);
+    QVERIFY(!s->slider()->isEnabled());
+    for (const auto &name : {u"previousButton"_s, u"playPauseButton"_s, u"nextButton"_s, u"favoriteButton"_s})
+        QVERIFY2(!s->item(name)->isEnabled(), qPrintable(name));
+    for (const auto &name : {u"playModeButton"_s, u"equalizerStatusButton"_s, u"lyricsButton"_s})
+        QVERIFY2(s->item(name)->isEnabled(), qPrintable(name));
+}
+
+void NowPlayingRulesTest::dragSeeksOnceWhenLetGo()
+{
+    showSong();
+    s->bench.stream().tick(50);
+    const double width = s->slider()->width();
+    s->press(s->onSlider(0.25 * width));
+    for (const double fraction : {0.3, 0.5, 0.7, 0.75}) {
+        s->move(s->onSlider(fraction * width));
+        // The song plays on under the finger, and the knob stays there.
+        s->bench.stream().tick(51 + fraction);
+        QVERIFY(qAbs(shownProgress() - fraction) < 0.01);
+    }
+    QVERIFY(s->bench.nowPlaying.isDragging());
+    QCOMPARE(s->text(u"displayTime"_s).left(2), u"2:"_s);
+    QVERIFY(s->bench.stream().seeks.isEmpty());
+    s->release(s->onSlider(0.75 * width));
+    QCOMPARE(s->bench.stream().seeks.size(), 1);
+    QVERIFY(qAbs(s->bench.stream().seeks.at(0).time - 150) < 1);
+    QVERIFY(qAbs(shownProgress() - 0.75) < 0.01);
+    QVERIFY(!s->bench.nowPlaying.isDragging());
+}
+
+void NowPlayingRulesTest::releaseInTheLastMomentEndsTheSong_data()
+{
+    QTest::addColumn<double>("secondsToGo");
+    QTest::addColumn<bool>("ends");
+    QTest::newRow("0.2 s before the end") << 0.2 << true;
+    QTest::newRow("0.3 s before the end") << 0.3 << false;
+}
+
+void NowPlayingRulesTest::releaseInTheLastMomentEndsTheSong()
+{
+    QFETCH(double, secondsToGo);
+    QFETCH(bool, ends);
+    QVERIFY(s->show());
+    // A pixel of the slider is as long as what is left to go.
+    const int width = qRound(s->item(u"progressView"_s)->width());
+    s->bench.playSong(m_song, width * secondsToGo);
+    QTRY_VERIFY(s->slider() && s->slider()->isEnabled());
+    QCOMPARE(qRound(s->slider()->width()), width);
+    s->press(s->onSlider(width / 2.0));
+    s->move(s->onSlider(width - 1));
+    s->release(s->onSlider(width - 1));
+    QCOMPARE(s->bench.songId(), ends ? u"following"_s : u"first"_s);
+    QCOMPARE(s->bench.stream().seeks.isEmpty(), ends);
+    if (!ends)
+        QVERIFY(qAbs(s->bench.stream().seeks.at(0).time - (width - 1) * secondsToGo) < 0.01);
+}
+
+void NowPlayingRulesTest::anotherSongInMidDragHasASliderOfItsOwn()
+{
+    showSong();
+    const QPointer<QQuickItem> before = s->slider();
+    const double width = before->width();
+    s->press(s->onSlider(0.5 * width));
+    s->move(s->onSlider(0.8 * width));
+    QVERIFY(s->bench.nowPlaying.isDragging());
+    s->bench.stream().reachEnd();
+    QCOMPARE(s->bench.songId(), u"following"_s);
+    QCOMPARE(s->slider()->objectName(), u"progress_slider_following"_s);
+    QTRY_VERIFY(!before);
+    QVERIFY(!s->bench.nowPlaying.isDragging());
+    QCOMPARE(shownProgress(), 0.0);
+    s->bench.stream().lastItem()->answerDuration(100);
+    s->bench.stream().lastItem()->becomeReady();
+    QTRY_VERIFY(s->slider()->isEnabled());
+    // The finger that is still down belongs to a slider that is no more.
+    s->move(s->onSlider(0.9 * width));
+    QCOMPARE(shownProgress(), 0.0);
+    s->release(s->onSlider(0.9 * width));
+    QVERIFY(s->bench.stream().seeks.isEmpty());
+    QCOMPARE(s->bench.songId(), u"following"_s);
+    // The next press is its own.
+    s->press(s->onSlider(0.5 * width));
+    s->release(s->onSlider(0.5 * width));
+    QCOMPARE(s->bench.stream().seeks.size(), 1);
+}
+
+void NowPlayingRulesTest::unknownLengthCannotBeSought()
+{
+    s->bench.player.playSong(m_song, {m_song, fileSong(u"following"_s)});
+    QVERIFY(s->show());
+    QVERIFY(!s->slider()->isEnabled());
+    const QPoint end = s->onSlider(s->slider()->width() - 1);
+    s->press(end);
+    s->release(end);
+    QVERIFY(s->bench.stream().seeks.isEmpty());
+    QCOMPARE(s->bench.songId(), u"first"_s);
+    QCOMPARE(s->text(u"duration"_s), u"0:00"_s);
+}
+
+void NowPlayingRulesTest::arrowsMoveTheSlider()
+{
+    showSong();
+    s->bench.stream().tick(50);
+    s->slider()->forceActiveFocus(Qt::TabFocusReason);
+    s->key(Qt::Key_Right);
+    QCOMPARE(s->bench.stream().seeks.size(), 1);
+    QVERIFY(s->bench.stream().seeks.at(0).time > 50);
+    s->key(Qt::Key_End);
+    QCOMPARE(s->bench.songId(), u"following"_s);
+}
+
+void NowPlayingRulesTest::keyboardStaysOnTheSliderWhenTheSongChanges()
+{
+    showSong();
+    s->slider()->forceActiveFocus(Qt::TabFocusReason);
+    s->bench.nowPlaying.next();
+    QCOMPARE(s->slider()->objectName(), u"progress_slider_following"_s);
+    s->bench.stream().lastItem()->answerDuration(100);
+    s->bench.stream().lastItem()->becomeReady();
+    QTRY_VERIFY(s->slider()->isEnabled());
+    QTRY_VERIFY(s->slider()->hasActiveFocus());
+}
+
+void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
+{
+    s->bench.playSong(m_song, 100);
+    QVERIFY(s->show());
+    const QImage without = s->window()->grabWindow();
+    QVERIFY(!without.isNull());
+    s->bench.playSong(NowPlayingScene::song(u"broken"_s, u"坏封面"_s, "this is no picture"), 100);
+    QCOMPARE(s->text(u"nowPlayingTitle"_s), u"坏封面"_s);
+    QVERIFY(s->bench.nowPlaying.coverSource() != u"image://cover/none"_s);
+    QTRY_VERIFY(!s->window()->grabWindow().isNull());
+}
+
+void NowPlayingRulesTest::thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore()
+{
+    s->bench.themeService.setCassetteStyle(CassetteStyle::none);
+    QVERIFY(s->show());
+    const QByteArray red = NowPlayingScene::picture(Qt::red, Qt::red);
+    const QByteArray blue = NowPlayingScene::picture(Qt::blue, Qt::blue);
+    const auto items = [this] { return s->root()->findChildren<QQuickItem *>().size(); };
+    const qsizetype before = items();
+    for (int i = 0; i < 1000; ++i) {
+        const QString id = QString::number(i);
+        const Song song = NowPlayingScene::song(id, u"歌 "_s + id,
+                                                i % 3 == 0   ? QByteArray()
+                                                : i % 3 == 1 ? red
+                                                             : blue);
+        s->bench.player.playSong(song, {song});
+        if (i % 50 == 0)
+            QCoreApplication::processEvents();
+    }
+    // The last one is red.
+    const Song last = NowPlayingScene::song(u"last"_s, u"最后一首"_s, red);
+    s->bench.player.playSong(last, {last});
+    QCOMPARE(s->text(u"nowPlayingTitle"_s), u"最后一首"_s);
+    QCOMPARE(s->slider()->objectName(), u"progress_slider_last"_s);
+    const QPoint middle = s->area(s->item(u"albumCoverPlace"_s)).center().toPoint();
+    QTRY_COMPARE_WITH_TIMEOUT(s->window()->grabWindow().pixelColor(middle), QColor(Qt::red), 30'000);
+    QTRY_COMPARE(items(), before);
+}
+
+void NowPlayingRulesTest::waysOut()
+{
+    showSong();
+    QSignalSpy closed(s->root(), SIGNAL(closeRequested()));
+    s->click(u"nowPlayingClose"_s);
+    QCOMPARE(closed.size(), 1);
+    s->click(u"collapseButton"_s);
+    QCOMPARE(closed.size(), 2);
+}
+
+void NowPlayingRulesTest::barOpensItsSheets()
+{
+    showSong();
+    s->click(u"sleepTimerButton"_s);
+    QVERIFY(s->bench.nowPlaying.property("showSleepTimer").toBool());
+    QVERIFY(s->bench.nowPlaying.setProperty("showSleepTimer", false));
+    // A sheet on its way out still has the window to itself.
+    const auto *sheet = s->root()->findChild<QObject *>(u"sleepTimerSheet"_s);
+    QTRY_VERIFY(!sheet->property("visible").toBool());
+    s->click(u"moreButton"_s);
+    QVERIFY(s->bench.nowPlaying.property("showMoreOptions").toBool());
+}
+
+void NowPlayingRulesTest::controlsReachThePlayer()
+{
+    showSong();
+    QCOMPARE(s->text(u"playPauseButton"_s), u"暂停"_s);
+    s->click(u"playPauseButton"_s);
+    QTRY_VERIFY(!s->bench.player.isPlaying());
+    QCOMPARE(s->text(u"playPauseButton"_s), u"播放"_s);
+    s->click(u"nextButton"_s);
+    QCOMPARE(s->bench.songId(), u"following"_s);
+    QTRY_COMPARE(s->text(u"nowPlayingTitle"_s), u"Title following"_s);
+    s->click(u"previousButton"_s);
+    QCOMPARE(s->bench.songId(), u"first"_s);
+    const QString mode = s->text(u"playModeButton"_s);
+    s->click(u"playModeButton"_s);
+    QVERIFY(s->text(u"playModeButton"_s) != mode);
+    QCOMPARE(s->text(u"playModeButton"_s), s->bench.player.playModeLabel());
+    s->item(u"playPauseButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    s->key(Qt::Key_Return);
+    QTRY_VERIFY(!s->bench.player.isPlaying());
+}
+
+void NowPlayingRulesTest::loadingTakesThePlaceOfPlay()
+{
+    s->bench.player.playOnlineSong(onlineSong(u"7"_s), {});
+    QVERIFY(s->show());
+    QQuickItem *play = s->item(u"playPauseButton"_s);
+    QCOMPARE(play->size(), QSizeF(80, 80));
+    QVERIFY(s->shows(u"loadingSpinner"_s));
+    QVERIFY(!glyph(u"playPauseButton"_s)->isVisible());
+    QVERIFY(!play->isEnabled());
+    s->bench.playSong(m_song, 100);
+    QTRY_VERIFY(!s->shows(u"loadingSpinner"_s));
+    QVERIFY(glyph(u"playPauseButton"_s)->isVisible());
+    QVERIFY(play->isEnabled());
+}
+
+void NowPlayingRulesTest::heartBouncesWhenItChanges()
+{
+    showSong();
+    QQuickItem *heart = s->item(u"favoriteButton"_s);
+    const QQuickItem *icon = glyph(u"favoriteButton"_s);
+    QCOMPARE(icon->scale(), 1.0);
+    QCOMPARE(heart->property("text").toString(), u"喜欢"_s);
+    qreal least = 1;
+    qreal most = 1;
+    QObject::connect(icon, &QQuickItem::scaleChanged, icon, [&] {
+        least = qMin(least, icon->scale());
+        most = qMax(most, icon->scale());
+    });
+    s->bench.nowPlaying.toggleFavorite();
+    QCOMPARE(heart->property("text").toString(), u"取消喜欢"_s);
+    QTRY_COMPARE(icon->scale(), 1.0);
+    QCOMPARE(least, 0.95);
+    // A spring of that damping goes beyond.
+    QVERIFY(most > 1);
+}
+
+void NowPlayingRulesTest::modeTurnsWithASpring()
+{
+    showSong();
+    const QQuickItem *icon = glyph(u"playModeButton"_s);
+    qreal least = 1;
+    QObject::connect(icon, &QQuickItem::scaleChanged, icon, [&] { least = qMin(least, icon->scale()); });
+    s->bench.nowPlaying.togglePlayMode();
+    QVERIFY(least < 0.9);
+    QTRY_COMPARE(icon->scale(), 1.0);
+}
+
+void NowPlayingRulesTest::reducedMotionMovesNothing()
+{
+    s->bench.desktop.setReducesMotion(true);
+    showSong();
+    const QQuickItem *icon = glyph(u"favoriteButton"_s);
+    int moves = 0;
+    QObject::connect(icon, &QQuickItem::scaleChanged, icon, [&moves] { ++moves; });
+    s->bench.nowPlaying.toggleFavorite();
+    s->click(u"lyricsButton"_s);
+    QTRY_COMPARE(s->item(u"pageList"_s)->property("contentX").toReal(), qreal(s->root()->width()));
+    QCOMPARE(moves, 0);
+}
+
+void NowPlayingRulesTest::equalizerLineLeadsToTheEqualizer()
+{
+    showSong();
+    QCOMPARE(s->text(u"equalizerStatusText"_s), u"均衡器已关闭"_s);
+    QCOMPARE(s->text(u"equalizerStatusButton"_s), u"去开启"_s);
+    QVERIFY(!s->shows(u"needsReplay"_s));
+    s->click(u"equalizerStatusButton"_s);
+    QVERIFY(s->equalizer.isOpen());
+    s->equalizer.close();
+    s->bench.player.playSong(webSong(u"web"_s, 100), {});
+    s->bench.equalizer.setEnabled(true);
+    QTRY_COMPARE(s->text(u"equalizerStatusText"_s), u"均衡器已启用"_s);
+    QCOMPARE(s->text(u"equalizerStatusButton"_s), u"调整"_s);
+    QTRY_VERIFY(s->shows(u"needsReplay"_s));
+}
+
+void NowPlayingRulesTest::nothingIsDrawnWhileNothingChanges()
+{
+    showSong();
+    s->bench.nowPlaying.togglePlayPause();
+    QSignalSpy frames(s->window(), &QQuickWindow::frameSwapped);
+    constexpr int quietMilliseconds = 200;
+    const auto isDrawn = [&frames] {
+        frames.clear();
+        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    s->bench.stream().tick(100);
+    QVERIFY(isDrawn());
+    QTRY_VERIFY(!isDrawn());
+    // Less than a pixel of the slider, and the same second.
+    s->bench.stream().tick(100.01);
+    QVERIFY(!isDrawn());
+}
+
+QTEST_MAIN(NowPlayingRulesTest)
+#include "tst_now_playing_screen.moc"

@@ -1,0 +1,445 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/SheetScene.h"
+
+#include <QDir>
+#include <QWheelEvent>
+
+namespace cadorel {
+
+using namespace Qt::StringLiterals;
+
+/// The sheets of the player's screen: sleep, lyrics, more, devices.
+class TestNowPlayingSheets : public QObject
+{
+    Q_OBJECT
+private:
+    std::unique_ptr<SheetScene> s;
+
+    void drag(const QString &from, int by) const
+    {
+        s->settle();
+        const QPoint start = SheetScene::centre(s->item(from));
+        QTest::mousePress(s->window, Qt::LeftButton, {}, start);
+        for (int step = 1; step <= 8; ++step)
+            QTest::mouseMove(s->window, start + QPoint(0, by * step / 8));
+        QTest::mouseRelease(s->window, Qt::LeftButton, {}, start + QPoint(0, by));
+    }
+    void turnWheel(const QString &name, int eighths) const
+    {
+        s->settle();
+        const QPointF place = SheetScene::centre(s->item(name));
+        QWheelEvent event(place, s->window->mapToGlobal(place), {}, {0, eighths}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(s->window, &event);
+    }
+    /// A picture for eyes, where somebody has named a folder for them.
+    void save(const QString &name) const
+    {
+        const QString folder = qEnvironmentVariable("CADOREL_PICTURES");
+        if (!folder.isEmpty())
+            QVERIFY(s->window->grabWindow().save(
+                QDir(folder).filePath(name + u'-' + QLatin1StringView(QTest::currentDataTag()) + u".png"_s)));
+    }
+    void plugInDevices() const
+    {
+        s->machine.setDevices(
+            {{.id = u"pci"_s, .name = u"内置音频 模拟立体声"_s, .isDefault = true, .isInUse = true},
+             {.id = u"bt"_s, .name = u"WH-1000XM5"_s, .kind = OutputDevice::Kind::headphones}});
+    }
+
+private Q_SLOTS:
+    void init() { s = std::make_unique<SheetScene>(); }
+    void cleanup()
+    {
+        const QStringList warnings = s->takeWarnings();
+        s.reset();
+        QCOMPARE(warnings, QStringList());
+    }
+
+    void inEachLookNothingIsCut_data() { addSheetLooks(); }
+    void inEachLookNothingIsCut()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        QFETCH(QSize, size);
+        QFETCH(double, textScale);
+        s->desktop.setTextScale(textScale);
+        QVERIFY(s->switchTo(type, scheme));
+        plugInDevices();
+        s->sleep.select(75);
+        s->offset.adjust(-500);
+        QVERIFY(s->show(size));
+        for (const QString &name : {u"sleepTimerSheet"_s, u"lyricsOffsetSheet"_s, u"moreOptionsSheet"_s}) {
+            QVERIFY(s->open(name));
+            QTRY_COMPARE(s->faults(), QStringList());
+            QVERIFY(s->window->grabWindow().size() == size);
+            save(name);
+            s->key(Qt::Key_Escape);
+            QVERIFY(s->isGone(name));
+        }
+        s->sleep.beginCustom();
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        QTRY_COMPARE(s->faults(), QStringList());
+        save(u"customTimePicker"_s);
+        s->sleep.cancelCustom();
+        QVERIFY(s->isGone(u"customTimePicker"_s));
+        s->devices.open();
+        QTRY_VERIFY(s->isOpen(u"outputDevicePicker"_s));
+        QTRY_COMPARE(s->faults(), QStringList());
+        save(u"outputDevicePicker"_s);
+        s->machine.setDevices({});
+        QTRY_COMPARE(s->faults(), QStringList());
+        save(u"noOutputDevices"_s);
+    }
+
+    // --- How any of them opens and closes
+
+    void escapeClosesAndTheKeyboardIsWhereItWas()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        QVERIFY(!s->item(u"opener"_s)->hasActiveFocus());
+        s->key(Qt::Key_Escape);
+        QVERIFY(s->isGone(u"sleepTimerSheet"_s));
+        QTRY_VERIFY(s->item(u"opener"_s)->hasActiveFocus());
+    }
+    void theKeyboardStaysWithin()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        for (int i = 0; i < 8; ++i) {
+            s->key(Qt::Key_Tab);
+            QVERIFY(s->focused());
+            QVERIFY(s->focused() != s->item(u"opener"_s));
+        }
+    }
+    void theButtonCloses()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        QCOMPARE(s->text(u"lyricsOffsetDone"_s), u"完成"_s);
+        s->click(u"lyricsOffsetDone"_s);
+        QVERIFY(s->isGone(u"lyricsOffsetSheet"_s));
+    }
+    void aPressBesideItCloses()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        QTest::mouseClick(s->window, Qt::LeftButton, {}, QPoint(20, 20));
+        QVERIFY(s->isGone(u"moreOptionsSheet"_s));
+    }
+    void drawnDownFarItClosesAndALittleItComesBack()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        drag(u"sheetTitle"_s, 40);
+        QTRY_COMPARE(s->sheet(u"sleepTimerSheet"_s)->property("sunk").toReal(), 0.0);
+        QVERIFY(s->isOpen(u"sleepTimerSheet"_s));
+        drag(u"sheetTitle"_s, 200);
+        QVERIFY(s->isGone(u"sleepTimerSheet"_s));
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        QTRY_COMPARE(s->sheet(u"sleepTimerSheet"_s)->property("sunk").toReal(), 0.0);
+    }
+    void itRisesAndGoesInTimeWhereTheDesktopWantsMotion()
+    {
+        s->desktop.setReducesMotion(false);
+        QVERIFY(s->show());
+        QMetaObject::invokeMethod(s->sheet(u"moreOptionsSheet"_s), "open");
+        QVERIFY(s->sheet(u"moreOptionsSheet"_s)->property("sunk").toReal() > 0);
+        QTRY_VERIFY(s->isOpen(u"moreOptionsSheet"_s));
+        QCOMPARE(s->sheet(u"moreOptionsSheet"_s)->property("sunk").toReal(), 0.0);
+        s->key(Qt::Key_Escape);
+        QVERIFY(s->sheet(u"moreOptionsSheet"_s)->property("visible").toBool());
+        QVERIFY(s->isGone(u"moreOptionsSheet"_s));
+    }
+    void itHugsWhatItHolds()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        const qreal all = s->sheet(u"moreOptionsSheet"_s)->property("height").toReal();
+        QVERIFY(all < s->window->height() / 2.0);
+        s->setWindow("hasLyrics", false);
+        QTRY_VERIFY(s->sheet(u"moreOptionsSheet"_s)->property("height").toReal() < all);
+    }
+    void aScreenReaderHearsADialogWithItsTitle()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        const QList<QQuickItem *> items = s->allItems();
+        const bool isThere = std::ranges::any_of(items, [](QQuickItem *item) {
+            QAccessibleInterface *interface = SheetScene::accessible(item);
+            return item->isVisible() && interface && interface->role() == QAccessible::Dialog &&
+                   interface->text(QAccessible::Name) == u"定时关闭"_s;
+        });
+        QVERIFY(isThere);
+    }
+
+    // --- Sleep
+
+    void thePresetsStandInTheirOrderAndTheChosenOneIsChecked()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        QCOMPARE(s->text(u"sheetTitle"_s), u"定时关闭"_s);
+        QStringList texts;
+        for (const int minutes : SleepTimerViewModel::presetOptions())
+            texts.append(s->text(u"sleepPreset%1"_s.arg(minutes)));
+        QCOMPARE(texts,
+                 (QStringList{u"30 分钟"_s, u"45 分钟"_s, u"1 小时"_s, u"1 小时 30 分钟"_s, u"2 小时"_s}));
+        QCOMPARE(s->text(u"sleepOff"_s), u"关闭"_s);
+        QCOMPARE(s->item(u"sleepOff"_s)->property("isSelected").toBool(), true);
+        s->click(u"sleepPreset45"_s);
+        QCOMPARE(s->sleep.sleepTimerMinutes(), 45);
+        QCOMPARE(s->item(u"sleepPreset45"_s)->property("isSelected").toBool(), true);
+        QCOMPARE(s->item(u"sleepOff"_s)->property("isSelected").toBool(), false);
+        QAccessibleInterface *preset = SheetScene::accessible(s->item(u"sleepPreset45"_s));
+        QCOMPARE(preset->role(), QAccessible::RadioButton);
+        QVERIFY(preset->state().checked);
+    }
+    void theFootIsSeenWhileATimeIsChosen()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        QVERIFY(!s->shows(u"sleepFoot"_s));
+        s->click(u"sleepPreset90"_s);
+        QTRY_COMPARE(s->text(u"sleepFootText"_s), u"将在 1 小时 30 分钟 后停止播放"_s);
+        s->click(u"sleepOff"_s);
+        QTRY_VERIFY(!s->shows(u"sleepFoot"_s));
+    }
+    void arrowsWalkOverThePresetsAndReturnChooses()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->item(u"sleepPreset30"_s)->forceActiveFocus(Qt::TabFocusReason);
+        s->key(Qt::Key_Down);
+        s->key(Qt::Key_Down);
+        s->key(Qt::Key_Return);
+        QCOMPARE(s->sleep.sleepTimerMinutes(), 60);
+        s->key(Qt::Key_Up);
+        s->key(Qt::Key_Space);
+        QCOMPARE(s->sleep.sleepTimerMinutes(), 45);
+    }
+    void aCustomTimeIsMadeOnTwoWheels()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->click(u"sleepCustom"_s);
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        QTRY_VERIFY(s->item(u"hoursWheel"_s)->hasActiveFocus());
+        QCOMPARE(s->accessibleName(u"hoursWheel"_s), u"小时"_s);
+        QCOMPARE(s->accessibleName(u"minutesWheel"_s), u"分钟"_s);
+        s->key(Qt::Key_Down);
+        s->key(Qt::Key_Tab);
+        QTRY_VERIFY(s->item(u"minutesWheel"_s)->hasActiveFocus());
+        s->key(Qt::Key_PageDown);
+        s->key(Qt::Key_Down);
+        QTRY_COMPARE(s->text(u"customTimeText"_s), u"共 71 分钟"_s);
+        s->key(Qt::Key_Home);
+        s->key(Qt::Key_Up);
+        QTRY_COMPARE(s->text(u"customTimeText"_s), u"共 119 分钟"_s);
+        QCOMPARE(s->sleep.sleepTimerMinutes(), 0);
+        s->click(u"customTimeAccept"_s);
+        QVERIFY(s->isGone(u"customTimePicker"_s));
+        QCOMPARE(s->sleep.sleepTimerMinutes(), 119);
+        QTRY_COMPARE(s->item(u"sleepCustom"_s)->property("mark").toString(), u"checkmark"_s);
+        QVERIFY(s->isOpen(u"sleepTimerSheet"_s));
+    }
+    void theMousesWheelAndAFingerTurnThem()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->sleep.beginCustom();
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        turnWheel(u"hoursWheel"_s, -120);
+        QTRY_COMPARE(s->sleep.customHours(), 1);
+        turnWheel(u"hoursWheel"_s, 240);
+        QTRY_COMPARE(s->sleep.customHours(), 23);
+        turnWheel(u"minutesWheel"_s, -60);
+        QCOMPARE(s->sleep.customMinutes(), 0);
+        turnWheel(u"minutesWheel"_s, -60);
+        QTRY_COMPARE(s->sleep.customMinutes(), 1);
+
+        static QPointingDevice *const finger = QTest::createTouchDevice();
+        const QPoint start = SheetScene::centre(s->item(u"minutesWheel"_s));
+        QTest::touchEvent(s->window, finger).press(0, start, s->window);
+        for (int y = 4; y <= 84; y += 4)
+            QTest::touchEvent(s->window, finger).move(0, start - QPoint(0, y), s->window);
+        QTest::touchEvent(s->window, finger).release(0, start - QPoint(0, 84), s->window);
+        QTRY_VERIFY(s->sleep.customMinutes() > 1);
+        QVERIFY(s->isOpen(u"customTimePicker"_s));
+    }
+    void resetTurnsBothWheelsToZero()
+    {
+        QVERIFY(s->show());
+        s->sleep.select(90);
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->sleep.beginCustom();
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        QTRY_COMPARE(s->item(u"minutesWheel"_s)->property("currentIndex").toInt(), 30);
+        QCOMPARE(s->text(u"customTimeReset"_s), u"重置为 0"_s);
+        s->click(u"customTimeReset"_s);
+        QTRY_COMPARE(s->item(u"minutesWheel"_s)->property("currentIndex").toInt(), 0);
+        QTRY_COMPARE(s->item(u"hoursWheel"_s)->property("currentIndex").toInt(), 0);
+        QCOMPARE(s->text(u"customTimeText"_s), u"共 0 分钟"_s);
+    }
+    void escapeLeavesThePickerAndTheSheetBeneathStays()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->sleep.beginCustom();
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        s->key(Qt::Key_Down);
+        s->key(Qt::Key_Escape);
+        QVERIFY(s->isGone(u"customTimePicker"_s));
+        QVERIFY(s->isOpen(u"sleepTimerSheet"_s));
+        QCOMPARE(s->sleep.sleepTimerMinutes(), 0);
+        QCOMPARE(s->sleep.showsCustomPicker(), false);
+    }
+
+    // --- Lyrics
+
+    void eachButtonMovesTheLyrics_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("amount");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("-1s") << u"-1s"_s << -1000 << u"歌词延后 1.0 秒"_s;
+        QTest::newRow("-0.5s") << u"-0.5s"_s << -500 << u"歌词延后 0.5 秒"_s;
+        QTest::newRow("-0.1s") << u"-0.1s"_s << -100 << u"歌词延后 0.1 秒"_s;
+        QTest::newRow("+0.1s") << u"+0.1s"_s << 100 << u"歌词提前 0.1 秒"_s;
+        QTest::newRow("+0.5s") << u"+0.5s"_s << 500 << u"歌词提前 0.5 秒"_s;
+        QTest::newRow("+1s") << u"+1s"_s << 1000 << u"歌词提前 1.0 秒"_s;
+        QTest::newRow("-5s") << u"-5s"_s << -5000 << u"歌词延后 5.0 秒"_s;
+        QTest::newRow("+5s") << u"+5s"_s << 5000 << u"歌词提前 5.0 秒"_s;
+    }
+    void eachButtonMovesTheLyrics()
+    {
+        QFETCH(int, amount);
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        QCOMPARE(s->text(u"offsetStatus"_s), u"歌词与音乐同步"_s);
+        QCOMPARE(s->text(u"offsetHint"_s), u"调整歌词与音乐的同步"_s);
+        QCOMPARE(s->text(u"offsetSong"_s), u"夜航"_s);
+        const QString button = u"offset%1"_s.arg(amount);
+        QTEST(s->text(button), "text");
+        s->click(button);
+        QCOMPARE(s->offsets.getOffset(u"song"_s), amount);
+        QTEST(s->text(u"offsetStatus"_s), "status");
+        QTRY_COMPARE(s->item(u"offsetSlider"_s)->property("value").toInt(), amount);
+    }
+    void theSliderGoesByItsSteps()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        const QQuickItem *slider = s->item(u"offsetSlider"_s);
+        QCOMPARE(slider->property("from").toInt(), -5000);
+        QCOMPARE(slider->property("to").toInt(), 5000);
+        QCOMPARE(slider->property("stepSize").toInt(), 100);
+        s->item(u"offsetSlider"_s)->forceActiveFocus(Qt::TabFocusReason);
+        s->key(Qt::Key_Right);
+        QCOMPARE(s->offsets.getOffset(u"song"_s), 100);
+        s->key(Qt::Key_Left);
+        s->key(Qt::Key_Left);
+        QCOMPARE(s->offsets.getOffset(u"song"_s), -100);
+        QAccessibleInterface *interface = SheetScene::accessible(s->item(u"offsetSlider"_s));
+        QVERIFY(interface->valueInterface());
+        interface->valueInterface()->setCurrentValue(1500);
+        QCOMPARE(s->offsets.getOffset(u"song"_s), 1500);
+        const QPoint start = SheetScene::centre(slider);
+        QTest::mousePress(s->window, Qt::LeftButton, {}, start);
+        const QPoint end(s->window->width() - 2, start.y());
+        QTest::mouseMove(s->window, end);
+        QTest::mouseRelease(s->window, Qt::LeftButton, {}, end);
+        QCOMPARE(s->offsets.getOffset(u"song"_s), 5000);
+    }
+    void anOffsetBeyondTheSliderStaysAsItIsStored()
+    {
+        s->offsets.setOffset(8000, u"song"_s);
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        QCOMPARE(s->text(u"offsetStatus"_s), u"歌词提前 8.0 秒"_s);
+        QCOMPARE(s->item(u"offsetSlider"_s)->property("value").toInt(), 5000);
+        QCOMPARE(s->offsets.getOffset(u"song"_s), 8000);
+    }
+    void resetForgetsTheOffset()
+    {
+        s->offset.adjust(700);
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        QCOMPARE(s->text(u"offsetReset"_s), u"重置为 0"_s);
+        s->click(u"offsetReset"_s);
+        QVERIFY(!s->home.platform.preferences->contains(u"lyricsOffset_song"_s));
+        QCOMPARE(s->text(u"offsetStatus"_s), u"歌词与音乐同步"_s);
+    }
+
+    // --- More
+
+    void moreLeadsToWhereItsRowsSay()
+    {
+        QVERIFY(s->show());
+        const QList<std::pair<QString, QString>> rows{{u"moreEqualizer"_s, u"equalizer"_s},
+                                                      {u"moreLyricsOffset"_s, u"offset"_s},
+                                                      {u"moreSettings"_s, u"settings"_s}};
+        QString expected;
+        for (const auto &[row, request] : rows) {
+            QVERIFY(s->open(u"moreOptionsSheet"_s));
+            s->click(row);
+            QVERIFY(s->isGone(u"moreOptionsSheet"_s));
+            expected += request + u' ';
+            QCOMPARE(s->window->property("requests").toString(), expected);
+        }
+    }
+    void moreSaysHowThingsStand()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        QCOMPARE(s->text(u"sheetTitle"_s), u"更多选项"_s);
+        QCOMPARE(s->accessibleName(u"moreDevices"_s), u"播放设备，选择 AirPlay 设备"_s);
+        QCOMPARE(s->accessibleName(u"moreEqualizer"_s), u"均衡器，已关闭"_s);
+        QCOMPARE(s->accessibleName(u"moreLyricsOffset"_s), u"歌词时间调整，+0.5s"_s);
+        QCOMPARE(s->accessibleName(u"moreSettings"_s), u"播放界面设置，自定义播放界面"_s);
+    }
+    void lyricsAreMovedWhereThereAreSome()
+    {
+        QVERIFY(s->show());
+        s->setWindow("hasLyrics", false);
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        QVERIFY(!s->shows(u"moreLyricsOffset"_s));
+        s->setWindow("hasLyrics", true);
+        QTRY_VERIFY(s->shows(u"moreLyricsOffset"_s));
+    }
+
+    // --- Devices
+
+    void aDeviceIsChosenAndComesAndGoesWhileThePickerIsOpen()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        s->click(u"moreDevices"_s);
+        QTRY_VERIFY(s->isOpen(u"outputDevicePicker"_s));
+        QCOMPARE(s->machine.activations, 1);
+        QCOMPARE(s->text(u"noDevices"_s), u"没有找到播放设备"_s);
+        plugInDevices();
+        QTRY_VERIFY(s->shows(u"device2"_s));
+        QVERIFY(!s->shows(u"noDevices"_s));
+        QCOMPARE(s->text(u"device0"_s), u"系统默认"_s);
+        QCOMPARE(s->accessibleName(u"device0"_s), u"系统默认，内置音频 模拟立体声"_s);
+        QCOMPARE(s->accessibleName(u"device1"_s), u"内置音频 模拟立体声，正在播放"_s);
+        s->click(u"device2"_s);
+        QCOMPARE(s->machine.chosenDevice(), u"bt"_s);
+        QTRY_COMPARE(s->item(u"device2"_s)->property("isSelected").toBool(), true);
+        QVERIFY(s->isOpen(u"outputDevicePicker"_s));
+        s->machine.setDevices({{.id = u"pci"_s, .name = u"内置音频 模拟立体声"_s, .isDefault = true}});
+        QTRY_COMPARE(s->text(u"deviceNotice"_s), u"“WH-1000XM5”已断开，声音改由系统默认设备播放"_s);
+        QTRY_COMPARE(s->item(u"device0"_s)->property("isSelected").toBool(), true);
+        s->key(Qt::Key_Escape);
+        QVERIFY(s->isGone(u"outputDevicePicker"_s));
+        QCOMPARE(s->devices.isOpen(), false);
+        QVERIFY(s->isOpen(u"moreOptionsSheet"_s));
+    }
+};
+
+} // namespace cadorel
+
+QTEST_MAIN(cadorel::TestNowPlayingSheets)
+#include "tst_now_playing_sheets.moc"

@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "App/MediaKeys.h"
+#include "ViewModels/EqualizerViewModel.h"
+#include "Views/RootScreenTest.h"
+
+using namespace cadorel;
+using namespace Qt::StringLiterals;
+
+/// What the keyboard does wherever it is, and how the Now Playing screen comes and goes.
+class RootKeysTest : public RootScreenTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void coverComesUpAndGoes_data() { addThemes(); }
+    void coverComesUpAndGoes();
+    void coverIsThrownAwayWhenItHasGone();
+    void coverDoesNotOpenWithoutASong();
+    void nothingBeneathTheCoverIsReached();
+    void escapeClosesTheSheetFirstAndThenTheCover();
+    void keyboardReturnsToWhereItWas();
+    void spacePlaysAndPauses();
+    void arrowsSeekAndChangeTheVolumeUnderTheCoverOnly();
+    void arrowsStopAtBothEnds();
+    void controlArrowsChangeSongAndVolume();
+    void aTabsKeyClosesTheCover();
+    void typingIsLeftAlone();
+    void mediaKeysSteerThePlayer();
+    void mediaKeysWorkBeneathASheet();
+    void mediaKeysWithoutASongDoNothing();
+
+private:
+    /// A key that Qt Test has no character for.
+    void press(Qt::Key key) const
+    {
+        QKeyEvent pressed(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(t->window, &pressed);
+        QKeyEvent released(QEvent::KeyRelease, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(t->window, &released);
+    }
+};
+
+void RootKeysTest::coverComesUpAndGoes()
+{
+    QFETCH(ThemeType, type);
+    showLibrary(2);
+    switchTo(type);
+    playRow(0);
+    openNowPlaying();
+    const QQuickItem *cover = t->item(u"nowPlayingCover"_s);
+    QCOMPARE(cover->mapRectToScene(cover->boundingRect()), QRectF(QPointF(), QSizeF(t->window->size())));
+    QVERIFY(!t->shows(u"tabBar"_s));
+    QVERIFY(!t->shows(u"libraryView"_s));
+    QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
+    QVERIFY(!showsNowPlaying());
+    QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+    QVERIFY(t->shows(u"tabBar"_s));
+}
+
+void RootKeysTest::coverIsThrownAwayWhenItHasGone()
+{
+    showLibrary(2);
+    playRow(0);
+    QVERIFY(!t->item(u"nowPlayingView"_s));
+    openNowPlaying();
+    const QPointer<QQuickItem> first = t->item(u"nowPlayingView"_s);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!first);
+    openNowPlaying();
+    QVERIFY(t->item(u"nowPlayingView"_s));
+}
+
+void RootKeysTest::coverDoesNotOpenWithoutASong()
+{
+    QVERIFY(t->show());
+    QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
+    QVERIFY(!showsNowPlaying());
+}
+
+void RootKeysTest::nothingBeneathTheCoverIsReached()
+{
+    showLibrary(3);
+    playRow(0);
+    const QPoint secondRow = TestWindow::centre(t->row(1));
+    openNowPlaying();
+    QTest::mouseClick(t->window, Qt::LeftButton, {}, secondRow);
+    QCOMPARE(currentTitle(), u"歌 0"_s);
+    QVERIFY(showsNowPlaying());
+    QVERIFY(!t->item(u"tabBar"_s)->isEnabled());
+    // However far the tab key walks.
+    for (int i = 0; i < 40; ++i) {
+        QTest::keyClick(t->window, Qt::Key_Tab);
+        const QQuickItem *focused = t->window->activeFocusItem();
+        QVERIFY(!focused || !t->item(u"tabView"_s)->isAncestorOf(focused));
+    }
+}
+
+void RootKeysTest::escapeClosesTheSheetFirstAndThenTheCover()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    QTest::keyClick(t->window, Qt::Key_E, Qt::ControlModifier);
+    QTRY_VERIFY(t->object(u"equalizerView"_s)->property("opened").toBool());
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!t->equalizer->isOpen());
+    QTRY_VERIFY(!t->object(u"equalizerView"_s)->property("visible").toBool());
+    QVERIFY(showsNowPlaying());
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+}
+
+void RootKeysTest::keyboardReturnsToWhereItWas()
+{
+    showLibrary(5);
+    playRow(0);
+    t->item(u"songList"_s)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QTest::keyClick(t->window, Qt::Key_Down);
+    const QQuickItem *before = t->window->activeFocusItem();
+    openNowPlaying();
+    QVERIFY(t->window->activeFocusItem() != before);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QCOMPARE(t->window->activeFocusItem(), before);
+    QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QCOMPARE(t->item(u"songList"_s)->property("currentIndex").toInt(), 2);
+}
+
+void RootKeysTest::spacePlaysAndPauses()
+{
+    showLibrary(2);
+    playRow(0);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    QTest::keyClick(t->window, Qt::Key_Space);
+    QTRY_VERIFY(!t->audioPlayer->isPlaying());
+    openNowPlaying();
+    t->item(u"nowPlayingView"_s)->forceActiveFocus(Qt::OtherFocusReason);
+    QTest::keyClick(t->window, Qt::Key_Space);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+}
+
+void RootKeysTest::arrowsSeekAndChangeTheVolumeUnderTheCoverOnly()
+{
+    showLibrary(2);
+    playRow(0);
+    t->player->tick(50);
+    t->player->seeks.clear();
+    const float volume = t->audioPlayer->volume();
+    QTest::keyClick(t->window, Qt::Key_Right);
+    QTest::keyClick(t->window, Qt::Key_Left);
+    QCOMPARE(t->player->seeks.size(), 0);
+    openNowPlaying();
+    t->item(u"nowPlayingView"_s)->forceActiveFocus(Qt::OtherFocusReason);
+    QTest::keyClick(t->window, Qt::Key_Right);
+    QCOMPARE(t->player->seeks.size(), 1);
+    QVERIFY(qAbs(t->player->seeks.at(0).time - 55) < 0.6);
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QVERIFY(qAbs(t->audioPlayer->volume() - (volume - 0.05F)) < 0.001F);
+    QTest::keyClick(t->window, Qt::Key_Up);
+    QVERIFY(qAbs(t->audioPlayer->volume() - volume) < 0.001F);
+}
+
+void RootKeysTest::arrowsStopAtBothEnds()
+{
+    showLibrary(3);
+    playRow(1);
+    t->player->tick(2);
+    t->player->seeks.clear();
+    t->playback->seekBy(-5);
+    QCOMPARE(t->player->seeks.size(), 1);
+    QCOMPARE(t->player->seeks.at(0).time, 0.0);
+    t->playback->changeVolume(2);
+    QCOMPARE(t->audioPlayer->volume(), 1.0F);
+    t->playback->changeVolume(-2);
+    QCOMPARE(t->audioPlayer->volume(), 0.0F);
+    t->playback->changeVolume(qQNaN());
+    QCOMPARE(t->audioPlayer->volume(), 0.0F);
+}
+
+void RootKeysTest::controlArrowsChangeSongAndVolume()
+{
+    showLibrary(4);
+    playRow(1);
+    QTest::keyClick(t->window, Qt::Key_Right, Qt::ControlModifier);
+    QCOMPARE(currentTitle(), u"歌 2"_s);
+    QTest::keyClick(t->window, Qt::Key_Left, Qt::ControlModifier);
+    QCOMPARE(currentTitle(), u"歌 1"_s);
+    QTest::keyClick(t->window, Qt::Key_Down, Qt::ControlModifier);
+    QVERIFY(qAbs(t->audioPlayer->volume() - 0.95F) < 0.001F);
+    QTest::keyClick(t->window, Qt::Key_Up, Qt::ControlModifier);
+    QCOMPARE(t->audioPlayer->volume(), 1.0F);
+}
+
+void RootKeysTest::aTabsKeyClosesTheCover()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    QTest::keyClick(t->window, Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(!showsNowPlaying());
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+    QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+}
+
+void RootKeysTest::typingIsLeftAlone()
+{
+    showLibrary(2);
+    playRow(0);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    t->player->seeks.clear();
+    QTest::keyClick(t->window, Qt::Key_4, Qt::ControlModifier);
+    QTRY_VERIFY(t->shows(u"onlineSearchText"_s));
+    t->item(u"onlineSearchText"_s)->forceActiveFocus(Qt::OtherFocusReason);
+    for (const char key : {'a', ' ', 'b'})
+        QTest::keyClick(t->window, key);
+    QTest::keyClick(t->window, Qt::Key_Left);
+    QTest::keyClick(t->window, Qt::Key_Right);
+    QTest::keyClick(t->window, Qt::Key_Right);
+    QCOMPARE(t->item(u"onlineSearchText"_s)->property("text").toString(), u"a b"_s);
+    QVERIFY(t->audioPlayer->isPlaying());
+    QCOMPARE(t->player->seeks.size(), 0);
+}
+
+void RootKeysTest::mediaKeysSteerThePlayer()
+{
+    showLibrary(4);
+    const MediaKeys keys(*t->window, *t->viewModel);
+    playRow(1);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    press(Qt::Key_MediaTogglePlayPause);
+    QVERIFY(!t->audioPlayer->isPlaying());
+    press(Qt::Key_MediaPlay);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    press(Qt::Key_MediaPause);
+    QVERIFY(!t->audioPlayer->isPlaying());
+    press(Qt::Key_MediaPause);
+    QVERIFY(!t->audioPlayer->isPlaying());
+    press(Qt::Key_MediaNext);
+    QCOMPARE(currentTitle(), u"歌 2"_s);
+    press(Qt::Key_MediaPrevious);
+    QCOMPARE(currentTitle(), u"歌 1"_s);
+    t->player->lastItem()->answerDuration(200);
+    t->player->lastItem()->becomeReady();
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    t->player->tick(50);
+    press(Qt::Key_MediaStop);
+    QVERIFY(!t->audioPlayer->isPlaying());
+    QCOMPARE(t->audioPlayer->currentTime(), 0.0);
+    // Other keys go on to the window.
+    QTest::keyClick(t->window, Qt::Key_2, Qt::ControlModifier);
+    QTRY_VERIFY(t->shows(u"playlistsView"_s));
+}
+
+void RootKeysTest::mediaKeysWorkBeneathASheet()
+{
+    showLibrary(4);
+    const MediaKeys keys(*t->window, *t->viewModel);
+    playRow(1);
+    t->equalizer->open();
+    QTRY_VERIFY(t->object(u"equalizerView"_s)->property("opened").toBool());
+    press(Qt::Key_MediaNext);
+    QCOMPARE(currentTitle(), u"歌 2"_s);
+    QVERIFY(t->equalizer->isOpen());
+}
+
+void RootKeysTest::mediaKeysWithoutASongDoNothing()
+{
+    QVERIFY(t->show());
+    const MediaKeys keys(*t->window, *t->viewModel);
+    for (const Qt::Key key : {Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPlay, Qt::Key_MediaPause,
+                              Qt::Key_MediaStop, Qt::Key_MediaNext, Qt::Key_MediaPrevious})
+        press(key);
+    QVERIFY(!t->viewModel->hasCurrentSong());
+    QVERIFY(!t->audioPlayer->isPlaying());
+}
+
+QTEST_MAIN(RootKeysTest)
+#include "tst_root_keys.moc"
