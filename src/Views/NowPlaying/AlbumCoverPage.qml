@@ -20,7 +20,7 @@ Item {
     readonly property real lyricTop: height - Metrics.miniLyricBottom - Metrics.miniLyricHeight
     /// What lies above the line that is sung, and of that what lies above the name.
     readonly property real room: lyricTop - Metrics.miniLyricTop
-    readonly property real roomAbove: room - info.implicitHeight - Metrics.rowSpacing
+    readonly property real roomAbove: room - info.centredHeight - Metrics.rowSpacing
     readonly property bool isBeside: roomAbove < Metrics.leastCover && width > room
     readonly property real margin: Metrics.screenMargin
     readonly property real coverSize: Math.floor(Math.max(0, isBeside ? Math.min(room, width / 2 - margin) : Math.min(roomAbove, width - margin, Metrics.largestCover)))

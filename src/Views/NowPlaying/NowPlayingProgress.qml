@@ -15,7 +15,7 @@ Item {
 
     readonly property color tint: "white"
     /// On a light ground the groove is dark enough to show the white.
-    readonly property color groove: ink.hslLightness > 0.5 ? Qt.alpha(ink, Metrics.grooveOpacity) : Contrast.groundFor(tint, Qt.alpha(ink, Metrics.darkGrooveOpacity))
+    readonly property color groove: Qt.alpha(ink, ink.hslLightness > 0.5 ? Metrics.grooveOpacity : Metrics.darkGrooveOpacity)
 
     implicitHeight: times.y + times.height
 

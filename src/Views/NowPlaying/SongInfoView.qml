@@ -2,7 +2,8 @@
 import QtQuick
 import Cadorel
 
-/// Title, artist and quality of the song. The title may be as long as it likes; the badge is never cut.
+/// Title, artist and quality of the song. The title may be as long as it likes; the badge is never cut. In the middle it
+/// stands beside the artist, else beneath.
 Column {
     id: root
 
@@ -13,6 +14,10 @@ Column {
     property color ink: ThemeEnvironment.theme.primaryTextColor
     property color secondaryInk: ThemeEnvironment.theme.secondaryTextColor
 
+    /// With the badge beside the artist, whether it stands there or not.
+    readonly property real centredHeight: TextStyles.title2.line + spacing + lineHeight
+    readonly property real badgeHeight: TextStyles.caption2.line + Metrics.grid
+    readonly property real lineHeight: Math.max(TextStyles.callout.line, badgeHeight)
     readonly property int alignment: isCentred ? Text.AlignHCenter : Text.AlignLeft
 
     spacing: Metrics.grid
@@ -30,47 +35,43 @@ Column {
     }
     Item {
         width: parent.width
-        height: Math.max(artistText.height, badge.height)
+        height: root.isCentred ? root.lineHeight : TextStyles.callout.line + Metrics.grid + root.badgeHeight
 
-        Row {
-            x: root.isCentred ? Math.round((parent.width - width) / 2) : 0
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: Metrics.rowSpacing
+        StyledText {
+            id: artistText
+
+            objectName: "nowPlayingArtist"
+            x: root.isCentred ? Math.round((parent.width - width - Metrics.rowSpacing - badge.width) / 2) : 0
+            y: root.isCentred ? Math.round((root.lineHeight - TextStyles.callout.line) / 2) : 0
+            width: Math.min(implicitWidth, root.isCentred ? parent.width - badge.width - Metrics.rowSpacing : parent.width)
+            text: root.artist
+            style: TextStyles.callout
+            color: root.secondaryInk
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Rectangle {
+            id: badge
+
+            objectName: "qualityBadge"
+            x: root.isCentred ? artistText.x + artistText.width + Metrics.rowSpacing : 0
+            y: root.isCentred ? Math.round((root.lineHeight - height) / 2) : TextStyles.callout.line + Metrics.grid
+            width: badgeText.implicitWidth + 2 * Metrics.rowSpacing
+            height: root.badgeHeight
+            radius: height / 2
+            color: "transparent"
+            border.width: Metrics.hairline
+            border.color: root.secondaryInk
 
             StyledText {
-                id: artistText
+                id: badgeText
 
-                objectName: "nowPlayingArtist"
-                anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, root.width - badge.width - parent.spacing)
-                text: root.artist
-                style: TextStyles.callout
+                objectName: "qualityText"
+                anchors.centerIn: parent
+                text: root.qualityText
+                style: TextStyles.caption2
                 color: root.secondaryInk
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
-            Rectangle {
-                id: badge
-
-                objectName: "qualityBadge"
-                anchors.verticalCenter: parent.verticalCenter
-                width: badgeText.implicitWidth + 2 * Metrics.rowSpacing
-                height: badgeText.height + Metrics.grid
-                radius: height / 2
-                color: "transparent"
-                border.width: Metrics.hairline
-                border.color: root.secondaryInk
-
-                StyledText {
-                    id: badgeText
-
-                    objectName: "qualityText"
-                    anchors.centerIn: parent
-                    text: root.qualityText
-                    style: TextStyles.caption2
-                    color: root.secondaryInk
-                    elide: Text.ElideNone
-                }
+                elide: Text.ElideNone
             }
         }
     }
