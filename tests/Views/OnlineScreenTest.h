@@ -29,7 +29,10 @@ protected:
     {
         t->click(QStringLiteral("searchTab"));
         QTRY_VERIFY(t->shows(QStringLiteral("searchView")));
+        // What it holds stands at its place once it has been drawn.
+        QVERIFY(!t->window->grabWindow().isNull());
         t->click(QStringLiteral("searchScope1"));
+        QVERIFY(!t->window->grabWindow().isNull());
     }
     void showPlace()
     {

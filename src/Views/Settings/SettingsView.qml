@@ -10,6 +10,11 @@ FocusScope {
     required property EqualizerViewModel equalizer
     required property APISettingsViewModel apiSettings
 
+    /// The window has the settings of the player's screen, and shows them when they are asked for.
+    property bool hasNowPlayingSettings: false
+
+    signal nowPlayingSettingsRequested
+
     readonly property string version: Qt.application.version !== "" ? Qt.application.version : "1.0"
     readonly property int sideMargin: Math.max(Metrics.screenMargin, Math.round((width - Metrics.formWidth) / 2))
     readonly property bool isCovered: appearancePage.covers || aboutPage.covers
@@ -43,6 +48,15 @@ FocusScope {
                     iconColor: SystemColors.purple
                     title: "外观与主题"
                     onClicked: appearancePage.isShown = true
+                }
+                ThemedSettingsItem {
+                    objectName: "nowPlayingRow"
+                    width: parent.width
+                    visible: root.hasNowPlayingSettings
+                    icon: AppIcons.playback.playCircle
+                    iconColor: SystemColors.pink
+                    title: "播放界面"
+                    onClicked: root.nowPlayingSettingsRequested()
                 }
                 SettingsSwitch {
                     objectName: "showWebDAVSwitch"
