@@ -2,6 +2,7 @@
 // Figures: frame times while 5,000 blurred lines of lyrics are scrolled, beside the same lines without blur,
 // and while the page follows a song.
 #include "Support/MadeHome.h"
+#include "Support/MadeSound.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 #include "Support/Scroller.h"
@@ -16,7 +17,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-#include <atomic>
+#include <ctime>
 
 using namespace cadorel;
 using namespace std::chrono_literals;

@@ -82,7 +82,8 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: -Metrics.lyricSpacing / 2
+        anchors.topMargin: -Metrics.lyricSpacing / 2
+        anchors.bottomMargin: -Metrics.lyricSpacing / 2
         radius: Metrics.coverRadius
         color: root.textColor
         opacity: Metrics.hoverOpacity
@@ -93,6 +94,8 @@ Item {
 
         objectName: "body"
         anchors.fill: parent
+        anchors.leftMargin: Metrics.lyricSpacing / 2
+        anchors.rightMargin: Metrics.lyricSpacing / 2
         opacity: root.shownOpacity * entrance.opacity
         scale: entrance.scale
         transformOrigin: words.transformOrigin
@@ -107,7 +110,7 @@ Item {
             objectName: "words"
             x: root.isCentered ? Math.round((parent.width - width) / 2) : 0
             y: (parent.height - height) / 2
-            width: Math.floor(root.width * root.pixelSize / Math.max(root.pixelSize, root.largestPixelSize))
+            width: Math.floor(parent.width * root.pixelSize / Math.max(root.pixelSize, root.largestPixelSize))
             height: implicitHeight
             transformOrigin: root.isCentered ? Item.Center : Item.Left
             scale: root.roomSize * root.shownScale / root.pixelSize
@@ -145,7 +148,8 @@ Item {
     }
     Rectangle {
         anchors.fill: parent
-        anchors.margins: -Metrics.lyricSpacing / 2 + Metrics.focusRing
+        anchors.topMargin: -Metrics.lyricSpacing / 2 + Metrics.focusRing
+        anchors.bottomMargin: anchors.topMargin
         radius: Metrics.coverRadius
         color: "transparent"
         border.width: Metrics.focusRing

@@ -61,7 +61,8 @@ FocusScope {
 
         objectName: "lyricList"
         anchors.fill: parent
-        anchors.leftMargin: Math.max(Metrics.screenMargin, Math.round((root.width - Metrics.contentWidth) / 2))
+        // The outline of a line lies in the margin.
+        anchors.leftMargin: Math.max(Metrics.screenMargin, Math.round((root.width - Metrics.contentWidth) / 2)) - Metrics.lyricSpacing / 2
         anchors.rightMargin: anchors.leftMargin
         visible: root.lyrics.hasLyrics
         clip: true
@@ -101,7 +102,8 @@ FocusScope {
         }
 
         Keys.onPressed: event => {
-            const page = Math.max(1, Math.round(list.visibleLines() / 2));
+            // Half of what the page shows.
+            const page = Math.max(1, Math.round(height / contentHeight * count / 2));
             switch (event.key) {
             case Qt.Key_Return:
             case Qt.Key_Enter:
@@ -148,9 +150,6 @@ FocusScope {
             glide.stop();
             currentIndex = Math.max(0, Math.min(count - 1, row));
             positionViewAtIndex(currentIndex, ListView.Contain);
-        }
-        function visibleLines(): int {
-            return indexAt(1, contentY + height - 1) < 0 || indexAt(1, contentY + 1) < 0 ? 1 : indexAt(1, contentY + height - 1) - indexAt(1, contentY + 1);
         }
 
         /// Scrolls to the current line.
