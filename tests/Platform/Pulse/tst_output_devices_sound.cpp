@@ -171,6 +171,7 @@ private Q_SLOTS:
         m_engine->play(m_file);
         QVERIFY(m_atSpeaker->hearSound(audible, patience));
         QTRY_COMPARE_WITH_TIMEOUT(inUse(), u"out"_s, patienceMs);
+        m_atSpeaker->clear();
         QVERIFY(m_atSpeaker->hear(1500ms));
         m_devices->choose(u"usb"_s);
         QVERIFY(m_atUsb->hearSound(audible, patience));
@@ -180,7 +181,7 @@ private Q_SLOTS:
         // It was moved and not begun anew: it goes on behind what the first device has played.
         const QList<double> taken = placesIn(*m_atUsb);
         QVERIFY(!taken.isEmpty());
-        QVERIFY2(taken.constFirst() > 1.3, qPrintable(u"%1 s"_s.arg(taken.constFirst())));
+        QVERIFY2(taken.constFirst() > 1, qPrintable(u"%1 s"_s.arg(taken.constFirst())));
     }
     void whatPlaysNextBeginsAtTheChosenDevice()
     {
