@@ -28,6 +28,9 @@ Column {
     property AppTheme theme: ThemeEnvironment.theme
 
     spacing: Metrics.grid
+    // A note that comes up makes it higher, and those above move it.
+    onHeightChanged: scrollTo()
+    onYChanged: scrollTo()
 
     /// The keyboard belongs here now.
     function takeFocus(): void {
@@ -95,10 +98,7 @@ Column {
             // Once, however long the key is held down.
             Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
             Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
-            onActiveFocusChanged: {
-                if (activeFocus && root.viewport)
-                    root.scrollTo();
-            }
+            onActiveFocusChanged: root.scrollTo()
         }
         Item {
             id: trailing
@@ -138,6 +138,8 @@ Column {
         field.selectAll();
     }
     function scrollTo(): void {
+        if (!viewport || !field.activeFocus)
+            return;
         const top = root.mapToItem(viewport.contentItem, 0, 0).y;
         const bottom = top + height + Metrics.rowSpacing;
         if (top < viewport.contentY)
