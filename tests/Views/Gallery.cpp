@@ -83,13 +83,7 @@ void libraryStates(const Gallery &gallery)
     for (int i = 0; i < 4; ++i)
         QTest::keyClick(test.window, Qt::Key_Down);
     QTest::mouseMove(test.window, TestWindow::centre(test.row(5)));
-    gallery.save(test, u"keyboard-and-hover"_s);
-
-    if (test.shows(u"volumeButton"_s)) {
-        test.click(u"volumeButton"_s);
-        gallery.save(test, u"volume"_s);
-        QTest::keyClick(test.window, Qt::Key_Escape);
-    }
+    gallery.saveHovered(test, u"keyboard-and-hover"_s);
 
     test.click(u"importButton"_s);
     gallery.save(test, u"import-menu"_s);

@@ -48,13 +48,17 @@ public:
         if (!test.show())
             qFatal("the window does not show");
         test.window->resize(m_size);
-        // Nothing is drawn as touched.
-        QTest::mouseMove(test.window, QPoint(m_size.width() - 1, m_size.height() / 2));
         settle();
     }
 
-    /// Keeps a picture of the window.
+    /// Keeps a picture of the window, in which the mouse is nowhere.
     void save(const TestWindow &test, const QString &state) const
+    {
+        QTest::mouseMove(test.window, QPoint(m_size.width() / 2, 0));
+        saveHovered(test, state);
+    }
+    /// The same where the mouse is.
+    void saveHovered(const TestWindow &test, const QString &state) const
     {
         settle();
         const QString path =
