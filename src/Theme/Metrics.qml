@@ -129,6 +129,10 @@ QtObject {
     readonly property int dancingJump: 18
     readonly property int dancingTilt: 12
     readonly property int scrollBarWidth: 6
+    /// Of the bar's length, however long the list is.
+    readonly property real scrollBarShare: 0.06
+    readonly property real scrollBarOpacity: 0.3
+    readonly property real scrollBarHeldOpacity: 0.6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
 
@@ -198,6 +202,10 @@ QtObject {
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
+    /// Of what shows that a row leads on, of the edge of a field that is only sunk, and of that about a badge.
+    readonly property real chevronOpacity: 0.6
+    readonly property real fieldEdgeOpacity: 0.6
+    readonly property real badgeEdgeOpacity: 0.4
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
     readonly property real hoverOpacity: Surfaces.hoverOpacity
     readonly property real pressedOpacity: 0.12
