@@ -43,8 +43,11 @@ Popup {
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? parent.height - height + sunk : 0
     padding: 0
-    modal: true
+    modal: !SheetStack.isCovered(root)
     focus: true
+    onAboutToShow: SheetStack.rise(root)
+    onAboutToHide: SheetStack.sink(root)
+    Component.onDestruction: SheetStack.sink(root)
 
     T.Overlay.modal: Rectangle {
         color: SystemColors.scrim

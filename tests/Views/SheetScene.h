@@ -23,6 +23,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <QWheelEvent>
 
 namespace cadorel {
 
@@ -149,6 +150,16 @@ public:
     /// Everything stands where it is drawn.
     void settle() const { window->grabWindow(); }
     void key(Qt::Key key) const { QTest::keyClick(window, key); }
+    /// Turns the mouse's wheel over the item, by eighths of a degree.
+    void turnWheel(const QString &name, int delta, QPoint pixels = {},
+                   Qt::ScrollPhase phase = Qt::NoScrollPhase) const
+    {
+        settle();
+        const QPoint place = centre(item(name));
+        QWheelEvent event(place, window->mapToGlobal(QPointF(place)), pixels, QPoint(0, delta), Qt::NoButton,
+                          Qt::NoModifier, phase, false);
+        QCoreApplication::sendEvent(window, &event);
+    }
     QQuickItem *focused() const { return window->activeFocusItem(); }
 
     static QAccessibleInterface *accessible(QQuickItem *item)
@@ -227,18 +238,27 @@ private:
             required property NowPlayingSettingsViewModel settings
             property bool hasLyrics: true
             property string requests
+            /// What a row asks for opens.
+            property bool leadsOn: false
+
+            function ask(request: string, sheet: var): void {
+                requests += request + " ";
+                if (leadsOn)
+                    sheet.open();
+            }
 
             visible: true
 
             ThemedBackground { anchors.fill: parent }
             TextButton {
                 objectName: "opener"
+                onClicked: window.requests += "opener "
                 anchors.horizontalCenter: parent.horizontalCenter
                 focus: true
                 text: "opener"
             }
             SleepTimerSheet { objectName: "sleepTimerSheet"; sleep: window.sleep }
-            LyricsOffsetSheet { objectName: "lyricsOffsetSheet"; offset: window.offset }
+            LyricsOffsetSheet { id: offsetSheet; objectName: "lyricsOffsetSheet"; offset: window.offset }
             MoreOptionsSheet {
                 objectName: "moreOptionsSheet"
                 devices: window.devices
@@ -246,10 +266,10 @@ private:
                 equalizerDetail: "已关闭"
                 lyricsOffsetText: "+0.5s"
                 onEqualizerRequested: window.requests += "equalizer "
-                onLyricsOffsetRequested: window.requests += "offset "
-                onSettingsRequested: window.requests += "settings "
+                onLyricsOffsetRequested: window.ask("offset", offsetSheet)
+                onSettingsRequested: window.ask("settings", settingsSheet)
             }
-            NowPlayingSettingsView { objectName: "nowPlayingSettings"; settings: window.settings }
+            NowPlayingSettingsView { id: settingsSheet; objectName: "nowPlayingSettings"; settings: window.settings }
         })";
 };
 

@@ -14,15 +14,6 @@ class TestNowPlayingSheets : public QObject
 private:
     std::unique_ptr<SheetScene> s;
 
-    void drag(const QString &from, int by) const
-    {
-        s->settle();
-        const QPoint start = SheetScene::centre(s->item(from));
-        QTest::mousePress(s->window, Qt::LeftButton, {}, start);
-        for (int step = 1; step <= 8; ++step)
-            QTest::mouseMove(s->window, start + QPoint(0, by * step / 8));
-        QTest::mouseRelease(s->window, Qt::LeftButton, {}, start + QPoint(0, by));
-    }
     /// A picture for eyes, where somebody has named a folder for them.
     void save(const QString &name) const
     {
@@ -81,88 +72,6 @@ private Q_SLOTS:
         s->machine.setDevices({});
         QTRY_COMPARE(s->faults(), QStringList());
         save(u"noOutputDevices"_s);
-    }
-
-    // --- How any of them opens and closes
-
-    void escapeClosesAndTheKeyboardIsWhereItWas()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"sleepTimerSheet"_s));
-        QVERIFY(!s->item(u"opener"_s)->hasActiveFocus());
-        s->key(Qt::Key_Escape);
-        QVERIFY(s->isGone(u"sleepTimerSheet"_s));
-        QTRY_VERIFY(s->item(u"opener"_s)->hasActiveFocus());
-    }
-    void theKeyboardStaysWithin()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"moreOptionsSheet"_s));
-        for (int i = 0; i < 8; ++i) {
-            s->key(Qt::Key_Tab);
-            QVERIFY(s->focused());
-            QVERIFY(s->focused() != s->item(u"opener"_s));
-        }
-    }
-    void theButtonCloses()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
-        QCOMPARE(s->text(u"lyricsOffsetDone"_s), u"完成"_s);
-        s->click(u"lyricsOffsetDone"_s);
-        QVERIFY(s->isGone(u"lyricsOffsetSheet"_s));
-    }
-    void aPressBesideItCloses()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"moreOptionsSheet"_s));
-        QTest::mouseClick(s->window, Qt::LeftButton, {}, QPoint(20, 20));
-        QVERIFY(s->isGone(u"moreOptionsSheet"_s));
-    }
-    void drawnDownFarItClosesAndALittleItComesBack()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"sleepTimerSheet"_s));
-        drag(u"sheetTitle"_s, 40);
-        QTRY_COMPARE(s->sheet(u"sleepTimerSheet"_s)->property("sunk").toReal(), 0.0);
-        QVERIFY(s->isOpen(u"sleepTimerSheet"_s));
-        drag(u"sheetTitle"_s, 200);
-        QVERIFY(s->isGone(u"sleepTimerSheet"_s));
-        QVERIFY(s->open(u"sleepTimerSheet"_s));
-        QTRY_COMPARE(s->sheet(u"sleepTimerSheet"_s)->property("sunk").toReal(), 0.0);
-    }
-    void itRisesAndGoesInTimeWhereTheDesktopWantsMotion()
-    {
-        s->desktop.setReducesMotion(false);
-        QVERIFY(s->show());
-        QMetaObject::invokeMethod(s->sheet(u"moreOptionsSheet"_s), "open");
-        QVERIFY(s->sheet(u"moreOptionsSheet"_s)->property("sunk").toReal() > 0);
-        QTRY_VERIFY(s->isOpen(u"moreOptionsSheet"_s));
-        QCOMPARE(s->sheet(u"moreOptionsSheet"_s)->property("sunk").toReal(), 0.0);
-        s->key(Qt::Key_Escape);
-        QVERIFY(s->sheet(u"moreOptionsSheet"_s)->property("visible").toBool());
-        QVERIFY(s->isGone(u"moreOptionsSheet"_s));
-    }
-    void itHugsWhatItHolds()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"moreOptionsSheet"_s));
-        const qreal all = s->sheet(u"moreOptionsSheet"_s)->property("height").toReal();
-        QVERIFY(all < s->window->height() / 2.0);
-        s->setWindow("hasLyrics", false);
-        QTRY_VERIFY(s->sheet(u"moreOptionsSheet"_s)->property("height").toReal() < all);
-    }
-    void aScreenReaderHearsADialogWithItsTitle()
-    {
-        QVERIFY(s->show());
-        QVERIFY(s->open(u"sleepTimerSheet"_s));
-        const QList<QQuickItem *> items = s->allItems();
-        const bool isThere = std::ranges::any_of(items, [](QQuickItem *item) {
-            QAccessibleInterface *interface = SheetScene::accessible(item);
-            return item->isVisible() && interface && interface->role() == QAccessible::Dialog &&
-                   interface->text(QAccessible::Name) == u"定时关闭"_s;
-        });
-        QVERIFY(isThere);
     }
 
     // --- Sleep
@@ -249,6 +158,24 @@ private Q_SLOTS:
         QTest::touchEvent(s->window, finger).release(0, start - QPoint(0, 84), s->window);
         QTRY_VERIFY(s->sleep.customMinutes() > 1);
         QVERIFY(s->isOpen(u"customTimePicker"_s));
+    }
+    void theMousesWheelTurnsThemByANotchEach()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->sleep.beginCustom();
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        s->turnWheel(u"hoursWheel"_s, -120);
+        QTRY_COMPARE(s->sleep.customHours(), 1);
+        s->turnWheel(u"hoursWheel"_s, -240);
+        QTRY_COMPARE(s->sleep.customHours(), 3);
+        QTRY_COMPARE(s->item(u"hoursWheel"_s)->property("currentIndex").toInt(), 3);
+        s->turnWheel(u"hoursWheel"_s, 120);
+        QTRY_COMPARE(s->sleep.customHours(), 2);
+        // Back beyond 0 it comes in from the other end.
+        s->turnWheel(u"minutesWheel"_s, 120);
+        QTRY_COMPARE(s->sleep.customMinutes(), 59);
+        QCOMPARE(s->text(u"customTimeText"_s), u"共 179 分钟"_s);
     }
     void resetTurnsBothWheelsToZero()
     {

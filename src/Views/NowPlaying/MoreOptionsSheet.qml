@@ -17,8 +17,23 @@ ThemedSheet {
     signal lyricsOffsetRequested
     signal settingsRequested
 
+    /// What is asked for once this sheet has gone: what comes up before would lose the keyboard to it.
+    property var next: null
+
+    function goOn(request: var): void {
+        next = request;
+        close();
+    }
+
     title: "更多选项"
     acceptName: "moreOptionsDone"
+    onAboutToShow: next = null
+    onClosed: {
+        const request = next;
+        next = null;
+        if (request)
+            request();
+    }
 
     ThemedSettingsSection {
         width: parent.width
@@ -37,10 +52,7 @@ ThemedSheet {
             symbolColor: SystemColors.orange
             text: "均衡器"
             detail: root.equalizerDetail
-            onClicked: {
-                root.close();
-                root.equalizerRequested();
-            }
+            onClicked: root.goOn(root.equalizerRequested)
         }
         SheetRow {
             objectName: "moreLyricsOffset"
@@ -49,10 +61,7 @@ ThemedSheet {
             text: "歌词时间调整"
             detail: root.lyricsOffsetText
             visible: root.hasLyrics
-            onClicked: {
-                root.close();
-                root.lyricsOffsetRequested();
-            }
+            onClicked: root.goOn(root.lyricsOffsetRequested)
         }
         SheetRow {
             objectName: "moreSettings"
@@ -60,10 +69,7 @@ ThemedSheet {
             symbolColor: SystemColors.gray
             text: "播放界面设置"
             detail: "自定义播放界面"
-            onClicked: {
-                root.close();
-                root.settingsRequested();
-            }
+            onClicked: root.goOn(root.settingsRequested)
         }
     }
 
