@@ -261,6 +261,25 @@ private Q_SLOTS:
         QTest::mouseRelease(s->window, Qt::LeftButton, {}, end);
         QCOMPARE(s->offsets.getOffset(u"song"_s), 5000);
     }
+    void aSongThatComesInMidDragGetsNothingOfIt()
+    {
+        s->offsets.setOffset(-300, u"other"_s);
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        s->settle();
+        const QPoint start = SheetScene::centre(s->item(u"offsetSlider"_s));
+        QTest::mousePress(s->window, Qt::LeftButton, {}, start);
+        QTest::mouseMove(s->window, start + QPoint(40, 0));
+        const int dragged = s->offsets.getOffset(u"song"_s);
+        QVERIFY(dragged > 0);
+        s->offset.setSong(u"other"_s, u"别的歌"_s);
+        QTest::mouseMove(s->window, start + QPoint(80, 0));
+        QTest::mouseRelease(s->window, Qt::LeftButton, {}, start + QPoint(80, 0));
+        QCOMPARE(s->offsets.getOffset(u"song"_s), dragged);
+        QCOMPARE(s->offsets.getOffset(u"other"_s), -300);
+        QCOMPARE(s->text(u"offsetSong"_s), u"别的歌"_s);
+        QCOMPARE(s->item(u"offsetSlider"_s)->property("value").toInt(), -300);
+    }
     void anOffsetBeyondTheSliderStaysAsItIsStored()
     {
         s->offsets.setOffset(8000, u"song"_s);
@@ -320,6 +339,15 @@ private Q_SLOTS:
 
     // --- Devices
 
+    void aPickerThatGoesWithItsScreenIsClosed()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        s->click(u"moreDevices"_s);
+        QTRY_VERIFY(s->isOpen(u"outputDevicePicker"_s));
+        s->engine.reset();
+        QCOMPARE(s->devices.isOpen(), false);
+    }
     void aDeviceIsChosenAndComesAndGoesWhileThePickerIsOpen()
     {
         QVERIFY(s->show());

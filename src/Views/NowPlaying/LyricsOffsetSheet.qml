@@ -143,6 +143,17 @@ ThemedSheet {
                             root.offset.setOffset(value);
                     }
 
+                    // What a finger has begun for one song moves nothing of the next.
+                    Connections {
+                        target: root.offset
+
+                        function onSongChanged(): void {
+                            if (!slider.pressed)
+                                return;
+                            slider.enabled = false;
+                            slider.enabled = true;
+                        }
+                    }
                     Binding on value {
                         value: slider.shown
                         when: !slider.pressed

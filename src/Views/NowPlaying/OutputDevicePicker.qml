@@ -14,6 +14,7 @@ ThemedSheet {
     acceptName: "outputDevicesDone"
     visible: devices.isOpen
     onClosed: devices.close()
+    Component.onDestruction: devices?.close()
 
     StyledText {
         objectName: "deviceNotice"
