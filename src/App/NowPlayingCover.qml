@@ -9,7 +9,6 @@ FocusScope {
 
     property bool isShown: false
     property alias sourceComponent: loader.sourceComponent
-    property alias item: loader.item
     /// Nothing beneath it can be seen.
     readonly property bool covers: isShown && !slide.running
     property real offset: isShown ? 0 : 1

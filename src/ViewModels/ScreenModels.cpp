@@ -7,12 +7,16 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/NavidromeServerFormViewModel.h"
+#include "ViewModels/NavidromeServerPageViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/PlaylistEditorViewModel.h"
 #include "ViewModels/PlaylistPageViewModel.h"
 #include "ViewModels/PlaylistPickerViewModel.h"
+#include "ViewModels/TopListPageViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
+#include "ViewModels/WebDAVServerPageViewModel.h"
 
 namespace cadorel {
 
@@ -67,8 +71,13 @@ QVariantMap ScreenModels::windowProperties()
     return {{u"screens"_s, QVariant::fromValue(this)}};
 }
 
-void ScreenModels::closeSheets()
+void ScreenModels::closeSheetsAndPages()
 {
+    m_playlists.page()->close();
+    m_servers.page()->close();
+    m_navidrome.page()->close();
+    m_online.charts()->page()->close();
+    m_online.charts()->close();
     m_equalizer.close();
     m_devices.close();
     m_online.settings()->close();

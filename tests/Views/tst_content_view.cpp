@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/PlaylistService.h"
 #include "ViewModels/EqualizerViewModel.h"
+#include "ViewModels/NavidromeServerPageViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
 #include "ViewModels/NowPlayingViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
+#include "ViewModels/WebDAVServerPageViewModel.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/RootScreenTest.h"
 
 #include <QQmlComponent>
@@ -24,7 +34,9 @@ private Q_SLOTS:
     void plainTabViewIsMadeAnewWithItsTabsAndKeepsTheSelection();
     void refreshMakesTheTabViewAnewAndKeepsTheSelection();
     void anotherLookIsAnotherTreeAndPlaybackGoesOn();
+    void keyboardStaysWhereItWasWhenTheTabsAreMadeAnew();
     void anotherLookClosesSheetsAndCover();
+    void anotherLookClosesPages();
     void anotherSchemeKeepsTheTree();
     void locatingASongShowsTheLibrary();
     void smallPlayerIsThereOnlyWithASong_data() { addThemes(); }
@@ -33,6 +45,8 @@ private Q_SLOTS:
     void smallPlayerOpensTheCover();
     void playErrorIsShownAndDismissed_data() { addThemes(); }
     void playErrorIsShownAndDismissed();
+    void playErrorIsSaidOverTheCover_data();
+    void playErrorIsSaidOverTheCover();
     void nothingIsDrawnWhileNothingChanges_data() { addThemes(); }
     void nothingIsDrawnWhileNothingChanges();
     void forcedUpdateHidesTheAnnouncements();
@@ -190,6 +204,61 @@ void ContentViewTest::anotherLookClosesSheetsAndCover()
     QTRY_VERIFY(t->shows(u"playlistsView"_s));
 }
 
+void ContentViewTest::anotherLookClosesPages()
+{
+    QVERIFY(t->show());
+    const Playlist playlist = t->playlistService->createPlaylist(u"路上"_s, {}, PlaylistType::local);
+    const WebDAVConfig server = t->addServer(u"NAS"_s);
+    const NavidromeConfig navidrome = t->addNavidrome(u"Home"_s);
+    t->playlists->openPlaylist(playlist.id);
+    t->servers->openServer(server.uuidText());
+    t->navidrome->openServer(navidrome.uuidText());
+    t->online->charts()->open();
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistPage"_s));
+    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(!t->playlists->page()->isOpen());
+    QVERIFY(!t->servers->page()->isOpen());
+    QVERIFY(!t->navidrome->page()->isOpen());
+    QVERIFY(!t->online->charts()->isOpen());
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistList"_s));
+    QVERIFY(!t->shows(u"playlistPage"_s));
+}
+
+void ContentViewTest::keyboardStaysWhereItWasWhenTheTabsAreMadeAnew()
+{
+    showLibrary(2);
+    // A listener who has switched something wants to be able to switch it back.
+    t->window->resize(320, 480);
+    QTest::keyClick(t->window, Qt::Key_5, Qt::ControlModifier);
+    QTRY_VERIFY(t->shows(u"showWebDAVSwitch"_s));
+    for (const bool shows : {false, true}) {
+        t->item(u"showWebDAVSwitch"_s)->forceActiveFocus(Qt::TabFocusReason);
+        const QPointer<QQuickItem> before = t->item(u"tabBar"_s);
+        QTest::keyClick(t->window, Qt::Key_Return);
+        QTRY_COMPARE(t->content->showWebDAVTab(), shows);
+        QTRY_VERIFY(!before);
+        QQuickItem *held = t->item(u"showWebDAVSwitch"_s);
+        QCOMPARE(t->window->activeFocusItem(), held);
+        QVERIFY(held->property("visualFocus").toBool());
+        const QRectF place = held->mapRectToScene(held->boundingRect());
+        QVERIFY(place.top() >= 0 && place.bottom() <= t->item(u"tabBar"_s)->mapToScene({}).y());
+    }
+    // What is not there any more leaves it to the place.
+    t->item(u"webdavTab"_s)->forceActiveFocus(Qt::TabFocusReason);
+    t->content->setShowWebDAVTab(false);
+    QTRY_VERIFY(!t->item(u"webdavTab"_s));
+    QVERIFY(t->item(u"tabView"_s)->isAncestorOf(t->window->activeFocusItem()));
+    // Where the keyboard was elsewhere it stays there.
+    playRow(0);
+    openNowPlaying();
+    const QQuickItem *elsewhere = t->window->activeFocusItem();
+    t->content->setShowWebDAVTab(true);
+    QTRY_VERIFY(t->item(u"webdavTab"_s));
+    QCOMPARE(t->window->activeFocusItem(), elsewhere);
+}
+
 void ContentViewTest::anotherSchemeKeepsTheTree()
 {
     QVERIFY(t->show());
@@ -273,6 +342,43 @@ void ContentViewTest::playErrorIsShownAndDismissed()
     QVERIFY(!t->audioPlayer->playError());
 }
 
+void ContentViewTest::playErrorIsSaidOverTheCover_data()
+{
+    addLooks(true);
+}
+
+void ContentViewTest::playErrorIsSaidOverTheCover()
+{
+    QFETCH(ThemeType, type);
+    t->addFile(u"a.mp3"_s, {u"歌"_s, u"歌手"_s, u"专辑"_s, 200, TestWindow::picture(Qt::red, Qt::green)});
+    QVERIFY(t->scan());
+    showInLook();
+    switchTo(type);
+    playRow(0);
+    openNowPlaying();
+    QVERIFY(!t->shows(u"playErrorBanner"_s));
+    t->player->lastItem()->fail(u"文件坏了"_s);
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
+    QVERIFY(layerOf(u"playErrorBanner"_s) > layerOf(u"nowPlayingCover"_s));
+    const QQuickItem *banner = t->item(u"playErrorBanner"_s);
+    const QRectF place = banner->mapRectToScene(banner->boundingRect());
+    for (const auto &name : {u"topBar"_s, u"progressView"_s, u"playbackControls"_s}) {
+        const QQuickItem *other = t->item(name);
+        QVERIFY2(!place.intersects(other->mapRectToScene(other->boundingRect())), qPrintable(name));
+    }
+    check(u"error over the cover"_s);
+    // It goes with the cover to where it stands otherwise, and is closed where it is.
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+    const double bottom = banner->mapToScene(QPointF(0, banner->height())).y();
+    QVERIFY(bottom <= t->item(u"tabBar"_s)->mapToScene({}).y());
+    openNowPlaying();
+    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
+    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
+    QVERIFY(!t->audioPlayer->playError());
+    QVERIFY(showsNowPlaying());
+}
+
 void ContentViewTest::nothingIsDrawnWhileNothingChanges()
 {
     QFETCH(ThemeType, type);
@@ -300,10 +406,17 @@ void ContentViewTest::forcedUpdateHidesTheAnnouncements()
     QVERIFY(t->show());
     QQmlComponent popup(t->engine.get());
     popup.setData("import QtQuick\nItem { objectName: \"announcement\" }", QUrl());
+    QQmlComponent update(t->engine.get());
+    update.setData("import QtQuick\nItem { objectName: \"update\" }", QUrl());
     QVERIFY(t->window->setProperty("announcementPopup", QVariant::fromValue(&popup)));
+    QVERIFY(t->window->setProperty("updatePopup", QVariant::fromValue(&update)));
     QTRY_VERIFY(t->item(u"announcement"_s));
+    QTRY_VERIFY(t->item(u"update"_s));
     t->window->setProperty("isForceUpdateRequired", true);
     QTRY_VERIFY(!t->item(u"announcement"_s));
+    // What has to be done is still asked for.
+    QVERIFY(t->shows(u"update"_s));
+    t->window->setProperty("updatePopup", QVariant::fromValue<QQmlComponent *>(nullptr));
     t->window->setProperty("announcementPopup", QVariant::fromValue<QQmlComponent *>(nullptr));
 }
 

@@ -110,7 +110,10 @@ FocusScope {
             secondaryInk: root.secondaryInk
             tint: root.tint
             // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
-            Keys.onSpacePressed: root.queue.togglePlayPause()
+            Keys.onSpacePressed: event => {
+                if (Press.isPlayPause(event))
+                    root.queue.togglePlayPause();
+            }
             onPressed: {
                 list.keyboardInUse = false;
                 list.forceActiveFocus(Qt.MouseFocusReason);
@@ -141,6 +144,8 @@ FocusScope {
             color: root.secondaryInk
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }
