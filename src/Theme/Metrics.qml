@@ -175,16 +175,25 @@ QtObject {
     readonly property int lyricHeadroom: 100
     readonly property int lyricFootroom: 200
     /// A line of lyrics is wrapped into as many at most.
-    readonly property int lyricMostRows: 8
+    readonly property int lyricMostRows: 24
     /// Lines fade over this much of the page's upper and lower end.
     readonly property int lyricEdge: 40
     /// From as far a line slides or falls into its place.
     readonly property int lyricEntrance: 28
     readonly property int lyricEntranceDuration: 350
+    /// How much smaller it begins where it grows, and where it springs.
+    readonly property real lyricGrowth: 0.4
+    readonly property real lyricBounce: 0.16
+    readonly property real lyricEntranceResponse: 0.4
+    readonly property real lyricBounceDamping: 0.4
+    readonly property real lyricEntranceDamping: 0.65
+    /// Part of the page's height that is scrolled on the way to a line that is farther.
+    readonly property real lyricFarthestWay: 0.4
     readonly property int lyricStyleDuration: 250
     readonly property int lyricScrollDuration: 300
     readonly property int lyricScrollDelay: 100
     readonly property int miniLyricHeight: 50
+    readonly property int miniLyricFadeOut: 100
 
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844
@@ -200,6 +209,8 @@ QtObject {
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
+    /// Of a mark that says no more than that a row leads somewhere.
+    readonly property real quietMarkOpacity: 0.6
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
     readonly property real hoverOpacity: Surfaces.hoverOpacity
     readonly property real pressedOpacity: 0.12

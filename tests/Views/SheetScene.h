@@ -13,7 +13,9 @@
 #include "ViewModels/NowPlayingSettingsViewModel.h"
 #include "ViewModels/OutputDeviceModel.h"
 #include "ViewModels/OutputDevicesViewModel.h"
+#include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SleepTimerViewModel.h"
+#include "ViewModels/ViewModelBench.h"
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
@@ -50,6 +52,8 @@ public:
     SleepTimerViewModel sleep;
     LyricsOffsetViewModel offset{offsets};
     OutputDevicesViewModel devices{&machine};
+    ViewModelBench player;
+    PlaybackViewModel playback{player.startViewModel()};
     NowPlayingSettingsViewModel settings{theme, &picker};
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
@@ -63,6 +67,7 @@ public:
         engine->setInitialProperties({{QStringLiteral("sleep"), QVariant::fromValue(&sleep)},
                                       {QStringLiteral("offset"), QVariant::fromValue(&offset)},
                                       {QStringLiteral("devices"), QVariant::fromValue(&devices)},
+                                      {QStringLiteral("playback"), QVariant::fromValue(&playback)},
                                       {QStringLiteral("settings"), QVariant::fromValue(&settings)}});
         engine->loadData(qml);
         if (engine->rootObjects().isEmpty())
@@ -235,6 +240,7 @@ private:
             required property SleepTimerViewModel sleep
             required property LyricsOffsetViewModel offset
             required property OutputDevicesViewModel devices
+            required property PlaybackViewModel playback
             required property NowPlayingSettingsViewModel settings
             property bool hasLyrics: true
             property string requests
@@ -262,6 +268,7 @@ private:
             MoreOptionsSheet {
                 objectName: "moreOptionsSheet"
                 devices: window.devices
+                playback: window.playback
                 hasLyrics: window.hasLyrics
                 equalizerDetail: "已关闭"
                 lyricsOffsetText: "+0.5s"

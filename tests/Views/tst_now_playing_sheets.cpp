@@ -3,6 +3,8 @@
 
 #include <QDir>
 
+#include <cmath>
+
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
@@ -326,6 +328,21 @@ private Q_SLOTS:
         QCOMPARE(s->accessibleName(u"moreEqualizer"_s), u"均衡器，已关闭"_s);
         QCOMPARE(s->accessibleName(u"moreLyricsOffset"_s), u"歌词时间调整，+0.5s"_s);
         QCOMPARE(s->accessibleName(u"moreSettings"_s), u"播放界面设置，自定义播放界面"_s);
+    }
+    void theVolumeIsTurnedWhereTheScreenHasNoRoomForIt()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        QVERIFY(s->shows(u"moreVolume"_s));
+        QCOMPARE(s->accessibleName(u"volumeSlider"_s), u"音量"_s);
+        s->turnWheel(u"volumeSlider"_s, -240);
+        QTRY_VERIFY(std::abs(s->player.player().volume() - 0.9F) < 0.001F);
+        s->click(u"muteButton"_s);
+        QCOMPARE(s->player.player().volume(), 0.0F);
+        s->click(u"muteButton"_s);
+        QVERIFY(std::abs(s->player.player().volume() - 0.9F) < 0.001F);
+        s->window->resize(1000, 700);
+        QTRY_VERIFY(!s->shows(u"moreVolume"_s));
     }
     void lyricsAreMovedWhereThereAreSome()
     {

@@ -99,7 +99,7 @@ private Q_SLOTS:
         QVERIFY(s->show());
         QVERIFY(s->open(u"moreOptionsSheet"_s));
         const qreal all = s->sheet(u"moreOptionsSheet"_s)->property("height").toReal();
-        QVERIFY(all < s->window->height() / 2.0);
+        QVERIFY(all < s->window->height() * 0.6);
         s->setWindow("hasLyrics", false);
         QTRY_VERIFY(s->sheet(u"moreOptionsSheet"_s)->property("height").toReal() < all);
     }

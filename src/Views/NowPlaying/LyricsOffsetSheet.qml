@@ -197,7 +197,7 @@ ThemedSheet {
     TextButton {
         objectName: "offsetReset"
         width: parent.width
-        symbol: "arrow.counterclockwise"
+        symbol: AppIcons.action.reset
         text: "重置为 0"
         onClicked: root.offset.reset()
     }

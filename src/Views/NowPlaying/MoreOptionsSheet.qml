@@ -12,6 +12,9 @@ ThemedSheet {
     required property string lyricsOffsetText
     required property bool hasLyrics
     required property OutputDevicesViewModel devices
+    required property PlaybackViewModel playback
+    /// A wide window shows the volume beneath the equalizer's line.
+    readonly property bool showsVolume: (parent as Item)?.width < Metrics.sideBySideWidth
 
     signal equalizerRequested
     signal lyricsOffsetRequested
@@ -35,6 +38,25 @@ ThemedSheet {
             request();
     }
 
+    ThemedCard {
+        objectName: "moreVolume"
+        width: parent.width
+        height: volume.height + 2 * Metrics.rowSpacing
+        visible: root.showsVolume
+        theme: root.theme
+
+        VolumeSlider {
+            id: volume
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: Metrics.rowSpacing
+            anchors.rightMargin: Metrics.screenMargin
+            anchors.verticalCenter: parent.verticalCenter
+            playback: root.playback
+            theme: root.theme
+        }
+    }
     ThemedSettingsSection {
         width: parent.width
 
