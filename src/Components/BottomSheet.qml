@@ -70,6 +70,17 @@ Popup {
             height: parent.height + Metrics.sheetRadius
             surface: Surfaces.previewScreen(root.theme, Metrics.sheetRadius)
         }
+        // Where the veil cannot make what lies beneath any darker.
+        Rectangle {
+            objectName: "sheetEdge"
+            width: parent.width
+            height: parent.height + Metrics.sheetRadius
+            radius: Metrics.sheetRadius
+            color: "transparent"
+            border.width: Metrics.hairline
+            border.color: Qt.alpha(root.theme.primaryTextColor, Metrics.pressedOpacity)
+            visible: root.theme.isDark
+        }
     }
 
     NumberAnimation {
@@ -146,6 +157,9 @@ Popup {
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
+                // Rather a little smaller than a last character in a line of its own.
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Math.round(style.size * Metrics.smallestTitle)
             }
             TextButton {
                 id: acceptButton

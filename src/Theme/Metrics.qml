@@ -203,6 +203,8 @@ QtObject {
     readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
+    /// As small a part of its size the title of a sheet gets before it takes a second line.
+    readonly property real smallestTitle: 0.8
     readonly property int formWidth: 640
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208

@@ -293,6 +293,7 @@ inline void addSheetLooks()
                                                                                : QStringLiteral("-light"));
             QTest::addRow("%s-320-large", qPrintable(look)) << type << scheme << QSize(320, 568) << 1.3;
             QTest::addRow("%s-390", qPrintable(look)) << type << scheme << QSize(390, 844) << 1.0;
+            QTest::addRow("%s-1000", qPrintable(look)) << type << scheme << QSize(1000, 700) << 1.0;
         }
     }
 }

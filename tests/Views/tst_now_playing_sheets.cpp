@@ -71,6 +71,17 @@ private Q_SLOTS:
         QTRY_VERIFY(s->isOpen(u"outputDevicePicker"_s));
         QTRY_COMPARE(s->faults(), QStringList());
         save(u"outputDevicePicker"_s);
+        QList<OutputDevice> many;
+        for (int i = 0; i < 10; ++i)
+            many.append({.id = QString::number(i),
+                         .name = u"USB Audio Class 2.0 数字输出 S/PDIF 高清多媒体接口 %1"_s.arg(i),
+                         .isDefault = i == 3,
+                         .isInUse = i == 3});
+        s->machine.setDevices(many);
+        QTRY_VERIFY(s->shows(u"device10"_s));
+        QTRY_COMPARE(s->faults(), QStringList());
+        s->settle();
+        save(u"manyOutputDevices"_s);
         s->machine.setDevices({});
         QTRY_COMPARE(s->faults(), QStringList());
         save(u"noOutputDevices"_s);
@@ -290,6 +301,20 @@ private Q_SLOTS:
         QCOMPARE(s->text(u"offsetStatus"_s), u"歌词提前 8.0 秒"_s);
         QCOMPARE(s->item(u"offsetSlider"_s)->property("value").toInt(), 5000);
         QCOMPARE(s->offsets.getOffset(u"song"_s), 8000);
+    }
+    void theSliderIsFilledFromItsMiddle()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        const QQuickItem *fill = s->item(u"sliderFill"_s);
+        const double middle = s->item(u"offsetSlider"_s)->width() / 2;
+        QCOMPARE(fill->width(), 0.0);
+        s->offset.adjust(1000);
+        QTRY_VERIFY(fill->width() > 5);
+        QVERIFY(std::abs(fill->x() - middle) < 1);
+        s->offset.adjust(-2000);
+        QTRY_VERIFY(std::abs(fill->x() + fill->width() - middle) < 1);
+        QVERIFY(fill->width() > 5);
     }
     void resetForgetsTheOffset()
     {

@@ -133,6 +133,7 @@ ThemedSheet {
                     from: root.offset.smallestOffset
                     to: root.offset.largestOffset
                     stepSize: root.offset.offsetStep
+                    origin: 0
                     snapMode: Slider.SnapAlways
                     Accessible.name: root.title
                     Accessible.description: root.offset.statusText

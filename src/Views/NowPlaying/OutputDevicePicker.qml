@@ -72,5 +72,16 @@ ThemedSheet {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
+        StyledText {
+            objectName: "noDevicesHint"
+            width: parent.width
+            text: "接上耳机或音箱后会显示在这里"
+            style: TextStyles.footnote
+            color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.secondaryTextColor)
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
     }
 }
