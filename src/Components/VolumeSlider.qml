@@ -45,6 +45,7 @@ Item {
         progress: root.playback.volume
         theme: root.theme
         onProgressDragged: place => root.playback.dragVolume(place)
+        onEditingCanceled: root.playback.endVolumeDrag()
         onEditingChanged: isEditing => {
             if (!isEditing)
                 root.playback.endVolumeDrag();

@@ -220,6 +220,8 @@ QtObject {
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
+    /// A cover stays that long for the next one to come.
+    readonly property int coverPatience: 300
     /// One turn of the mini player's disc.
     readonly property int discTurn: 12000
     readonly property real liftedScale: 1.1

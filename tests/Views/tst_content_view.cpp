@@ -47,6 +47,7 @@ private Q_SLOTS:
     void playErrorIsShownAndDismissed();
     void playErrorIsSaidOverTheCover_data();
     void playErrorIsSaidOverTheCover();
+    void playerThatIsCalledBackOnItsWayOutBeginsAnew();
     void nothingIsDrawnWhileNothingChanges_data() { addThemes(); }
     void nothingIsDrawnWhileNothingChanges();
     void forcedUpdateHidesTheAnnouncements();
@@ -377,6 +378,30 @@ void ContentViewTest::playErrorIsSaidOverTheCover()
     QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
     QVERIFY(!t->audioPlayer->playError());
     QVERIFY(showsNowPlaying());
+}
+
+void ContentViewTest::playerThatIsCalledBackOnItsWayOutBeginsAnew()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    const QPointer<QQuickItem> before = t->item(u"nowPlayingView"_s);
+    auto *nowPlaying = before->property("nowPlaying").value<NowPlayingViewModel *>();
+    nowPlaying->setCurrentPage(NowPlayingViewModel::QueuePage);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+    QVERIFY(before);
+    openNowPlaying();
+    QTRY_VERIFY(!before);
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
+    // The keyboard is with the new one.
+    QTest::keyClick(t->window, Qt::Key_PageDown);
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::LyricsPage));
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+    // One that was opened once goes once.
+    QTRY_VERIFY(!t->item(u"nowPlayingView"_s));
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
 }
 
 void ContentViewTest::nothingIsDrawnWhileNothingChanges()
