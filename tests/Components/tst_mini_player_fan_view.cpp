@@ -24,14 +24,20 @@ private Q_SLOTS:
     void aHoldWithoutASlideDoesNothing_data() { addPointers(); }
     void aHoldWithoutASlideDoesNothing();
     void theFanIsSeenWholeAtTheTopAndAtTheBottom();
+    void aFingerChoosesTheButtonUnderItAtTheTopAndAtTheBottom_data() { addPointers(); }
+    void aFingerChoosesTheButtonUnderItAtTheTopAndAtTheBottom();
     void aClosedFanTakesNothing();
 
     void theRightButtonOpensTheFanAndAClickChooses();
     void theMouseHighlightsWhatItIsOn();
-    void aClickBesideThePinnedFanClosesItAndGoesThrough();
+    void theFanLeadsToTheQueue();
+    void aClickBesideThePinnedFanClosesItAndDoesNothingElse();
 
     void theKeyboardReachesEverything();
     void theKeyboardIsSeenOnTheDisc();
+    void aKeyThatIsHeldDownActsOnce_data();
+    void aKeyThatIsHeldDownActsOnce();
+    void theKeyboardGoesBackToWhatHadIt();
     void focusThatGoesElsewhereClosesTheFan();
     void aScreenReaderFindsDiscAndActions();
 
@@ -130,6 +136,7 @@ void MiniPlayerFanViewTest::theFanIsSeenWholeAtTheTopAndAtTheBottom()
     QVERIFY(s->show());
     for (const double y : {41.0, 610.0}) {
         s->put({349, y});
+        QTRY_VERIFY(s->isAt({349, y}));
         s->mini().toggleFan();
         QTRY_COMPARE(s->view()->property("openness").toReal(), 1.0);
         QTRY_COMPARE(s->view()->property("shift").toReal(), s->mini().fanShift());
@@ -141,6 +148,29 @@ void MiniPlayerFanViewTest::theFanIsSeenWholeAtTheTopAndAtTheBottom()
         s->mini().resetControlMode();
         QTRY_VERIFY(s->isAt({349, y}));
     }
+}
+
+void MiniPlayerFanViewTest::aFingerChoosesTheButtonUnderItAtTheTopAndAtTheBottom()
+{
+    QVERIFY(s->show());
+    for (const double y : {41.0, 610.0}) {
+        const QPointF place(349, y);
+        s->put(place);
+        QTRY_VERIFY(s->isAt(place));
+        Pointer by = pointer();
+        by.press(place);
+        QTRY_VERIFY(s->mini().isControlMode());
+        QTRY_COMPARE(s->view()->property("openness").toReal(), 1.0);
+        QTRY_COMPARE(s->view()->property("shift").toReal(), s->mini().fanShift());
+        for (int row = 0; row < 5; ++row) {
+            by.move(ThemedScene::centre(s->button(row)));
+            QTRY_COMPARE(s->mini().fan()->rowOf(s->mini().activeAction()), row);
+        }
+        by.release(ThemedScene::centre(s->button(4)));
+        QTRY_VERIFY(!s->button(4));
+    }
+    // The last button twice.
+    QVERIFY(!s->mini().isCurrentSongFavorite());
 }
 
 void MiniPlayerFanViewTest::aClosedFanTakesNothing()
@@ -196,7 +226,7 @@ void MiniPlayerFanViewTest::theMouseHighlightsWhatItIsOn()
     s->mini().cancel();
 }
 
-void MiniPlayerFanViewTest::aClickBesideThePinnedFanClosesItAndGoesThrough()
+void MiniPlayerFanViewTest::aClickBesideThePinnedFanClosesItAndDoesNothingElse()
 {
     QVERIFY(s->show());
     s->put({349, 350});
@@ -204,6 +234,8 @@ void MiniPlayerFanViewTest::aClickBesideThePinnedFanClosesItAndGoesThrough()
     QTRY_COMPARE(s->view()->property("openness").toReal(), 1.0);
     QTest::mouseClick(window(), Qt::LeftButton, {}, QPoint(60, 60));
     QVERIFY(!s->mini().isControlMode());
+    QCOMPARE(s->clicksBeneath(), 0);
+    QTest::mouseClick(window(), Qt::LeftButton, {}, QPoint(60, 60));
     QCOMPARE(s->clicksBeneath(), 1);
     QCOMPARE(s->timesOpened(), 0);
 }
@@ -265,6 +297,102 @@ void MiniPlayerFanViewTest::theKeyboardIsSeenOnTheDisc()
     QTRY_COMPARE(s->button(3)->hasActiveFocus() || s->button(1)->hasActiveFocus(), true);
     s->scene->key(Qt::Key_Escape);
     QVERIFY(ring->isVisible());
+}
+
+void MiniPlayerFanViewTest::aKeyThatIsHeldDownActsOnce_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Space") << Qt::Key_Space;
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+}
+
+void MiniPlayerFanViewTest::aKeyThatIsHeldDownActsOnce()
+{
+    QFETCH(const Qt::Key, key);
+    QVERIFY(s->show());
+    s->put({41, 350});
+    QVERIFY(openFanByKey());
+    s->scene->key(Qt::Key_Down);
+    s->scene->holdKey(key);
+    QCOMPARE(songOf(s->bench.player()).id(), u"c"_s);
+    QVERIFY(!s->mini().isControlMode());
+    QCOMPARE(s->timesOpened(), 0);
+    s->scene->holdKey(key);
+    QCOMPARE(s->timesOpened(), 1);
+}
+
+void MiniPlayerFanViewTest::theKeyboardGoesBackToWhatHadIt()
+{
+    QVERIFY(s->show());
+    QQuickItem *beneath = s->scene->root()->childItems().at(1);
+    const auto openByMouse = [this] {
+        QTest::mouseClick(window(), Qt::RightButton, {}, s->shownAt().toPoint());
+        return s->mini().isFanPinned() && s->view()->hasActiveFocus();
+    };
+    beneath->forceActiveFocus();
+    QVERIFY(openByMouse());
+    s->scene->key(Qt::Key_Escape);
+    QVERIFY(beneath->hasActiveFocus());
+    QVERIFY(openByMouse());
+    QTest::mouseClick(window(), Qt::LeftButton, {}, QPoint(60, 60));
+    QVERIFY(beneath->hasActiveFocus());
+    QTRY_VERIFY(!s->button(0));
+    QVERIFY(openByMouse());
+    QTRY_COMPARE(s->view()->property("openness").toReal(), 1.0);
+    s->scene->click(s->button(3));
+    QVERIFY(beneath->hasActiveFocus());
+    // What is no longer there cannot have it.
+    QVERIFY(openByMouse());
+    beneath->setVisible(false);
+    s->scene->key(Qt::Key_Escape);
+    QVERIFY(s->disc()->hasActiveFocus());
+}
+
+void MiniPlayerFanViewTest::theFanLeadsToTheQueue()
+{
+    QVERIFY(s->show());
+    QSignalSpy wanted(&s->mini(), &MiniPlayerViewModel::queueRequested);
+    for (const QPointF place : {QPointF(349, 350), QPointF(41, 610)}) {
+        s->put(place);
+        QTRY_VERIFY(s->isAt(place));
+        wanted.clear();
+        // Not while a finger slides.
+        Pointer by(window(), false);
+        by.press(place);
+        QTRY_VERIFY(s->mini().isControlMode());
+        QVERIFY(!s->scene->item(u"fanQueueButton"_s)->isVisible());
+        by.release(place);
+        QTRY_VERIFY(!s->scene->item(u"fanQueueButton"_s));
+        QVERIFY(openFanByKey());
+        QQuickItem *button = s->scene->item(u"fanQueueButton"_s);
+        QCOMPARE(ThemedScene::accessibleName(button), u"播放队列"_s);
+        QTRY_COMPARE(s->view()->property("shift").toReal(), s->mini().fanShift());
+        s->scene->key(s->mini().isQueueBeneath() ? Qt::Key_End : Qt::Key_Home);
+        QVERIFY(button->hasActiveFocus());
+        s->scene->holdKey(Qt::Key_Return);
+        QCOMPARE(wanted.size(), 1);
+        QTRY_VERIFY(!s->scene->item(u"fanQueueButton"_s));
+        QTest::mouseClick(window(), Qt::RightButton, {}, s->shownAt().toPoint());
+        QTRY_COMPARE(s->view()->property("openness").toReal(), 1.0);
+        QTRY_COMPARE(s->view()->property("shift").toReal(), s->mini().fanShift());
+        button = s->scene->item(u"fanQueueButton"_s);
+        QTest::mouseMove(window(), ThemedScene::centre(button));
+        QTRY_VERIFY(s->mini().isQueueChosen());
+        s->scene->click(button);
+        QCOMPARE(wanted.size(), 2);
+        QVERIFY(!s->mini().isControlMode());
+        QTRY_VERIFY(!s->scene->item(u"fanQueueButton"_s));
+        // A screen reader presses it, too.
+        s->mini().toggleFan();
+        QTRY_VERIFY(s->scene->item(u"fanQueueButton"_s));
+        ThemedScene::accessible(s->scene->item(u"fanQueueButton"_s))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(wanted.size(), 3);
+        QTRY_VERIFY(!s->scene->item(u"fanQueueButton"_s));
+    }
+    QCOMPARE(s->timesOpened() + s->clicksBeneath(), 0);
 }
 
 void MiniPlayerFanViewTest::focusThatGoesElsewhereClosesTheFan()

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void lessThanTwelvePointsSelectNothingAndReleasingDoesNothing();
     void moreThanTwentyPointsFromEveryButtonSelectNothing();
     void theChosenActionFollowsTheFinger();
+    void aFingerMeansTheButtonThatIsSeenUnderIt_data();
+    void aFingerMeansTheButtonThatIsSeenUnderIt();
     void aFanThatIsTakenAwayDoesNothing();
     void playPauseOfTheFan();
     void nextOfTheFan();
@@ -28,10 +30,11 @@ private Q_SLOTS:
     void withoutASongNothingHappens();
 
     void theRightButtonKeepsTheFanOpen();
-    void aPressBesideThePinnedFanClosesIt();
     void keysOpenAndSteerTheFan_data();
     void keysOpenAndSteerTheFan();
     void arrowsStopAtTheEnds();
+    void theFanLeadsToTheQueue_data();
+    void theFanLeadsToTheQueue();
     void returnPerformsWhatIsHighlighted_data();
     void returnPerformsWhatIsHighlighted();
     void escapeClosesTheFanAndNothingElse();
@@ -144,6 +147,35 @@ void MiniPlayerFanTest::theChosenActionFollowsTheFinger()
     }
     QCOMPARE(changes.size(), 5);
     mini().move(atLeft + QPointF(2, 2));
+    QVERIFY(!mini().activeAction());
+    mini().cancel();
+}
+
+void MiniPlayerFanTest::aFingerMeansTheButtonThatIsSeenUnderIt_data()
+{
+    QTest::addColumn<QPointF>("place");
+    QTest::addColumn<bool>("isShifted");
+    QTest::newRow("at the top") << QPointF(349, 41) << true;
+    QTest::newRow("at the top of the left side") << QPointF(41, 41) << true;
+    QTest::newRow("in the middle") << QPointF(200, 400) << false;
+    QTest::newRow("at the bottom") << QPointF(349, 754) << true;
+}
+
+void MiniPlayerFanTest::aFingerMeansTheButtonThatIsSeenUnderIt()
+{
+    QFETCH(const QPointF, place);
+    startAt(place);
+    mini().press(place);
+    mini().longPress();
+    QTEST(mini().fanShift() != 0, "isShifted");
+    for (const ControlAction action :
+         {ControlAction::locate, ControlAction::previous, ControlAction::playPause, ControlAction::next,
+          ControlAction::favorite}) {
+        mini().move(place + QPointF(0, mini().fanShift()) + b->wayTo(action));
+        QCOMPARE(mini().activeAction(), std::optional(action));
+    }
+    // A finger that has hardly gone means nothing, wherever the fan has gone to.
+    mini().move(place + QPointF(8, 8));
     QVERIFY(!mini().activeAction());
     mini().cancel();
 }
@@ -288,23 +320,6 @@ void MiniPlayerFanTest::theRightButtonKeepsTheFanOpen()
     QVERIFY(!mini().isControlMode());
 }
 
-void MiniPlayerFanTest::aPressBesideThePinnedFanClosesIt()
-{
-    startAt(atRight);
-    mini().toggleFan();
-    mini().pressElsewhere(atRight + b->wayTo(ControlAction::locate));
-    mini().pressElsewhere(atRight);
-    QVERIFY(mini().isControlMode());
-    mini().pressElsewhere({60, 60});
-    QVERIFY(!mini().isControlMode());
-    // A fan under a finger is not to be closed by another finger.
-    mini().press(atRight);
-    mini().longPress();
-    mini().pressElsewhere({60, 60});
-    QVERIFY(mini().isControlMode());
-    mini().cancel();
-}
-
 void MiniPlayerFanTest::keysOpenAndSteerTheFan_data()
 {
     QTest::addColumn<QPointF>("place");
@@ -339,15 +354,66 @@ void MiniPlayerFanTest::arrowsStopAtTheEnds()
 {
     startAt(atLeft);
     mini().pressKey(Qt::Key_Menu, 0, false);
-    for (int i = 0; i < 9; ++i)
+    for (int i = 0; i < 2; ++i)
         mini().pressKey(Qt::Key_Right, 0, false);
     QCOMPARE(mini().activeAction(), std::optional(ControlAction::favorite));
+    // The way to the queue stands beneath the fan, and nothing beneath that.
+    for (int i = 0; i < 3; ++i) {
+        mini().pressKey(Qt::Key_Right, 0, false);
+        QVERIFY(mini().isQueueChosen());
+        QVERIFY(!mini().activeAction());
+        QCOMPARE(mini().activeLabel(), QString());
+    }
+    mini().pressKey(Qt::Key_Up, 0, false);
+    QCOMPARE(mini().activeAction(), std::optional(ControlAction::favorite));
+    QVERIFY(!mini().isQueueChosen());
     mini().pressKey(Qt::Key_Home, 0, false);
     QCOMPARE(mini().activeAction(), std::optional(ControlAction::locate));
     mini().pressKey(Qt::Key_Left, 0, false);
     QCOMPARE(mini().activeAction(), std::optional(ControlAction::locate));
     mini().pressKey(Qt::Key_End, 0, false);
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::favorite));
+    QVERIFY(mini().isQueueChosen());
+}
+
+void MiniPlayerFanTest::theFanLeadsToTheQueue_data()
+{
+    QTest::addColumn<QPointF>("place");
+    QTest::addColumn<int>("towards");
+    QTest::newRow("beneath a fan to the left") << atRight << int(Qt::Key_End);
+    QTest::newRow("beneath a fan to the right") << atLeft << int(Qt::Key_End);
+    QTest::newRow("above a fan to the left") << QPointF(349, 754) << int(Qt::Key_Home);
+    QTest::newRow("above a fan to the right") << QPointF(41, 754) << int(Qt::Key_Home);
+}
+
+void MiniPlayerFanTest::theFanLeadsToTheQueue()
+{
+    QFETCH(const QPointF, place);
+    QFETCH(const int, towards);
+    startAt(place);
+    QSignalSpy wanted(&mini(), &MiniPlayerViewModel::queueRequested);
+    // A finger that slides has five actions, and nothing else.
+    mini().chooseQueue();
+    mini().highlightQueue();
+    QVERIFY(!mini().isQueueChosen());
+    mini().pressKey(Qt::Key_Menu, 0, false);
+    mini().pressKey(towards, 0, false);
+    QVERIFY(mini().isQueueChosen());
+    mini().pressKey(Qt::Key_Return, 0, true);
+    QCOMPARE(wanted.size(), 0);
+    mini().pressKey(Qt::Key_Return, 0, false);
+    QCOMPARE(wanted.size(), 1);
+    QVERIFY(!mini().isControlMode());
+    QVERIFY(!mini().isQueueChosen());
+    QCOMPARE(songOf(b->player()).id(), u"b"_s);
+
+    mini().toggleFan();
+    mini().highlightQueue();
+    mini().highlight(1);
+    QVERIFY(!mini().isQueueChosen());
+    mini().highlightQueue();
+    mini().cancel();
+    QVERIFY(!mini().isQueueChosen());
+    QCOMPARE(wanted.size(), 1);
 }
 
 void MiniPlayerFanTest::returnPerformsWhatIsHighlighted_data()
@@ -389,11 +455,14 @@ void MiniPlayerFanTest::keysThatMeanNothingAreLeftToOthers()
 {
     startAt(atLeft);
     QSignalSpy opened(&mini(), &MiniPlayerViewModel::openRequested);
-    for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Space, Qt::Key_A, Qt::Key_F10})
+    for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_A, Qt::Key_F10})
         QVERIFY(!mini().pressKey(key, 0, false));
-    QVERIFY(mini().pressKey(Qt::Key_Return, 0, false));
-    QVERIFY(mini().pressKey(Qt::Key_Return, 0, true));
-    QCOMPARE(opened.size(), 1);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        opened.clear();
+        QVERIFY(mini().pressKey(key, 0, false));
+        QVERIFY(mini().pressKey(key, 0, true));
+        QCOMPARE(opened.size(), 1);
+    }
     mini().pressKey(Qt::Key_Menu, 0, false);
     for (const int key : {Qt::Key_A, Qt::Key_Tab})
         QVERIFY(!mini().pressKey(key, 0, false));

@@ -14,6 +14,8 @@ private Q_SLOTS:
     void aPositionOfALargerWindowIsHeldWithinThisOne();
     void theDiscKeepsItsSideInAnotherWindow();
     void aSmallWindowMovesTheDiscForAWhileOnly();
+    void aNarrowWindowMovesTheDiscForAWhileOnly();
+    void theDiscIsAtItsSideInAWiderWindowAtTheNextStart();
     void aTabBarThatIsHigherLiftsTheDisc();
     void aPositionThatIsForgottenBringsTheStartBack();
 
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void dragsToBothEdges();
     void whereTheDiscIsLeftIsThereAtTheNextStart();
     void onlyTheEndOfADragIsSeenAsAMovement();
+    void aDiscThatIsCaughtInFlightStaysInTheHand();
     void aDragThatIsTakenAwayEndsWhereItIs();
     void aSongChangeInMidDragMovesNothing();
     void aSlowDragIsNoLongPress();
@@ -102,6 +105,38 @@ void MiniPlayerViewModelTest::aSmallWindowMovesTheDiscForAWhileOnly()
     QCOMPARE(mini().effectivePosition(), QPointF(200, 390));
     mini().layOut(390, 844, 0, 49);
     QCOMPARE(mini().effectivePosition(), QPointF(200, 700));
+}
+
+void MiniPlayerViewModelTest::aNarrowWindowMovesTheDiscForAWhileOnly()
+{
+    startAt({250, 400});
+    // There it would lie over the right edge's zone.
+    mini().layOut(320, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(279, 400));
+    mini().layOut(390, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(250, 400));
+    // A window that is shown in its plain size before it is maximised tells both.
+    store({250, 400});
+    b->restartMiniPlayer();
+    mini().layOut(320, 844, 0, 49);
+    mini().layOut(1000, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(250, 400));
+}
+
+void MiniPlayerViewModelTest::theDiscIsAtItsSideInAWiderWindowAtTheNextStart()
+{
+    startAt({200, 400});
+    b->drag({190, 0});
+    QCOMPARE(stored(), std::optional(QPointF(349, 400)));
+    mini().layOut(1000, 844, 0, 49);
+    b->restartMiniPlayer();
+    mini().layOut(1000, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(959, 400));
+    // What was not moved is not stored.
+    startAt({200, 400});
+    mini().layOut(1000, 844, 0, 49);
+    b->restartMiniPlayer();
+    QVERIFY(!stored());
 }
 
 void MiniPlayerViewModelTest::aTabBarThatIsHigherLiftsTheDisc()
@@ -233,6 +268,20 @@ void MiniPlayerViewModelTest::onlyTheEndOfADragIsSeenAsAMovement()
     QCOMPARE(animated, (QList{false, false, true}));
     mini().layOut(320, 480, 0, 49);
     QCOMPARE(animated.last(), false);
+}
+
+void MiniPlayerViewModelTest::aDiscThatIsCaughtInFlightStaysInTheHand()
+{
+    startAt({200, 400});
+    b->drag({-130, 0});
+    QCOMPARE(mini().effectivePosition(), QPointF(41, 400));
+    // On its way to the edge it is seen at 60, and taken a little beside its centre.
+    mini().press({65, 400}, {60, 400});
+    mini().move({85, 400});
+    QCOMPARE(mini().dragStartPosition(), std::optional(QPointF(60, 400)));
+    QCOMPARE(mini().effectivePosition(), QPointF(80, 400));
+    mini().release({205, 400});
+    QCOMPARE(mini().effectivePosition(), QPointF(200, 400));
 }
 
 void MiniPlayerViewModelTest::aDragThatIsTakenAwayEndsWhereItIs()
