@@ -22,6 +22,10 @@ Item {
         onActivated: root.screens.equalizer.open()
     }
     Shortcut {
+        sequence: "Ctrl+U"
+        onActivated: root.screens.queue.open()
+    }
+    Shortcut {
         sequence: "Ctrl+P"
         enabled: root.screens.viewModel.hasCurrentSong
         onActivated: root.nowPlayingRequested()

@@ -58,6 +58,7 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
                      &QueueViewModel::moveCovers);
     QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::miniPlayerLocateCurrentSong, &m_content,
                      &ContentViewModel::miniPlayerLocateCurrentSong);
+    QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::queueRequested, &m_queue, &QueueViewModel::open);
 }
 
 ScreenModels::~ScreenModels() = default;
@@ -71,6 +72,7 @@ void ScreenModels::closeSheets()
 {
     m_equalizer.close();
     m_devices.close();
+    m_queue.close();
     m_online.settings()->close();
     m_playlists.picker()->close();
     m_playlists.editor()->cancelCreate();

@@ -111,6 +111,9 @@ FocusScope {
             tint: root.tint
             // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
             Keys.onSpacePressed: root.queue.togglePlayPause()
+            // Some desktops let Return press a button as long as it is held down.
+            Keys.onReturnPressed: event => list.activateByKey(event)
+            Keys.onEnterPressed: event => list.activateByKey(event)
             onPressed: {
                 list.keyboardInUse = false;
                 list.forceActiveFocus(Qt.MouseFocusReason);
