@@ -368,18 +368,22 @@ void ContentViewTest::nothingIsDrawnWhileNothingChanges()
     playRow(0);
     t->audioPlayer->pause();
     QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
-    constexpr int quietMilliseconds = 200;
+    constexpr int quietMilliseconds = 400;
     const auto isDrawn = [&frames] {
         frames.clear();
         return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
     };
+    // Asked once: what comes in late may draw one more frame after a quiet moment.
+    const auto comesToRest = [&isDrawn] {
+        return QTest::qWaitFor([&isDrawn] { return !isDrawn(); }, 10'000);
+    };
     // Covers come in; then the picture stands.
-    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    QVERIFY(comesToRest());
     t->player->tick(100);
     // The root shows no time: nothing of it moves with the song.
     QVERIFY(!isDrawn());
     openNowPlaying();
-    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    QVERIFY(comesToRest());
 }
 
 void ContentViewTest::forcedUpdateHidesTheAnnouncements()
