@@ -109,6 +109,7 @@ FocusScope {
             theme: root.theme
             focus: true
             onTabRequested: (tab, byKeyboard) => root.showTab(tab, byKeyboard)
+            onNowPlayingSettingsRequested: sheets.showNowPlayingSettings()
         }
     }
     IdentityLoader {
@@ -170,6 +171,8 @@ FocusScope {
     }
 
     RootSheets {
+        id: sheets
+
         anchors.fill: parent
         screens: root.screens
     }

@@ -15,6 +15,7 @@ FocusScope {
 
     /// See ContentTabBar.
     signal tabRequested(int tab, bool byKeyboard)
+    signal nowPlayingSettingsRequested
 
     /// See TabContent.
     function takeKeyboard(): void {
@@ -34,6 +35,7 @@ FocusScope {
         focus: true
         screens: root.screens
         selectedTab: root.selectedTab
+        onNowPlayingSettingsRequested: root.nowPlayingSettingsRequested()
     }
     Loader {
         id: bar
@@ -41,11 +43,11 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        sourceComponent: root.theme.isKawaiiPink ? kawaiiTabBar : standardTabBar
+        sourceComponent: root.theme.isKawaiiPink ? kawaiiTabBar : standardTabView
     }
 
     Component {
-        id: standardTabBar
+        id: standardTabView
 
         StandardTabBar {
             objectName: "tabBar"

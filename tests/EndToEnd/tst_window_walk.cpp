@@ -317,6 +317,11 @@ void WindowWalkTest::thePagesOfTheSettingsAreWorked()
     QVERIFY(shows(u"Tarnova Music Player"_s));
     controls(u"关于"_s);
     QVERIFY(act(u"返回设置"_s));
+    QVERIFY(act(u"播放界面"_s));
+    QVERIFY(shows(u"当前主题: 经典"_s));
+    controls(u"播放界面"_s);
+    QVERIFY(act(u"完成"_s));
+    QVERIFY(hides(u"当前主题: 经典"_s));
     QVERIFY(act(begins(u"API 服务器"_s)));
     QVERIFY(shows(u"API 服务器地址"_s));
     controls(u"API 服务器"_s);
