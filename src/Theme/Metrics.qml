@@ -108,7 +108,9 @@ QtObject {
     readonly property int playGlyphShift: 2
     readonly property int controlButton: 44
     readonly property int handleSize: 16
-    readonly property int volumeWidth: 96
+    readonly property int volumeWidth: 144
+    /// Font size of its symbol, as of the others on the full-screen player.
+    readonly property int volumeSymbol: 16
     readonly property int gainHandleSize: 20
     readonly property int gainLength: 208
     readonly property int shortGainLength: 128
@@ -203,6 +205,8 @@ QtObject {
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
+    /// A cover stays that long for the next one to come.
+    readonly property int coverPatience: 300
     /// One turn of the mini player's disc.
     readonly property int discTurn: 12000
     readonly property real liftedScale: 1.1
@@ -221,6 +225,8 @@ QtObject {
     /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
     readonly property int seekStep: 5
     readonly property real volumeStep: 0.05
+    /// One notch of a mouse's wheel.
+    readonly property int wheelNotch: 120
 
     /// Size of a symbol that stands where a text of that font size would: its box is a fifth larger.
     function symbolOf(fontSize: real): int {

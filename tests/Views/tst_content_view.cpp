@@ -5,6 +5,7 @@
 #include "ViewModels/EqualizerViewModel.h"
 #include "ViewModels/NavidromeServerPageViewModel.h"
 #include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/NowPlayingViewModel.h"
 #include "ViewModels/OnlineViewModel.h"
 #include "ViewModels/PlaylistPageViewModel.h"
 #include "ViewModels/PlaylistsViewModel.h"
@@ -47,6 +48,8 @@ private Q_SLOTS:
     void playErrorIsShownAndDismissed();
     void playErrorIsSaidOverTheCover_data();
     void playErrorIsSaidOverTheCover();
+    void playerThatIsCalledBackOnItsWayOutBeginsAnew();
+    void nothingIsDrawnWhileNothingChanges_data() { addThemes(); }
     void nothingIsDrawnWhileNothingChanges();
     void forcedUpdateHidesTheAnnouncements();
     void layersAboveAreEmptyWithoutAnythingToTell();
@@ -54,6 +57,21 @@ private Q_SLOTS:
     void keyboardOnTheScreenPushesAllLooksButThePinkOne();
 
 private:
+    /// Waits for a stretch of time in which nothing is drawn. What moves all the time never has one.
+    bool comesToRest() const
+    {
+        constexpr int quietMilliseconds = 700;
+        constexpr qint64 limitMilliseconds = 20'000;
+        QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
+        QElapsedTimer clock;
+        clock.start();
+        do {
+            frames.clear();
+            if (!QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds))
+                return true;
+        } while (clock.elapsed() < limitMilliseconds);
+        return false;
+    }
     /// How far behind the window's front an item's layer is: larger is in front.
     qsizetype layerOf(const QString &name) const
     {
@@ -379,28 +397,50 @@ void ContentViewTest::playErrorIsSaidOverTheCover()
     QVERIFY(showsNowPlaying());
 }
 
+void ContentViewTest::playerThatIsCalledBackOnItsWayOutBeginsAnew()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    const QPointer<QQuickItem> before = t->item(u"nowPlayingView"_s);
+    auto *nowPlaying = before->property("nowPlaying").value<NowPlayingViewModel *>();
+    nowPlaying->setCurrentPage(NowPlayingViewModel::QueuePage);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+    QVERIFY(before);
+    openNowPlaying();
+    QTRY_VERIFY(!before);
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
+    // The keyboard is with the new one.
+    QTest::keyClick(t->window, Qt::Key_PageDown);
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::LyricsPage));
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+    // One that was opened once goes once.
+    QTRY_VERIFY(!t->item(u"nowPlayingView"_s));
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
+}
+
 void ContentViewTest::nothingIsDrawnWhileNothingChanges()
 {
+    QFETCH(ThemeType, type);
     showLibrary();
+    switchTo(type);
     playRow(0);
     t->audioPlayer->pause();
-    QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
-    constexpr int quietMilliseconds = 400;
-    const auto isDrawn = [&frames] {
-        frames.clear();
-        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
-    };
-    // Asked once: what comes in late may draw one more frame after a quiet moment.
-    const auto comesToRest = [&isDrawn] {
-        return QTest::qWaitFor([&isDrawn] { return !isDrawn(); }, 10'000);
-    };
     // Covers come in; then the picture stands.
     QVERIFY(comesToRest());
+    QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
     t->player->tick(100);
     // The root shows no time: nothing of it moves with the song.
-    QVERIFY(!isDrawn());
-    openNowPlaying();
     QVERIFY(comesToRest());
+    QCOMPARE(frames.size(), 0);
+    openNowPlaying();
+    auto *nowPlaying = t->item(u"nowPlayingView"_s)->property("nowPlaying").value<NowPlayingViewModel *>();
+    for (int page = 0; page < NowPlayingViewModel::PageCount; ++page) {
+        nowPlaying->setCurrentPage(page);
+        QVERIFY2(comesToRest(), qPrintable(u"page %1"_s.arg(page)));
+    }
 }
 
 void ContentViewTest::forcedUpdateHidesTheAnnouncements()
