@@ -25,6 +25,11 @@ Item {
         onActivated: root.screens.equalizer.open()
     }
     Shortcut {
+        sequence: "Ctrl+U"
+        autoRepeat: false
+        onActivated: root.screens.queue.open()
+    }
+    Shortcut {
         sequence: "Ctrl+P"
         autoRepeat: false
         enabled: root.screens.viewModel.hasCurrentSong

@@ -212,6 +212,11 @@ QtObject {
     readonly property real liftedScale: 1.1
     readonly property real chosenScale: 1.15
     readonly property int putDownDuration: 150
+    /// Of a disc that lies in somebody's hand: how much larger its halo is, and how much of the accent it has.
+    readonly property int discHalo: 8
+    readonly property real discHaloOpacity: 0.3
+    /// By how much a disc without a cover is lighter at its top than the accent.
+    readonly property real discLightness: 1.35
     readonly property int sheetDuration: Motion.scaled(300)
     /// From one picture to the next.
     readonly property int fadeDuration: Motion.scaled(300)

@@ -62,6 +62,7 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
                      &QueueViewModel::moveCovers);
     QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::miniPlayerLocateCurrentSong, &m_content,
                      &ContentViewModel::miniPlayerLocateCurrentSong);
+    QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::queueRequested, &m_queue, &QueueViewModel::open);
 }
 
 ScreenModels::~ScreenModels() = default;
@@ -80,6 +81,7 @@ void ScreenModels::closeSheetsAndPages()
     m_online.charts()->close();
     m_equalizer.close();
     m_devices.close();
+    m_queue.close();
     m_online.settings()->close();
     m_playlists.picker()->close();
     m_playlists.editor()->cancelCreate();

@@ -114,6 +114,9 @@ FocusScope {
                 if (Press.isPlayPause(event))
                     root.queue.togglePlayPause();
             }
+            // Some desktops let Return press a button as long as it is held down.
+            Keys.onReturnPressed: event => list.activateByKey(event)
+            Keys.onEnterPressed: event => list.activateByKey(event)
             onPressed: {
                 list.keyboardInUse = false;
                 list.forceActiveFocus(Qt.MouseFocusReason);
