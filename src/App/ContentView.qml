@@ -109,7 +109,6 @@ FocusScope {
             theme: root.theme
             focus: true
             onTabRequested: (tab, byKeyboard) => root.showTab(tab, byKeyboard)
-            onNowPlayingSettingsRequested: sheets.showNowPlayingSettings()
         }
     }
     IdentityLoader {
@@ -171,8 +170,6 @@ FocusScope {
     }
 
     RootSheets {
-        id: sheets
-
         anchors.fill: parent
         screens: root.screens
     }

@@ -8,11 +8,6 @@ Item {
 
     required property ScreenModels screens
 
-    function showNowPlayingSettings(): void {
-        nowPlayingSettings.active = true;
-        (nowPlayingSettings.item as NowPlayingSettingsView).open();
-    }
-
     DropArea {
         id: dropArea
 
@@ -66,17 +61,6 @@ Item {
         sourceComponent: ApiSettingsSheet {
             objectName: "apiSettings"
             settings: root.screens.online.settings
-        }
-        // qmllint enable unqualified
-    }
-    Loader {
-        id: nowPlayingSettings
-
-        active: false
-        // qmllint disable unqualified
-        sourceComponent: NowPlayingSettingsView {
-            objectName: "nowPlayingSettings"
-            settings: root.screens.nowPlayingSettings
         }
         // qmllint enable unqualified
     }

@@ -10,8 +10,6 @@ FocusScope {
     required property ScreenModels screens
     required property int selectedTab
 
-    signal nowPlayingSettingsRequested
-
     /// Gives the keyboard to the screen that is seen.
     function takeKeyboard(): void {
         (children[selectedTab] as Item).forceActiveFocus(Qt.OtherFocusReason);
@@ -78,8 +76,7 @@ FocusScope {
             content: root.screens.content
             equalizer: root.screens.equalizer
             apiSettings: root.screens.online.settings
-            hasNowPlayingSettings: true
-            onNowPlayingSettingsRequested: root.nowPlayingSettingsRequested()
+            nowPlayingSettings: root.screens.nowPlayingSettings
         }
     }
     // qmllint enable unqualified

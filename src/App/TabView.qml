@@ -15,7 +15,6 @@ FocusScope {
 
     /// See ContentTabBar.
     signal tabRequested(int tab, bool byKeyboard)
-    signal nowPlayingSettingsRequested
 
     /// See TabContent.
     function takeKeyboard(): void {
@@ -35,7 +34,6 @@ FocusScope {
         focus: true
         screens: root.screens
         selectedTab: root.selectedTab
-        onNowPlayingSettingsRequested: root.nowPlayingSettingsRequested()
     }
     Loader {
         id: bar

@@ -33,6 +33,9 @@ Column {
     Accessible.role: Accessible.Grouping
     Accessible.name: label
     Accessible.description: note
+    // A note that comes up makes it higher, and those above move it.
+    onHeightChanged: scrollTo()
+    onYChanged: scrollTo()
 
     /// The keyboard belongs here now.
     function takeFocus(): void {
@@ -99,10 +102,7 @@ Column {
             // Once, however long the key is held down.
             Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
             Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
-            onActiveFocusChanged: {
-                if (activeFocus && root.viewport)
-                    root.scrollTo();
-            }
+            onActiveFocusChanged: root.scrollTo()
         }
         Item {
             id: trailing
@@ -144,6 +144,8 @@ Column {
         field.selectAll();
     }
     function scrollTo(): void {
+        if (!viewport || !field.activeFocus)
+            return;
         const top = root.mapToItem(viewport.contentItem, 0, 0).y;
         const bottom = top + height + Metrics.rowSpacing;
         if (top < viewport.contentY)

@@ -34,7 +34,6 @@ private Q_SLOTS:
     void plainTabViewIsMadeAnewWithItsTabsAndKeepsTheSelection();
     void refreshMakesTheTabViewAnewAndKeepsTheSelection();
     void anotherLookIsAnotherTreeAndPlaybackGoesOn();
-    void settingsLeadToThoseOfThePlayersScreen();
     void keyboardStaysWhereItWasWhenTheTabsAreMadeAnew();
     void anotherLookClosesSheetsAndCover();
     void anotherLookClosesPages();
@@ -226,22 +225,6 @@ void ContentViewTest::anotherLookClosesPages()
     t->click(u"playlistsTab"_s);
     QTRY_VERIFY(t->shows(u"playlistList"_s));
     QVERIFY(!t->shows(u"playlistPage"_s));
-}
-
-void ContentViewTest::settingsLeadToThoseOfThePlayersScreen()
-{
-    QVERIFY(t->show());
-    t->click(u"settingsTab"_s);
-    QTRY_VERIFY(t->shows(u"nowPlayingRowButton"_s));
-    QVERIFY(!t->object(u"nowPlayingSettings"_s));
-    t->item(u"nowPlayingRowButton"_s)->forceActiveFocus(Qt::TabFocusReason);
-    QTest::keyClick(t->window, Qt::Key_Return);
-    QTRY_VERIFY(t->object(u"nowPlayingSettings"_s)->property("opened").toBool());
-    QTest::keyClick(t->window, Qt::Key_Escape);
-    QTRY_VERIFY(!t->object(u"nowPlayingSettings"_s)->property("visible").toBool());
-    QVERIFY(t->item(u"nowPlayingRowButton"_s)->hasActiveFocus());
-    t->click(u"nowPlayingRowButton"_s);
-    QTRY_VERIFY(t->object(u"nowPlayingSettings"_s)->property("opened").toBool());
 }
 
 void ContentViewTest::keyboardStaysWhereItWasWhenTheTabsAreMadeAnew()

@@ -38,8 +38,9 @@ void EqualizerSheetTest::everyWayLeadsToTheSheet()
     QTRY_VERIFY(isSheetGone());
 
     playRow(0);
-    QTRY_VERIFY(t->shows(u"playerEqualizerButton"_s));
-    t->click(u"playerEqualizerButton"_s);
+    QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
+    QTRY_VERIFY(t->item(u"nowPlayingCover"_s)->property("covers").toBool());
+    t->click(u"equalizerStatusButton"_s);
     QTRY_VERIFY(isSheetOpen());
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(isSheetGone());
