@@ -26,6 +26,7 @@ Item {
     }
     Shortcut {
         sequence: "Ctrl+U"
+        autoRepeat: false
         onActivated: root.screens.queue.open()
     }
     Shortcut {

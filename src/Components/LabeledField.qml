@@ -28,6 +28,11 @@ Column {
     property AppTheme theme: ThemeEnvironment.theme
 
     spacing: Metrics.grid
+    // The toolkit tells nobody the name of a field that hides what is typed, and of every field its placeholder for a
+    // description.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: label
+    Accessible.description: note
     // A note that comes up makes it higher, and those above move it.
     onHeightChanged: scrollTo()
     onYChanged: scrollTo()
@@ -92,7 +97,6 @@ Column {
             passwordMaskDelay: 0
             inputMethodHints: root.isSecret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : root.inputMethodHints
             Accessible.name: root.label
-            Accessible.description: root.note
             onTextEdited: root.input.edit(text)
             onEditingFinished: root.input.finish()
             onAccepted: root.accepted()
@@ -131,6 +135,8 @@ Column {
         style: TextStyles.footnote
         color: Surfaces.ink(root.theme, root.input.error !== "" ? SystemColors.red : root.theme.secondaryTextColor)
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     /// Gives the field the keyboard, its text ready to be replaced.

@@ -203,8 +203,6 @@ QtObject {
     readonly property int phoneHeight: 844
     readonly property int minimumWidth: 320
     readonly property int minimumHeight: 480
-    /// From this width on, the player bar stands in one line.
-    readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
     /// As small a part of its size the title of a sheet gets before it takes a second line.
@@ -248,7 +246,6 @@ QtObject {
     readonly property int jumpDuration: Motion.scaled(240)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
-    readonly property int loadingHintDelay: 400
     readonly property int locateDelay: 150
     /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
     readonly property int seekStep: 5

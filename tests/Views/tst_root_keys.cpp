@@ -33,6 +33,7 @@ private Q_SLOTS:
     void arrowsSeekAndChangeTheVolumeUnderTheCoverOnly();
     void arrowsStopAtBothEnds();
     void controlArrowsChangeSongAndVolume();
+    void keysWorkAgainBehindAMenu();
     void aTabsKeyClosesTheCover();
     void typingIsLeftAlone();
     void mediaKeysSteerThePlayer();
@@ -286,6 +287,29 @@ void RootKeysTest::controlArrowsChangeSongAndVolume()
     QVERIFY(qAbs(t->audioPlayer->volume() - 0.95F) < 0.001F);
     QTest::keyClick(t->window, Qt::Key_Up, Qt::ControlModifier);
     QCOMPARE(t->audioPlayer->volume(), 1.0F);
+}
+
+void RootKeysTest::keysWorkAgainBehindAMenu()
+{
+    showLibrary(2);
+    playRow(0);
+    QAccessibleInterface *button = QAccessible::queryAccessibleInterface(t->item(u"importButton"_s));
+    for (int way = 0; way < 3; ++way) {
+        if (way == 0) {
+            t->click(u"importButton"_s);
+        } else if (way == 1) {
+            t->item(u"importButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+            QTest::keyClick(t->window, Qt::Key_Return);
+        } else {
+            button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        }
+        QTRY_VERIFY(t->object(u"importMenu"_s)->property("opened").toBool());
+        QTest::keyClick(t->window, Qt::Key_Escape);
+        QTRY_VERIFY(!t->object(u"importMenu"_s)->property("visible").toBool());
+        openNowPlaying();
+        QTest::keyClick(t->window, Qt::Key_Escape);
+        QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+    }
 }
 
 void RootKeysTest::aTabsKeyClosesTheCover()
