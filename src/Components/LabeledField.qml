@@ -66,8 +66,9 @@ Column {
             radius: Metrics.controlRadius
             color: "transparent"
             border.width: Metrics.hairline
-            border.color: SystemColors.red
-            visible: root.input.error !== ""
+            border.color: root.input.error !== "" ? SystemColors.red : Qt.alpha(root.theme.secondaryTextColor, Metrics.fieldEdgeOpacity)
+            // What is sunk alone cannot be told from its ground where the look has one colour for both.
+            visible: root.input.error !== "" || root.theme.useNeumorphism
         }
         FocusRing {
             radius: Metrics.controlRadius

@@ -131,6 +131,10 @@ QtObject {
     readonly property int dancingJump: 18
     readonly property int dancingTilt: 12
     readonly property int scrollBarWidth: 6
+    /// Of the bar's length, however long the list is.
+    readonly property real scrollBarShare: 0.06
+    readonly property real scrollBarOpacity: 0.3
+    readonly property real scrollBarHeldOpacity: 0.6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
 
@@ -175,16 +179,25 @@ QtObject {
     readonly property int lyricHeadroom: 100
     readonly property int lyricFootroom: 200
     /// A line of lyrics is wrapped into as many at most.
-    readonly property int lyricMostRows: 8
+    readonly property int lyricMostRows: 24
     /// Lines fade over this much of the page's upper and lower end.
     readonly property int lyricEdge: 40
     /// From as far a line slides or falls into its place.
     readonly property int lyricEntrance: 28
     readonly property int lyricEntranceDuration: 350
+    /// How much smaller it begins where it grows, and where it springs.
+    readonly property real lyricGrowth: 0.4
+    readonly property real lyricBounce: 0.16
+    readonly property real lyricEntranceResponse: 0.4
+    readonly property real lyricBounceDamping: 0.4
+    readonly property real lyricEntranceDamping: 0.65
+    /// Part of the page's height that is scrolled on the way to a line that is farther.
+    readonly property real lyricFarthestWay: 0.4
     readonly property int lyricStyleDuration: 250
     readonly property int lyricScrollDuration: 300
     readonly property int lyricScrollDelay: 100
     readonly property int miniLyricHeight: 50
+    readonly property int miniLyricFadeOut: 100
 
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844
@@ -192,12 +205,19 @@ QtObject {
     readonly property int minimumHeight: 480
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
+    /// As small a part of its size the title of a sheet gets before it takes a second line.
+    readonly property real smallestTitle: 0.8
     readonly property int formWidth: 640
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
+    /// Of a mark that says no more than that a row leads somewhere.
+    readonly property real quietMarkOpacity: 0.6
+    /// Of the edge of a field that is only sunk, and of that about a badge.
+    readonly property real fieldEdgeOpacity: 0.6
+    readonly property real badgeEdgeOpacity: 0.4
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
     readonly property real hoverOpacity: Surfaces.hoverOpacity
     readonly property real pressedOpacity: 0.12

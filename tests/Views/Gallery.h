@@ -54,7 +54,7 @@ public:
     /// Keeps a picture of the window, in which the mouse is nowhere.
     void save(const TestWindow &test, const QString &state) const
     {
-        QTest::mouseMove(test.window, QPoint(m_size.width() / 2, 0));
+        QTest::mouseMove(test.window, QPoint(test.window->width() / 2, 0));
         saveHovered(test, state);
     }
     /// The same where the mouse is.
