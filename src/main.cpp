@@ -65,11 +65,11 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     setProcessPlatform(&platform);
     // The player first: it brings the last song back.
     AudioPlayerService &audioPlayer = AudioPlayerService::shared();
-    LocalMusicImportService &importService = LocalMusicImportService::shared();
-    WebDAVService &webDAVService = WebDAVService::shared();
     PlaylistService &playlistService = PlaylistService::shared();
     APIConfigService &apiConfig = APIConfigService::shared();
     OnlineMusicService &onlineMusicService = OnlineMusicService::shared();
+    LocalMusicImportService &importService = LocalMusicImportService::shared();
+    WebDAVService &webDAVService = WebDAVService::shared();
     CadorelApp player(platform, audioPlayer, importService,
                       {.playlistService = &playlistService,
                        .onlineMusicService = &onlineMusicService,
@@ -108,10 +108,6 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
         qCritical("the window could not be made");
         return 1;
     }
-
-    QObject::connect(&player, &CadorelApp::isForceUpdateRequiredChanged, window, [window, &player] {
-        window->setProperty("isForceUpdateRequired", player.isForceUpdateRequired());
-    });
 
     WindowMemory memory(*window, *platform.preferences, *platform.clock);
     const MediaKeys mediaKeys(*window, player.viewModel());

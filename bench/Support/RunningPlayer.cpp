@@ -63,6 +63,11 @@ const QByteArray &RunningPlayer::output()
     return m_output;
 }
 
+QByteArray RunningPlayer::takeMessages()
+{
+    return m_process.readAllStandardError();
+}
+
 void RunningPlayer::waitForScan()
 {
     if (!waitFor([this] { return output().contains("🆕"); }, limit))

@@ -36,6 +36,8 @@ public:
     ProcessUsage usage() const { return ProcessUsage(static_cast<pid_t>(m_process.processId())); }
     /// The lines it has printed so far.
     const QByteArray &output();
+    /// What it has told on standard error since the last call.
+    QByteArray takeMessages();
 
 private:
     const VirtualDisplay &m_display;

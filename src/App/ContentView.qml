@@ -20,6 +20,8 @@ FocusScope {
     /// The pink look's own bar stays where it is.
     readonly property real keyboardHeight: theme.isKawaiiPink || keyboardArea.height <= 0 ? 0 : Math.max(0, height - keyboardArea.y)
     readonly property real barHeight: (tabView.item as TabView)?.barHeight ?? 0
+    readonly property real bannerTop: showNowPlaying ? Metrics.touchTarget + 2 * Metrics.grid : Metrics.rowSpacing
+    readonly property real bannerWidth: Math.min(width, Metrics.contentWidth) - 2 * Metrics.screenMargin
     /// Where the keyboard was before the Now Playing screen came up.
     property Item keyboardBefore: null
 
@@ -76,7 +78,8 @@ FocusScope {
 
     // A shortcut on Space would take it from the buttons; a key that none of them wants arrives here.
     Keys.onSpacePressed: event => {
-        if (!event.isAutoRepeat)
+        event.accepted = event.modifiers === Qt.NoModifier;
+        if (Press.isPlayPause(event))
             viewModel.togglePlayPause();
     }
     Keys.onPressed: event => steer(event)
@@ -124,16 +127,6 @@ FocusScope {
             onOpenRequested: root.openNowPlaying()
         }
     }
-    // In front of the disc, which may lie there.
-    MessageBanner {
-        objectName: "playErrorBanner"
-        anchors.bottom: tabView.bottom
-        anchors.bottomMargin: Metrics.rowSpacing + root.barHeight
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
-        text: root.viewModel.audioPlayer.playError
-        onDismissed: root.screens.playback.dismissPlayError()
-    }
     NowPlayingCover {
         id: cover
 
@@ -154,16 +147,26 @@ FocusScope {
         }
     }
     // qmllint enable unqualified
+    // Banners lie in front of the disc and of the cover. Over the cover they leave its top bar and its controls free.
     HintBanner {
+        id: deviceBanner
+
         objectName: "deviceBanner"
-        anchors.top: parent.top
-        anchors.topMargin: Metrics.rowSpacing
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, Metrics.contentWidth) - 2 * Metrics.screenMargin
+        y: root.bannerTop
+        width: root.bannerWidth
         visible: text !== ""
         text: root.screens.devices.notice
         actionText: "好"
         onActionRequested: root.screens.devices.dismissNotice()
+    }
+    MessageBanner {
+        objectName: "playErrorBanner"
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: root.showNowPlaying ? root.bannerTop + (deviceBanner.visible ? deviceBanner.height + Metrics.rowSpacing : 0) : tabView.height - root.barHeight - Metrics.rowSpacing - height
+        width: root.bannerWidth
+        text: root.viewModel.audioPlayer.playError
+        onDismissed: root.screens.playback.dismissPlayError()
     }
 
     RootSheets {

@@ -9,14 +9,21 @@ FocusScope {
 
     property bool isShown: false
     property alias sourceComponent: loader.sourceComponent
-    property alias item: loader.item
     /// Nothing beneath it can be seen.
     readonly property bool covers: isShown && !slide.running
     property real offset: isShown ? 0 : 1
+    property int openings: 0
 
     y: Math.round(offset * height)
-    visible: isShown || slide.running
+    // Not "the slide runs": it begins a moment after the screen is not wanted any more, which would make it twice.
+    visible: isShown || offset < 1
     enabled: isShown
+
+    onIsShownChanged: {
+        // Called back on its way out, it is another screen all the same.
+        if (isShown && loader.item && offset < 1)
+            ++openings;
+    }
 
     Behavior on offset {
         NumberAnimation {
@@ -34,11 +41,12 @@ FocusScope {
         onWheel: wheel => wheel.accepted = true
         Accessible.ignored: true
     }
-    Loader {
+    IdentityLoader {
         id: loader
 
         anchors.fill: parent
-        active: root.visible
+        identity: root.openings
+        isPresent: root.visible
         focus: true
     }
 }

@@ -4,7 +4,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Cadorel
 
-/// The keys that work wherever the keyboard is in the window, but not beneath a sheet.
+/// The keys that work wherever the keyboard is in the window, but not beneath a sheet. One that is held down counts once,
+/// but for the volume.
 Item {
     id: root
 
@@ -15,23 +16,33 @@ Item {
 
     Shortcut {
         sequence: "Ctrl+O"
+        autoRepeat: false
         onActivated: root.screens.library.chooseFiles()
     }
     Shortcut {
         sequence: "Ctrl+E"
+        autoRepeat: false
         onActivated: root.screens.equalizer.open()
     }
     Shortcut {
+        sequence: "Ctrl+U"
+        autoRepeat: false
+        onActivated: root.screens.queue.open()
+    }
+    Shortcut {
         sequence: "Ctrl+P"
+        autoRepeat: false
         enabled: root.screens.viewModel.hasCurrentSong
         onActivated: root.nowPlayingRequested()
     }
     Shortcut {
         sequence: "Ctrl+Left"
+        autoRepeat: false
         onActivated: root.screens.viewModel.previous()
     }
     Shortcut {
         sequence: "Ctrl+Right"
+        autoRepeat: false
         onActivated: root.screens.viewModel.next()
     }
     Shortcut {
@@ -54,6 +65,7 @@ Item {
 
             Shortcut {
                 sequence: "Ctrl+" + (place.index + 1)
+                autoRepeat: false
                 onActivated: root.tabRequested(place.tab)
             }
         }

@@ -65,6 +65,18 @@ Item {
         // qmllint enable unqualified
     }
     Loader {
+        readonly property bool isNeeded: root.screens.queue.isOpen
+
+        active: false
+        onIsNeededChanged: active = true
+        // qmllint disable unqualified
+        sourceComponent: QueueSheet {
+            objectName: "queueSheet"
+            queue: root.screens.queue
+        }
+        // qmllint enable unqualified
+    }
+    Loader {
         readonly property bool isNeeded: root.screens.equalizer.isOpen
 
         active: false

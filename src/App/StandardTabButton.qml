@@ -2,12 +2,12 @@
 import QtQuick
 import Cadorel
 
-/// A tab of the plain bar: symbol above title, in the accent while it is selected.
+/// A tab of the plain bar: symbol above title, in the look's colour while it is selected.
 ContentTabButton {
     id: root
 
     required property barAppearance appearance
-    readonly property color ink: Contrast.textOn(appearance.background, isSelected ? ThemeColor.accent : theme.secondaryTextColor)
+    readonly property color ink: Contrast.textOn(appearance.background, isSelected ? theme.primaryColor : theme.secondaryTextColor)
 
     background: Item {
         ThemedHighlight {

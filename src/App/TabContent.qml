@@ -76,6 +76,7 @@ FocusScope {
             content: root.screens.content
             equalizer: root.screens.equalizer
             apiSettings: root.screens.online.settings
+            nowPlayingSettings: root.screens.nowPlayingSettings
         }
     }
     // qmllint enable unqualified

@@ -41,11 +41,11 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        sourceComponent: root.theme.isKawaiiPink ? kawaiiTabBar : standardTabBar
+        sourceComponent: root.theme.isKawaiiPink ? kawaiiTabBar : standardTabView
     }
 
     Component {
-        id: standardTabBar
+        id: standardTabView
 
         StandardTabBar {
             objectName: "tabBar"

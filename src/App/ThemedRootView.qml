@@ -3,13 +3,11 @@ import QtQuick
 import Cadorel
 
 /// The root screen in the current look, in the listener's accent. Another look is another root screen: all that the
-/// old one knew, the selected tab and open sheets among it, goes with it. What plays is no part of it.
+/// old one knew, the selected tab, open sheets and pages among it, goes with it. What plays is no part of it.
 ThemedAccentColorModifier {
     id: root
 
     required property ScreenModels screens
-    /// The root screen that is there now.
-    readonly property Item contentView: loader.item as Item
 
     IdentityLoader {
         id: loader
@@ -30,7 +28,7 @@ ThemedAccentColorModifier {
 
         // Before the items are told of the other look: the screen that goes is not drawn in it.
         function onCurrentThemeTypeChanged(): void {
-            root.screens.closeSheets();
+            root.screens.closeSheetsAndPages();
             loader.identity = ThemeManager.currentThemeType;
         }
     }

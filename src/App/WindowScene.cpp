@@ -9,7 +9,14 @@ WindowScene::WindowScene(QWindow &window, CadorelApp &app)
 {
     connect(&m_window, &QWindow::activeChanged, this, &WindowScene::update);
     connect(&m_window, &QWindow::visibilityChanged, this, &WindowScene::update);
+    connect(&m_app, &CadorelApp::isForceUpdateRequiredChanged, this, &WindowScene::tellForcedUpdate);
     update();
+    tellForcedUpdate();
+}
+
+void WindowScene::tellForcedUpdate()
+{
+    m_window.setProperty("isForceUpdateRequired", m_app.isForceUpdateRequired());
 }
 
 void WindowScene::update()
@@ -30,10 +37,9 @@ void WindowScene::raise(const QByteArray &token)
 {
     if (!token.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", token); // where Qt's Wayland side looks for it
-    if (m_window.visibility() == QWindow::Minimized)
-        m_window.showNormal();
-    else
-        m_window.show();
+    // As large as it was: show() would take a window that fills the screen down from there.
+    m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowStates(Qt::WindowMinimized));
+    m_window.setVisible(true);
     m_window.raise();
     m_window.requestActivate();
 }

@@ -9,7 +9,8 @@
 namespace cadorel {
 
 /// Tells the application how its window stands: hidden or minimised is `background`, having lost the keyboard
-/// `inactive`. Main thread.
+/// `inactive`. Tells the window, by its property "isForceUpdateRequired", whether anything may stand before
+/// an update. Main thread.
 class WindowScene : public QObject
 {
     Q_OBJECT
@@ -17,12 +18,13 @@ public:
     /// @param window and @param app outlive this object
     WindowScene(QWindow &window, CadorelApp &app);
 
-    /// Shows the window again and brings it to the front.
+    /// Shows the window again, as large as it was, and brings it to the front.
     /// @param token the desktop's permission to do so, from whoever asked; may be empty
     void raise(const QByteArray &token);
 
 private:
     void update();
+    void tellForcedUpdate();
 
     QWindow &m_window;
     CadorelApp &m_app;

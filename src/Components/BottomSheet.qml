@@ -43,8 +43,11 @@ Popup {
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? parent.height - height + sunk : 0
     padding: 0
-    modal: true
+    modal: !SheetStack.isCovered(root)
     focus: true
+    onAboutToShow: SheetStack.rise(root)
+    onAboutToHide: SheetStack.sink(root)
+    Component.onDestruction: SheetStack.sink(root)
 
     T.Overlay.modal: Rectangle {
         color: SystemColors.scrim
@@ -66,6 +69,17 @@ Popup {
             width: parent.width
             height: parent.height + Metrics.sheetRadius
             surface: Surfaces.previewScreen(root.theme, Metrics.sheetRadius)
+        }
+        // Where the veil cannot make what lies beneath any darker.
+        Rectangle {
+            objectName: "sheetEdge"
+            width: parent.width
+            height: parent.height + Metrics.sheetRadius
+            radius: Metrics.sheetRadius
+            color: "transparent"
+            border.width: Metrics.hairline
+            border.color: Qt.alpha(root.theme.primaryTextColor, Metrics.pressedOpacity)
+            visible: root.theme.isDark
         }
     }
 
@@ -143,6 +157,9 @@ Popup {
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
+                // Rather a little smaller than a last character in a line of its own.
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Math.round(style.size * Metrics.smallestTitle)
             }
             TextButton {
                 id: acceptButton

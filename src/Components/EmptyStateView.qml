@@ -60,6 +60,8 @@ Item {
         StyledText {
             Layout.fillWidth: true
             text: root.title
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             style: TextStyles.title2
             color: root.titleColor
             font.weight: Font.DemiBold
@@ -69,6 +71,8 @@ Item {
         QuietText {
             Layout.fillWidth: true
             text: root.description
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             style: TextStyles.subheadline
             color: root.descriptionColor
             horizontalAlignment: Text.AlignHCenter

@@ -20,6 +20,7 @@ AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: text
+    Accessible.onPressAction: Press.byAction(root)
     Keys.onReturnPressed: event => Press.byKey(root, event)
     Keys.onEnterPressed: event => Press.byKey(root, event)
 

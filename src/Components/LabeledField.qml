@@ -28,6 +28,14 @@ Column {
     property AppTheme theme: ThemeEnvironment.theme
 
     spacing: Metrics.grid
+    // The toolkit tells nobody the name of a field that hides what is typed, and of every field its placeholder for a
+    // description.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: label
+    Accessible.description: note
+    // A note that comes up makes it higher, and those above move it.
+    onHeightChanged: scrollTo()
+    onYChanged: scrollTo()
 
     /// The keyboard belongs here now.
     function takeFocus(): void {
@@ -58,8 +66,9 @@ Column {
             radius: Metrics.controlRadius
             color: "transparent"
             border.width: Metrics.hairline
-            border.color: SystemColors.red
-            visible: root.input.error !== ""
+            border.color: root.input.error !== "" ? SystemColors.red : Qt.alpha(root.theme.secondaryTextColor, Metrics.fieldEdgeOpacity)
+            // What is sunk alone cannot be told from its ground where the look has one colour for both.
+            visible: root.input.error !== "" || root.theme.useNeumorphism
         }
         FocusRing {
             radius: Metrics.controlRadius
@@ -88,17 +97,13 @@ Column {
             passwordMaskDelay: 0
             inputMethodHints: root.isSecret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : root.inputMethodHints
             Accessible.name: root.label
-            Accessible.description: root.note
             onTextEdited: root.input.edit(text)
             onEditingFinished: root.input.finish()
             onAccepted: root.accepted()
             // Once, however long the key is held down.
             Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
             Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
-            onActiveFocusChanged: {
-                if (activeFocus && root.viewport)
-                    root.scrollTo();
-            }
+            onActiveFocusChanged: root.scrollTo()
         }
         Item {
             id: trailing
@@ -130,6 +135,8 @@ Column {
         style: TextStyles.footnote
         color: Surfaces.ink(root.theme, root.input.error !== "" ? SystemColors.red : root.theme.secondaryTextColor)
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     /// Gives the field the keyboard, its text ready to be replaced.
@@ -138,6 +145,8 @@ Column {
         field.selectAll();
     }
     function scrollTo(): void {
+        if (!viewport || !field.activeFocus)
+            return;
         const top = root.mapToItem(viewport.contentItem, 0, 0).y;
         const bottom = top + height + Metrics.rowSpacing;
         if (top < viewport.contentY)

@@ -5,7 +5,7 @@ import Cadorel
 
 /// What rows of lists have in common that are no songs: a ground of the look, which the insets hold off the sides,
 /// and what every row owes to mouse, finger and screen reader. What it shows lies in `content`; the keyboard is its
-/// list's.
+/// list's. Rows have no `text`: a name from outside may hold an "&", and would make a shortcut of the letter behind it.
 T.ItemDelegate {
     id: root
 

@@ -11,6 +11,8 @@ T.AbstractButton {
 
     required property string coverSource
     required property bool hasCover
+    /// Of the song that is shown: its picture is no other song's, not even for a moment.
+    required property string viewIdentity
     /// Another value begins the turning anew.
     required property var spinKey
     property bool spins: false
@@ -93,11 +95,11 @@ T.AbstractButton {
         Rectangle {
             objectName: "halo"
             anchors.centerIn: parent
-            width: parent.width + Metrics.grid * 2 * root.lift
+            width: parent.width + Metrics.discHalo * root.lift
             height: width
             radius: width / 2
             z: -1
-            color: Qt.alpha(root.theme.primaryColor, 0.3 * root.lift)
+            color: Qt.alpha(root.theme.primaryColor, Metrics.discHaloOpacity * root.lift)
             visible: root.lift > 0
         }
     }
@@ -118,7 +120,7 @@ T.AbstractButton {
                 gradient: Gradient {
                     GradientStop {
                         position: 0
-                        color: Qt.lighter(root.theme.primaryColor, 1.35)
+                        color: Qt.lighter(root.theme.primaryColor, Metrics.discLightness)
                     }
                     GradientStop {
                         position: 1
@@ -132,20 +134,27 @@ T.AbstractButton {
                 name: AppIcons.music.note
                 size: Metrics.glyphOf(MiniPlayerGeometry.discSize)
                 color: SystemColors.accentInk
-                visible: picture.status !== Image.Ready
+                visible: (picture.item as Image)?.status !== Image.Ready
             }
-            Image {
+            // A bound component could not be made by a loader that is of another file.
+            // qmllint disable unqualified
+            IdentityLoader {
                 id: picture
 
-                objectName: "picture"
                 anchors.fill: parent
-                asynchronous: true
-                smooth: true
-                // Turned, a picture of as many pixels as it is shown at would lose its edges.
-                sourceSize.width: 2 * width
-                sourceSize.height: 2 * height
-                source: root.hasCover ? root.coverSource + "?radius=0.5" : ""
+                identity: root.viewIdentity
+                isPresent: root.hasCover
+                sourceComponent: Image {
+                    objectName: "picture"
+                    asynchronous: true
+                    smooth: true
+                    // Turned, a picture of as many pixels as it is shown at would lose its edges.
+                    sourceSize.width: 2 * MiniPlayerGeometry.discSize
+                    sourceSize.height: 2 * MiniPlayerGeometry.discSize
+                    source: root.coverSource + "?radius=0.5"
+                }
             }
+            // qmllint enable unqualified
         }
         ThemedHighlight {
             anchors.fill: parent

@@ -19,6 +19,12 @@ Item {
 
     readonly property point activeOffset: miniPlayer.activeOffset
     readonly property int buttonSize: MiniPlayerGeometry.overlayButtonSize
+    /// Of what stands on the ground of a button that is meant.
+    readonly property color chosenInk: theme.useNeumorphism ? theme.primaryColor : SystemColors.accentInk
+
+    function pressKey(event: var): void {
+        event.accepted = miniPlayer.pressKey(event.key, event.modifiers, event.isAutoRepeat);
+    }
 
     Accessible.role: Accessible.PopupMenu
     Accessible.name: "播放操作"
@@ -27,7 +33,7 @@ Item {
         model: root.miniPlayer.fan
 
         T.AbstractButton {
-            id: badge
+            id: overlayBadge
 
             required property int index
             required property string symbol
@@ -52,9 +58,13 @@ Item {
             }
             text: label
             Accessible.name: label
-            Accessible.onPressAction: Press.byAction(badge)
+            Accessible.onPressAction: Press.byAction(overlayBadge)
             onHoveredChanged: if (hovered) root.miniPlayer.highlight(index)
             onClicked: root.miniPlayer.choose(index)
+            // A button of its own accord would click once more for each repeat of a key that is held down.
+            Keys.onSpacePressed: event => root.pressKey(event)
+            Keys.onReturnPressed: event => root.pressKey(event)
+            Keys.onEnterPressed: event => root.pressKey(event)
             // A screen reader says where the arrow keys have gone.
             onIsActiveChanged: if (isActive && enabled) forceActiveFocus(Qt.OtherFocusReason)
 
@@ -70,22 +80,89 @@ Item {
                     objectName: "badge"
                     anchors.fill: parent
                     surface: Surfaces.themedCard(root.theme, root.buttonSize / 2)
-                    visible: !badge.isActive
+                    visible: !overlayBadge.isActive
                 }
                 SurfaceImage {
                     objectName: "chosenBadge"
                     anchors.fill: parent
                     surface: Surfaces.playButton(root.theme, root.buttonSize)
-                    visible: badge.isActive
+                    visible: overlayBadge.isActive
                 }
             }
             contentItem: Item {
                 SymbolIcon {
                     objectName: "glyph"
                     anchors.centerIn: parent
-                    name: badge.symbol
+                    name: overlayBadge.symbol
                     size: Metrics.glyphOf(root.buttonSize)
-                    color: !badge.isActive ? root.theme.primaryTextColor : root.theme.useNeumorphism ? root.theme.primaryColor : SystemColors.accentInk
+                    color: overlayBadge.isActive ? root.chosenInk : root.theme.primaryTextColor
+                }
+            }
+        }
+    }
+    // What the right button and the menu key bring up leads to more than the song.
+    T.AbstractButton {
+        id: queueButton
+
+        readonly property point place: MiniPlayerGeometry.queuePlace(root.centre, root.miniPlayer.isQueueBeneath, width, Qt.size(root.width, root.height))
+        readonly property bool isChosen: root.miniPlayer.isQueueChosen
+
+        objectName: "fanQueueButton"
+        x: Math.round(place.x)
+        y: Math.round(place.y)
+        width: queueLabel.implicitWidth + 2 * Metrics.screenMargin
+        height: MiniPlayerGeometry.queueButtonHeight
+        opacity: Math.min(1, Math.max(0, root.openness))
+        visible: root.miniPlayer.isFanPinned
+        hoverEnabled: true
+        focusPolicy: Qt.NoFocus
+        text: "播放队列"
+        Accessible.name: text
+        Accessible.onPressAction: Press.byAction(queueButton)
+        onHoveredChanged: if (hovered) root.miniPlayer.highlightQueue()
+        onClicked: root.miniPlayer.chooseQueue()
+        onIsChosenChanged: if (isChosen && visible) forceActiveFocus(Qt.OtherFocusReason)
+        Keys.onSpacePressed: event => root.pressKey(event)
+        Keys.onReturnPressed: event => root.pressKey(event)
+        Keys.onEnterPressed: event => root.pressKey(event)
+
+        background: Item {
+            SurfaceImage {
+                anchors.fill: parent
+                surface: Surfaces.themedCard(root.theme, queueButton.height / 2)
+            }
+            ThemedHighlight {
+                anchors.fill: parent
+                radius: height / 2
+                isHovered: queueButton.isChosen
+                isPressed: queueButton.down
+                theme: root.theme
+            }
+            ThemedFocusRing {
+                controlRadius: queueButton.height / 2
+                theme: root.theme
+                visible: queueButton.isChosen
+            }
+        }
+        contentItem: Item {
+            Row {
+                id: queueLabel
+
+                anchors.centerIn: parent
+                spacing: Metrics.rowSpacing
+
+                SymbolIcon {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: AppIcons.music.queue
+                    size: Metrics.symbolSmall
+                    color: root.theme.primaryTextColor
+                }
+                StyledText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: queueButton.text
+                    style: TextStyles.subheadline
+                    font.weight: Font.DemiBold
+                    color: Surfaces.textOn(root.theme, bubble.surface, root.theme.primaryTextColor)
                 }
             }
         }
@@ -94,18 +171,20 @@ Item {
         id: bubble
 
         readonly property point place: MiniPlayerGeometry.labelPlace(root.centre, root.activeOffset, Qt.size(width, height), Qt.size(root.width, root.height))
+        /// Where there is no room beside the button, the one to the queue may stand there already.
+        readonly property bool isAside: queueButton.visible && place.y < queueButton.y + queueButton.height && place.y + height > queueButton.y && place.x < queueButton.x + queueButton.width && place.x + width > queueButton.x
 
         objectName: "fanLabel"
         x: Math.round(place.x)
-        y: Math.round(place.y)
+        y: Math.round(place.y) + (isAside ? (place.y > root.centre.y ? 1 : -1) * (queueButton.height + Metrics.rowSpacing) : 0)
         z: 2
-        width: text.implicitWidth + 2 * Metrics.cardPadding
-        height: text.implicitHeight + Metrics.rowSpacing
+        width: bubbleText.implicitWidth + 2 * Metrics.cardPadding
+        height: bubbleText.implicitHeight + Metrics.rowSpacing
         surface: Surfaces.themedCard(root.theme, height / 2)
         visible: root.miniPlayer.activeLabel !== "" && root.openness > 0
 
         StyledText {
-            id: text
+            id: bubbleText
 
             objectName: "fanLabelText"
             anchors.centerIn: parent

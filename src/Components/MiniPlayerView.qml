@@ -9,8 +9,7 @@ FocusScope {
     id: root
 
     required property MiniPlayerViewModel miniPlayer
-    /// What a desktop or the bars of the window take of it.
-    property real topInset: 0
+    /// What the bars of the window take of it.
     property real bottomInset: MiniPlayerGeometry.tabBarHeight
     /// Something lies over the whole window: nothing moves then.
     property bool isCovered: false
@@ -26,22 +25,43 @@ FocusScope {
     property real openness: isOpen ? 1 : 0
     /// By what the disc had the keyboard before the fan took it.
     property int focusReason: Qt.OtherFocusReason
+    /// What had the keyboard then, if it was not the disc.
+    property Item focusBefore
 
     signal openRequested
 
+    function pressKey(event: var): void {
+        event.accepted = miniPlayer.pressKey(event.key, event.modifiers, event.isAutoRepeat);
+    }
     function layOut(): void {
-        miniPlayer.layOut(width, height, topInset, bottomInset);
+        miniPlayer.layOut(width, height, 0, bottomInset);
+    }
+    /// The keys go to the fan.
+    function lendKeyboard(): void {
+        focusBefore = activeFocus ? null : Window.activeFocusItem;
+        focusReason = floatingDisc.activeFocus ? floatingDisc.focusReason : Qt.OtherFocusReason;
+        floatingDisc.forceActiveFocus(focusReason);
+    }
+    /// They go back to where they were, unless somebody else has taken them.
+    function giveKeyboardBack(): void {
+        const before = focusBefore;
+        focusBefore = null;
+        if (!activeFocus)
+            return;
+        if (before && before.visible && before.enabled)
+            before.forceActiveFocus(Qt.OtherFocusReason);
+        else
+            floatingDisc.forceActiveFocus(focusReason);
     }
 
     onWidthChanged: layOut()
     onHeightChanged: layOut()
-    onTopInsetChanged: layOut()
     onBottomInsetChanged: layOut()
     onIsSeenChanged: if (!isSeen) miniPlayer.cancel()
     onActiveFocusChanged: if (!activeFocus && miniPlayer.isFanPinned) miniPlayer.resetControlMode()
     Component.onCompleted: layOut()
     Component.onDestruction: miniPlayer.cancel()
-    Keys.onPressed: event => event.accepted = miniPlayer.pressKey(event.key, event.modifiers, event.isAutoRepeat)
+    Keys.onPressed: event => pressKey(event)
 
     Behavior on centreX {
         enabled: root.miniPlayer.animatesPosition
@@ -76,22 +96,25 @@ FocusScope {
             root.openRequested();
         }
         function onIsFanPinnedChanged(): void {
-            // The keys go to the fan, and back to the disc.
             if (root.miniPlayer.isFanPinned)
-                root.focusReason = disc.activeFocus ? disc.focusReason : Qt.OtherFocusReason;
-            if (root.miniPlayer.isFanPinned || root.activeFocus)
-                disc.forceActiveFocus(root.focusReason);
+                root.lendKeyboard();
+            else
+                root.giveKeyboardBack();
         }
     }
 
-    // It takes nothing from what lies beneath: the press that closes the fan also reaches what it was for.
-    PointHandler {
+    // As with any menu, the press that closes the fan does nothing else.
+    MouseArea {
+        objectName: "besideFan"
+        anchors.fill: parent
         enabled: root.miniPlayer.isFanPinned
         acceptedButtons: Qt.AllButtons
-        onActiveChanged: if (active) root.miniPlayer.pressElsewhere(point.position)
+        onPressed: root.miniPlayer.resetControlMode()
     }
 
     Loader {
+        id: controlOverlay
+
         active: root.isOpen || root.openness > 0
         anchors.fill: parent
         // A bound component could not be made for a view that lies in another one.
@@ -106,7 +129,7 @@ FocusScope {
         // qmllint enable unqualified
     }
     MiniPlayerDisc {
-        id: disc
+        id: floatingDisc
 
         objectName: "miniPlayerDisc"
         x: root.centre.x - width / 2
@@ -114,6 +137,7 @@ FocusScope {
         focus: true
         coverSource: root.miniPlayer.coverSource
         hasCover: root.miniPlayer.hasCover
+        viewIdentity: root.miniPlayer.viewIdentity
         spinKey: root.miniPlayer.spinKey
         spins: root.miniPlayer.isSpinning && root.isSeen && !Motion.isReduced
         isLifted: root.miniPlayer.isDragging || root.isOpen
@@ -126,6 +150,9 @@ FocusScope {
         Accessible.onPressAction: root.miniPlayer.open()
         Accessible.onToggleAction: root.miniPlayer.toggleFan()
         onClicked: root.miniPlayer.open()
+        Keys.onSpacePressed: event => root.pressKey(event)
+        Keys.onReturnPressed: event => root.pressKey(event)
+        Keys.onEnterPressed: event => root.pressKey(event)
 
         Behavior on scale {
             ResponseSpring {
@@ -147,11 +174,11 @@ FocusScope {
             preventStealing: true
             pressAndHoldInterval: MiniPlayerGeometry.holdMilliseconds
             containmentMask: RoundTouchArea {
-                diameter: disc.width
+                diameter: floatingDisc.width
             }
             onPressed: mouse => {
                 if (mouse.button === Qt.LeftButton)
-                    root.miniPlayer.press(place(mouse.x, mouse.y));
+                    root.miniPlayer.press(place(mouse.x, mouse.y), Qt.point(root.centreX, root.centreY));
                 else
                     root.miniPlayer.toggleFan();
             }
@@ -172,7 +199,7 @@ FocusScope {
         StyledToolTip {
             objectName: "discToolTip"
             text: root.miniPlayer.name
-            visible: touch.containsMouse && !touch.pressed && !disc.isLifted
+            visible: touch.containsMouse && !touch.pressed && !floatingDisc.isLifted
         }
     }
 }

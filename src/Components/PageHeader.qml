@@ -13,6 +13,9 @@ Item {
     property TextStyle titleStyle: hasBack ? TextStyles.title2 : TextStyles.largeTitle
     property bool hasBack: true
     property string backText: "返回"
+    property AppTheme theme: ThemeEnvironment.theme
+    // Of the look's bars, the titles' colour: there is no ground of its own, since nothing scrolls beneath it.
+    property barAppearance appearance: BarAppearances.setupAppearance(theme)
     default property alias actions: buttons.data
 
     signal backRequested
@@ -53,6 +56,7 @@ Item {
             text: root.title
             style: root.titleStyle
             font.weight: Font.Bold
+            color: Surfaces.ink(root.theme, root.appearance.title)
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }

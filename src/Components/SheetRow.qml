@@ -11,7 +11,8 @@ T.AbstractButton {
     property color symbolColor: "transparent"
     property string detail
     property string mark: AppIcons.navigation.forward
-    property color markColor: Qt.alpha(theme.secondaryTextColor, 0.6 * theme.secondaryTextColor.a)
+    property color markColor: quietMark
+    readonly property color quietMark: Qt.alpha(theme.secondaryTextColor, Metrics.quietMarkOpacity * theme.secondaryTextColor.a)
     property AppTheme theme: ThemeEnvironment.theme
 
     width: parent?.width ?? implicitWidth

@@ -10,13 +10,13 @@ ScrollBar {
     property AppTheme theme: ThemeEnvironment.theme
 
     policy: size < 1 ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-    minimumSize: 0.06
-    padding: 2
+    minimumSize: Metrics.scrollBarShare
+    padding: Metrics.focusRing
     Accessible.ignored: true
 
     contentItem: Rectangle {
         implicitWidth: Metrics.scrollBarWidth
         radius: width / 2
-        color: Qt.alpha(root.theme.primaryTextColor, root.pressed || root.hovered ? 0.6 : 0.3)
+        color: Qt.alpha(root.theme.primaryTextColor, root.pressed || root.hovered ? Metrics.scrollBarHeldOpacity : Metrics.scrollBarOpacity)
     }
 }

@@ -10,6 +10,8 @@ Slider {
     id: root
 
     property AppTheme theme: ThemeEnvironment.theme
+    /// What is drawn in the accent begins at this value.
+    property real origin: from
 
     readonly property real room: availableWidth - Metrics.handleSize
     readonly property real handleX: Math.round(visualPosition * room * Screen.devicePixelRatio) / Screen.devicePixelRatio
@@ -31,7 +33,12 @@ Slider {
         surface: Surfaces.progressTrack(root.theme)
 
         Rectangle {
-            width: root.handleX + Metrics.handleSize / 2
+            readonly property real start: (root.origin - root.from) / (root.to - root.from) * (root.room + Metrics.handleSize)
+            readonly property real end: root.handleX + Metrics.handleSize / 2
+
+            objectName: "sliderFill"
+            x: Math.min(start, end)
+            width: Math.abs(end - start)
             height: parent.height
             radius: height / 2
             color: root.theme.primaryColor

@@ -17,6 +17,7 @@ MenuItem {
     rightPadding: Metrics.cardPadding
     spacing: Metrics.cardPadding
     Accessible.name: text
+    Accessible.onPressAction: Press.byAction(root)
 
     background: ThemedHighlight {
         radius: Metrics.coverRadius

@@ -284,8 +284,9 @@ std::optional<QString> LocalMusicImportService::getLyrics(const Song &song) cons
 {
     if (song.hasLyricsText())
         return song.embeddedLyrics();
+    constexpr qint64 largestLyrics = qint64{4} * 1024 * 1024;
     QFile file(lyricsFilePath(m_metadataDirectory, song.id()));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestLyrics)
         return std::nullopt;
     return utf8Text(file.readAll());
 }

@@ -8,7 +8,7 @@ Item {
 
     /// Name of the cassette's picture; empty for none.
     property string imageName
-    /// Address of the cover, see ArtworkImageView. A song without one leaves the label of a cassette as it is drawn.
+    /// Address of the cover provider. A song without one leaves the label of a cassette as it is drawn.
     property string coverSource
     /// How large the cover is and how far from the centre, as fractions of the picture; see CassetteLayout.
     property real configScale: 1
@@ -30,24 +30,37 @@ Item {
         width: root.side
         height: root.side
 
-        Image {
+        SteadyImage {
             objectName: "cassette"
             anchors.fill: parent
-            asynchronous: true
-            sourceSize.width: Math.ceil(root.side)
-            sourceSize.height: Math.ceil(root.side)
+            pictureSize: Qt.size(Math.ceil(root.side), Math.ceil(root.side))
             source: root.imageName !== "" && root.side > 0 ? KawaiiIcon.artworkFile(root.imageName) : ""
         }
-        ArtworkImageView {
+        Item {
+            id: cover
+
+            readonly property int cornerRadius: Math.round(root.imageName === "" ? Math.min(root.cornerRadius, width / 2) : CassetteLayout.coverRadius(width))
+
             objectName: "cover"
             x: Math.round(root.coverRect.x)
             y: Math.round(root.coverRect.y)
-            width: size
-            height: size
-            size: Math.max(1, Math.round(root.coverRect.width))
-            cornerRadius: Math.round(root.imageName === "" ? Math.min(root.cornerRadius, size / 2) : CassetteLayout.coverRadius(size))
-            source: root.coverSource
+            width: Math.max(1, Math.round(root.coverRect.width))
+            height: width
             visible: root.coverRect.width > 0 && (root.imageName === "" || root.hasCover)
+
+            Rectangle {
+                anchors.fill: parent
+                radius: cover.cornerRadius
+                color: SystemColors.coverFill
+                visible: !picture.isPicture
+            }
+            SteadyImage {
+                id: picture
+
+                objectName: "picture"
+                anchors.fill: parent
+                source: (root.hasCover ? root.coverSource : "image://cover/none") + "?radius=" + (cover.cornerRadius / cover.width).toFixed(4)
+            }
         }
     }
 }

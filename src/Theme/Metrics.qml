@@ -108,7 +108,9 @@ QtObject {
     readonly property int playGlyphShift: 2
     readonly property int controlButton: 44
     readonly property int handleSize: 16
-    readonly property int volumeWidth: 96
+    readonly property int volumeWidth: 144
+    /// Font size of its symbol, as of the others on the full-screen player.
+    readonly property int volumeSymbol: 16
     readonly property int gainHandleSize: 20
     readonly property int gainLength: 208
     readonly property int shortGainLength: 128
@@ -129,6 +131,10 @@ QtObject {
     readonly property int dancingJump: 18
     readonly property int dancingTilt: 12
     readonly property int scrollBarWidth: 6
+    /// Of the bar's length, however long the list is.
+    readonly property real scrollBarShare: 0.06
+    readonly property real scrollBarOpacity: 0.3
+    readonly property real scrollBarHeldOpacity: 0.6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
 
@@ -173,31 +179,45 @@ QtObject {
     readonly property int lyricHeadroom: 100
     readonly property int lyricFootroom: 200
     /// A line of lyrics is wrapped into as many at most.
-    readonly property int lyricMostRows: 8
+    readonly property int lyricMostRows: 24
     /// Lines fade over this much of the page's upper and lower end.
     readonly property int lyricEdge: 40
     /// From as far a line slides or falls into its place.
     readonly property int lyricEntrance: 28
     readonly property int lyricEntranceDuration: 350
+    /// How much smaller it begins where it grows, and where it springs.
+    readonly property real lyricGrowth: 0.4
+    readonly property real lyricBounce: 0.16
+    readonly property real lyricEntranceResponse: 0.4
+    readonly property real lyricBounceDamping: 0.4
+    readonly property real lyricEntranceDamping: 0.65
+    /// Part of the page's height that is scrolled on the way to a line that is farther.
+    readonly property real lyricFarthestWay: 0.4
     readonly property int lyricStyleDuration: 250
     readonly property int lyricScrollDuration: 300
     readonly property int lyricScrollDelay: 100
     readonly property int miniLyricHeight: 50
+    readonly property int miniLyricFadeOut: 100
 
     readonly property int phoneWidth: 390
     readonly property int phoneHeight: 844
     readonly property int minimumWidth: 320
     readonly property int minimumHeight: 480
-    /// From this width on, the player bar stands in one line.
-    readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
+    /// As small a part of its size the title of a sheet gets before it takes a second line.
+    readonly property real smallestTitle: 0.8
     readonly property int formWidth: 640
     readonly property int dialogWidth: 320
     readonly property int menuWidth: 208
     readonly property int textBlockWidth: 224
 
     readonly property real disabledOpacity: 0.35
+    /// Of a mark that says no more than that a row leads somewhere.
+    readonly property real quietMarkOpacity: 0.6
+    /// Of the edge of a field that is only sunk, and of that about a badge.
+    readonly property real fieldEdgeOpacity: 0.6
+    readonly property real badgeEdgeOpacity: 0.4
     /// Of a text colour that is laid over what the mouse is on, and over what is pressed.
     readonly property real hoverOpacity: Surfaces.hoverOpacity
     readonly property real pressedOpacity: 0.12
@@ -205,11 +225,18 @@ QtObject {
     readonly property int pressDuration: 100
     /// Between two drawings of a large picture whose size changes.
     readonly property int redrawInterval: 100
+    /// A cover stays that long for the next one to come.
+    readonly property int coverPatience: 300
     /// One turn of the mini player's disc.
     readonly property int discTurn: 12000
     readonly property real liftedScale: 1.1
     readonly property real chosenScale: 1.15
     readonly property int putDownDuration: 150
+    /// Of a disc that lies in somebody's hand: how much larger its halo is, and how much of the accent it has.
+    readonly property int discHalo: 8
+    readonly property real discHaloOpacity: 0.3
+    /// By how much a disc without a cover is lighter at its top than the accent.
+    readonly property real discLightness: 1.35
     readonly property int sheetDuration: Motion.scaled(300)
     /// From one picture to the next.
     readonly property int fadeDuration: Motion.scaled(300)
@@ -219,11 +246,12 @@ QtObject {
     readonly property int jumpDuration: Motion.scaled(240)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
-    readonly property int loadingHintDelay: 400
     readonly property int locateDelay: 150
     /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
     readonly property int seekStep: 5
     readonly property real volumeStep: 0.05
+    /// One notch of a mouse's wheel.
+    readonly property int wheelNotch: 120
 
     /// Size of a symbol that stands where a text of that font size would: its box is a fifth larger.
     function symbolOf(fontSize: real): int {

@@ -13,6 +13,10 @@ QtObject {
     readonly property var easeOut: [0, 0, 0.58, 1, 1, 1]
     readonly property var easeInOut: [0.42, 0, 0.58, 1, 1, 1]
 
+    /// Whether what is @p visible in a window of that state is seen: nothing moves unseen.
+    function isSeen(visible: bool, state: int): bool {
+        return visible && state !== Window.Hidden && state !== Window.Minimized;
+    }
     /// How long a movement takes that is made for @p duration milliseconds.
     function scaled(duration: int): int {
         return isReduced ? 0 : duration;

@@ -17,4 +17,10 @@ QtObject {
         if (!event.isAutoRepeat)
             button.clicked();
     }
+
+    /// Whether Space means to play and pause: once, however long it is held down, and not together with another key,
+    /// as input methods and desktops use it.
+    function isPlayPause(event: var): bool {
+        return event.modifiers === Qt.NoModifier && !event.isAutoRepeat;
+    }
 }

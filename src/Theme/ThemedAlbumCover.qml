@@ -25,17 +25,14 @@ Item {
         anchors.fill: parent
         radius: root.cornerRadius
         color: root.theme.surfaceColor
-        visible: picture.status !== Image.Ready
+        visible: !picture.isPicture
     }
-    Image {
+    SteadyImage {
         id: picture
 
         objectName: "picture"
         anchors.fill: parent
-        asynchronous: true
-        fillMode: Image.PreserveAspectCrop
-        sourceSize.width: root.size
-        sourceSize.height: root.size
+        pictureSize: Qt.size(Math.round(root.size), Math.round(root.size))
         source: root.image === "" ? "" : root.roundedImage + (root.roundedImage.includes("?") ? "&" : "?") + "radius=" + (root.cornerRadius / root.size).toFixed(4)
     }
     AlbumCoverShadowModifier {

@@ -19,6 +19,8 @@ FocusScope {
     property surface knobSurface: Surfaces.progressKnob(theme, knobSize)
     /// For screen readers.
     property string name: "进度"
+    /// To arrive at the end has a meaning of its own: a key that is held down stops short of it.
+    property bool isEndFinal: false
 
     /// Where the knob stands.
     readonly property real shown: Progress.clamped(isDragging ? touch.reached : progress)
@@ -37,6 +39,8 @@ FocusScope {
     signal progressDragged(real progress)
     /// True with every change by a drag or a key, false at its end.
     signal editingChanged(bool isEditing)
+    /// A drag has been taken away before its end.
+    signal editingCanceled
 
     onShownChanged: value = shown
     onValueChanged: {
@@ -56,10 +60,13 @@ FocusScope {
     Accessible.onIncreaseAction: root.goTo(shown + stepSize)
     Accessible.onDecreaseAction: root.goTo(shown - stepSize)
     Keys.onLeftPressed: root.goTo(shown - stepSize)
-    Keys.onRightPressed: root.goTo(shown + stepSize)
+    Keys.onRightPressed: event => {
+        if (!isEndFinal || !event.isAutoRepeat || shown + stepSize < maximumValue)
+            root.goTo(shown + stepSize);
+    }
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
-        if (event.accepted)
+        if (event.accepted && !event.isAutoRepeat)
             root.goTo(event.key === Qt.Key_Home ? minimumValue : maximumValue);
     }
 
@@ -129,6 +136,9 @@ FocusScope {
         }
 
         anchors.fill: parent
+        // A bar may be drawn lower than a finger is thick.
+        anchors.topMargin: Math.min(0, Math.floor((root.height - Metrics.touchTarget) / 2))
+        anchors.bottomMargin: anchors.topMargin
         enabled: root.enabled
         hoverEnabled: true
         // A list that the bar lies in shall not take a drag for its own.
@@ -139,6 +149,6 @@ FocusScope {
                 goTo(mouse.x);
         }
         onReleased: root.editingChanged(false)
-        onCanceled: root.editingChanged(false)
+        onCanceled: root.editingCanceled()
     }
 }

@@ -28,7 +28,6 @@ T.ItemDelegate {
     implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.cardPadding
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    text: config.name
     Accessible.name: config.name + "，" + config.host + "，" + status
     Accessible.onPressAction: Press.byAction(root)
     Keys.onReturnPressed: event => Press.byKey(root, event)
@@ -166,7 +165,8 @@ T.ItemDelegate {
             symbol: AppIcons.navigation.more
             isOpen: menu.visible
             theme: root.theme
-            text: "“" + root.config.name + "”的更多操作"
+            text: "更多操作"
+            Accessible.name: "“" + root.config.name + "”的更多操作"
             onClicked: menu.popup(moreButton, Qt.point(moreButton.width - menu.width, moreButton.height))
         }
     }

@@ -99,7 +99,7 @@ FocusScope {
                 anchors.verticalCenter: parent.verticalCenter
                 name: AppIcons.navigation.forward
                 size: Metrics.symbolOf(TextStyles.caption1.size)
-                color: Qt.alpha(root.theme.secondaryTextColor, 0.6 * root.theme.secondaryTextColor.a)
+                color: Qt.alpha(root.theme.secondaryTextColor, Metrics.quietMarkOpacity * root.theme.secondaryTextColor.a)
             }
         }
     }

@@ -29,7 +29,7 @@ T.ItemDelegate {
     implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.rowSpacing
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
-    text: title
+    // No `text`: a name from outside may hold an "&", and would make a shortcut of the letter behind it.
     Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isFavorite ? "，已喜欢" : "")
     Accessible.selected: isCurrent
     Accessible.onPressAction: Press.byAction(root)

@@ -21,4 +21,10 @@ QString oneLine(QString text)
     return text.trimmed();
 }
 
+QString oneLineOr(const QString &text, const QString &otherwise)
+{
+    const QString line = oneLine(text);
+    return line.isEmpty() ? otherwise : line;
+}
+
 } // namespace cadorel

@@ -13,4 +13,7 @@ bool endsLine(QChar c);
 /// laying out megabytes would hold up the window. Any thread.
 QString oneLine(QString text);
 
+/// The same, or @p otherwise where nothing is left of it. Any thread.
+QString oneLineOr(const QString &text, const QString &otherwise);
+
 } // namespace cadorel

@@ -380,6 +380,11 @@ void CadorelViewModel::playOnlineSongs(const QList<OnlineSong> &songs, const Onl
     m_audioPlayer.playOnlineSong(startWith, songs);
 }
 
+void CadorelViewModel::playSongs(const QList<Song> &songs, const Song &startWith)
+{
+    m_audioPlayer.playSong(startWith, songs);
+}
+
 void CadorelViewModel::togglePlayPause()
 {
     m_audioPlayer.togglePlayPause();

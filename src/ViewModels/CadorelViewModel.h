@@ -114,6 +114,8 @@ public:
     void playWebDAVSong(const Song &song);
     void playOnlineSong(const OnlineSong &song);
     void playOnlineSongs(const QList<OnlineSong> &songs, const OnlineSong &startWith);
+    /// The same for songs of the library and of servers.
+    void playSongs(const QList<Song> &songs, const Song &startWith);
     Q_INVOKABLE void togglePlayPause();
     Q_INVOKABLE void next();
     Q_INVOKABLE void previous();

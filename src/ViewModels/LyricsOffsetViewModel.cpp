@@ -33,11 +33,6 @@ QString LyricsOffsetViewModel::statusText() const
     return LyricsOffsetService::statusText(m_currentOffset);
 }
 
-QString LyricsOffsetViewModel::offsetText() const
-{
-    return LyricsOffsetService::formatOffset(m_currentOffset);
-}
-
 void LyricsOffsetViewModel::adjust(int ms)
 {
     if (m_songId.isEmpty())

@@ -17,7 +17,6 @@ class LyricsOffsetViewModel : public QObject
     Q_PROPERTY(QString songTitle READ songTitle NOTIFY songChanged)
     Q_PROPERTY(int currentOffset READ currentOffset NOTIFY currentOffsetChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY currentOffsetChanged)
-    Q_PROPERTY(QString offsetText READ offsetText NOTIFY currentOffsetChanged)
     Q_PROPERTY(int smallestOffset READ smallestOffset CONSTANT)
     Q_PROPERTY(int largestOffset READ largestOffset CONSTANT)
     Q_PROPERTY(int offsetStep READ offsetStep CONSTANT)
@@ -36,8 +35,6 @@ public:
     int currentOffset() const { return m_currentOffset; }
     /// What the offset does, in words.
     QString statusText() const;
-    /// "+0.5s".
-    QString offsetText() const;
     /// Ends and step of the slider, in milliseconds.
     static int smallestOffset() { return -limit; }
     static int largestOffset() { return limit; }

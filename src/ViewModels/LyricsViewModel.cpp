@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/LyricsViewModel.h"
 
+#include "Services/AppearanceOptions.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LyricsOffsetService.h"
 #include "Services/ThemeService.h"
@@ -68,13 +69,19 @@ void LyricsViewModel::linesChanged()
 
 void LyricsViewModel::lookChanged()
 {
-    m_lines.setLook(m_appearance.lyricsFontSize(), m_appearance.lyricsBlurEnabled());
+    // What is stored may be anything.
+    m_lines.setLook(AppearanceOptions::lyricsFontSizes.clamped(m_appearance.lyricsFontSize()),
+                    m_appearance.lyricsBlurEnabled());
+}
+
+int LyricsViewModel::adjustedTime() const
+{
+    return m_offsets.applyOffset(m_position.milliseconds(), m_loader.songId());
 }
 
 qsizetype LyricsViewModel::lastBegun() const
 {
-    return LyricLine::lastBegun(m_loader.lines(),
-                                m_offsets.applyOffset(m_position.milliseconds(), m_loader.songId()));
+    return LyricLine::lastBegun(m_loader.lines(), adjustedTime());
 }
 
 void LyricsViewModel::follow()

@@ -62,6 +62,8 @@ private:
     void linesChanged();
     void lookChanged();
     void follow();
+    /// Where the song is in its lyrics, in milliseconds.
+    int adjustedTime() const;
     /// Index of the last line that has begun, -1 before the first.
     qsizetype lastBegun() const;
     void show(qsizetype lastBegun);

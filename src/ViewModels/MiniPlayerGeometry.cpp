@@ -30,6 +30,12 @@ double fanHeight()
     return std::abs(Geometry::actionPositions(OverlaySide::right).front().offset.y());
 }
 
+/// Where what stands above or beneath the fan begins, from the disc's centre.
+double fanEdge()
+{
+    return fanHeight() + Geometry::overlayButtonSize / 2 + labelGap;
+}
+
 /// Degrees, with 0 to the right.
 double angleOf(ControlAction action, OverlaySide side)
 {
@@ -47,6 +53,13 @@ double angleOf(ControlAction action, OverlaySide side)
         return isLeft ? 240 : 60;
     }
     Q_UNREACHABLE();
+}
+
+/// Left edge of what stands above or beneath the middle of a fan, as far as the window allows.
+double besideDisc(const QPointF &centre, bool toLeft, double width, const QSizeF &screen)
+{
+    const double middle = centre.x() + (toLeft ? -Geometry::overlayRadius : Geometry::overlayRadius) / 2;
+    return within(middle - width / 2, labelGap, screen.width() - labelGap - width);
 }
 
 double distance(const QPointF &a, const QPointF &b)
@@ -121,14 +134,10 @@ double MiniPlayerGeometry::fanShift(const QPointF &centre, const Screen &screen)
     return within(centre.y(), screen.safeTop + reach, screen.height - screen.safeBottom - reach) - centre.y();
 }
 
-bool MiniPlayerGeometry::isOnFan(const QPointF &place, const QPointF &centre, OverlaySide side)
+bool MiniPlayerGeometry::isQueueBeneath(const QPointF &centre, const Screen &screen)
 {
-    if (distance(place, centre) <= half)
-        return true;
-    const auto positions = actionPositions(side);
-    return std::any_of(positions.begin(), positions.end(), [&](const ActionPosition &position) {
-        return distance(place, centre + position.offset) <= overlayButtonSize / 2;
-    });
+    return centre.y() + fanEdge() + queueButtonHeight + labelGap <=
+           screen.height - screen.safeBottom - screen.tabBar;
 }
 
 QPointF MiniPlayerGeometry::labelPlace(const QPointF &centre, const QPointF &offset, const QSizeF &label,
@@ -141,11 +150,18 @@ QPointF MiniPlayerGeometry::labelPlace(const QPointF &centre, const QPointF &off
     const double y = button.y() + labelLift * offset.y() - label.height() / 2;
     if (x >= labelGap && x + label.width() <= screen.width() - labelGap)
         return {x, y};
-    const double edge = fanHeight() + away;
-    const double above = centre.y() - edge - label.height();
-    return {within(centre.x() + (isLeft ? -overlayRadius : overlayRadius) / 2 - label.width() / 2, labelGap,
-                   screen.width() - labelGap - label.width()),
-            above >= labelGap ? above : centre.y() + edge};
+    const double above = centre.y() - fanEdge() - label.height();
+    return {besideDisc(centre, isLeft, label.width(), screen),
+            above >= labelGap ? above : centre.y() + fanEdge()};
+}
+
+QPointF MiniPlayerGeometry::queuePlace(const QPointF &centre, bool beneath, double width,
+                                       const QSizeF &screen)
+{
+    const bool isLeft =
+        side(centre, {.width = screen.width(), .height = screen.height()}) == OverlaySide::left;
+    return {besideDisc(centre, isLeft, width, screen),
+            centre.y() + (beneath ? fanEdge() : -fanEdge() - queueButtonHeight)};
 }
 
 } // namespace cadorel

@@ -24,6 +24,7 @@ class MiniPlayerGeometry : public QObject
     Q_PROPERTY(double overlayRadius MEMBER overlayRadius CONSTANT)
     Q_PROPERTY(double tabBarHeight MEMBER tabBarHeight CONSTANT)
     Q_PROPERTY(int holdMilliseconds MEMBER holdMilliseconds CONSTANT)
+    Q_PROPERTY(double queueButtonHeight MEMBER queueButtonHeight CONSTANT)
 public:
     using QObject::QObject;
 
@@ -53,6 +54,8 @@ public:
     static constexpr double dragThreshold = 8;
     /// A finger that rests this long wants the fan.
     static constexpr int holdMilliseconds = 350;
+    /// Of the button that leads to the queue.
+    static constexpr double queueButtonHeight = 44;
 
     /// The room that there is.
     struct Screen
@@ -95,13 +98,18 @@ public:
     static std::optional<ControlAction> determineAction(const QPointF &translation, OverlaySide side);
     /// How far disc and fan go downwards while the fan is open, so that all of its buttons are seen.
     static double fanShift(const QPointF &centre, const Screen &screen);
-    /// Whether a place lies on the disc or on a button of its open fan.
-    static bool isOnFan(const QPointF &place, const QPointF &centre, OverlaySide side);
+    /// Whether the button that leads to the queue has room beneath a fan about @p centre; else it stands
+    /// above it.
+    static bool isQueueBeneath(const QPointF &centre, const Screen &screen);
 
     /// Upper left corner of the chosen button's label: beside the button, or above or beneath the fan where
     /// there is no room. @param centre of the disc as it is shown, @param offset of the button from it,
     /// @param label and @param screen their sizes
     Q_INVOKABLE static QPointF labelPlace(const QPointF &centre, const QPointF &offset, const QSizeF &label,
+                                          const QSizeF &screen);
+    /// Upper left corner of the button that leads to the queue, as wide as @p width. @param beneath it stands
+    /// beneath the fan, not above it
+    Q_INVOKABLE static QPointF queuePlace(const QPointF &centre, bool beneath, double width,
                                           const QSizeF &screen);
 };
 

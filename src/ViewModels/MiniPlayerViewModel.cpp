@@ -43,7 +43,14 @@ MiniPlayerViewModel::MiniPlayerViewModel(CadorelViewModel &viewModel, PlaybackVi
     updateFavorite();
 }
 
-MiniPlayerViewModel::~MiniPlayerViewModel() = default;
+MiniPlayerViewModel::~MiniPlayerViewModel()
+{
+    // The right edge has gone elsewhere with the window since the disc was left there; the next start must
+    // find it.
+    const std::optional<QPointF> stored = m_themeService.miniPlayerPosition();
+    if (m_keepsRight && stored && m_position && stored->x() != m_position->x())
+        save({m_position->x(), stored->y()});
+}
 
 // MARK: place
 
@@ -82,9 +89,13 @@ void MiniPlayerViewModel::place()
         setPosition(MiniPlayerGeometry::startPosition(m_screen), false);
         return;
     }
-    const double x = m_keepsRight ? MiniPlayerGeometry::rightLimit(m_screen) : m_home->x();
-    setPosition(MiniPlayerGeometry::dropped({x, m_home->y()}, m_screen), false);
-    m_keepsRight = m_keepsRight || m_position->x() >= MiniPlayerGeometry::rightLimit(m_screen);
+    const double right = MiniPlayerGeometry::rightLimit(m_screen);
+    // It was left at the edge of a window as wide as this one. Later that may be chance: the window is on its
+    // way through all widths.
+    if (!m_position && m_home->x() == right)
+        m_keepsRight = true;
+    setPosition(MiniPlayerGeometry::dropped({m_keepsRight ? right : m_home->x(), m_home->y()}, m_screen),
+                false);
 }
 
 void MiniPlayerViewModel::loadStoredPosition()
@@ -100,8 +111,12 @@ void MiniPlayerViewModel::updatePosition(const QPointF &translation, const QPoin
     setPosition(centre, animate);
     m_home = centre;
     m_keepsRight = centre.x() >= MiniPlayerGeometry::rightLimit(screen);
-    if (!save)
-        return;
+    if (save)
+        this->save(centre);
+}
+
+void MiniPlayerViewModel::save(const QPointF &centre)
+{
     m_isSaving = true;
     m_themeService.setMiniPlayerPosition(centre);
     m_isSaving = false;
@@ -126,13 +141,15 @@ void MiniPlayerViewModel::setPosition(const QPointF &centre, bool animate)
 
 // MARK: gestures
 
-void MiniPlayerViewModel::press(const QPointF &point)
+void MiniPlayerViewModel::press(const QPointF &point, const QPointF &shownCentre)
 {
     // What a tap on the disc of an open fan means is to close it: the finger means nothing else.
-    if (m_isFanPinned)
+    if (m_isFanPinned) {
         resetControlMode();
-    else
-        m_pressPoint = point;
+        return;
+    }
+    m_pressPoint = point;
+    m_shownAtPress = shownCentre;
 }
 
 void MiniPlayerViewModel::move(const QPointF &point)
@@ -141,13 +158,18 @@ void MiniPlayerViewModel::move(const QPointF &point)
         return;
     const QPointF translation = point - *m_pressPoint;
     if (m_isControlMode) {
-        setActiveAction(MiniPlayerGeometry::determineAction(translation, side()));
+        // The fan stands a little aside of the disc's place where that is too near to an edge: the finger
+        // means the button that is seen under it.
+        const bool rests =
+            std::hypot(translation.x(), translation.y()) < MiniPlayerGeometry::swipeTriggerDistance;
+        const QPointF inFan = translation - QPointF(0, fanShift());
+        setActiveAction(rests ? std::nullopt : MiniPlayerGeometry::determineAction(inFan, side()));
         return;
     }
     if (!m_isDragging) {
         if (std::hypot(translation.x(), translation.y()) < MiniPlayerGeometry::dragThreshold)
             return;
-        m_dragStartPosition = effectivePosition();
+        m_dragStartPosition = m_shownAtPress;
         setIsDragging(true);
     }
     setPosition(*m_dragStartPosition + translation, false);
@@ -221,10 +243,11 @@ QPointF MiniPlayerViewModel::activeOffset() const
     return row < 0 ? QPointF() : m_fan->index(row).data(MiniPlayerFanModel::OffsetRole).toPointF();
 }
 
-void MiniPlayerViewModel::setActiveAction(std::optional<ControlAction> action)
+void MiniPlayerViewModel::setActiveAction(std::optional<ControlAction> action, bool isQueueChosen)
 {
-    if (action == activeAction())
+    if (action == activeAction() && isQueueChosen == m_isQueueChosen)
         return;
+    m_isQueueChosen = isQueueChosen;
     m_fan->setActive(action);
     Q_EMIT activeActionChanged();
 }
@@ -268,13 +291,6 @@ void MiniPlayerViewModel::toggleFan()
         enterControlMode(true);
 }
 
-void MiniPlayerViewModel::pressElsewhere(const QPointF &point)
-{
-    const QPointF centre = effectivePosition() + QPointF(0, fanShift());
-    if (m_isFanPinned && !MiniPlayerGeometry::isOnFan(point, centre, side()))
-        resetControlMode();
-}
-
 bool MiniPlayerViewModel::pressKey(int key, int modifiers, bool isAutoRepeat)
 {
     const bool asksForFan =
@@ -286,7 +302,7 @@ bool MiniPlayerViewModel::pressKey(int key, int modifiers, bool isAutoRepeat)
             setActiveAction(ControlAction::playPause);
         return true;
     }
-    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
     if (!m_isFanPinned) {
         if (isReturn && !isAutoRepeat)
             open();
@@ -310,21 +326,54 @@ bool MiniPlayerViewModel::pressKey(int key, int modifiers, bool isAutoRepeat)
         resetControlMode();
         return true;
     default:
-        if (!isReturn && key != Qt::Key_Space)
-            return false;
-        if (!isAutoRepeat)
-            choose(m_fan->rowOf(activeAction()));
-        return true;
+        if (isReturn && !isAutoRepeat) {
+            if (m_isQueueChosen)
+                chooseQueue();
+            else
+                choose(m_fan->rowOf(activeAction()));
+        }
+        return isReturn;
     }
 }
 
 /// Chooses the button that is so many lower on the screen; none lies beyond the last.
 void MiniPlayerViewModel::step(int downwards)
 {
+    const int count = m_fan->rowCount();
     const int row = m_fan->rowOf(activeAction());
-    const int rows = side() == OverlaySide::right ? downwards : -downwards;
-    highlight(row < 0 ? m_fan->rowOf(ControlAction::playPause)
-                      : std::clamp(row + rows, 0, m_fan->rowCount() - 1));
+    if (row < 0 && !m_isQueueChosen) {
+        highlight(m_fan->rowOf(ControlAction::playPause));
+        return;
+    }
+    // The places from the top to the bottom: five of the fan, and that of the queue after or before them.
+    const bool isDownwards = side() == OverlaySide::right;
+    const int queuePlace = isQueueBeneath() ? count : -1;
+    const int place = m_isQueueChosen ? queuePlace : isDownwards ? row : count - 1 - row;
+    const int wanted =
+        std::clamp(place + downwards, std::min(0, queuePlace), std::max(count - 1, queuePlace));
+    if (wanted == queuePlace)
+        highlightQueue();
+    else
+        highlight(isDownwards ? wanted : count - 1 - wanted);
+}
+
+bool MiniPlayerViewModel::isQueueBeneath() const
+{
+    return MiniPlayerGeometry::isQueueBeneath(effectivePosition() + QPointF(0, fanShift()), m_screen);
+}
+
+void MiniPlayerViewModel::highlightQueue()
+{
+    if (m_isFanPinned)
+        setActiveAction(std::nullopt, true);
+}
+
+void MiniPlayerViewModel::chooseQueue()
+{
+    if (!m_isFanPinned)
+        return;
+    resetControlMode();
+    Q_EMIT queueRequested();
 }
 
 void MiniPlayerViewModel::highlight(int row)

@@ -7,7 +7,6 @@
 #include <QObject>
 #include <QPointF>
 #include <QUuid>
-#include <QVariant>
 
 #include <optional>
 
@@ -25,21 +24,19 @@ class MiniPlayerViewModel : public QObject
 {
     Q_OBJECT
     Q_MOC_INCLUDE("ViewModels/MiniPlayerFanModel.h")
-    /// Undefined until the disc has been laid out.
-    Q_PROPERTY(QVariant position READ positionValue NOTIFY positionChanged)
     Q_PROPERTY(QPointF effectivePosition READ effectivePosition NOTIFY positionChanged)
     Q_PROPERTY(double fanShift READ fanShift NOTIFY positionChanged)
     Q_PROPERTY(bool animatesPosition READ animatesPosition NOTIFY animatesPositionChanged)
-    Q_PROPERTY(bool hasLoadedPosition READ hasLoadedPosition NOTIFY hasLoadedPositionChanged)
     Q_PROPERTY(bool isDragging READ isDragging NOTIFY isDraggingChanged)
     Q_PROPERTY(bool isControlMode READ isControlMode NOTIFY isControlModeChanged)
     Q_PROPERTY(bool isFanPinned READ isFanPinned NOTIFY isFanPinnedChanged)
     Q_PROPERTY(QString activeLabel READ activeLabel NOTIFY activeActionChanged)
     Q_PROPERTY(QPointF activeOffset READ activeOffset NOTIFY activeActionChanged)
+    Q_PROPERTY(bool isQueueChosen READ isQueueChosen NOTIFY activeActionChanged)
+    Q_PROPERTY(bool isQueueBeneath READ isQueueBeneath NOTIFY positionChanged)
     Q_PROPERTY(cadorel::MiniPlayerFanModel *fan READ fan CONSTANT)
     Q_PROPERTY(bool isSpinning READ isSpinning NOTIFY isSpinningChanged)
     Q_PROPERTY(QUuid spinKey READ spinKey NOTIFY spinKeyChanged)
-    Q_PROPERTY(bool isCurrentSongFavorite READ isCurrentSongFavorite NOTIFY isCurrentSongFavoriteChanged)
     Q_PROPERTY(QString coverSource READ coverSource NOTIFY coverSourceChanged)
     Q_PROPERTY(bool hasCover READ hasCover NOTIFY coverSourceChanged)
     Q_PROPERTY(QString name READ name NOTIFY songChanged)
@@ -74,6 +71,10 @@ public:
     /// Of the chosen action; empty for none.
     QString activeLabel() const;
     QPointF activeOffset() const;
+    /// Beside the five actions, a fan that stays open leads to the queue: that is what is meant.
+    bool isQueueChosen() const { return m_isQueueChosen; }
+    /// Its button stands beneath the fan, not above it.
+    bool isQueueBeneath() const;
     OverlaySide side() const { return m_fan->side(); }
     MiniPlayerFanModel *fan() const { return m_fan; }
     /// The song plays.
@@ -96,7 +97,9 @@ public:
     void updatePosition(const QPointF &translation, const QPointF &effectivePosition, const Screen &screen,
                         bool animate, bool save);
 
-    Q_INVOKABLE void press(const QPointF &point);
+    void press(const QPointF &point) { press(point, effectivePosition()); }
+    /// @param shownCentre where the disc is seen, which is not yet at its place while it flies there
+    Q_INVOKABLE void press(const QPointF &point, const QPointF &shownCentre);
     Q_INVOKABLE void move(const QPointF &point);
     Q_INVOKABLE void longPress();
     Q_INVOKABLE void release(const QPointF &point);
@@ -105,14 +108,15 @@ public:
 
     /// What the right button asks for: the fan comes and stays, or goes.
     Q_INVOKABLE void toggleFan();
-    /// A press at that place while the fan stays open; beside the fan it closes it.
-    Q_INVOKABLE void pressElsewhere(const QPointF &point);
     /// A key of the disc or its fan. @return whether it meant something
     Q_INVOKABLE bool pressKey(int key, int modifiers, bool isAutoRepeat);
     /// The mouse or the keyboard is on a button of a fan that stays open.
     Q_INVOKABLE void highlight(int row);
     /// A button of the fan is pressed: does what it is for, and the fan closes.
     Q_INVOKABLE void choose(int row);
+    /// The same for the button that leads to the queue.
+    Q_INVOKABLE void highlightQueue();
+    Q_INVOKABLE void chooseQueue();
     /// Closes the fan.
     Q_INVOKABLE void resetControlMode();
     /// What a tap does: it asks for the Now Playing screen, or closes a fan that stays open.
@@ -135,16 +139,18 @@ Q_SIGNALS:
     void songChanged();
     /// The Now Playing screen is wanted.
     void openRequested();
+    /// The queue is wanted.
+    void queueRequested();
     /// The library shall show the current song.
     void miniPlayerLocateCurrentSong(const QString &songId, bool isWebDAV);
 
 private:
-    QVariant positionValue() const { return m_position ? QVariant(*m_position) : QVariant(); }
     void place();
     void loadStoredPosition();
+    void save(const QPointF &centre);
     void setPosition(const QPointF &centre, bool animate);
     void setIsDragging(bool isDragging);
-    void setActiveAction(std::optional<ControlAction> action);
+    void setActiveAction(std::optional<ControlAction> action, bool isQueueChosen = false);
     void enterControlMode(bool staysOpen);
     void step(int downwards);
     void restartSpin();
@@ -169,10 +175,12 @@ private:
 
     /// Of a finger that is down and means something.
     std::optional<QPointF> m_pressPoint;
+    QPointF m_shownAtPress;
     std::optional<QPointF> m_dragStartPosition;
     bool m_isDragging = false;
     bool m_isControlMode = false;
     bool m_isFanPinned = false;
+    bool m_isQueueChosen = false;
 
     QUuid m_spinKey = QUuid::createUuid();
     QString m_songIdentity;

@@ -7,7 +7,9 @@
 #include "Services/PlaylistService.h"
 #include "Utils/Console.h"
 #include "Utils/KawaiiIcon.h"
+#include "Utils/OneLine.h"
 #include "ViewModels/CadorelViewModel.h"
+#include "ViewModels/LyricsLoader.h"
 #include "ViewModels/LyricsViewModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 
@@ -19,11 +21,6 @@ namespace cadorel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString textOr(const QString &text, const QString &otherwise)
-{
-    return text.isEmpty() ? otherwise : text;
-}
 
 /// @param quality as the preferences name it
 QString qualityDisplay(const QString &quality)
@@ -118,15 +115,13 @@ bool NowPlayingViewModel::hasSong() const
 
 void NowPlayingViewModel::songChanged()
 {
-    const auto &song = player().currentSong();
-    const auto &online = player().currentOnlineSong();
-    const QString id = song ? song->id() : online ? online->id : u"none"_s;
+    const QString id = LyricsLoader::currentSongId(player());
     const bool isOther = id != m_currentSongId;
     if (isOther)
-        stopDragging();
-    publish(m_title, textOr(hasSong() ? m_viewModel.currentSongTitle() : QString(), u"未知歌曲"_s),
+        cancelDrag();
+    publish(m_title, oneLineOr(hasSong() ? m_viewModel.currentSongTitle() : QString(), u"未知歌曲"_s),
             &NowPlayingViewModel::titleChanged);
-    publish(m_artist, textOr(m_viewModel.currentArtist(), u"未知艺术家"_s),
+    publish(m_artist, oneLineOr(m_viewModel.currentArtist(), u"未知艺术家"_s),
             &NowPlayingViewModel::artistChanged);
     updateQuality();
     updateFavorite();
@@ -222,10 +217,10 @@ void NowPlayingViewModel::endDrag()
         player().endCurrentTrack();
     else
         player().seek(seekTime);
-    stopDragging();
+    cancelDrag();
 }
 
-void NowPlayingViewModel::stopDragging()
+void NowPlayingViewModel::cancelDrag()
 {
     if (!m_isDragging)
         return;
@@ -295,24 +290,19 @@ void NowPlayingViewModel::togglePlayMode()
 
 // MARK: the equalizer
 
-bool NowPlayingViewModel::equalizerOn() const
-{
-    return m_equalizer.isEnabled();
-}
-
 QString NowPlayingViewModel::equalizerText() const
 {
-    return equalizerOn() ? u"均衡器已启用"_s : u"均衡器已关闭"_s;
+    return m_equalizer.isEnabled() ? u"均衡器已启用"_s : u"均衡器已关闭"_s;
 }
 
 QString NowPlayingViewModel::equalizerButtonText() const
 {
-    return equalizerOn() ? u"调整"_s : u"去开启"_s;
+    return m_equalizer.isEnabled() ? u"调整"_s : u"去开启"_s;
 }
 
 QString NowPlayingViewModel::equalizerDetail() const
 {
-    return equalizerOn() ? displayName(m_equalizer.currentPreset()) : u"已关闭"_s;
+    return m_equalizer.isEnabled() ? displayName(m_equalizer.currentPreset()) : u"已关闭"_s;
 }
 
 void NowPlayingViewModel::updateNeedsReplay()
@@ -342,7 +332,7 @@ void NowPlayingViewModel::disappear()
 
 void NowPlayingViewModel::forget()
 {
-    stopDragging();
+    cancelDrag();
     setCurrentPage(CoverPage);
     m_sleep.cancelCustom();
     m_sleep.select(0);

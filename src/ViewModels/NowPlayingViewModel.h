@@ -44,7 +44,6 @@ class NowPlayingViewModel : public QObject
     Q_PROPERTY(QString playModeLabel READ playModeLabel NOTIFY playModeChanged)
     Q_PROPERTY(QString playModeKawaiiName READ playModeKawaiiName NOTIFY playModeChanged)
     Q_PROPERTY(bool isFavorite READ isFavorite NOTIFY isFavoriteChanged)
-    Q_PROPERTY(bool equalizerOn READ equalizerOn NOTIFY equalizerChanged)
     Q_PROPERTY(QString equalizerText READ equalizerText NOTIFY equalizerChanged)
     Q_PROPERTY(QString equalizerButtonText READ equalizerButtonText NOTIFY equalizerChanged)
     Q_PROPERTY(QString equalizerDetail READ equalizerDetail NOTIFY equalizerChanged)
@@ -103,7 +102,6 @@ public:
     /// Name of the drawn picture that stands for the mode.
     QString playModeKawaiiName() const;
     bool isFavorite() const { return m_isFavorite; }
-    bool equalizerOn() const;
     QString equalizerText() const;
     QString equalizerButtonText() const;
     /// Name of the preset, or that it is off.
@@ -128,6 +126,8 @@ public:
     /// The slider was let go: seeks there, or ends the song where next to nothing of it is left. Without a
     /// drag, and after the song changed under it, nothing happens.
     Q_INVOKABLE void endDrag();
+    /// The drag came to nothing: the slider is back where the song is.
+    Q_INVOKABLE void cancelDrag();
 
     Q_INVOKABLE void togglePlayPause();
     Q_INVOKABLE void next();
@@ -165,7 +165,6 @@ private:
     void updateQuality();
     void updateFavorite();
     void updateNeedsReplay();
-    void stopDragging();
     void forget();
     AudioPlayerService &player() const;
     template <typename T>

@@ -80,6 +80,14 @@ void OnlineSearchViewModel::performSearch()
     refreshContent();
 }
 
+void OnlineSearchViewModel::searchIfNew()
+{
+    const bool isKnown =
+        m_hasSearched && m_searchText == m_lastSearchKeyword && m_selectedPlatform == m_lastSearchPlatform;
+    if (!m_searchText.isEmpty() && !isKnown)
+        performSearch();
+}
+
 void OnlineSearchViewModel::retry()
 {
     setSearchText(m_lastSearchKeyword);

@@ -63,6 +63,8 @@ public:
 
     /// Searches for the text as it stands.
     Q_INVOKABLE void performSearch();
+    /// The same, unless there is no text or it is what was searched for last, there, whatever came of it.
+    Q_INVOKABLE void searchIfNew();
     /// Chooses a platform by its place in platforms(); a text that is there is searched for there.
     Q_INVOKABLE void selectPlatform(int index);
     /// Searches again as the last time, whatever has been typed since.

@@ -85,10 +85,4 @@ QString OutputDeviceModel::idAt(int row) const
     return row >= 0 && row < m_rows.size() ? m_rows.at(row).id : QString();
 }
 
-QString OutputDeviceModel::chosenName() const
-{
-    const auto chosen = std::ranges::find(m_rows, true, &Row::isChosen);
-    return chosen == m_rows.cend() ? QString() : chosen->name;
-}
-
 } // namespace cadorel

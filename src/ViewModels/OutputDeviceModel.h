@@ -29,8 +29,6 @@ public:
     void show(const QList<OutputDevice> &devices, const QString &chosen);
     /// Id of the row's device; empty for the default and for a row that is not there.
     QString idAt(int row) const;
-    /// Name of the chosen row; empty without rows.
-    QString chosenName() const;
 
 private:
     struct Row

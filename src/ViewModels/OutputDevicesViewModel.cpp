@@ -32,11 +32,6 @@ bool OutputDevicesViewModel::hasDevices() const
     return m_model->count() > 0;
 }
 
-QString OutputDevicesViewModel::chosenName() const
-{
-    return m_model->chosenName();
-}
-
 void OutputDevicesViewModel::open()
 {
     if (m_devices)

@@ -16,7 +16,6 @@ class OutputDevicesViewModel : public QObject
     Q_MOC_INCLUDE("ViewModels/OutputDeviceModel.h")
     Q_PROPERTY(cadorel::OutputDeviceModel *devices READ devices CONSTANT)
     Q_PROPERTY(bool hasDevices READ hasDevices NOTIFY devicesChanged)
-    Q_PROPERTY(QString chosenName READ chosenName NOTIFY devicesChanged)
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
@@ -28,8 +27,6 @@ public:
 
     OutputDeviceModel *devices() const { return m_model; }
     bool hasDevices() const;
-    /// Name of what is chosen; empty where there is nothing to choose.
-    QString chosenName() const;
     bool isOpen() const { return m_isOpen; }
     /// That the chosen device has gone, until the listener has read it or chosen another; empty for nothing.
     QString notice() const { return m_notice; }

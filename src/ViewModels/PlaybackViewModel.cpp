@@ -46,8 +46,10 @@ PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel, const OnlineSo
     connect(&player(), &AudioPlayerService::currentTimeChanged, this, &PlaybackViewModel::timeChanged);
     connect(&player(), &AudioPlayerService::durationChanged, this, &PlaybackViewModel::durationChanged);
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, &PlaybackViewModel::coverChanged);
+    connect(&player(), &AudioPlayerService::volumeChanged, this, &PlaybackViewModel::followVolume);
     durationChanged();
     coverChanged();
+    followVolume();
 }
 
 AudioPlayerService &PlaybackViewModel::player() const
@@ -123,6 +125,39 @@ void PlaybackViewModel::changeVolume(double step)
 {
     if (std::isfinite(step))
         player().setVolume(static_cast<float>(std::clamp(player().volume() + step, 0.0, 1.0)));
+}
+
+double PlaybackViewModel::volume() const
+{
+    return player().volume();
+}
+
+void PlaybackViewModel::dragVolume(double volume)
+{
+    if (!std::isfinite(volume))
+        return;
+    m_isDraggingVolume = true;
+    player().setVolume(static_cast<float>(std::clamp(volume, 0.0, 1.0)));
+}
+
+void PlaybackViewModel::endVolumeDrag()
+{
+    m_isDraggingVolume = false;
+    if (player().volume() > 0)
+        m_audibleVolume = player().volume();
+}
+
+void PlaybackViewModel::toggleMute()
+{
+    player().setVolume(player().volume() > 0 ? 0 : m_audibleVolume);
+}
+
+void PlaybackViewModel::followVolume()
+{
+    // On its way to silence a drag comes by all that is nearly silent.
+    if (!m_isDraggingVolume)
+        endVolumeDrag();
+    Q_EMIT volumeChanged();
 }
 
 void PlaybackViewModel::dismissPlayError()

@@ -21,6 +21,7 @@ class PlaybackViewModel : public QObject
     Q_PROPERTY(double sliderPosition READ sliderPosition NOTIFY sliderPositionChanged)
     Q_PROPERTY(bool canSeek READ canSeek NOTIFY canSeekChanged)
     Q_PROPERTY(QString coverSource READ coverSource NOTIFY coverSourceChanged)
+    Q_PROPERTY(double volume READ volume NOTIFY volumeChanged)
 
 public:
     /// @param viewModel and @param onlineAddresses outlive this object; without the latter online songs have
@@ -43,6 +44,8 @@ public:
     bool canSeek() const { return m_canSeek; }
     /// Address of the cover for the cover image provider.
     QString coverSource() const { return m_coverSource; }
+    /// Part of the whole, 0...1.
+    double volume() const;
 
     /// Goes to a fraction of the song, 0...1; at its very end the song is over.
     Q_INVOKABLE void seek(double fraction);
@@ -50,6 +53,12 @@ public:
     Q_INVOKABLE void seekBy(double seconds);
     /// @param step part of the whole, -1...1
     Q_INVOKABLE void changeVolume(double step);
+    /// The volume's slider is being moved.
+    Q_INVOKABLE void dragVolume(double volume);
+    /// It was let go. What is silent then is made audible at the volume from before the drag.
+    Q_INVOKABLE void endVolumeDrag();
+    /// Silences, or goes back to the last volume that could be heard.
+    Q_INVOKABLE void toggleMute();
     Q_INVOKABLE void dismissPlayError();
 
 Q_SIGNALS:
@@ -58,8 +67,10 @@ Q_SIGNALS:
     void sliderPositionChanged();
     void canSeekChanged();
     void coverSourceChanged();
+    void volumeChanged();
 
 private:
+    void followVolume();
     void timeChanged();
     void durationChanged();
     void coverChanged();
@@ -73,6 +84,9 @@ private:
     double m_sliderPosition = 0;
     bool m_canSeek = false;
     QString m_coverSource;
+    bool m_isDraggingVolume = false;
+    /// What a silent player goes back to.
+    float m_audibleVolume = 1;
 };
 
 } // namespace cadorel

@@ -20,12 +20,6 @@ bool sharesList(const QList<Record> &a, const QList<Record> &b)
     return a.constData() == b.constData() && a.size() == b.size();
 }
 
-QString orElse(const QString &text, const QString &fallback)
-{
-    const QString line = oneLine(text);
-    return line.isEmpty() ? fallback : line;
-}
-
 } // namespace
 
 const QString QueueModel::playingSection = u"正在播放"_s;
@@ -54,9 +48,9 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
     case TitleRole:
         return song ? SongListModel::displayTitle(*song)
-                    : orElse(online ? online->name : QString(), u"未知歌曲"_s);
+                    : oneLineOr(online ? online->name : QString(), u"未知歌曲"_s);
     case ArtistRole:
-        return orElse(song ? song->artist() : online ? online->artist : QString(), u"未知艺术家"_s);
+        return oneLineOr(song ? song->artist() : online ? online->artist : QString(), u"未知艺术家"_s);
     case CoverSourceRole:
         return online ? CoverRegistry::shared().source(*online, m_coverAddress(*online))
                       : CoverRegistry::shared().source(song ? *song : Song());

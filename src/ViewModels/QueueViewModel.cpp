@@ -107,11 +107,11 @@ void QueueViewModel::playRow(const QueueModel &model, int row)
         if (row != 0 || model.playingRow() != 0)
             return;
         if (queue.song)
-            player().playSong(*queue.song, {});
+            m_viewModel.playSongs({}, *queue.song);
         else if (queue.onlineSong)
-            player().playOnlineSong(*queue.onlineSong, {});
+            m_viewModel.playOnlineSongs({}, *queue.onlineSong);
     } else if (!queue.songs.isEmpty()) {
-        player().playSong(queue.songs.at(index), queue.songs);
+        m_viewModel.playSongs(queue.songs, queue.songs.at(index));
     } else {
         m_viewModel.playOnlineSongs(queue.onlineSongs, queue.onlineSongs.at(index));
     }
@@ -126,6 +126,14 @@ void QueueViewModel::clear()
 {
     player().clearQueue();
     refresh();
+}
+
+void QueueViewModel::setIsOpen(bool isOpen)
+{
+    if (isOpen == m_isOpen)
+        return;
+    m_isOpen = isOpen;
+    Q_EMIT isOpenChanged();
 }
 
 void QueueViewModel::moveCovers()

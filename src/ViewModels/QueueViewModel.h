@@ -20,6 +20,7 @@ class QueueViewModel : public QObject
     Q_PROPERTY(cadorel::QueueModel *upcoming READ upcoming CONSTANT)
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY isEmptyChanged)
     Q_PROPERTY(int playingRow READ playingRow NOTIFY playingRowChanged)
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
 
 public:
     /// @param viewModel outlives this object, @param coverAddress tells where covers of online songs lie
@@ -42,12 +43,17 @@ public:
     Q_INVOKABLE void togglePlayPause();
     /// Empties the queue; the song plays on.
     Q_INVOKABLE void clear();
+    /// The sheet with the queue is shown.
+    bool isOpen() const { return m_isOpen; }
+    Q_INVOKABLE void open() { setIsOpen(true); }
+    Q_INVOKABLE void close() { setIsOpen(false); }
     /// The API endpoint has changed, and the covers of online songs with it.
     void moveCovers();
 
 Q_SIGNALS:
     void isEmptyChanged();
     void playingRowChanged();
+    void isOpenChanged();
 
 private:
     AudioPlayerService &player() const;
@@ -55,12 +61,14 @@ private:
     void requestRefresh();
     void refresh();
     void playRow(const QueueModel &model, int row);
+    void setIsOpen(bool isOpen);
 
     CadorelViewModel &m_viewModel;
     QueueModel *m_songs;
     QueueModel *m_upcoming;
     bool m_isEmpty = true;
     int m_playingRow = -1;
+    bool m_isOpen = false;
     bool m_isStale = false;
 };
 

@@ -7,12 +7,16 @@
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/LibraryViewModel.h"
 #include "ViewModels/NavidromeServerFormViewModel.h"
+#include "ViewModels/NavidromeServerPageViewModel.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/PlaylistEditorViewModel.h"
 #include "ViewModels/PlaylistPageViewModel.h"
 #include "ViewModels/PlaylistPickerViewModel.h"
+#include "ViewModels/TopListPageViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
 #include "ViewModels/WebDAVServerFormViewModel.h"
+#include "ViewModels/WebDAVServerPageViewModel.h"
 
 namespace cadorel {
 
@@ -58,6 +62,7 @@ ScreenModels::ScreenModels(const ScreenServices &services, CadorelViewModel &roo
                      &QueueViewModel::moveCovers);
     QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::miniPlayerLocateCurrentSong, &m_content,
                      &ContentViewModel::miniPlayerLocateCurrentSong);
+    QObject::connect(&m_miniPlayer, &MiniPlayerViewModel::queueRequested, &m_queue, &QueueViewModel::open);
 }
 
 ScreenModels::~ScreenModels() = default;
@@ -67,10 +72,16 @@ QVariantMap ScreenModels::windowProperties()
     return {{u"screens"_s, QVariant::fromValue(this)}};
 }
 
-void ScreenModels::closeSheets()
+void ScreenModels::closeSheetsAndPages()
 {
+    m_playlists.page()->close();
+    m_servers.page()->close();
+    m_navidrome.page()->close();
+    m_online.charts()->page()->close();
+    m_online.charts()->close();
     m_equalizer.close();
     m_devices.close();
+    m_queue.close();
     m_online.settings()->close();
     m_playlists.picker()->close();
     m_playlists.editor()->cancelCreate();

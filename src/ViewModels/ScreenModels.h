@@ -98,8 +98,8 @@ public:
 
     /// What the window of Main.qml asks for, by the names of its properties.
     QVariantMap windowProperties();
-    /// Forgets which sheets are open, so that screens that are made anew begin without.
-    Q_INVOKABLE void closeSheets();
+    /// Forgets which sheets and pages are open, so that screens that are made anew begin without.
+    Q_INVOKABLE void closeSheetsAndPages();
 
 private:
     CadorelViewModel &m_root;

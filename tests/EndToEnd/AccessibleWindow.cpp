@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -63,6 +64,12 @@ QRect rectangle(const QVariant &extents)
 const QString &valueInterface()
 {
     static const QString name = u"org.a11y.atspi.Value"_s;
+    return name;
+}
+
+const QString &actionInterface()
+{
+    static const QString name = u"org.a11y.atspi.Action"_s;
     return name;
 }
 
@@ -133,12 +140,14 @@ QString AccessibleWindow::player()
     const QStringList names = connection.interface()->registeredServiceNames().value();
     if (names.contains(m_player))
         return m_player;
-    // The only one besides the bus and this side of it.
-    const auto isOther = [&connection](const QString &name) {
-        return name.startsWith(u':') && name != connection.baseService();
-    };
-    const auto found = std::ranges::find_if(names, isOther);
-    m_player = found == names.end() ? QString() : *found;
+    // The only one that has a window to tell of.
+    for (const QString &name : names) {
+        m_player = name;
+        if (name.startsWith(u':') && name != connection.baseService() &&
+            !call(root(), accessible(), u"GetRoleName"_s).isEmpty())
+            return m_player;
+    }
+    m_player.clear();
     return m_player;
 }
 
@@ -175,7 +184,7 @@ AccessibleWindow::Item AccessibleWindow::item(const QString &path)
             .path = path};
 }
 
-void AccessibleWindow::collect(const QString &path, int depth, QList<Item> &items)
+void AccessibleWindow::collect(const QString &path, const QString &name, int depth, QList<Item> &items)
 {
     constexpr int deepest = 60;
     if (depth > deepest)
@@ -184,12 +193,13 @@ void AccessibleWindow::collect(const QString &path, int depth, QList<Item> &item
     if (children.isEmpty())
         return;
     for (const QString &child : paths(children.constFirst())) {
-        const Item here = item(child);
+        Item here = item(child);
+        here.parentName = name;
         // The program itself is a child of the root, and no place on the display.
         if (!here.isShown && depth > 0)
             continue;
         items.append(here);
-        collect(child, depth + 1, items);
+        collect(child, here.name, depth + 1, items);
     }
 }
 
@@ -197,14 +207,17 @@ QList<AccessibleWindow::Item> AccessibleWindow::items()
 {
     QList<Item> result;
     if (!player().isEmpty())
-        collect(root(), 0, result);
+        collect(root(), {}, 0, result);
     return result;
 }
 
 std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matches, int limitMs)
 {
+    // What slides in is not where it will be. The end of a way is slow: two looks alone would not tell.
+    constexpr qint64 restMs = 200;
     std::optional<Item> found;
     QRect before;
+    QElapsedTimer rest;
     const auto isThere = [&] {
         const QList<Item> all = items();
         const auto isMeant = [&matches](const Item &item) {
@@ -213,18 +226,36 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
         const auto last = std::find_if(all.crbegin(), all.crend(), isMeant);
         if (last == all.crend())
             return false;
-        // A page that slides in is not where it will be.
-        if (last->place == before)
+        if (last->place != before || !rest.isValid()) {
+            before = last->place;
+            rest.start();
+        } else if (rest.hasExpired(restMs)) {
             found = *last;
-        before = last->place;
+        }
         return found.has_value();
     };
     if (!QTest::qWaitFor(isThere, limitMs)) {
         for (const Item &item : items())
-            qWarning().noquote() << item.role << item.name << item.place << (item.isShown ? "" : "hidden")
-                                 << (item.isEnabled ? "" : "disabled");
+            qWarning().noquote() << item.role << item.name << item.description << item.place
+                                 << (item.isShown ? "" : "hidden") << (item.isEnabled ? "" : "disabled");
     }
     return found;
+}
+
+QStringList AccessibleWindow::actions(const Item &item)
+{
+    QStringList names;
+    const int count = property(item.path, actionInterface(), u"NActions"_s).toInt();
+    for (int i = 0; i < count; ++i)
+        names.append(call(item.path, actionInterface(), u"GetName"_s, {i}).value(0).toString());
+    return names;
+}
+
+bool AccessibleWindow::act(const Item &item, const QString &action)
+{
+    const qsizetype index = actions(item).indexOf(action);
+    return index >= 0 &&
+           call(item.path, actionInterface(), u"DoAction"_s, {static_cast<int>(index)}).value(0).toBool();
 }
 
 double AccessibleWindow::value(const Item &item)

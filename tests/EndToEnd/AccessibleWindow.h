@@ -26,6 +26,8 @@ public:
         /// "push button", "list item", "text"…, as the desktop's interface names them.
         QString role = {};
         QString description = {};
+        /// Of what it belongs to.
+        QString parentName = {};
         /// Pixels of the display.
         QRect place = {};
         bool isShown = false;
@@ -50,6 +52,11 @@ public:
     /// Waits for an item that is enabled and at rest. @return the one in front; nothing after @p
     /// limitMs
     std::optional<Item> find(const Matches &matches, int limitMs = 20'000);
+    /// What an item offers to do, by the names of the toolkit.
+    QStringList actions(const Item &item);
+    /// Asks the item itself for something that it offers, "Press" or "Toggle", as a screen reader does: no
+    /// mouse comes near. @return whether it offers that
+    bool act(const Item &item, const QString &action = QStringLiteral("Press"));
     /// Value of a slider; not a number when the item is none.
     double value(const Item &item);
     /// Moves a slider.
@@ -60,7 +67,7 @@ private:
     QVariantList call(const QString &path, const QString &interface, const QString &method,
                       const QVariantList &arguments = {});
     QVariant property(const QString &path, const QString &interface, const QString &name);
-    void collect(const QString &path, int depth, QList<Item> &items);
+    void collect(const QString &path, const QString &name, int depth, QList<Item> &items);
     Item item(const QString &path);
 
     PrivateBus m_bus;

@@ -44,7 +44,10 @@ void RunningPlayer::setVariable(const QString &name, const QString &value)
 bool RunningPlayer::start()
 {
     m_process.start(QStringLiteral(CADOREL_BUILD_DIR "/cadorel"), QStringList());
-    return says(u"first frame"_s) && says(u"🆕 发现"_s);
+    // The display has no window manager that would give the window its keys.
+    return says(u"first frame"_s) && says(u"🆕 发现"_s) &&
+           control({u"search"_s, u"--onlyvisible"_s, u"--pid"_s, QString::number(processId()), u"--name"_s,
+                    u"."_s, u"windowfocus"_s, u"--sync"_s});
 }
 
 bool RunningPlayer::stop()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndToEnd/AccessibleWindow.h"
+#include "EndToEnd/PressInWindow.h"
 #include "EndToEnd/RunningPlayer.h"
 #include "EndToEnd/VirtualDisplay.h"
 #include "Fixtures/Keyring/PrivateBus.h"
@@ -26,18 +27,6 @@ using Item = AccessibleWindow::Item;
 constexpr double seconds = 120;
 constexpr int firstHertz = 1000;
 constexpr int secondHertz = 440;
-
-AccessibleWindow::Matches isNamed(const QString &name)
-{
-    return [name](const Item &item) { return item.name == name; };
-}
-
-AccessibleWindow::Matches isRowOf(const QString &title)
-{
-    return [title](const Item &item) {
-        return item.role == "list item"_L1 && item.name.startsWith(title + u'，');
-    };
-}
 
 } // namespace
 
@@ -111,10 +100,7 @@ bool EqualizingTest::startPlayer()
 
 bool EqualizingTest::press(const AccessibleWindow::Matches &matches)
 {
-    const std::optional<Item> item = m_window->find(matches);
-    if (item)
-        m_player->click(item->place.center().x(), item->place.center().y());
-    return item.has_value();
+    return pressInWindow(*m_window, *m_player, matches);
 }
 
 double EqualizingTest::amplitudeNow(int hertz)
@@ -163,10 +149,8 @@ void EqualizingTest::aBandIsTurnedDownInMidSongAndStaysSoTheNextDay()
     const double plain = amplitudeNow(firstHertz);
     QVERIFY(plain > 0.1);
 
-    const auto isButton = [](const Item &item) {
-        return item.name == u"均衡器"_s && item.role == "push button"_L1;
-    };
-    QVERIFY(press(isButton));
+    QVERIFY(press(isDisc));
+    QVERIFY(press(isNamed(u"均衡器：去开启"_s)));
     QVERIFY(press(isNamed(u"启用均衡器"_s)));
     QVERIFY(m_player->says(u"✅ 已切换到均衡器引擎"_s));
     QVERIFY(hearAmplitude(firstHertz, plain)); // flat: nobody hears the change

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "EndToEnd/AccessibleWindow.h"
+#include "EndToEnd/PressInWindow.h"
 #include "EndToEnd/RunningPlayer.h"
 #include "EndToEnd/SecretWatch.h"
 #include "EndToEnd/VirtualDisplay.h"
@@ -29,20 +31,6 @@ const QString wrongPassword = u"Gm3Wlk8@Xc6Pyjd/Vf5Nztq%2F错误"_s;
 const QString newPassword = u"Rt9Bhs4@Ju7Eaxw/Ld3Mqvp%钥匙"_s;
 const QString otherCharacters = u"密钥错误匙"_s;
 
-/// Where the window shows what is pressed, in pixels, at its first size.
-constexpr QPoint serversButton(318, 38);
-constexpr QPoint addServer(363, 40);
-constexpr QPoint addWebDAVItem(290, 90);
-constexpr QPoint nameField(195, 214);
-constexpr QPoint passwordField(150, 632);
-constexpr QPoint testButton(195, 767);
-constexpr QPoint saveButton(357, 71);
-constexpr QPoint firstServer(150, 149);
-constexpr QPoint moreButton(363, 37);
-constexpr QPoint editItem(200, 129);
-constexpr QPoint scanButton(318, 37);
-constexpr QPoint firstSong(150, 122);
-
 } // namespace
 
 /// That a server's password is where it belongs and nowhere else, over a whole session of the real program.
@@ -62,12 +50,19 @@ private Q_SLOTS:
 
 private:
     QByteArray song(const QString &name, double hertz);
-    /// Everything that a listener does with a server, from adding it to a new password.
-    void useServer();
+    /// Everything that a listener does with a server, from adding it to a new password. @param session the
+    /// bus that the player is on
+    void useServer(PrivateBus &session);
     void addAndScan();
     void play();
     void changePassword(const QString &changed);
-    void press(QPoint position);
+    bool press(const AccessibleWindow::Matches &matches)
+    {
+        return pressInWindow(*m_window, *m_player, matches);
+    }
+    bool press(const QString &name) { return press(isNamed(name)); }
+    /// Writes over what a field holds.
+    bool fill(const QString &label, const QString &text);
     /// Looks wherever the player may have left something.
     void look(const QStringList &except = {});
     QString passwordFile() const { return m_home->filePath(u".local/share/cadorel/secrets.json"_s); }
@@ -80,7 +75,9 @@ private:
     std::unique_ptr<DavTree> m_tree;
     std::unique_ptr<WebDAVServer> m_server;
     std::unique_ptr<RunningPlayer> m_player;
+    std::unique_ptr<AccessibleWindow> m_window;
     std::unique_ptr<SecretWatch> m_watch;
+    std::unique_ptr<SecretWatch> m_readerWatch;
     QTimer m_sampling;
 };
 
@@ -98,6 +95,9 @@ void WebDAVSecretsTest::init()
     m_tree = std::make_unique<DavTree>();
     m_server = WebDAVServer::make(u"apache"_s);
     m_watch = std::make_unique<SecretWatch>(QStringList{password, wrongPassword, newPassword});
+    // Who reads the window aloud hears no password.
+    m_readerWatch = std::make_unique<SecretWatch>(QStringList{password, wrongPassword, newPassword});
+    m_window = std::make_unique<AccessibleWindow>();
     m_player = std::make_unique<RunningPlayer>(m_display->name(), m_home->path());
     QVERIFY(QDir(m_home->path()).mkdir(u"temporary"_s));
     m_player->setVariable(u"TMPDIR"_s, m_home->filePath(u"temporary"_s));
@@ -114,6 +114,8 @@ void WebDAVSecretsTest::cleanup()
     m_sampling.stop();
     m_sampling.disconnect();
     m_player.reset();
+    m_readerWatch.reset();
+    m_window.reset();
     m_watch.reset();
     m_server.reset();
     m_tree.reset();
@@ -188,11 +190,13 @@ QByteArray WebDAVSecretsTest::song(const QString &name, double hertz)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void WebDAVSecretsTest::press(QPoint position)
+bool WebDAVSecretsTest::fill(const QString &label, const QString &text)
 {
-    QVERIFY(m_player->standsStill());
-    m_player->click(position.x(), position.y());
-    QVERIFY(m_player->standsStill());
+    if (!press(isField(label)))
+        return false;
+    m_player->key(u"ctrl+a"_s);
+    m_player->type(text);
+    return true;
 }
 
 void WebDAVSecretsTest::look(const QStringList &except)
@@ -203,33 +207,27 @@ void WebDAVSecretsTest::look(const QStringList &except)
 
 void WebDAVSecretsTest::addAndScan()
 {
-    press(serversButton);
-    press(addServer);
-    press(addWebDAVItem);
-    press(nameField);
-    m_player->type(u"NAS"_s);
-    m_player->key(u"Tab"_s);
-    m_player->key(u"ctrl+a"_s);
-    m_player->type(m_server->address().toString());
-    for (int field = 0; field < 3; ++field)
-        m_player->key(u"Tab"_s);
-    m_player->type(user);
-    m_player->key(u"Tab"_s);
-    m_player->type(password);
-    press(testButton);
+    QVERIFY(press(isNamed(u"网盘"_s, u"page tab"_s)));
+    QVERIFY(press(u"添加服务器"_s));
+    QVERIFY(press(isNamed(u"添加 WebDAV"_s, u"menu item"_s)));
+    QVERIFY(fill(u"名称"_s, u"NAS"_s));
+    QVERIFY(fill(u"服务器地址"_s, m_server->address().toString()));
+    QVERIFY(fill(u"用户名"_s, user));
+    QVERIFY(fill(u"密码"_s, password));
+    QVERIFY(press(u"测试连接"_s));
     // It was typed as it is.
     QVERIFY(m_player->says(u"📡 HTTP Status: 207"_s));
-    press(saveButton);
+    QVERIFY(press(u"保存"_s));
     QVERIFY(m_player->says(u"✓ WebDAV: 保存配置 - NAS"_s));
-    press(firstServer);
-    press(scanButton);
+    QVERIFY(press([](const AccessibleWindow::Item &item) { return item.name.startsWith(u"NAS，"_s); }));
+    QVERIFY(press(u"扫描"_s));
     QVERIFY(m_player->says(u"✅ WebDAV: 扫描完成，共 3 首歌曲"_s));
 }
 
 void WebDAVSecretsTest::play()
 {
     m_recorder->clear();
-    press(firstSong);
+    QVERIFY(press(isRowOf(u"甲"_s)));
     QVERIFY(m_player->says(u"✅ WebDAV Streaming: 下载完成"_s));
     QVERIFY(m_player->says(u"💾 WebDAV: 后台缓存完成 - 甲.flac"_s));
     QVERIFY(m_recorder->hearSound(audible, 10s));
@@ -237,17 +235,17 @@ void WebDAVSecretsTest::play()
 
 void WebDAVSecretsTest::changePassword(const QString &changed)
 {
-    press(moreButton);
-    press(editItem);
-    press(passwordField);
-    m_player->key(u"ctrl+a"_s);
-    m_player->type(changed);
-    press(saveButton);
+    QVERIFY(press(u"更多操作"_s));
+    QVERIFY(press(isNamed(u"编辑"_s, u"menu item"_s)));
+    QVERIFY(fill(u"密码"_s, changed));
+    QVERIFY(press(u"保存"_s));
     QVERIFY(m_player->says(u"✓ WebDAV: 保存配置 - NAS"_s));
 }
 
-void WebDAVSecretsTest::useServer()
+void WebDAVSecretsTest::useServer(PrivateBus &session)
 {
+    QVERIFY(m_window->start(session));
+    QVERIFY(m_readerWatch->watchBus(m_window->bus()));
     for (const auto &[name, hertz] :
          {std::pair{u"甲.flac"_s, 500.0}, std::pair{u"乙.flac"_s, 900.0}, std::pair{u"丙.flac"_s, 1300.0}})
         m_tree->addFile(name, song(name, hertz));
@@ -257,7 +255,7 @@ void WebDAVSecretsTest::useServer()
     addAndScan();
     play();
     changePassword(wrongPassword);
-    press(scanButton);
+    QVERIFY(press(u"扫描"_s));
     QVERIFY(m_player->says(u"📡 HTTP Status: 401"_s));
     QVERIFY(m_player->says(u"❌ WebDAV: 扫描失败"_s));
     m_server->stop();
@@ -272,7 +270,7 @@ void WebDAVSecretsTest::thePasswordIsInTheKeyringAlone()
     QVERIFY(keyring.start());
     QVERIFY(m_watch->watchBus(keyring.bus()));
     m_player->setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, QString::fromUtf8(keyring.busAddress()));
-    useServer();
+    useServer(keyring.bus());
     if (QTest::currentTestFailed())
         return;
     look(); // with what the preferences keep beside their file while the program runs
@@ -280,6 +278,8 @@ void WebDAVSecretsTest::thePasswordIsInTheKeyringAlone()
     look();
     QVERIFY(m_watch->lookAtBus());
     QCOMPARE(m_watch->findings(), QStringList());
+    QVERIFY(m_readerWatch->lookAtBus());
+    QCOMPARE(m_readerWatch->findings(), QStringList());
     QVERIFY(!QFile::exists(passwordFile()));
 
     const QString &output = m_player->output();
@@ -299,7 +299,7 @@ void WebDAVSecretsTest::withoutAKeyringThePasswordIsInItsFileAlone()
     QVERIFY(bus.start());
     QVERIFY(m_watch->watchBus(bus));
     m_player->setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
-    useServer();
+    useServer(bus);
     if (QTest::currentTestFailed())
         return;
     look({passwordFile()});
@@ -307,6 +307,8 @@ void WebDAVSecretsTest::withoutAKeyringThePasswordIsInItsFileAlone()
     look({passwordFile()});
     QVERIFY(m_watch->lookAtBus());
     QCOMPARE(m_watch->findings(), QStringList());
+    QVERIFY(m_readerWatch->lookAtBus());
+    QCOMPARE(m_readerWatch->findings(), QStringList());
 
     QFile file(passwordFile());
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -4,11 +4,13 @@
 #include "EndToEnd/RunningPlayer.h"
 #include "EndToEnd/VirtualDisplay.h"
 #include "Fixtures/Keyring/PrivateBus.h"
-#include "Fixtures/Sound/SoundFiles.h"
+#include "Fixtures/MadeSong.h"
 #include "Fixtures/Sound/SoundServer.h"
 
 #include <QDir>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -17,25 +19,19 @@ namespace {
 
 using Item = AccessibleWindow::Item;
 
-AccessibleWindow::Matches isNamed(const QString &name, const QString &role = {})
-{
-    return
-        [name, role](const Item &item) { return item.name == name && (role.isEmpty() || item.role == role); };
-}
-
 /// What a person can do something with, and so has to hear the name of.
 bool isControl(const Item &item)
 {
     static const QStringList roles{u"push button"_s, u"toggle button"_s, u"check box"_s, u"radio button"_s,
                                    u"page tab"_s,    u"slider"_s,        u"menu item"_s, u"list item"_s,
-                                   u"combo box"_s,   u"spin button"_s,   u"entry"_s};
+                                   u"combo box"_s,   u"spin button"_s,   u"entry"_s,     u"text"_s};
     return roles.contains(item.role);
 }
 
 } // namespace
 
-/// The whole window as a screen reader is told of it: every place and the player's screens are reached by
-/// their names alone, and everything in them that can be pressed has one.
+/// The whole window as a screen reader is told of it: every place, page and sheet is reached and worked by
+/// its name and by what it offers, without a mouse, and everything in them that can be pressed has both.
 class WindowWalkTest : public QObject
 {
     Q_OBJECT
@@ -45,13 +41,29 @@ private Q_SLOTS:
     void cleanup();
     void everyPlaceIsReachedByItsName();
     void thePlayerIsWorkedByTheNamesOfItsControls();
+    void theDiscOpensThePlayerAndItsFiveActionsWork();
+    void theSheetsOfThePlayerAreWorked();
+    void theEqualizerIsWorked();
+    void thePagesOfTheSettingsAreWorked();
+    void anotherLookLeavesTheReaderAWholeWindow();
+    void aPlaylistIsMadeOpenedAndDeleted();
+    void aServerIsSetUpAndOpened();
 
 private:
-    bool press(const AccessibleWindow::Matches &matches);
-    /// Names of the controls that are shown; a control without one fails the test.
+    /// Does what a control offers by that name, as soon as it can; no mouse comes near.
+    bool act(const AccessibleWindow::Matches &matches, const QString &action = u"Press"_s);
+    bool act(const QString &name, const QString &action = u"Press"_s) { return act(isNamed(name), action); }
+    bool shows(const AccessibleWindow::Matches &matches) { return m_window->find(matches).has_value(); }
+    bool shows(const QString &name) { return shows(isNamed(name)); }
+    /// Something is shown no more.
+    bool hides(const QString &name);
+    bool openTab(const QString &name) { return act(isNamed(name, u"page tab"_s)); }
+    bool playFirstSong();
+    bool openPlayer();
+    /// Names of the controls that are shown. A control without one fails the test, and so does one that
+    /// neither Press nor anything else works.
     QStringList controls(const QString &place);
 
-    SoundFiles m_files;
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<VirtualDisplay> m_display;
     std::unique_ptr<SoundServer> m_server;
@@ -73,8 +85,14 @@ void WindowWalkTest::init()
     QVERIFY(m_window->start(*m_bus));
     const QString folder = RunningPlayer::musicFolder(m_home->path());
     QVERIFY(QDir().mkpath(folder));
-    QVERIFY(QFile::copy(m_files.make(u"a.flac"_s, {{440, 120}}), folder + u"/甲.flac"_s));
-    QVERIFY(QFile::copy(m_files.make(u"b.flac"_s, {{880, 120}}), folder + u"/乙.flac"_s));
+    for (const auto &[title, hertz] : {std::pair{u"甲"_s, 440}, std::pair{u"乙"_s, 880}})
+        QVERIFY(
+            makeSong(folder + u'/' + title + u".mp3"_s, {.title = title,
+                                                         .artist = u"歌手"_s,
+                                                         .album = u"专辑"_s,
+                                                         .lyrics = {u"[00:01.00]第一句\n[00:09.00]第二句"_s},
+                                                         .seconds = 120,
+                                                         .frequency = hertz}));
     m_player = std::make_unique<RunningPlayer>(m_display->name(), m_home->path());
     m_player->setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, m_bus->address());
     m_player->setVariable(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
@@ -91,12 +109,29 @@ void WindowWalkTest::cleanup()
     m_home.reset();
 }
 
-bool WindowWalkTest::press(const AccessibleWindow::Matches &matches)
+bool WindowWalkTest::act(const AccessibleWindow::Matches &matches, const QString &action)
 {
     const std::optional<Item> item = m_window->find(matches);
-    if (item)
-        m_player->click(item->place.center().x(), item->place.center().y());
-    return item.has_value();
+    return item && m_window->act(*item, action);
+}
+
+bool WindowWalkTest::hides(const QString &name)
+{
+    const auto isGone = [&] {
+        const QList<Item> items = m_window->items();
+        return std::ranges::none_of(items, [&name](const Item &item) { return item.name == name; });
+    };
+    return QTest::qWaitFor(isGone, 20'000);
+}
+
+bool WindowWalkTest::playFirstSong()
+{
+    return act(isRowOf(u"甲"_s)) && m_player->says(u"▶️ 播放: 甲"_s);
+}
+
+bool WindowWalkTest::openPlayer()
+{
+    return act(isDisc) && shows(u"收起"_s);
 }
 
 QStringList WindowWalkTest::controls(const QString &place)
@@ -105,8 +140,12 @@ QStringList WindowWalkTest::controls(const QString &place)
     for (const Item &item : m_window->items()) {
         if (!isControl(item))
             continue;
-        if (item.name.isEmpty())
-            QTest::qFail(qPrintable(place + u": "_s + item.role + u" without a name"_s), __FILE__, __LINE__);
+        const QString what = place + u": "_s + item.role + u' ' + item.name;
+        const bool isField = item.role == "text"_L1;
+        if (item.name.isEmpty() && !(isField && !item.parentName.isEmpty()))
+            QTest::qFail(qPrintable(what + u" has no name"_s), __FILE__, __LINE__);
+        if (!isField && m_window->actions(item).isEmpty())
+            QTest::qFail(qPrintable(what + u" offers nothing"_s), __FILE__, __LINE__);
         names.append(item.name);
     }
     return names;
@@ -115,9 +154,8 @@ QStringList WindowWalkTest::controls(const QString &place)
 void WindowWalkTest::everyPlaceIsReachedByItsName()
 {
     for (const auto &tab : {u"歌单"_s, u"网盘"_s, u"搜索"_s, u"设置"_s, u"资料库"_s}) {
-        QVERIFY2(press(isNamed(tab, u"page tab"_s)), qPrintable(tab));
-        // Nothing moves any more once something of the place is found at rest.
-        QVERIFY(m_player->standsStill());
+        QVERIFY2(openTab(tab), qPrintable(tab));
+        QVERIFY2(shows(isNamed(tab, u"heading"_s)), qPrintable(tab));
         const QStringList names = controls(tab);
         QVERIFY2(names.size() > 5, qPrintable(tab)); // the five tabs, and something of the place
         QVERIFY(names.contains(tab));
@@ -127,23 +165,235 @@ void WindowWalkTest::everyPlaceIsReachedByItsName()
 
 void WindowWalkTest::thePlayerIsWorkedByTheNamesOfItsControls()
 {
-    QVERIFY(press(isRowOf(u"甲"_s)));
-    QVERIFY(m_player->says(u"▶️ 播放: 甲"_s));
-    m_player->key(u"ctrl+p"_s);
-    QVERIFY(m_window->find(isNamed(u"收起"_s)));
+    QVERIFY(playFirstSong());
+    QVERIFY(openPlayer());
     controls(u"正在播放"_s);
-    QVERIFY(press(isNamed(u"下一首"_s)));
+    QVERIFY(act(u"下一首"_s));
     QVERIFY(m_player->says(u"▶️ 播放: 乙"_s));
-    QVERIFY(press(isNamed(u"暂停"_s)));
-    QVERIFY(m_window->find(isNamed(u"播放"_s, u"push button"_s)));
-    QVERIFY(press(isNamed(u"歌词"_s)));
-    QVERIFY(m_player->standsStill());
+    QVERIFY(act(u"暂停"_s));
+    QVERIFY(act(isNamed(u"播放"_s, u"push button"_s)));
+    QVERIFY(shows(u"暂停"_s));
+    QVERIFY(act(u"喜欢"_s));
+    QVERIFY(shows(u"取消喜欢"_s));
+    QVERIFY(act(u"顺序播放"_s));
+    QVERIFY(hides(u"顺序播放"_s));
+    QVERIFY(act(isNamed(u"歌词"_s, u"page tab"_s)));
+    QVERIFY(shows(u"第一句"_s));
     controls(u"歌词"_s);
-    QVERIFY(press(isNamed(u"队列"_s)));
-    QVERIFY(m_window->find(isNamed(u"清空"_s)));
+    QVERIFY(act(isNamed(u"队列"_s, u"push button"_s)));
+    QVERIFY(shows(isRowOf(u"乙"_s)));
     controls(u"队列"_s);
-    QVERIFY(press(isNamed(u"收起"_s)));
-    QVERIFY(m_window->find(isNamed(u"资料库"_s, u"page tab"_s)));
+    QVERIFY(act(isRowOf(u"甲"_s)));
+    QVERIFY(m_player->says(u"▶️ 播放: 甲"_s));
+    QVERIFY(act(u"清空"_s));
+    QVERIFY(shows(u"播放队列为空"_s));
+    QVERIFY(act(u"收起"_s));
+    QVERIFY(shows(isNamed(u"资料库"_s, u"page tab"_s)));
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::theDiscOpensThePlayerAndItsFiveActionsWork()
+{
+    QVERIFY(playFirstSong());
+    QVERIFY(openPlayer());
+    QVERIFY(act(u"关闭"_s));
+    const auto openFan = [this] { return act(isDisc, u"Toggle"_s) && shows(u"播放/暂停"_s); };
+    QVERIFY(openFan());
+    const QStringList names = controls(u"播放操作"_s);
+    for (const auto &name : {u"上一首"_s, u"喜欢"_s, u"播放/暂停"_s, u"定位"_s, u"下一首"_s})
+        QVERIFY2(names.contains(name), qPrintable(name));
+    QVERIFY(act(u"下一首"_s));
+    QVERIFY(m_player->says(u"▶️ 播放: 乙"_s));
+    QVERIFY(hides(u"播放/暂停"_s));
+
+    QVERIFY(openFan());
+    QVERIFY(act(u"上一首"_s));
+    QVERIFY(m_player->says(u"▶️ 播放: 甲"_s));
+    QVERIFY(openFan());
+    QVERIFY(act(u"喜欢"_s));
+    const auto isLiked = [](const Item &item) {
+        return isRowOf(u"甲"_s)(item) && item.name.endsWith(u"，已喜欢"_s);
+    };
+    QVERIFY(shows(isLiked));
+    QVERIFY(openFan());
+    QVERIFY(shows(u"取消喜欢"_s));
+    QVERIFY(act(u"播放/暂停"_s));
+    QVERIFY(openTab(u"设置"_s));
+    QVERIFY(openFan());
+    QVERIFY(act(u"定位"_s));
+    QVERIFY(shows(isRowOf(u"甲"_s)));
+    // It was paused by the fan: what plays on is what the button of the player says.
+    QVERIFY(openPlayer());
+    QVERIFY(shows(isNamed(u"播放"_s, u"push button"_s)));
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::theSheetsOfThePlayerAreWorked()
+{
+    QVERIFY(playFirstSong());
+    QVERIFY(openPlayer());
+    QVERIFY(act(u"定时关闭"_s));
+    QVERIFY(shows(u"30 分钟"_s));
+    controls(u"定时关闭"_s);
+    QVERIFY(act(u"30 分钟"_s));
+    QVERIFY(shows(u"将在 30 分钟 后停止播放"_s));
+    QVERIFY(act(u"设置自定义时间"_s));
+    QVERIFY(shows(u"小时"_s));
+    controls(u"自定义时间"_s);
+    QVERIFY(act(u"小时"_s, u"Increase"_s));
+    QVERIFY(act(u"确定"_s));
+    QVERIFY(hides(u"确定"_s));
+    QVERIFY(act(u"完成"_s));
+    QVERIFY(hides(u"30 分钟"_s));
+
+    const auto openMore = [this](const QString &row) {
+        return act(u"更多选项"_s) && act([&row](const Item &item) {
+                   return item.name == row || item.name.startsWith(row + u'，');
+               });
+    };
+    QVERIFY(openMore(u"歌词时间调整"_s));
+    QVERIFY(shows(u"+0.5s"_s));
+    controls(u"歌词时间调整"_s);
+    QVERIFY(act(u"+0.5s"_s));
+    QVERIFY(shows(u"歌词提前 0.5 秒"_s));
+    QVERIFY(act(u"重置为 0"_s));
+    QVERIFY(hides(u"歌词提前 0.5 秒"_s));
+    QVERIFY(act(u"完成"_s));
+    QVERIFY(hides(u"+0.5s"_s));
+
+    QVERIFY(openMore(u"播放界面设置"_s));
+    QVERIFY(shows(u"当前主题: 经典"_s));
+    controls(u"播放界面"_s);
+    QVERIFY(act(u"完成"_s));
+    QVERIFY(hides(u"当前主题: 经典"_s));
+
+    QVERIFY(openMore(u"播放设备"_s));
+    QVERIFY(shows([](const Item &item) { return item.role == "radio button"_L1; }));
+    controls(u"播放设备"_s);
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::theEqualizerIsWorked()
+{
+    QVERIFY(playFirstSong());
+    QVERIFY(openPlayer());
+    QVERIFY(act(u"均衡器：去开启"_s));
+    QVERIFY(shows(u"启用均衡器"_s));
+    QVERIFY(act(isNamed(u"启用均衡器"_s, u"check box"_s), u"Toggle"_s));
+    QVERIFY(m_player->says(u"✅ 已切换到均衡器引擎"_s));
+    controls(u"均衡器"_s);
+    QVERIFY(act(u"摇滚"_s));
+    const std::optional<Item> band = m_window->find(isNamed(u"1000 赫兹"_s));
+    QVERIFY(band);
+    const double before = m_window->value(*band);
+    QVERIFY(m_window->act(*band, u"Increase"_s));
+    QTRY_VERIFY(m_window->value(*band) > before);
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::thePagesOfTheSettingsAreWorked()
+{
+    QVERIFY(openTab(u"设置"_s));
+    QVERIFY(act(u"显示网盘功能"_s, u"Toggle"_s));
+    QVERIFY(hides(u"网盘"_s));
+    QVERIFY(act(u"显示网盘功能"_s, u"Toggle"_s));
+    QVERIFY(shows(isNamed(u"网盘"_s, u"page tab"_s)));
+
+    QVERIFY(act(u"外观与主题"_s));
+    QVERIFY(shows(u"界面主题"_s));
+    controls(u"外观与主题"_s);
+    QVERIFY(act(u"应用图标"_s));
+    QVERIFY(shows(u"图标 2"_s));
+    controls(u"应用图标"_s);
+    QVERIFY(act(u"返回"_s));
+    QVERIFY(hides(u"图标 2"_s));
+    QVERIFY(act(u"返回设置"_s));
+    QVERIFY(hides(u"界面主题"_s));
+
+    const auto begins = [](const QString &name) {
+        return [beginning = name + u'，'](const Item &item) { return item.name.startsWith(beginning); };
+    };
+    QVERIFY(act(begins(u"关于"_s)));
+    QVERIFY(shows(u"Tarnova Music Player"_s));
+    controls(u"关于"_s);
+    QVERIFY(act(u"返回设置"_s));
+    QVERIFY(act(u"播放界面"_s));
+    QVERIFY(shows(u"当前主题: 经典"_s));
+    controls(u"播放界面"_s);
+    QVERIFY(act(u"完成"_s));
+    QVERIFY(hides(u"当前主题: 经典"_s));
+    QVERIFY(act(begins(u"API 服务器"_s)));
+    QVERIFY(shows(u"API 服务器地址"_s));
+    controls(u"API 服务器"_s);
+    QVERIFY(act(u"关闭"_s));
+    QVERIFY(hides(u"API 服务器地址"_s));
+    QVERIFY(act(begins(u"均衡器"_s)));
+    QVERIFY(shows(u"启用均衡器"_s));
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::anotherLookLeavesTheReaderAWholeWindow()
+{
+    QVERIFY(playFirstSong());
+    for (const auto &look : {u"拟态风格"_s, u"可爱粉粉"_s, u"经典"_s}) {
+        QVERIFY(openTab(u"设置"_s));
+        QVERIFY(act(u"外观与主题"_s));
+        QVERIFY2(act(isNamed(look, u"radio button"_s)), qPrintable(look));
+        QVERIFY2(shows(isNamed(u"资料库"_s, u"heading"_s)), qPrintable(look));
+        controls(look);
+        QVERIFY(openPlayer());
+        controls(look);
+        QVERIFY(act(u"收起"_s));
+    }
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::aPlaylistIsMadeOpenedAndDeleted()
+{
+    QVERIFY(openTab(u"歌单"_s));
+    QVERIFY(act(u"新建歌单"_s));
+    QVERIFY(shows(isField(u"歌单名称"_s)));
+    controls(u"新建歌单"_s);
+    m_player->type(u"road"_s);
+    QVERIFY(act(u"创建"_s));
+    const auto isRow = [](const Item &item) { return item.name.startsWith(u"road，"_s); };
+    QVERIFY(act(isRow));
+    QVERIFY(shows(isNamed(u"road"_s, u"heading"_s)));
+    controls(u"歌单"_s);
+    QVERIFY(act(u"更多操作"_s));
+    QVERIFY(act(isNamed(u"重命名"_s, u"menu item"_s)));
+    QVERIFY(shows(u"保存"_s));
+    controls(u"重命名"_s);
+    QVERIFY(act(u"取消"_s));
+    QVERIFY(hides(u"保存"_s));
+    QVERIFY(act(u"返回歌单列表"_s));
+    QVERIFY(shows(isRow));
+    QVERIFY(m_player->stop());
+}
+
+void WindowWalkTest::aServerIsSetUpAndOpened()
+{
+    QVERIFY(openTab(u"网盘"_s));
+    QVERIFY(act(u"添加服务器"_s));
+    QVERIFY(act(isNamed(u"添加 WebDAV"_s, u"menu item"_s)));
+    QVERIFY(shows(isField(u"服务器地址"_s)));
+    controls(u"服务器"_s);
+    for (const auto &[label, text] :
+         {std::pair{u"名称"_s, u"NAS"_s}, std::pair{u"服务器地址"_s, u"https://localhost:1"_s},
+          std::pair{u"用户名"_s, u"somebody"_s}, std::pair{u"密码"_s, u"something"_s}}) {
+        QVERIFY2(act(isField(label), u"SetFocus"_s), qPrintable(label));
+        m_player->key(u"ctrl+a"_s);
+        m_player->type(text);
+    }
+    QVERIFY(act(u"保存"_s));
+    QVERIFY(act([](const Item &item) { return item.name.startsWith(u"NAS，"_s); }));
+    QVERIFY(shows(isNamed(u"NAS"_s, u"heading"_s)));
+    controls(u"NAS"_s);
+    QVERIFY(act(u"扫描"_s));
+    QVERIFY(shows(u"重试"_s));
+    controls(u"NAS"_s);
+    QVERIFY(act(u"编辑服务器"_s));
+    QVERIFY(shows(isField(u"服务器地址"_s)));
     QVERIFY(m_player->stop());
 }
 

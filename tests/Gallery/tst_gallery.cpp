@@ -215,19 +215,15 @@ void GalleryTest::everyComponentIsShown()
     const QSet<QString> noComponents = {u"ThemedMenu"_s, u"Metrics"_s,        u"Motion"_s,
                                         u"Press"_s,      u"SystemColors"_s,   u"TextStyle"_s,
                                         u"TextStyles"_s, u"ResponseSpring"_s, u"RoundTouchArea"_s};
-    int components = 0;
-    for (const QString &folder : {u"/src/Theme"_s, u"/src/Views/Settings"_s}) {
-        const QStringList files =
-            QDir(QStringLiteral(CADOREL_SOURCE_DIR) + folder).entryList({u"*.qml"_s}, QDir::Files);
-        for (const QString &file : files) {
-            const QString component = file.chopped(4);
-            if (noComponents.contains(component))
-                continue;
-            ++components;
-            QVERIFY2(shown.contains(component), qPrintable(component));
-        }
-    }
-    QVERIFY(components > 50);
+    // Of the screens, those of the icons alone: the others are shown over made data by screen_gallery.
+    QStringList components = {u"AppIconButton"_s, u"AppIconPickerView"_s, u"AppIconPreview"_s};
+    const QStringList files =
+        QDir(QStringLiteral(CADOREL_SOURCE_DIR "/src/Theme")).entryList({u"*.qml"_s}, QDir::Files);
+    for (const QString &file : files)
+        components.append(file.chopped(4));
+    QVERIFY(components.size() > 50);
+    for (const QString &component : std::as_const(components))
+        QVERIFY2(noComponents.contains(component) || shown.contains(component), qPrintable(component));
 }
 
 void GalleryTest::twoPicturesOfAPageAreEqual()

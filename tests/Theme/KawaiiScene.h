@@ -47,8 +47,9 @@ public:
     {
         constexpr int ready = 1;
         const QList<QQuickItem *> pictures = scene.items(QStringLiteral("picture"));
-        return std::ranges::all_of(
-            pictures, [](const QQuickItem *picture) { return picture->property("status").toInt() == ready; });
+        return std::ranges::all_of(pictures, [](const QQuickItem *picture) {
+            return !picture->isVisible() || picture->property("status").toInt() == ready;
+        });
     }
 
 private:

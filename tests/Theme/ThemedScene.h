@@ -97,12 +97,16 @@ public:
         QTest::touchEvent(&m_window, finger).release(0, centre(item));
     }
     void key(Qt::Key key) { QTest::keyClick(&m_window, key); }
-    /// Pressed, and repeated by the keyboard.
+    /// Pressed, and repeated by the keyboard: each time it is told as let go and pressed.
     void holdKey(Qt::Key key)
     {
         QTest::keyPress(&m_window, key);
-        QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
-        QCoreApplication::sendEvent(&m_window, &repeated);
+        for (int i = 0; i < 3; ++i) {
+            for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+                QKeyEvent repeated(type, key, Qt::NoModifier, QString(), true);
+                QCoreApplication::sendEvent(&m_window, &repeated);
+            }
+        }
         QTest::keyRelease(&m_window, key);
     }
     void type(const QByteArray &letters)

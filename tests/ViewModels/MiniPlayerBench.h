@@ -55,6 +55,7 @@ public:
     MiniPlayerViewModel &restartMiniPlayer()
     {
         m_testers.clear();
+        m_miniPlayer.reset();
         themeService = std::make_unique<ThemeService>(home.preferences(), *themeManager, desktop);
         makeMiniPlayer();
         return *m_miniPlayer;

@@ -333,6 +333,33 @@ private Q_SLOTS:
 
     // MARK: look
 
+    void aStoredFontSizeThatIsNoneIsDrawnAsOne_data()
+    {
+        QTest::addColumn<double>("stored");
+        QTest::addColumn<double>("drawn");
+        QTest::newRow("none") << 0.0 << 14.0;
+        QTest::newRow("below none") << -5.0 << 14.0;
+        QTest::newRow("huge") << 1e9 << 28.0;
+    }
+
+    void aStoredFontSizeThatIsNoneIsDrawnAsOne()
+    {
+        QFETCH(double, stored);
+        QFETCH(double, drawn);
+        bench().home.preferences().setDouble(u"lyricsFontSize"_s, stored);
+        ThemeManager manager(bench().home.preferences(), bench().desktop);
+        ThemeService appearance(bench().home.preferences(), manager, bench().desktop);
+        LyricsViewModel lyrics({.audioPlayer = bench().player(),
+                                .sources = bench().sources(),
+                                .offsets = bench().offsets(),
+                                .appearance = appearance,
+                                .clock = bench().home.clock()});
+        bench().play(LyricsBench::songWith(u"a"_s, songText));
+        lyrics.load();
+        QCOMPARE(lyrics.lines()->index(1).data(LyricLineModel::PointSizeRole).toDouble(), drawn);
+        lyrics.clear();
+    }
+
     void theListenersFontSizeAndBlurAreThoseOfTheLines()
     {
         show(songText);

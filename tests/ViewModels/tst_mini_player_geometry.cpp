@@ -68,7 +68,8 @@ private Q_SLOTS:
     void farFromEveryButtonNothingIsHit();
     void theFanIsSeenWhole_data();
     void theFanIsSeenWhole();
-    void aPlaceLiesOnTheFanOrBesideIt();
+    void theWayToTheQueueStandsClearOfTheFan_data();
+    void theWayToTheQueueStandsClearOfTheFan();
     void theLabelStaysInTheWindow_data();
     void theLabelStaysInTheWindow();
 };
@@ -323,19 +324,34 @@ void MiniPlayerGeometryTest::theFanIsSeenWhole()
     }
 }
 
-void MiniPlayerGeometryTest::aPlaceLiesOnTheFanOrBesideIt()
+void MiniPlayerGeometryTest::theWayToTheQueueStandsClearOfTheFan_data()
 {
-    const QPointF centre(200, 400);
-    const auto isOn = [&centre](double x, double y) {
-        return Geometry::isOnFan(centre + QPointF(x, y), centre, OverlaySide::right);
-    };
-    QVERIFY(isOn(0, 0));
-    QVERIFY(isOn(30, 0));
-    QVERIFY(!isOn(40, 0));
-    QVERIFY(isOn(92, 0));
-    QVERIFY(isOn(92 + 22, 0));
-    QVERIFY(!isOn(92 + 24, 0));
-    QVERIFY(!isOn(-92, 0));
+    QTest::addColumn<QSizeF>("screen");
+    QTest::addColumn<QPointF>("centre");
+    QTest::addColumn<bool>("isBeneath");
+    const QSizeF large(390, 844);
+    QTest::newRow("in the middle") << large << QPointF(200, 400) << true;
+    QTest::newRow("at the right edge") << large << QPointF(349, 400) << true;
+    QTest::newRow("at the left edge, at the top") << large << QPointF(41, 107) << true;
+    QTest::newRow("at the lower end") << large << QPointF(349, 737) << false;
+    QTest::newRow("small window") << QSizeF(320, 480) << QPointF(279, 373) << false;
+}
+
+void MiniPlayerGeometryTest::theWayToTheQueueStandsClearOfTheFan()
+{
+    QFETCH(const QSizeF, screen);
+    QFETCH(const QPointF, centre);
+    const Geometry::Screen room{.width = screen.width(), .height = screen.height()};
+    const bool isBeneath = Geometry::isQueueBeneath(centre, room);
+    QTEST(isBeneath, "isBeneath");
+    const QRectF area(Geometry::queuePlace(centre, isBeneath, 130, screen),
+                      QSizeF(130, Geometry::queueButtonHeight));
+    QVERIFY(QRectF(QPointF(), screen - QSizeF(0, 49)).contains(area));
+    for (const auto &[action, offset] : Geometry::actionPositions(Geometry::side(centre, room))) {
+        const QRectF button(centre + offset - QPointF(23, 23), QSizeF(46, 46));
+        QVERIFY(!area.intersects(button));
+    }
+    QVERIFY(!area.intersects(QRectF(centre - QPointF(31, 31), QSizeF(62, 62))));
 }
 
 void MiniPlayerGeometryTest::theLabelStaysInTheWindow_data()

@@ -1,59 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ViewModels/MiniPlayerBench.h"
-
-#include <QTest>
+#include "ViewModels/MiniPlayerTest.h"
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr QPointF atRight(349, 400);
-constexpr QPointF atLeft(41, 400);
-
-using Bench = MiniPlayerBench;
-
-} // namespace
-
-class MiniPlayerViewModelTest : public QObject
+/// Where the disc is, where a finger takes it, and what it tells of the song.
+class MiniPlayerViewModelTest : public MiniPlayerTest
 {
     Q_OBJECT
-private:
-    std::unique_ptr<Bench> b;
-
-    MiniPlayerViewModel &mini() { return b->miniPlayer(); }
-    /// Starts with the disc at that place of a phone, and song "b" of three under way.
-    void startAt(const QPointF &place)
-    {
-        b.reset();
-        b = std::make_unique<Bench>();
-        b->startMiniPlayer();
-        mini().layOut(390, 844, 0, 49);
-        mini().updatePosition({}, place, {.width = 390, .height = 844}, false, false);
-        b->player().playSong(fileSong(u"b"_s), fileSongs({u"a"_s, u"b"_s, u"c"_s}));
-        b->answerDuration(100);
-    }
-    std::optional<QPointF> stored()
-    {
-        const auto x = b->home.preferences().doubleValue(u"miniPlayerPositionX"_s);
-        const auto y = b->home.preferences().doubleValue(u"miniPlayerPositionY"_s);
-        return x && y ? std::optional(QPointF(*x, *y)) : std::nullopt;
-    }
-    void store(const QPointF &place)
-    {
-        b->home.preferences().setDouble(u"miniPlayerPositionX"_s, place.x());
-        b->home.preferences().setDouble(u"miniPlayerPositionY"_s, place.y());
-    }
-
 private Q_SLOTS:
-    void init() { b = std::make_unique<Bench>(); }
-    void cleanup() { b.reset(); }
-
     void withoutAStoredPositionItIsShownAllTheSame();
     void theStoredPositionIsLoadedByTheFirstLayout();
     void aPositionOfALargerWindowIsHeldWithinThisOne();
     void theDiscKeepsItsSideInAnotherWindow();
     void aSmallWindowMovesTheDiscForAWhileOnly();
+    void aNarrowWindowMovesTheDiscForAWhileOnly();
+    void theDiscIsAtItsSideInAWiderWindowAtTheNextStart();
     void aTabBarThatIsHigherLiftsTheDisc();
     void aPositionThatIsForgottenBringsTheStartBack();
 
@@ -67,38 +29,11 @@ private Q_SLOTS:
     void dragsToBothEdges();
     void whereTheDiscIsLeftIsThereAtTheNextStart();
     void onlyTheEndOfADragIsSeenAsAMovement();
+    void aDiscThatIsCaughtInFlightStaysInTheHand();
     void aDragThatIsTakenAwayEndsWhereItIs();
     void aSongChangeInMidDragMovesNothing();
     void aSlowDragIsNoLongPress();
     void aFingerThatWasNotSetDownMeansNothing();
-
-    void aLongPressOpensTheFan();
-    void theFanOpensTowardTheFreeSide_data();
-    void theFanOpensTowardTheFreeSide();
-    void inControlModeTheDiscStaysWhereItIs();
-    void lessThanTwelvePointsSelectNothingAndReleasingDoesNothing();
-    void moreThanTwentyPointsFromEveryButtonSelectNothing();
-    void theChosenActionFollowsTheFinger();
-    void aFanThatIsTakenAwayDoesNothing();
-    void playPauseOfTheFan();
-    void nextOfTheFan();
-    void previousOfTheFan();
-    void locateOfTheFanTellsTheSong();
-    void locateTellsOfASongOnAServer();
-    void locateWithAnOnlineSongDoesNothing();
-    void favoriteOfTheFanTakesAndGivesBack();
-    void favoriteOfAnOnlineSong();
-    void withoutASongNothingHappens();
-
-    void theRightButtonKeepsTheFanOpen();
-    void aPressBesideThePinnedFanClosesIt();
-    void keysOpenAndSteerTheFan_data();
-    void keysOpenAndSteerTheFan();
-    void arrowsStopAtTheEnds();
-    void returnPerformsWhatIsHighlighted_data();
-    void returnPerformsWhatIsHighlighted();
-    void escapeClosesTheFanAndNothingElse();
-    void keysThatMeanNothingAreLeftToOthers();
 
     void itSpinsWhileTheSongPlays();
     void anotherSongBeginsTheSpinAnew();
@@ -170,6 +105,38 @@ void MiniPlayerViewModelTest::aSmallWindowMovesTheDiscForAWhileOnly()
     QCOMPARE(mini().effectivePosition(), QPointF(200, 390));
     mini().layOut(390, 844, 0, 49);
     QCOMPARE(mini().effectivePosition(), QPointF(200, 700));
+}
+
+void MiniPlayerViewModelTest::aNarrowWindowMovesTheDiscForAWhileOnly()
+{
+    startAt({250, 400});
+    // There it would lie over the right edge's zone.
+    mini().layOut(320, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(279, 400));
+    mini().layOut(390, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(250, 400));
+    // A window that is shown in its plain size before it is maximised tells both.
+    store({250, 400});
+    b->restartMiniPlayer();
+    mini().layOut(320, 844, 0, 49);
+    mini().layOut(1000, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(250, 400));
+}
+
+void MiniPlayerViewModelTest::theDiscIsAtItsSideInAWiderWindowAtTheNextStart()
+{
+    startAt({200, 400});
+    b->drag({190, 0});
+    QCOMPARE(stored(), std::optional(QPointF(349, 400)));
+    mini().layOut(1000, 844, 0, 49);
+    b->restartMiniPlayer();
+    mini().layOut(1000, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(959, 400));
+    // What was not moved is not stored.
+    startAt({200, 400});
+    mini().layOut(1000, 844, 0, 49);
+    b->restartMiniPlayer();
+    QVERIFY(!stored());
 }
 
 void MiniPlayerViewModelTest::aTabBarThatIsHigherLiftsTheDisc()
@@ -303,6 +270,20 @@ void MiniPlayerViewModelTest::onlyTheEndOfADragIsSeenAsAMovement()
     QCOMPARE(animated.last(), false);
 }
 
+void MiniPlayerViewModelTest::aDiscThatIsCaughtInFlightStaysInTheHand()
+{
+    startAt({200, 400});
+    b->drag({-130, 0});
+    QCOMPARE(mini().effectivePosition(), QPointF(41, 400));
+    // On its way to the edge it is seen at 60, and taken a little beside its centre.
+    mini().press({65, 400}, {60, 400});
+    mini().move({85, 400});
+    QCOMPARE(mini().dragStartPosition(), std::optional(QPointF(60, 400)));
+    QCOMPARE(mini().effectivePosition(), QPointF(80, 400));
+    mini().release({205, 400});
+    QCOMPARE(mini().effectivePosition(), QPointF(200, 400));
+}
+
 void MiniPlayerViewModelTest::aDragThatIsTakenAwayEndsWhereItIs()
 {
     startAt({200, 400});
@@ -352,367 +333,6 @@ void MiniPlayerViewModelTest::aFingerThatWasNotSetDownMeansNothing()
     QVERIFY(!mini().isControlMode());
     QCOMPARE(opened.size(), 0);
     QCOMPARE(mini().effectivePosition(), QPointF(200, 400));
-}
-
-// MARK: fan under a finger
-
-void MiniPlayerViewModelTest::aLongPressOpensTheFan()
-{
-    startAt(atRight);
-    QSignalSpy opened(&mini(), &MiniPlayerViewModel::openRequested);
-    mini().press(atRight);
-    mini().move(atRight + QPointF(5, 5));
-    mini().longPress();
-    QVERIFY(mini().isControlMode());
-    QVERIFY(!mini().isFanPinned());
-    QVERIFY(!mini().isDragging());
-    QCOMPARE(mini().dragStartPosition(), std::optional(atRight));
-    mini().release(atRight);
-    QVERIFY(!mini().isControlMode());
-    QVERIFY(!mini().dragStartPosition());
-    QCOMPARE(opened.size(), 0);
-}
-
-void MiniPlayerViewModelTest::theFanOpensTowardTheFreeSide_data()
-{
-    QTest::addColumn<QPointF>("place");
-    QTest::addColumn<OverlaySide>("side");
-    QTest::newRow("at the left edge") << atLeft << OverlaySide::right;
-    QTest::newRow("at the right edge") << atRight << OverlaySide::left;
-    QTest::newRow("left of the middle") << QPointF(190, 200) << OverlaySide::right;
-    QTest::newRow("right of the middle") << QPointF(200, 200) << OverlaySide::left;
-}
-
-void MiniPlayerViewModelTest::theFanOpensTowardTheFreeSide()
-{
-    QFETCH(const QPointF, place);
-    startAt(place);
-    mini().press(place);
-    mini().longPress();
-    QTEST(mini().side(), "side");
-}
-
-void MiniPlayerViewModelTest::inControlModeTheDiscStaysWhereItIs()
-{
-    startAt(atRight);
-    mini().press(atRight);
-    mini().longPress();
-    mini().move(atRight + QPointF(-100, 30));
-    QVERIFY(!mini().isDragging());
-    QCOMPARE(mini().effectivePosition(), atRight);
-    mini().release(atRight + QPointF(-300, 300));
-    QCOMPARE(mini().effectivePosition(), atRight);
-    QVERIFY(!stored());
-}
-
-void MiniPlayerViewModelTest::lessThanTwelvePointsSelectNothingAndReleasingDoesNothing()
-{
-    startAt(atRight);
-    const bool wasPlaying = b->player().isPlaying();
-    mini().press(atRight);
-    mini().longPress();
-    mini().move(atRight + QPointF(-11.9, 0));
-    QVERIFY(!mini().activeAction());
-    QCOMPARE(mini().activeLabel(), QString());
-    mini().release(atRight + QPointF(-11.9, 0));
-    QVERIFY(!mini().isControlMode());
-    QCOMPARE(b->player().isPlaying(), wasPlaying);
-    QCOMPARE(songOf(b->player()).id(), u"b"_s);
-}
-
-void MiniPlayerViewModelTest::moreThanTwentyPointsFromEveryButtonSelectNothing()
-{
-    startAt(atRight);
-    const bool wasPlaying = b->player().isPlaying();
-    for (const QPointF way : {QPointF(-71, 0), QPointF(-113, 0), QPointF(0, 92), QPointF(92, 0)}) {
-        mini().press(atRight);
-        mini().longPress();
-        mini().move(atRight + way);
-        QVERIFY(!mini().activeAction());
-        mini().release(atRight + way);
-        QVERIFY(!mini().isControlMode());
-    }
-    QCOMPARE(b->player().isPlaying(), wasPlaying);
-    QCOMPARE(songOf(b->player()).id(), u"b"_s);
-}
-
-void MiniPlayerViewModelTest::theChosenActionFollowsTheFinger()
-{
-    startAt(atLeft);
-    QSignalSpy changes(&mini(), &MiniPlayerViewModel::activeActionChanged);
-    mini().press(atLeft);
-    mini().longPress();
-    const QList<QPair<ControlAction, QString>> actions{{ControlAction::locate, u"定位"_s},
-                                                       {ControlAction::previous, u"上一首"_s},
-                                                       {ControlAction::playPause, u"播放/暂停"_s},
-                                                       {ControlAction::next, u"下一首"_s},
-                                                       {ControlAction::favorite, u"喜欢"_s}};
-    for (int row = 0; row < actions.size(); ++row) {
-        const auto &[action, label] = actions.at(row);
-        mini().move(atLeft + b->wayTo(action));
-        QCOMPARE(mini().activeAction(), std::optional(action));
-        QCOMPARE(mini().activeLabel(), label);
-        QCOMPARE(mini().activeOffset(), b->wayTo(action));
-        for (int each = 0; each < actions.size(); ++each) {
-            const QModelIndex index = mini().fan()->index(each);
-            QCOMPARE(index.data(MiniPlayerFanModel::IsActiveRole).toBool(), each == row);
-        }
-    }
-    QCOMPARE(changes.size(), 5);
-    mini().move(atLeft + QPointF(2, 2));
-    QVERIFY(!mini().activeAction());
-    mini().cancel();
-}
-
-void MiniPlayerViewModelTest::aFanThatIsTakenAwayDoesNothing()
-{
-    startAt(atLeft);
-    mini().press(atLeft);
-    mini().longPress();
-    mini().move(atLeft + b->wayTo(ControlAction::next));
-    mini().cancel();
-    QVERIFY(!mini().isControlMode());
-    QVERIFY(!mini().activeAction());
-    mini().release(atLeft + b->wayTo(ControlAction::next));
-    QCOMPARE(songOf(b->player()).id(), u"b"_s);
-}
-
-void MiniPlayerViewModelTest::playPauseOfTheFan()
-{
-    startAt(atRight);
-    const bool wasPlaying = b->player().isPlaying();
-    b->holdAndSlide(b->wayTo(ControlAction::playPause));
-    QCOMPARE(b->player().isPlaying(), !wasPlaying);
-    b->holdAndSlide(b->wayTo(ControlAction::playPause));
-    QCOMPARE(b->player().isPlaying(), wasPlaying);
-    QVERIFY(!mini().isControlMode());
-}
-
-void MiniPlayerViewModelTest::nextOfTheFan()
-{
-    startAt(atRight);
-    b->holdAndSlide(b->wayTo(ControlAction::next));
-    QCOMPARE(songOf(b->player()).id(), u"c"_s);
-}
-
-void MiniPlayerViewModelTest::previousOfTheFan()
-{
-    startAt(atLeft);
-    b->holdAndSlide(b->wayTo(ControlAction::previous));
-    QCOMPARE(songOf(b->player()).id(), u"a"_s);
-}
-
-void MiniPlayerViewModelTest::locateOfTheFanTellsTheSong()
-{
-    startAt(atRight);
-    QSignalSpy located(&mini(), &MiniPlayerViewModel::miniPlayerLocateCurrentSong);
-    b->holdAndSlide(b->wayTo(ControlAction::locate));
-    QCOMPARE(located.size(), 1);
-    QCOMPARE(located.at(0), (QVariantList{u"b"_s, false}));
-}
-
-void MiniPlayerViewModelTest::locateTellsOfASongOnAServer()
-{
-    startAt(atRight);
-    QSignalSpy located(&mini(), &MiniPlayerViewModel::miniPlayerLocateCurrentSong);
-    b->player().playSong(serverSong(u"7"_s), {serverSong(u"7"_s)});
-    b->holdAndSlide(b->wayTo(ControlAction::locate));
-    QCOMPARE(located.value(0), (QVariantList{u"webdav_7"_s, true}));
-}
-
-void MiniPlayerViewModelTest::locateWithAnOnlineSongDoesNothing()
-{
-    startAt(atRight);
-    QSignalSpy located(&mini(), &MiniPlayerViewModel::miniPlayerLocateCurrentSong);
-    b->player().playOnlineSong(onlineSong(u"1"_s), {});
-    b->holdAndSlide(b->wayTo(ControlAction::locate));
-    QCOMPARE(located.size(), 0);
-}
-
-void MiniPlayerViewModelTest::favoriteOfTheFanTakesAndGivesBack()
-{
-    startAt(atRight);
-    QSignalSpy changes(&mini(), &MiniPlayerViewModel::isCurrentSongFavoriteChanged);
-    const QModelIndex heart = mini().fan()->index(4);
-    QCOMPARE(heart.data(MiniPlayerFanModel::SymbolRole).toString(), u"heart"_s);
-    b->holdAndSlide(b->wayTo(ControlAction::favorite));
-    QVERIFY(mini().isCurrentSongFavorite());
-    QVERIFY(b->playlists().isFavorite(fileSong(u"b"_s)));
-    QCOMPARE(heart.data(MiniPlayerFanModel::SymbolRole).toString(), u"heart.fill"_s);
-    QCOMPARE(heart.data(MiniPlayerFanModel::LabelRole).toString(), u"取消喜欢"_s);
-    b->player().next();
-    QVERIFY(!mini().isCurrentSongFavorite());
-    b->player().previous();
-    QVERIFY(mini().isCurrentSongFavorite());
-    b->holdAndSlide(b->wayTo(ControlAction::favorite));
-    QVERIFY(!b->playlists().isFavorite(fileSong(u"b"_s)));
-    QCOMPARE(heart.data(MiniPlayerFanModel::LabelRole).toString(), u"喜欢"_s);
-    QCOMPARE(changes.size(), 4);
-}
-
-void MiniPlayerViewModelTest::favoriteOfAnOnlineSong()
-{
-    startAt(atRight);
-    b->player().playOnlineSong(onlineSong(u"1"_s), {});
-    b->holdAndSlide(b->wayTo(ControlAction::favorite));
-    QVERIFY(b->playlists().isFavorite(onlineSong(u"1"_s)));
-    QVERIFY(mini().isCurrentSongFavorite());
-}
-
-void MiniPlayerViewModelTest::withoutASongNothingHappens()
-{
-    b->startMiniPlayer();
-    mini().layOut(390, 844, 0, 49);
-    QSignalSpy located(&mini(), &MiniPlayerViewModel::miniPlayerLocateCurrentSong);
-    for (const ControlAction action : {ControlAction::playPause, ControlAction::next, ControlAction::previous,
-                                       ControlAction::locate, ControlAction::favorite})
-        mini().perform(action);
-    QCOMPARE(located.size(), 0);
-    QVERIFY(!b->viewModel().hasCurrentSong());
-    QVERIFY(b->playlists().favoritesPlaylist()->songIds.isEmpty());
-}
-
-// MARK: fan that stays open
-
-void MiniPlayerViewModelTest::theRightButtonKeepsTheFanOpen()
-{
-    startAt(atRight);
-    QSignalSpy opened(&mini(), &MiniPlayerViewModel::openRequested);
-    mini().toggleFan();
-    QVERIFY(mini().isControlMode());
-    QVERIFY(mini().isFanPinned());
-    QVERIFY(!mini().activeAction());
-    mini().highlight(3);
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::next));
-    mini().choose(3);
-    QCOMPARE(songOf(b->player()).id(), u"c"_s);
-    QVERIFY(!mini().isControlMode());
-    QVERIFY(!mini().isFanPinned());
-
-    // A tap on the disc closes it and opens nothing.
-    mini().toggleFan();
-    mini().press(atRight);
-    mini().release(atRight);
-    QVERIFY(!mini().isControlMode());
-    QCOMPARE(opened.size(), 0);
-    mini().toggleFan();
-    mini().toggleFan();
-    QVERIFY(!mini().isControlMode());
-    // The right button is no way out of what the left one holds.
-    mini().press(atRight);
-    mini().toggleFan();
-    QVERIFY(!mini().isControlMode());
-}
-
-void MiniPlayerViewModelTest::aPressBesideThePinnedFanClosesIt()
-{
-    startAt(atRight);
-    mini().toggleFan();
-    mini().pressElsewhere(atRight + b->wayTo(ControlAction::locate));
-    mini().pressElsewhere(atRight);
-    QVERIFY(mini().isControlMode());
-    mini().pressElsewhere({60, 60});
-    QVERIFY(!mini().isControlMode());
-    // A fan under a finger is not to be closed by another finger.
-    mini().press(atRight);
-    mini().longPress();
-    mini().pressElsewhere({60, 60});
-    QVERIFY(mini().isControlMode());
-    mini().cancel();
-}
-
-void MiniPlayerViewModelTest::keysOpenAndSteerTheFan_data()
-{
-    QTest::addColumn<QPointF>("place");
-    QTest::newRow("fan to the left") << atRight;
-    QTest::newRow("fan to the right") << atLeft;
-}
-
-void MiniPlayerViewModelTest::keysOpenAndSteerTheFan()
-{
-    QFETCH(const QPointF, place);
-    startAt(place);
-    QVERIFY(mini().pressKey(Qt::Key_F10, Qt::ShiftModifier, false));
-    QVERIFY(mini().isFanPinned());
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::playPause));
-    // Downwards on the screen, whichever way the fan opens.
-    double height = mini().activeOffset().y();
-    for (int i = 0; i < 2; ++i) {
-        QVERIFY(mini().pressKey(Qt::Key_Down, 0, i > 0));
-        QVERIFY(mini().activeOffset().y() > height);
-        height = mini().activeOffset().y();
-    }
-    for (int i = 0; i < 4; ++i) {
-        QVERIFY(mini().pressKey(Qt::Key_Up, 0, false));
-        QVERIFY(mini().activeOffset().y() < height);
-        height = mini().activeOffset().y();
-    }
-    QVERIFY(mini().pressKey(Qt::Key_Menu, 0, false));
-    QVERIFY(!mini().isControlMode());
-}
-
-void MiniPlayerViewModelTest::arrowsStopAtTheEnds()
-{
-    startAt(atLeft);
-    mini().pressKey(Qt::Key_Menu, 0, false);
-    for (int i = 0; i < 9; ++i)
-        mini().pressKey(Qt::Key_Right, 0, false);
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::favorite));
-    mini().pressKey(Qt::Key_Home, 0, false);
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::locate));
-    mini().pressKey(Qt::Key_Left, 0, false);
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::locate));
-    mini().pressKey(Qt::Key_End, 0, false);
-    QCOMPARE(mini().activeAction(), std::optional(ControlAction::favorite));
-}
-
-void MiniPlayerViewModelTest::returnPerformsWhatIsHighlighted_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("Return") << int(Qt::Key_Return);
-    QTest::newRow("Enter") << int(Qt::Key_Enter);
-    QTest::newRow("Space") << int(Qt::Key_Space);
-}
-
-void MiniPlayerViewModelTest::returnPerformsWhatIsHighlighted()
-{
-    QFETCH(const int, key);
-    startAt(atLeft);
-    QSignalSpy opened(&mini(), &MiniPlayerViewModel::openRequested);
-    mini().pressKey(Qt::Key_Menu, 0, false);
-    mini().pressKey(Qt::Key_Down, 0, false);
-    // Held down, it does so once.
-    QVERIFY(mini().pressKey(key, 0, true));
-    QCOMPARE(songOf(b->player()).id(), u"b"_s);
-    QVERIFY(mini().pressKey(key, 0, false));
-    QCOMPARE(songOf(b->player()).id(), u"c"_s);
-    QVERIFY(!mini().isControlMode());
-    QCOMPARE(opened.size(), 0);
-}
-
-void MiniPlayerViewModelTest::escapeClosesTheFanAndNothingElse()
-{
-    startAt(atLeft);
-    QVERIFY(!mini().pressKey(Qt::Key_Escape, 0, false));
-    mini().pressKey(Qt::Key_Menu, 0, false);
-    QVERIFY(mini().pressKey(Qt::Key_Escape, 0, false));
-    QVERIFY(!mini().isControlMode());
-    QVERIFY(!mini().pressKey(Qt::Key_Escape, 0, false));
-    QCOMPARE(songOf(b->player()).id(), u"b"_s);
-}
-
-void MiniPlayerViewModelTest::keysThatMeanNothingAreLeftToOthers()
-{
-    startAt(atLeft);
-    QSignalSpy opened(&mini(), &MiniPlayerViewModel::openRequested);
-    for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Space, Qt::Key_A, Qt::Key_F10})
-        QVERIFY(!mini().pressKey(key, 0, false));
-    QVERIFY(mini().pressKey(Qt::Key_Return, 0, false));
-    QVERIFY(mini().pressKey(Qt::Key_Return, 0, true));
-    QCOMPARE(opened.size(), 1);
-    mini().pressKey(Qt::Key_Menu, 0, false);
-    for (const int key : {Qt::Key_A, Qt::Key_Tab})
-        QVERIFY(!mini().pressKey(key, 0, false));
 }
 
 // MARK: song

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void songIsShownWithItsTexts();
     void onlineSongIsShownLikeAnyOther();
     void songWithoutTitleAndArtistHasNamesAllTheSame();
+    void textsAreOneLineEach();
     void badgeNamesTheQualityThatIsAskedFor_data();
     void badgeNamesTheQualityThatIsAskedFor();
     void badgeIsReadAnewWhenTheScreenComesUp();
@@ -101,6 +102,17 @@ void NowPlayingViewModelTest::songWithoutTitleAndArtistHasNamesAllTheSame()
     NowPlayingBench bench;
     bench.playSong(songOfText(u"bare"_s, {}, {}), 100);
     QCOMPARE(bench.nowPlaying.currentSongId(), u"bare"_s);
+    QCOMPARE(bench.nowPlaying.title(), u"未知歌曲"_s);
+    QCOMPARE(bench.nowPlaying.artist(), u"未知艺术家"_s);
+}
+
+void NowPlayingViewModelTest::textsAreOneLineEach()
+{
+    NowPlayingBench bench;
+    bench.playSong(songOfText(u"broken"_s, u"第一行\n第二行"_s, u"甲\r\n乙"_s), 100);
+    QCOMPARE(bench.nowPlaying.title(), u"第一行 第二行"_s);
+    QVERIFY(!bench.nowPlaying.artist().contains(u'\n') && !bench.nowPlaying.artist().contains(u'\r'));
+    bench.playSong(songOfText(u"blank"_s, u"   "_s, u"\t"_s), 100);
     QCOMPARE(bench.nowPlaying.title(), u"未知歌曲"_s);
     QCOMPARE(bench.nowPlaying.artist(), u"未知艺术家"_s);
 }
@@ -215,7 +227,6 @@ void NowPlayingViewModelTest::lineOfTheEqualizerFollowsItsSwitch()
 {
     NowPlayingBench bench;
     QSignalSpy told(&bench.nowPlaying, &NowPlayingViewModel::equalizerChanged);
-    QVERIFY(!bench.nowPlaying.equalizerOn());
     QCOMPARE(bench.nowPlaying.equalizerText(), u"均衡器已关闭"_s);
     QCOMPARE(bench.nowPlaying.equalizerButtonText(), u"去开启"_s);
     QCOMPARE(bench.nowPlaying.equalizerDetail(), u"已关闭"_s);

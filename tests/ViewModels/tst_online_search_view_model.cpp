@@ -22,6 +22,7 @@ private Q_SLOTS:
     void unreadableAnswerIsEmptyAndNoFailure();
     void failureSaysWhy();
     void emptyTextSearchesNothingAndIsTheBeginningAgain();
+    void aTextIsSearchedForOnceUntilItIsAnother();
     void platformChangeSearchesForTheTextThatIsThere();
     void platformChangeWithAnEmptyFieldSendsNothing();
     void choosingTheChosenPlatformSendsNothing();
@@ -113,6 +114,30 @@ void OnlineSearchViewModelTest::emptyTextSearchesNothingAndIsTheBeginningAgain()
     QCOMPARE(t->sent(), 1);
     QCOMPARE(t->search().songs()->count(), 0);
     QCOMPARE(t->search().content(), Content::Initial);
+}
+
+void OnlineSearchViewModelTest::aTextIsSearchedForOnceUntilItIsAnother()
+{
+    t->search().searchIfNew();
+    QCOMPARE(t->sent(), 0);
+    t->search().setSearchText(u"a"_s);
+    t->search().searchIfNew();
+    QCOMPARE(t->sent(), 1);
+    // Under way, answered with nothing, failed: each is an answer to this text.
+    t->search().searchIfNew();
+    QCOMPARE(t->sent(), 1);
+    t->answer(onlineAnswers::found({}));
+    t->search().searchIfNew();
+    QCOMPARE(t->sent(), 1);
+    // What was found belongs to the text before.
+    t->search().setSearchText(u"b"_s);
+    t->search().searchIfNew();
+    QCOMPARE(t->sent(), 2);
+    t->answer(onlineAnswers::found(onlineSongs({u"1"_s})));
+    t->search().setSearchText(u"c"_s);
+    t->search().searchIfNew();
+    QCOMPARE(t->sent(), 3);
+    QCOMPARE(t->search().lastSearchKeyword(), u"c"_s);
 }
 
 void OnlineSearchViewModelTest::platformChangeSearchesForTheTextThatIsThere()

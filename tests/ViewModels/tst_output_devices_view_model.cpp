@@ -78,7 +78,6 @@ private Q_SLOTS:
     {
         QCOMPARE(m_picker->hasDevices(), false);
         QCOMPARE(m_picker->devices()->count(), 0);
-        QCOMPARE(m_picker->chosenName(), QString());
         m_picker->choose(0);
         QCOMPARE(m_machine->chosenDevice(), QString());
     }
@@ -88,7 +87,6 @@ private Q_SLOTS:
         QCOMPARE(names(), (QStringList{u"系统默认"_s, u"内置扬声器"_s, u"蓝牙耳机"_s}));
         QCOMPARE(at(0, OutputDeviceModel::DetailRole).toString(), u"内置扬声器"_s);
         QCOMPARE(chosenRow(), 0);
-        QCOMPARE(m_picker->chosenName(), u"系统默认"_s);
         QCOMPARE(m_picker->hasDevices(), true);
     }
     void symbolsTellHeadphonesFromSpeakers()
@@ -103,7 +101,6 @@ private Q_SLOTS:
         m_picker->choose(2);
         QCOMPARE(m_machine->chosenDevice(), u"headset"_s);
         QCOMPARE(chosenRow(), 2);
-        QCOMPARE(m_picker->chosenName(), u"蓝牙耳机"_s);
         m_picker->choose(0);
         QCOMPARE(m_machine->chosenDevice(), QString());
         QCOMPARE(chosenRow(), 0);

@@ -42,6 +42,10 @@ private Q_SLOTS:
     void seekNearTheEndEndsTheSong();
     void seekWithoutALengthDoesNothing();
     void dismissedErrorIsGone();
+    void volumeFollowsThePlayer();
+    void muteBringsBackWhatCouldBeHeard();
+    void muteAfterADragToSilenceBringsBackWhatWasBeforeIt();
+    void volumeStaysWithinItsLimits();
 };
 
 void PlaybackViewModelTest::startsEmpty()
@@ -235,6 +239,70 @@ void PlaybackViewModelTest::dismissedErrorIsGone()
     QCOMPARE(bench.player().playErrorText(), u"gone"_s);
     playback.dismissPlayError();
     QVERIFY(!bench.player().playError());
+}
+
+void PlaybackViewModelTest::volumeFollowsThePlayer()
+{
+    ViewModelBench bench;
+    const PlaybackViewModel playback(bench.startViewModel());
+    QSignalSpy changes(&playback, &PlaybackViewModel::volumeChanged);
+    QCOMPARE(playback.volume(), 1.0);
+    bench.player().setVolume(0.25F);
+    QCOMPARE(playback.volume(), 0.25);
+    QCOMPARE(changes.size(), 1);
+    bench.player().setVolume(0.25F);
+    QCOMPARE(changes.size(), 1);
+}
+
+void PlaybackViewModelTest::muteBringsBackWhatCouldBeHeard()
+{
+    ViewModelBench bench;
+    PlaybackViewModel playback(bench.startViewModel());
+    bench.player().setVolume(0.5F);
+    playback.toggleMute();
+    QCOMPARE(bench.player().volume(), 0.0F);
+    playback.toggleMute();
+    QCOMPARE(bench.player().volume(), 0.5F);
+    // Somebody else, as the desktop's panel, turned it up meanwhile.
+    playback.toggleMute();
+    bench.player().setVolume(0.75F);
+    playback.toggleMute();
+    QCOMPARE(bench.player().volume(), 0.0F);
+    playback.toggleMute();
+    QCOMPARE(bench.player().volume(), 0.75F);
+}
+
+void PlaybackViewModelTest::muteAfterADragToSilenceBringsBackWhatWasBeforeIt()
+{
+    ViewModelBench bench;
+    PlaybackViewModel playback(bench.startViewModel());
+    playback.dragVolume(0.5);
+    playback.endVolumeDrag();
+    for (const double volume : {0.25, 0.0625, 0.0})
+        playback.dragVolume(volume);
+    QCOMPARE(bench.player().volume(), 0.0F);
+    playback.endVolumeDrag();
+    playback.toggleMute();
+    QCOMPARE(bench.player().volume(), 0.5F);
+    // One that ends in something audible counts.
+    playback.dragVolume(0.25);
+    playback.endVolumeDrag();
+    playback.toggleMute();
+    playback.toggleMute();
+    QCOMPARE(bench.player().volume(), 0.25F);
+}
+
+void PlaybackViewModelTest::volumeStaysWithinItsLimits()
+{
+    ViewModelBench bench;
+    PlaybackViewModel playback(bench.startViewModel());
+    bench.player().setVolume(0.5F);
+    playback.dragVolume(qQNaN());
+    QCOMPARE(bench.player().volume(), 0.5F);
+    playback.dragVolume(7);
+    QCOMPARE(bench.player().volume(), 1.0F);
+    playback.dragVolume(-7);
+    QCOMPARE(bench.player().volume(), 0.0F);
 }
 
 QTEST_GUILESS_MAIN(PlaybackViewModelTest)

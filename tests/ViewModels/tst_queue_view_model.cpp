@@ -49,6 +49,8 @@ private Q_SLOTS:
     void clearEmptiesTheQueueAndTheSongPlaysOn();
     void theStateOfTheStartIsShown();
     void spaceGoesThrough();
+    void aTapOnASongThatIsThereTwicePlaysOnFromItsFirstPlace();
+    void theSheetOpensAndCloses();
 };
 
 void QueueViewModelTest::itStartsEmpty()
@@ -203,6 +205,31 @@ void QueueViewModelTest::spaceGoesThrough()
     const bool wasPlaying = b->player().isPlaying();
     queue().togglePlayPause();
     QCOMPARE(b->player().isPlaying(), !wasPlaying);
+}
+
+void QueueViewModelTest::aTapOnASongThatIsThereTwicePlaysOnFromItsFirstPlace()
+{
+    // The player knows a song, not a place: so it is with every list.
+    const QList<Song> songs = fileSongs({u"a"_s, u"b"_s, u"a"_s, u"c"_s});
+    b->player().playSong(songs.at(1), songs);
+    QTRY_COMPARE(queue().playingRow(), 1);
+    queue().play(2);
+    QCOMPARE(songOf(b->player()).id(), u"a"_s);
+    QCOMPARE(b->player().queue(), songs);
+    QTRY_COMPARE(queue().playingRow(), 0);
+    b->player().next();
+    QCOMPARE(songOf(b->player()).id(), u"b"_s);
+}
+
+void QueueViewModelTest::theSheetOpensAndCloses()
+{
+    QSignalSpy changes(&queue(), &QueueViewModel::isOpenChanged);
+    queue().open();
+    queue().open();
+    QVERIFY(queue().isOpen());
+    queue().close();
+    QVERIFY(!queue().isOpen());
+    QCOMPARE(changes.size(), 2);
 }
 
 QTEST_GUILESS_MAIN(QueueViewModelTest)

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Saves a picture of every state of the window, in each look, light and dark, narrow and wide, for a person
 // to look at.
-//   screen_gallery DIRECTORY [LOOK…] [GROUP…]   all looks and groups of states, or those named
+//   screen_gallery DIRECTORY [LOOK…] [SCHEME…] [SIZE…] [GROUP…]   all looks, schemes, sizes and groups of
+//   states, or
+//                                                                those named; a SIZE is as 320x568 or, with
+//                                                                larger texts, 320x568@1.3
 #include "Views/Gallery.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
@@ -19,6 +22,7 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QSemaphore>
 #include <QTest>
 
@@ -79,13 +83,7 @@ void libraryStates(const Gallery &gallery)
     for (int i = 0; i < 4; ++i)
         QTest::keyClick(test.window, Qt::Key_Down);
     QTest::mouseMove(test.window, TestWindow::centre(test.row(5)));
-    gallery.save(test, u"keyboard-and-hover"_s);
-
-    if (test.shows(u"volumeButton"_s)) {
-        test.click(u"volumeButton"_s);
-        gallery.save(test, u"volume"_s);
-        QTest::keyClick(test.window, Qt::Key_Escape);
-    }
+    gallery.saveHovered(test, u"keyboard-and-hover"_s);
 
     test.click(u"importButton"_s);
     gallery.save(test, u"import-menu"_s);
@@ -287,13 +285,47 @@ void serverStates(const Gallery &gallery)
     gallery.save(test, u"server-stale-and-failed"_s);
 }
 
+struct Extent
+{
+    QSize size;
+    double textScale = 1;
+};
+
+/// Those of @p all that are wanted by name, which @p wanted then names no more; all, where none is.
+template <typename List, typename NameOf>
+List named(QStringList &wanted, const List &all, NameOf nameOf)
+{
+    List found;
+    for (const auto &one : all) {
+        if (wanted.removeAll(nameOf(one)) > 0)
+            found.append(one);
+    }
+    return found.isEmpty() ? all : found;
+}
+
+/// The same of the sizes.
+QList<Extent> namedSizes(QStringList &wanted)
+{
+    static const QRegularExpression form(u"^(\\d+)x(\\d+)(?:@([\\d.]+))?$"_s);
+    QList<Extent> sizes;
+    wanted.removeIf([&sizes](const QString &word) {
+        const QRegularExpressionMatch match = form.match(word);
+        if (match.hasMatch()) {
+            const double scale = match.hasCaptured(3) ? match.captured(3).toDouble() : 1;
+            sizes.append({QSize(match.captured(1).toInt(), match.captured(2).toInt()), scale});
+        }
+        return match.hasMatch();
+    });
+    return sizes.isEmpty() ? QList<Extent>{{{390, 844}}, {{1000, 680}}} : sizes;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
     if (argc < 2) {
-        std::fputs("usage: screen_gallery DIRECTORY [LOOK…] [GROUP…]\n", stderr);
+        std::fputs("usage: screen_gallery DIRECTORY [LOOK…] [SCHEME…] [SIZE…] [GROUP…]\n", stderr);
         return 2;
     }
     using States = void (*)(const Gallery &gallery);
@@ -303,27 +335,26 @@ int main(int argc, char **argv)
         {u"server"_s, &serverStates},      {u"online"_s, &searchStates},
         {u"charts"_s, &chartStates},       {u"navidrome"_s, &navidromeStates},
         {u"playlists"_s, &playlistStates}, {u"equalizer"_s, &equalizerStates},
-        {u"settings"_s, &settingsStates},
+        {u"settings"_s, &settingsStates},  {u"player"_s, &playerStates},
+        {u"sheets"_s, &sheetStates},       {u"disc"_s, &discStates},
     };
     QStringList wanted = QCoreApplication::arguments().mid(2);
-    QList<ThemeType> looks;
-    for (const ThemeType look : allThemeTypes()) {
-        if (wanted.removeAll(rawValue(look)) > 0)
-            looks.append(look);
-    }
-    if (looks.isEmpty())
-        looks = allThemeTypes();
+    const QList<ThemeType> looks =
+        named(wanted, allThemeTypes(), [](ThemeType look) { return rawValue(look); });
+    const QStringList schemes =
+        named(wanted, QStringList{u"light"_s, u"dark"_s}, [](const QString &s) { return s; });
+    const QList<Extent> sizes = namedSizes(wanted);
     setConsoleSink([](const QString &) {});
     const QString folder = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(folder);
     installFonts();
     const QPalette light = QGuiApplication::palette();
-    QPalette dark(QColor(0x33, 0x33, 0x33));
-    for (const bool isDark : {false, true}) {
-        QGuiApplication::setPalette(isDark ? dark : light);
-        for (const QSize size : {QSize(390, 844), QSize(1000, 680)}) {
-            for (const ThemeType look : std::as_const(looks)) {
-                const Gallery gallery(folder, look, isDark ? u"dark"_s : u"light"_s, size);
+    const QPalette dark(QColor(0x33, 0x33, 0x33));
+    for (const QString &scheme : schemes) {
+        QGuiApplication::setPalette(scheme == u"dark"_s ? dark : light);
+        for (const Extent &extent : sizes) {
+            for (const ThemeType look : looks) {
+                const Gallery gallery(folder, look, scheme, extent.size, extent.textScale);
                 for (const auto &[name, states] : groups) {
                     if (wanted.isEmpty() || wanted.contains(name))
                         states(gallery);

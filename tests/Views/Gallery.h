@@ -26,21 +26,23 @@ inline void settle()
     QTest::qWait(500);
 }
 
-/// Where the pictures of one look, scheme and size go.
+/// Where the pictures of one look, scheme and size, with texts of that size, go.
 class Gallery
 {
 public:
-    Gallery(const QString &folder, ThemeType look, const QString &scheme, QSize size)
+    Gallery(const QString &folder, ThemeType look, const QString &scheme, QSize size, double textScale)
         : m_folder(folder)
         , m_look(look)
         , m_scheme(scheme)
         , m_size(size)
+        , m_textScale(textScale)
     {
     }
 
     /// Shows the window in the size of these pictures.
     void show(TestWindow &test) const
     {
+        test.appearance->setTextScale(m_textScale);
         test.themeManager->switchTo(m_look);
         await([&] { return test.themeManager->currentThemeType() == m_look; });
         if (!test.show())
@@ -49,8 +51,14 @@ public:
         settle();
     }
 
-    /// Keeps a picture of the window.
+    /// Keeps a picture of the window, in which the mouse is nowhere.
     void save(const TestWindow &test, const QString &state) const
+    {
+        QTest::mouseMove(test.window, QPoint(test.window->width() / 2, 0));
+        saveHovered(test, state);
+    }
+    /// The same where the mouse is.
+    void saveHovered(const TestWindow &test, const QString &state) const
     {
         settle();
         const QString path =
@@ -65,6 +73,7 @@ private:
     ThemeType m_look;
     QString m_scheme;
     QSize m_size;
+    double m_textScale;
 };
 
 /// The states of the search, in the library and on the online platforms.
@@ -77,6 +86,12 @@ void playlistStates(const Gallery &gallery);
 void equalizerStates(const Gallery &gallery);
 /// Puts made songs into the music folder, for the next scan.
 void addSongs(TestWindow &test);
+/// The full-screen player: its pages, and what they are drawn on.
+void playerStates(const Gallery &gallery);
+/// The sheets of the full-screen player.
+void sheetStates(const Gallery &gallery);
+/// The disc and its fan over the tabs, and what the tabs say while there is nothing.
+void discStates(const Gallery &gallery);
 /// The settings and their pages.
 void settingsStates(const Gallery &gallery);
 /// The states of Subsonic servers in the servers' place.

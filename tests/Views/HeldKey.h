@@ -8,16 +8,20 @@
 
 namespace cadorel {
 
-/// Holds Return down for a while: the keyboard repeats it.
-inline void holdReturn(QWindow *window)
+/// Holds a key down for a while: the keyboard repeats it.
+inline void holdKey(QWindow *window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     constexpr int repeats = 5;
-    QTest::keyPress(window, Qt::Key_Return);
-    for (int i = 0; i < repeats; ++i) {
-        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
-        QCoreApplication::sendEvent(window, &repeat);
-    }
-    QTest::keyRelease(window, Qt::Key_Return);
+    QTest::keyPress(window, key, modifiers);
+    // Through the platform, as those of a keyboard come: shortcuts are asked first.
+    for (int i = 0; i < repeats; ++i)
+        QTest::simulateEvent(window, true, key, modifiers, QString(), true);
+    QTest::keyRelease(window, key, modifiers);
+}
+
+inline void holdReturn(QWindow *window)
+{
+    holdKey(window, Qt::Key_Return);
 }
 
 } // namespace cadorel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Services/AudioPlayerService.h"
+#include "Theme/ThemeManager.h"
 #include "Theme/ThemeType.h"
 #include "Utils/Console.h"
 #include "ViewModels/LibraryViewModel.h"
@@ -48,23 +49,32 @@ protected:
         QTRY_VERIFY(t->playback->canSeek());
     }
 
-    /// Rows of test data: each scheme in each size, and in each look if @p inEachTheme.
+    /// Rows of test data: the plain look in each scheme and size, on the smallest window also with large
+    /// texts, and the other looks in some of these; in all of them if @p inEachTheme.
     static void addLooks(bool inEachTheme = false)
     {
         QTest::addColumn<bool>("dark");
         QTest::addColumn<QSize>("size");
-        if (inEachTheme)
-            QTest::addColumn<ThemeType>("type");
-        for (const ThemeType type : inEachTheme ? allThemeTypes() : QList{ThemeType::classic}) {
+        QTest::addColumn<ThemeType>("type");
+        QTest::addColumn<double>("textScale");
+        constexpr QSize smallest(320, 480);
+        constexpr QSize phone(390, 844);
+        constexpr double largeTexts = 1.3;
+        for (const ThemeType type : allThemeTypes()) {
+            const auto add = [type](bool dark, const QSize &size, double textScale = 1) {
+                QTest::addRow("%s %s %d %.1f", qPrintable(rawValue(type)), dark ? "dark" : "light",
+                              size.width(), textScale)
+                    << dark << size << type << textScale;
+            };
+            add(false, smallest, largeTexts);
+            add(true, {1400, 900});
+            if (!inEachTheme && type != ThemeType::classic) {
+                add(false, phone);
+                continue;
+            }
             for (const bool dark : {false, true}) {
-                for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)}) {
-                    QTestData &row =
-                        QTest::addRow("%s%s %d", inEachTheme ? qPrintable(rawValue(type) + u' ') : "",
-                                      dark ? "dark" : "light", size.width());
-                    row << dark << size;
-                    if (inEachTheme)
-                        row << type;
-                }
+                for (const QSize &size : {smallest, phone, QSize(900, 640)})
+                    add(dark, size);
             }
         }
     }
@@ -73,7 +83,12 @@ protected:
     {
         QFETCH(bool, dark);
         QFETCH(QSize, size);
+        QFETCH(ThemeType, type);
+        QFETCH(double, textScale);
         QGuiApplication::setPalette(QPalette(dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
+        t->appearance->setTextScale(textScale);
+        t->themeManager->switchTo(type);
+        QTRY_COMPARE(t->themeManager->currentThemeType(), type);
         QVERIFY(t->show());
         t->window->resize(size);
         QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);

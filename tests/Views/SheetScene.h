@@ -13,7 +13,9 @@
 #include "ViewModels/NowPlayingSettingsViewModel.h"
 #include "ViewModels/OutputDeviceModel.h"
 #include "ViewModels/OutputDevicesViewModel.h"
+#include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/SleepTimerViewModel.h"
+#include "ViewModels/ViewModelBench.h"
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
@@ -23,6 +25,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <QWheelEvent>
 
 namespace cadorel {
 
@@ -49,6 +52,8 @@ public:
     SleepTimerViewModel sleep;
     LyricsOffsetViewModel offset{offsets};
     OutputDevicesViewModel devices{&machine};
+    ViewModelBench player;
+    PlaybackViewModel playback{player.startViewModel()};
     NowPlayingSettingsViewModel settings{theme, &picker};
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow *window = nullptr;
@@ -62,6 +67,7 @@ public:
         engine->setInitialProperties({{QStringLiteral("sleep"), QVariant::fromValue(&sleep)},
                                       {QStringLiteral("offset"), QVariant::fromValue(&offset)},
                                       {QStringLiteral("devices"), QVariant::fromValue(&devices)},
+                                      {QStringLiteral("playback"), QVariant::fromValue(&playback)},
                                       {QStringLiteral("settings"), QVariant::fromValue(&settings)}});
         engine->loadData(qml);
         if (engine->rootObjects().isEmpty())
@@ -149,6 +155,16 @@ public:
     /// Everything stands where it is drawn.
     void settle() const { window->grabWindow(); }
     void key(Qt::Key key) const { QTest::keyClick(window, key); }
+    /// Turns the mouse's wheel over the item, by eighths of a degree.
+    void turnWheel(const QString &name, int delta, QPoint pixels = {},
+                   Qt::ScrollPhase phase = Qt::NoScrollPhase) const
+    {
+        settle();
+        const QPoint place = centre(item(name));
+        QWheelEvent event(place, window->mapToGlobal(QPointF(place)), pixels, QPoint(0, delta), Qt::NoButton,
+                          Qt::NoModifier, phase, false);
+        QCoreApplication::sendEvent(window, &event);
+    }
     QQuickItem *focused() const { return window->activeFocusItem(); }
 
     static QAccessibleInterface *accessible(QQuickItem *item)
@@ -224,32 +240,43 @@ private:
             required property SleepTimerViewModel sleep
             required property LyricsOffsetViewModel offset
             required property OutputDevicesViewModel devices
+            required property PlaybackViewModel playback
             required property NowPlayingSettingsViewModel settings
             property bool hasLyrics: true
             property string requests
+            /// What a row asks for opens.
+            property bool leadsOn: false
+
+            function ask(request: string, sheet: var): void {
+                requests += request + " ";
+                if (leadsOn)
+                    sheet.open();
+            }
 
             visible: true
 
             ThemedBackground { anchors.fill: parent }
             TextButton {
                 objectName: "opener"
+                onClicked: window.requests += "opener "
                 anchors.horizontalCenter: parent.horizontalCenter
                 focus: true
                 text: "opener"
             }
             SleepTimerSheet { objectName: "sleepTimerSheet"; sleep: window.sleep }
-            LyricsOffsetSheet { objectName: "lyricsOffsetSheet"; offset: window.offset }
+            LyricsOffsetSheet { id: offsetSheet; objectName: "lyricsOffsetSheet"; offset: window.offset }
             MoreOptionsSheet {
                 objectName: "moreOptionsSheet"
                 devices: window.devices
+                playback: window.playback
                 hasLyrics: window.hasLyrics
                 equalizerDetail: "已关闭"
                 lyricsOffsetText: "+0.5s"
                 onEqualizerRequested: window.requests += "equalizer "
-                onLyricsOffsetRequested: window.requests += "offset "
-                onSettingsRequested: window.requests += "settings "
+                onLyricsOffsetRequested: window.ask("offset", offsetSheet)
+                onSettingsRequested: window.ask("settings", settingsSheet)
             }
-            NowPlayingSettingsView { objectName: "nowPlayingSettings"; settings: window.settings }
+            NowPlayingSettingsView { id: settingsSheet; objectName: "nowPlayingSettings"; settings: window.settings }
         })";
 };
 
@@ -266,6 +293,7 @@ inline void addSheetLooks()
                                                                                : QStringLiteral("-light"));
             QTest::addRow("%s-320-large", qPrintable(look)) << type << scheme << QSize(320, 568) << 1.3;
             QTest::addRow("%s-390", qPrintable(look)) << type << scheme << QSize(390, 844) << 1.0;
+            QTest::addRow("%s-1000", qPrintable(look)) << type << scheme << QSize(1000, 700) << 1.0;
         }
     }
 }

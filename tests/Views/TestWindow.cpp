@@ -111,6 +111,9 @@ TestWindow::TestWindow(std::unique_ptr<HttpClient> network)
     auto madeAppearance = std::make_unique<TestAppearance>();
     appearance = madeAppearance.get();
     platform.desktopAppearance = std::move(madeAppearance);
+    auto madeDevices = std::make_unique<FakeOutputDevices>();
+    outputDevices = madeDevices.get();
+    platform.outputDevices = std::move(madeDevices);
     kawaiiDecorations = std::make_unique<KawaiiDecorations>(*platform.clock, *platform.random);
     themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
     themeService =

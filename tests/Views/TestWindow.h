@@ -5,6 +5,7 @@
 #include "Fakes/FakeAudioEngine.h"
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeFolders.h"
+#include "Fakes/FakeOutputDevices.h"
 #include "Fakes/FakeSecretStore.h"
 #include "Fakes/FakeStreamPlayer.h"
 #include "Fakes/FakeSubsonic.h"
@@ -107,6 +108,7 @@ public:
     FakeClock *clock = nullptr;
     FakeSystem *system = nullptr;
     TestAppearance *appearance = nullptr;
+    FakeOutputDevices *outputDevices = nullptr;
     FakeSecretStore *secrets = nullptr;
     /// Null where the test has brought a network.
     FakeHttpClient *web = nullptr;

@@ -71,6 +71,24 @@ private Q_SLOTS:
         QVERIFY(!item("placeholder note")->isVisible());
     }
 
+    void storedNonsenseDrawsACoverAllTheSame()
+    {
+        FakePreferences preferences;
+        preferences.setDouble(u"albumCoverCornerRadius"_s, -10);
+        preferences.setString(u"dancingEmoji"_s, u"🕺"_s.repeated(1000));
+        preferences.setString(u"selectedCassetteStyle"_s, rawValue(CassetteStyle::none));
+        FakeDesktopAppearance desktop;
+        ThemeManager manager(preferences, desktop);
+        ThemeService stored(preferences, manager, desktop);
+        ThemedScene scene({.desktopAppearance = &desktop, .themeManager = &manager, .themeService = &stored});
+        QVERIFY(scene.show("AlbumCoverView { width: 300; height: 340 }", ThemeType::classic,
+                           ColorScheme::light, {{u"player"_s, QVariant::fromValue(&b->player.player())}}));
+        QCOMPARE(scene.item(u"normalAlbumCover"_s)->property("cornerRadius").toDouble(), 0.0);
+        const QQuickItem *emoji = scene.item(u"emoji"_s);
+        QVERIFY(emoji->property("contentWidth").toDouble() <= emoji->parentItem()->width());
+        QCOMPARE(scene.warnings.take(), QStringList());
+    }
+
     void onlyALookThatWantsItHasAShadow()
     {
         b->service.setCassetteStyle(CassetteStyle::none);

@@ -1,6 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/PlaylistService.h"
 #include "ViewModels/EqualizerViewModel.h"
+#include "ViewModels/NavidromeServerPageViewModel.h"
+#include "ViewModels/NavidromeServersViewModel.h"
+#include "ViewModels/NowPlayingViewModel.h"
+#include "ViewModels/OnlineViewModel.h"
+#include "ViewModels/PlaylistPageViewModel.h"
+#include "ViewModels/PlaylistsViewModel.h"
+#include "ViewModels/TopListsViewModel.h"
+#include "ViewModels/WebDAVServerPageViewModel.h"
+#include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/RootScreenTest.h"
 
 #include <QQmlComponent>
@@ -23,7 +34,9 @@ private Q_SLOTS:
     void plainTabViewIsMadeAnewWithItsTabsAndKeepsTheSelection();
     void refreshMakesTheTabViewAnewAndKeepsTheSelection();
     void anotherLookIsAnotherTreeAndPlaybackGoesOn();
+    void keyboardStaysWhereItWasWhenTheTabsAreMadeAnew();
     void anotherLookClosesSheetsAndCover();
+    void anotherLookClosesPages();
     void anotherSchemeKeepsTheTree();
     void locatingASongShowsTheLibrary();
     void smallPlayerIsThereOnlyWithASong_data() { addThemes(); }
@@ -32,6 +45,10 @@ private Q_SLOTS:
     void smallPlayerOpensTheCover();
     void playErrorIsShownAndDismissed_data() { addThemes(); }
     void playErrorIsShownAndDismissed();
+    void playErrorIsSaidOverTheCover_data();
+    void playErrorIsSaidOverTheCover();
+    void playerThatIsCalledBackOnItsWayOutBeginsAnew();
+    void nothingIsDrawnWhileNothingChanges_data() { addThemes(); }
     void nothingIsDrawnWhileNothingChanges();
     void forcedUpdateHidesTheAnnouncements();
     void layersAboveAreEmptyWithoutAnythingToTell();
@@ -39,6 +56,21 @@ private Q_SLOTS:
     void keyboardOnTheScreenPushesAllLooksButThePinkOne();
 
 private:
+    /// Waits for a stretch of time in which nothing is drawn. What moves all the time never has one.
+    bool comesToRest() const
+    {
+        constexpr int quietMilliseconds = 700;
+        constexpr qint64 limitMilliseconds = 20'000;
+        QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
+        QElapsedTimer clock;
+        clock.start();
+        do {
+            frames.clear();
+            if (!QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds))
+                return true;
+        } while (clock.elapsed() < limitMilliseconds);
+        return false;
+    }
     /// How far behind the window's front an item's layer is: larger is in front.
     qsizetype layerOf(const QString &name) const
     {
@@ -173,6 +205,61 @@ void ContentViewTest::anotherLookClosesSheetsAndCover()
     QTRY_VERIFY(t->shows(u"playlistsView"_s));
 }
 
+void ContentViewTest::anotherLookClosesPages()
+{
+    QVERIFY(t->show());
+    const Playlist playlist = t->playlistService->createPlaylist(u"路上"_s, {}, PlaylistType::local);
+    const WebDAVConfig server = t->addServer(u"NAS"_s);
+    const NavidromeConfig navidrome = t->addNavidrome(u"Home"_s);
+    t->playlists->openPlaylist(playlist.id);
+    t->servers->openServer(server.uuidText());
+    t->navidrome->openServer(navidrome.uuidText());
+    t->online->charts()->open();
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistPage"_s));
+    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(!t->playlists->page()->isOpen());
+    QVERIFY(!t->servers->page()->isOpen());
+    QVERIFY(!t->navidrome->page()->isOpen());
+    QVERIFY(!t->online->charts()->isOpen());
+    t->click(u"playlistsTab"_s);
+    QTRY_VERIFY(t->shows(u"playlistList"_s));
+    QVERIFY(!t->shows(u"playlistPage"_s));
+}
+
+void ContentViewTest::keyboardStaysWhereItWasWhenTheTabsAreMadeAnew()
+{
+    showLibrary(2);
+    // A listener who has switched something wants to be able to switch it back.
+    t->window->resize(320, 480);
+    QTest::keyClick(t->window, Qt::Key_5, Qt::ControlModifier);
+    QTRY_VERIFY(t->shows(u"showWebDAVSwitch"_s));
+    for (const bool shows : {false, true}) {
+        t->item(u"showWebDAVSwitch"_s)->forceActiveFocus(Qt::TabFocusReason);
+        const QPointer<QQuickItem> before = t->item(u"tabBar"_s);
+        QTest::keyClick(t->window, Qt::Key_Return);
+        QTRY_COMPARE(t->content->showWebDAVTab(), shows);
+        QTRY_VERIFY(!before);
+        QQuickItem *held = t->item(u"showWebDAVSwitch"_s);
+        QCOMPARE(t->window->activeFocusItem(), held);
+        QVERIFY(held->property("visualFocus").toBool());
+        const QRectF place = held->mapRectToScene(held->boundingRect());
+        QVERIFY(place.top() >= 0 && place.bottom() <= t->item(u"tabBar"_s)->mapToScene({}).y());
+    }
+    // What is not there any more leaves it to the place.
+    t->item(u"webdavTab"_s)->forceActiveFocus(Qt::TabFocusReason);
+    t->content->setShowWebDAVTab(false);
+    QTRY_VERIFY(!t->item(u"webdavTab"_s));
+    QVERIFY(t->item(u"tabView"_s)->isAncestorOf(t->window->activeFocusItem()));
+    // Where the keyboard was elsewhere it stays there.
+    playRow(0);
+    openNowPlaying();
+    const QQuickItem *elsewhere = t->window->activeFocusItem();
+    t->content->setShowWebDAVTab(true);
+    QTRY_VERIFY(t->item(u"webdavTab"_s));
+    QCOMPARE(t->window->activeFocusItem(), elsewhere);
+}
+
 void ContentViewTest::anotherSchemeKeepsTheTree()
 {
     QVERIFY(t->show());
@@ -256,24 +343,87 @@ void ContentViewTest::playErrorIsShownAndDismissed()
     QVERIFY(!t->audioPlayer->playError());
 }
 
+void ContentViewTest::playErrorIsSaidOverTheCover_data()
+{
+    addLooks(true);
+}
+
+void ContentViewTest::playErrorIsSaidOverTheCover()
+{
+    QFETCH(ThemeType, type);
+    t->addFile(u"a.mp3"_s, {u"歌"_s, u"歌手"_s, u"专辑"_s, 200, TestWindow::picture(Qt::red, Qt::green)});
+    QVERIFY(t->scan());
+    showInLook();
+    switchTo(type);
+    playRow(0);
+    openNowPlaying();
+    QVERIFY(!t->shows(u"playErrorBanner"_s));
+    t->player->lastItem()->fail(u"文件坏了"_s);
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
+    QVERIFY(layerOf(u"playErrorBanner"_s) > layerOf(u"nowPlayingCover"_s));
+    const QQuickItem *banner = t->item(u"playErrorBanner"_s);
+    const QRectF place = banner->mapRectToScene(banner->boundingRect());
+    for (const auto &name : {u"topBar"_s, u"progressView"_s, u"playbackControls"_s}) {
+        const QQuickItem *other = t->item(name);
+        QVERIFY2(!place.intersects(other->mapRectToScene(other->boundingRect())), qPrintable(name));
+    }
+    check(u"error over the cover"_s);
+    // It goes with the cover to where it stands otherwise, and is closed where it is.
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+    const double bottom = banner->mapToScene(QPointF(0, banner->height())).y();
+    QVERIFY(bottom <= t->item(u"tabBar"_s)->mapToScene({}).y());
+    openNowPlaying();
+    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
+    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
+    QVERIFY(!t->audioPlayer->playError());
+    QVERIFY(showsNowPlaying());
+}
+
+void ContentViewTest::playerThatIsCalledBackOnItsWayOutBeginsAnew()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    const QPointer<QQuickItem> before = t->item(u"nowPlayingView"_s);
+    auto *nowPlaying = before->property("nowPlaying").value<NowPlayingViewModel *>();
+    nowPlaying->setCurrentPage(NowPlayingViewModel::QueuePage);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+    QVERIFY(before);
+    openNowPlaying();
+    QTRY_VERIFY(!before);
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
+    // The keyboard is with the new one.
+    QTest::keyClick(t->window, Qt::Key_PageDown);
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::LyricsPage));
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+    // One that was opened once goes once.
+    QTRY_VERIFY(!t->item(u"nowPlayingView"_s));
+    QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
+}
+
 void ContentViewTest::nothingIsDrawnWhileNothingChanges()
 {
+    QFETCH(ThemeType, type);
     showLibrary();
+    switchTo(type);
     playRow(0);
     t->audioPlayer->pause();
-    QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
-    constexpr int quietMilliseconds = 200;
-    const auto isDrawn = [&frames] {
-        frames.clear();
-        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
-    };
     // Covers come in; then the picture stands.
-    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    QVERIFY(comesToRest());
+    QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
     t->player->tick(100);
     // The root shows no time: nothing of it moves with the song.
-    QVERIFY(!isDrawn());
+    QVERIFY(comesToRest());
+    QCOMPARE(frames.size(), 0);
     openNowPlaying();
-    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
+    auto *nowPlaying = t->item(u"nowPlayingView"_s)->property("nowPlaying").value<NowPlayingViewModel *>();
+    for (int page = 0; page < NowPlayingViewModel::PageCount; ++page) {
+        nowPlaying->setCurrentPage(page);
+        QVERIFY2(comesToRest(), qPrintable(u"page %1"_s.arg(page)));
+    }
 }
 
 void ContentViewTest::forcedUpdateHidesTheAnnouncements()
@@ -281,10 +431,17 @@ void ContentViewTest::forcedUpdateHidesTheAnnouncements()
     QVERIFY(t->show());
     QQmlComponent popup(t->engine.get());
     popup.setData("import QtQuick\nItem { objectName: \"announcement\" }", QUrl());
+    QQmlComponent update(t->engine.get());
+    update.setData("import QtQuick\nItem { objectName: \"update\" }", QUrl());
     QVERIFY(t->window->setProperty("announcementPopup", QVariant::fromValue(&popup)));
+    QVERIFY(t->window->setProperty("updatePopup", QVariant::fromValue(&update)));
     QTRY_VERIFY(t->item(u"announcement"_s));
+    QTRY_VERIFY(t->item(u"update"_s));
     t->window->setProperty("isForceUpdateRequired", true);
     QTRY_VERIFY(!t->item(u"announcement"_s));
+    // What has to be done is still asked for.
+    QVERIFY(t->shows(u"update"_s));
+    t->window->setProperty("updatePopup", QVariant::fromValue<QQmlComponent *>(nullptr));
     t->window->setProperty("announcementPopup", QVariant::fromValue<QQmlComponent *>(nullptr));
 }
 

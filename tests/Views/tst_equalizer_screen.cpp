@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/EqualizerScreenTest.h"
+#include "Views/HeldKey.h"
+
+#include <QSignalSpy>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -16,6 +19,7 @@ private Q_SLOTS:
     void everyPresetMovesTheSlidersByMouse();
     void presetsAreChosenByTouch();
     void presetsAreChosenByKeyboard();
+    void heldReturnChoosesAPresetOnce();
     void chosenPresetIsInSight();
     void customKeepsTheGains();
     void wheelWalksAlongThePresets();
@@ -38,8 +42,9 @@ void EqualizerSheetTest::everyWayLeadsToTheSheet()
     QTRY_VERIFY(isSheetGone());
 
     playRow(0);
-    QTRY_VERIFY(t->shows(u"playerEqualizerButton"_s));
-    t->click(u"playerEqualizerButton"_s);
+    QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
+    QTRY_VERIFY(t->item(u"nowPlayingCover"_s)->property("covers").toBool());
+    t->click(u"equalizerStatusButton"_s);
     QTRY_VERIFY(isSheetOpen());
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(isSheetGone());
@@ -144,6 +149,17 @@ void EqualizerSheetTest::presetsAreChosenByKeyboard()
     for (int i = 0; i < 20; ++i)
         QTest::keyClick(t->window, Qt::Key_Left);
     QCOMPARE(t->window->activeFocusItem()->objectName(), u"preset0"_s);
+}
+
+void EqualizerSheetTest::heldReturnChoosesAPresetOnce()
+{
+    showSheet();
+    QQuickItem *chip = t->item(u"preset1"_s);
+    chip->forceActiveFocus(Qt::TabFocusReason);
+    QSignalSpy chosen(chip, SIGNAL(clicked()));
+    QVERIFY(chosen.isValid());
+    holdReturn(t->window);
+    QCOMPARE(chosen.size(), 1);
 }
 
 void EqualizerSheetTest::chosenPresetIsInSight()

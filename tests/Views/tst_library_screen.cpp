@@ -41,6 +41,8 @@ private Q_SLOTS:
     void songThatPlaysIsLocated();
     void songThatIsNotThereMovesNothing();
     void heldReturnPlaysOnce();
+    void aNameMakesNoShortcut();
+    void theQuestionIsReadToItsEnd();
 
 private:
     QPointingDevice *m_touch = QTest::createTouchDevice();
@@ -402,6 +404,35 @@ void LibraryScreenTest::heldReturnPlaysOnce()
     QVERIFY(played.isValid());
     holdReturn(t->window);
     QCOMPARE(played.size(), 1);
+}
+
+void LibraryScreenTest::aNameMakesNoShortcut()
+{
+    t->addFile(u"a.mp3"_s, {u"R&B"_s, u"Rock & Roll"_s, {}, 100, {}});
+    QVERIFY(t->scan());
+    QVERIFY(t->show());
+    QTRY_VERIFY(t->row(0));
+    for (const Qt::Key key : {Qt::Key_B, Qt::Key_Space})
+        QTest::keyClick(t->window, key, Qt::AltModifier);
+    QCOMPARE(currentTitle(), QString());
+}
+
+void LibraryScreenTest::theQuestionIsReadToItsEnd()
+{
+    t->addFile(u"a.mp3"_s, {u"很长的名字"_s.repeated(60), {}, {}, 100, {}});
+    QVERIFY(t->scan());
+    t->appearance->setTextScale(1.3);
+    QVERIFY(t->show());
+    t->window->resize(320, 480);
+    QTRY_VERIFY(t->row(0));
+    t->item(u"songList"_s)->forceActiveFocus();
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QTest::keyClick(t->window, Qt::Key_Delete);
+    QTRY_VERIFY(t->object(u"deleteDialog"_s)->property("opened").toBool());
+    const QQuickItem *message = t->item(u"dialogMessage"_s);
+    QVERIFY(message->property("text").toString().endsWith(u"此操作无法撤销。"_s));
+    // It is laid out anew for the width of the dialog.
+    QTRY_VERIFY(!message->property("truncated").toBool());
 }
 
 QTEST_MAIN(LibraryScreenTest)

@@ -240,6 +240,19 @@ private Q_SLOTS:
         QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
     }
 
+    void aWindowThatIsHiddenMovesNothing()
+    {
+        showLines();
+        const QVariant before = scene().list()->property("contentY");
+        scene().window()->hide();
+        tick(20);
+        QVERIFY(!scene().root()->property("isShown").toBool());
+        QCOMPARE(scene().list()->property("contentY"), before);
+        scene().window()->show();
+        QTRY_VERIFY(scene().line(20));
+        QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
+    }
+
     void theCurrentLineStaysInTheMiddleOfAnotherRoom()
     {
         showLines();
@@ -382,6 +395,20 @@ private Q_SLOTS:
         QVERIFY(scene().list()->property("currentIndex").toInt() > 1);
     }
 
+    void theKeyboardStaysOnTheLinesOfTheNextSong()
+    {
+        showLines();
+        QTest::keyClick(scene().window(), Qt::Key_Tab);
+        QTRY_VERIFY(scene().list()->hasActiveFocus());
+        scene().play(phrases(20), u"b"_s);
+        tick(8);
+        QTRY_VERIFY(scene().list()->hasActiveFocus());
+        QCOMPARE(scene().list()->property("currentIndex").toInt(), 0);
+        QTest::keyClick(scene().window(), Qt::Key_Down);
+        QTest::keyClick(scene().window(), Qt::Key_Return);
+        QCOMPARE(scene().seeks().constLast(), u"1"_s);
+    }
+
     void aScreenReaderKnowsTheLinesAndSeeks()
     {
         showLines();
@@ -432,12 +459,24 @@ private Q_SLOTS:
         QVERIFY(scene().madeLines() < 40);
     }
 
-    void aLongLineIsCutAndNotLaidOutForEver()
+    void aParagraphIsReadToItsEnd()
+    {
+        bench().appearance().setLyricsFontSize(28);
+        bench().desktop.setTextScale(1.3);
+        scene().window()->resize(320, 568);
+        QVERIFY(scene().show());
+        scene().play(u"词"_s.repeated(120));
+        QTRY_VERIFY(scene().line(0));
+        QTRY_VERIFY(words(0)->property("lineCount").toInt() > 8);
+        QVERIFY(!words(0)->property("truncated").toBool());
+    }
+
+    void anEndlessLineIsCutAndNotLaidOutForEver()
     {
         QVERIFY(scene().show());
         scene().play(u"[00:00.00]"_s + u"词"_s.repeated(200'000) + u"\n[00:05.00]end"_s);
         QTRY_VERIFY(scene().line(0));
-        QVERIFY(scene().line(0)->height() < 400);
+        QVERIFY(scene().line(0)->height() < 24 * 40);
         tick(5);
         QTRY_VERIFY(scene().line(1));
     }

@@ -60,6 +60,19 @@ private Q_SLOTS:
         QTRY_COMPARE(opacity(), 1.0);
     }
 
+    void aLineThatFollowsQuicklyIsShownWithoutWaitingForTheOneBefore()
+    {
+        scene().play(timedText(30));
+        scene().bench.tick(1);
+        QTRY_COMPARE(shown(), u"line 1"_s);
+        // Whether the text in the middle of its change is still there or not, the next one is now.
+        QTRY_VERIFY(opacity() < 1);
+        scene().bench.tick(2);
+        QCOMPARE(shown(), u"line 2"_s);
+        QTRY_COMPARE(opacity(), 1.0);
+        QCOMPARE(shown(), u"line 2"_s);
+    }
+
     void anotherSongTakesTheLineAway()
     {
         scene().play(u"[00:10.00]one"_s);

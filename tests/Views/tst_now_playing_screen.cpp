@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/HeldKey.h"
 #include "Views/NowPlayingScreenTest.h"
 
 #include <QPointer>
@@ -18,7 +19,11 @@ private Q_SLOTS:
     void releaseInTheLastMomentEndsTheSong();
     void anotherSongInMidDragHasASliderOfItsOwn();
     void unknownLengthCannotBeSought();
+    void dragThatIsTakenAwaySeeksNowhere();
+    void sameSongAgainKeepsTheSliderUnderTheFinger();
+    void sliderCanBeTouchedAFingerHigh();
     void arrowsMoveTheSlider();
+    void heldArrowStopsShortOfTheEnd();
     void keyboardStaysOnTheSliderWhenTheSongChanges();
     void coverThatIsMissingOrBrokenLeavesAPlaceholder();
     void thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore();
@@ -151,6 +156,76 @@ void NowPlayingRulesTest::unknownLengthCannotBeSought()
     QCOMPARE(s->text(u"duration"_s), u"0:00"_s);
 }
 
+void NowPlayingRulesTest::dragThatIsTakenAwaySeeksNowhere()
+{
+    showSong();
+    s->bench.stream().tick(50);
+    const double width = s->slider()->width();
+    s->press(s->onSlider(0.5 * width));
+    s->move(s->onSlider(width - 1));
+    QVERIFY(s->bench.nowPlaying.isDragging());
+    // As when the screen goes under the finger.
+    s->root()->setEnabled(false);
+    QTRY_VERIFY(!s->bench.nowPlaying.isDragging());
+    s->release(s->onSlider(width - 1));
+    s->root()->setEnabled(true);
+    QVERIFY(s->bench.stream().seeks.isEmpty());
+    QCOMPARE(s->bench.songId(), u"first"_s);
+    QCOMPARE(shownProgress(), 0.25);
+}
+
+void NowPlayingRulesTest::sameSongAgainKeepsTheSliderUnderTheFinger()
+{
+    s->bench.player.setPlayMode(PlayMode::repeatAll);
+    s->bench.player.playSong(m_song, {m_song});
+    s->bench.stream().lastItem()->answerDuration(200);
+    s->bench.stream().lastItem()->becomeReady();
+    QVERIFY(s->show());
+    QTRY_VERIFY(s->slider()->isEnabled());
+    const double width = s->slider()->width();
+    s->press(s->onSlider(0.2 * width));
+    s->move(s->onSlider(0.4 * width));
+    s->bench.stream().reachEnd();
+    QCOMPARE(s->bench.songId(), u"first"_s);
+    QVERIFY(s->bench.nowPlaying.isDragging());
+    s->bench.stream().lastItem()->answerDuration(200);
+    s->bench.stream().lastItem()->becomeReady();
+    s->bench.stream().seeks.clear();
+    s->move(s->onSlider(0.5 * width));
+    s->release(s->onSlider(0.5 * width));
+    QCOMPARE(s->bench.stream().seeks.size(), 1);
+    QVERIFY(qAbs(s->bench.stream().seeks.at(0).time - 100) < 1);
+}
+
+void NowPlayingRulesTest::sliderCanBeTouchedAFingerHigh()
+{
+    showSong();
+    const QPoint middle = s->onSlider(0.5 * s->slider()->width());
+    for (const int beside : {-21, 21}) {
+        s->bench.stream().seeks.clear();
+        s->press(middle + QPoint(0, beside));
+        s->release(middle + QPoint(0, beside));
+        QCOMPARE(s->bench.stream().seeks.size(), 1);
+    }
+    s->press(middle - QPoint(0, 30));
+    QVERIFY(!s->bench.nowPlaying.isDragging());
+    s->release(middle - QPoint(0, 30));
+}
+
+void NowPlayingRulesTest::heldArrowStopsShortOfTheEnd()
+{
+    showSong();
+    s->bench.stream().tick(160);
+    s->slider()->forceActiveFocus(Qt::TabFocusReason);
+    holdKey(s->window(), Qt::Key_Right);
+    QCOMPARE(s->bench.songId(), u"first"_s);
+    QVERIFY(qAbs(s->bench.stream().seeks.constLast().time - 190) < 0.01);
+    // Who lets go and presses once more means it.
+    s->key(Qt::Key_Right);
+    s->key(Qt::Key_Right);
+    QCOMPARE(s->bench.songId(), u"following"_s);
+}
+
 void NowPlayingRulesTest::arrowsMoveTheSlider()
 {
     showSong();
@@ -177,14 +252,37 @@ void NowPlayingRulesTest::keyboardStaysOnTheSliderWhenTheSongChanges()
 
 void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
 {
-    s->bench.playSong(m_song, 100);
+    s->bench.themeService.setCassetteStyle(CassetteStyle::none);
+    const QByteArray red = NowPlayingScene::picture(Qt::red, Qt::red);
+    s->bench.playSong(NowPlayingScene::song(u"red"_s, u"红"_s, red), 100);
     QVERIFY(s->show());
-    const QImage without = s->window()->grabWindow();
-    QVERIFY(!without.isNull());
+    const auto ink = [this] {
+        const QRect area = s->area(s->item(u"normalAlbumCover"_s)).toRect();
+        const QImage cover = s->window()->grabWindow().copy(area.adjusted(20, 20, -20, -20));
+        QSet<QRgb> colors;
+        for (int y = 0; y < cover.height(); ++y) {
+            for (int x = 0; x < cover.width(); ++x)
+                colors.insert(cover.pixel(x, y));
+        }
+        return colors;
+    };
+    QTRY_COMPARE(ink(), QSet<QRgb>{QColor(Qt::red).rgb()});
+    QVERIFY(!s->shows(u"placeholder note"_s));
+    s->bench.playSong(m_song, 100);
+    QTRY_VERIFY(s->shows(u"placeholder note"_s));
+    QCOMPARE(s->item(u"placeholder note"_s)->property("name").toString(), u"music.note"_s);
+    // A ground, a note on it, and nothing of the cover before.
+    const auto isPlaceholder = [&ink] {
+        const QSet<QRgb> colors = ink();
+        return colors.size() > 1 && !colors.contains(QColor(Qt::red).rgb());
+    };
+    QTRY_VERIFY(isPlaceholder());
+    s->bench.playSong(NowPlayingScene::song(u"red again"_s, u"红"_s, red), 100);
+    QTRY_COMPARE(ink(), QSet<QRgb>{QColor(Qt::red).rgb()});
     s->bench.playSong(NowPlayingScene::song(u"broken"_s, u"坏封面"_s, "this is no picture"), 100);
     QCOMPARE(s->text(u"nowPlayingTitle"_s), u"坏封面"_s);
     QVERIFY(s->bench.nowPlaying.coverSource() != u"image://cover/none"_s);
-    QTRY_VERIFY(!s->window()->grabWindow().isNull());
+    QTRY_VERIFY(isPlaceholder());
 }
 
 void NowPlayingRulesTest::thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore()

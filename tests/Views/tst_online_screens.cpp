@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/PlaylistService.h"
+#include "Views/HeldKey.h"
 #include "Views/OnlineScreenTest.h"
 
 #include <QPointingDevice>
+#include <QSignalSpy>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void songIsMadeAFavouriteInItsMenu();
     void chartsOpenAndCloseByEveryWay_data();
     void chartsOpenAndCloseByEveryWay();
+    void heldReturnOpensAChartOnce();
     void chartOpensPlaysAndGoesBack();
     void gridIsWalkedByKeys();
     void failedChartsAreTriedAgain();
@@ -347,6 +350,18 @@ void OnlineScreensTest::chartsOpenAndCloseByEveryWay()
     QTRY_VERIFY(!t->shows(u"chartsPage"_s));
     QVERIFY(t->shows(u"searchInitial"_s));
     QVERIFY(!charts().isOpen());
+}
+
+void OnlineScreensTest::heldReturnOpensAChartOnce()
+{
+    openCharts(3);
+    QQuickItem *grid = t->item(u"chartGrid"_s);
+    grid->forceActiveFocus();
+    QTest::keyClick(t->window, Qt::Key_Right);
+    QSignalSpy opened(grid, SIGNAL(openRequested(int)));
+    QVERIFY(opened.isValid());
+    holdReturn(t->window);
+    QCOMPARE(opened.size(), 1);
 }
 
 void OnlineScreensTest::chartOpensPlaysAndGoesBack()

@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "App/MediaKeys.h"
 #include "ViewModels/EqualizerViewModel.h"
+#include "ViewModels/LibraryViewModel.h"
+#include "ViewModels/NowPlayingViewModel.h"
+#include "ViewModels/ScreenModels.h"
+#include "Views/HeldKey.h"
 #include "Views/RootScreenTest.h"
+
+#include <QSignalSpy>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
@@ -19,9 +25,15 @@ private Q_SLOTS:
     void escapeClosesTheSheetFirstAndThenTheCover();
     void keyboardReturnsToWhereItWas();
     void spacePlaysAndPauses();
+    void spaceWithAnotherKeyIsSomebodyElses_data();
+    void spaceWithAnotherKeyIsSomebodyElses();
+    void aKeyThatIsHeldCountsOnce_data();
+    void aKeyThatIsHeldCountsOnce();
+    void theVolumeFollowsAHeldKey();
     void arrowsSeekAndChangeTheVolumeUnderTheCoverOnly();
     void arrowsStopAtBothEnds();
     void controlArrowsChangeSongAndVolume();
+    void keysWorkAgainBehindAMenu();
     void aTabsKeyClosesTheCover();
     void typingIsLeftAlone();
     void mediaKeysSteerThePlayer();
@@ -86,12 +98,18 @@ void RootKeysTest::nothingBeneathTheCoverIsReached()
     QCOMPARE(currentTitle(), u"歌 0"_s);
     QVERIFY(showsNowPlaying());
     QVERIFY(!t->item(u"tabBar"_s)->isEnabled());
-    // However far the tab key walks.
+    // However far the tab key walks; also while there is something to say.
+    t->player->lastItem()->fail(u"文件坏了"_s);
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
+    bool reachesBanner = false;
     for (int i = 0; i < 40; ++i) {
         QTest::keyClick(t->window, Qt::Key_Tab);
         const QQuickItem *focused = t->window->activeFocusItem();
         QVERIFY(!focused || !t->item(u"tabView"_s)->isAncestorOf(focused));
+        QVERIFY(!focused || !t->item(u"miniPlayerLayer"_s)->isAncestorOf(focused));
+        reachesBanner = reachesBanner || (focused && t->item(u"playErrorBanner"_s)->isAncestorOf(focused));
     }
+    QVERIFY(reachesBanner);
 }
 
 void RootKeysTest::escapeClosesTheSheetFirstAndThenTheCover()
@@ -139,6 +157,83 @@ void RootKeysTest::spacePlaysAndPauses()
     QTRY_VERIFY(t->audioPlayer->isPlaying());
 }
 
+void RootKeysTest::spaceWithAnotherKeyIsSomebodyElses_data()
+{
+    QTest::addColumn<QString>("place");
+    for (const auto &place : {u"songList"_s, u"libraryTab"_s, u"queuePageList"_s})
+        QTest::newRow(qPrintable(place)) << place;
+}
+
+void RootKeysTest::spaceWithAnotherKeyIsSomebodyElses()
+{
+    QFETCH(QString, place);
+    showLibrary(2);
+    playRow(0);
+    if (place.startsWith(u"queue"_s)) {
+        openNowPlaying();
+        t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::QueuePage);
+        QTRY_VERIFY(t->shows(place));
+    }
+    t->item(place)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(t->window, Qt::Key_Home);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    QSignalSpy changes(t->audioPlayer.get(), &AudioPlayerService::isPlayingChanged);
+    // Keys of input methods and of the desktop, pressed outside of a field.
+    for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::ShiftModifier, Qt::AltModifier})
+        QTest::keyClick(t->window, Qt::Key_Space, modifier);
+    QCOMPARE(changes.size(), 0);
+    QVERIFY(t->audioPlayer->isPlaying());
+}
+
+void RootKeysTest::aKeyThatIsHeldCountsOnce_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<QString>("place");
+    const Qt::KeyboardModifiers control = Qt::ControlModifier;
+    QTest::newRow("space on a row") << Qt::Key_Space << Qt::KeyboardModifiers() << u"songList"_s;
+    QTest::newRow("space in the queue") << Qt::Key_Space << Qt::KeyboardModifiers() << u"queuePageList"_s;
+    QTest::newRow("space elsewhere") << Qt::Key_Space << Qt::KeyboardModifiers() << u"contentView"_s;
+    QTest::newRow("next") << Qt::Key_Right << control << u"songList"_s;
+    QTest::newRow("previous") << Qt::Key_Left << control << u"songList"_s;
+    QTest::newRow("cover") << Qt::Key_P << control << u"songList"_s;
+    QTest::newRow("files") << Qt::Key_O << control << u"songList"_s;
+}
+
+void RootKeysTest::aKeyThatIsHeldCountsOnce()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QFETCH(QString, place);
+    showLibrary(9);
+    playRow(4);
+    if (place.startsWith(u"queue"_s)) {
+        openNowPlaying();
+        t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::QueuePage);
+        QTRY_VERIFY(t->shows(place));
+    }
+    t->item(place)->forceActiveFocus(Qt::TabFocusReason);
+    if (place.endsWith(u"List"_s))
+        QTest::keyClick(t->window, Qt::Key_Home);
+    QTRY_VERIFY(t->audioPlayer->isPlaying());
+    QSignalSpy pauses(t->audioPlayer.get(), &AudioPlayerService::isPlayingChanged);
+    QSignalSpy covers(contentView(), SIGNAL(showNowPlayingChanged()));
+    QSignalSpy pickers(t->library.get(), &LibraryViewModel::ownPickerRequested);
+    holdKey(t->window, key, modifiers);
+    if (key == Qt::Key_Right || key == Qt::Key_Left)
+        QCOMPARE(currentTitle(), key == Qt::Key_Right ? u"歌 5"_s : u"歌 3"_s);
+    else
+        QCOMPARE(pauses.size() + covers.size() + pickers.size(), 1);
+}
+
+void RootKeysTest::theVolumeFollowsAHeldKey()
+{
+    showLibrary(2);
+    playRow(0);
+    holdKey(t->window, Qt::Key_Down, Qt::ControlModifier);
+    QVERIFY(t->audioPlayer->volume() < 0.76F);
+}
+
 void RootKeysTest::arrowsSeekAndChangeTheVolumeUnderTheCoverOnly()
 {
     showLibrary(2);
@@ -164,17 +259,20 @@ void RootKeysTest::arrowsStopAtBothEnds()
 {
     showLibrary(3);
     playRow(1);
+    openNowPlaying();
+    t->item(u"nowPlayingView"_s)->forceActiveFocus(Qt::OtherFocusReason);
     t->player->tick(2);
     t->player->seeks.clear();
-    t->playback->seekBy(-5);
+    QTest::keyClick(t->window, Qt::Key_Left);
     QCOMPARE(t->player->seeks.size(), 1);
     QCOMPARE(t->player->seeks.at(0).time, 0.0);
-    t->playback->changeVolume(2);
+    constexpr int steps = 25;
+    for (int i = 0; i < steps; ++i)
+        QTest::keyClick(t->window, Qt::Key_Down);
+    QCOMPARE(t->audioPlayer->volume(), 0.0F);
+    for (int i = 0; i < steps; ++i)
+        QTest::keyClick(t->window, Qt::Key_Up);
     QCOMPARE(t->audioPlayer->volume(), 1.0F);
-    t->playback->changeVolume(-2);
-    QCOMPARE(t->audioPlayer->volume(), 0.0F);
-    t->playback->changeVolume(qQNaN());
-    QCOMPARE(t->audioPlayer->volume(), 0.0F);
 }
 
 void RootKeysTest::controlArrowsChangeSongAndVolume()
@@ -191,6 +289,29 @@ void RootKeysTest::controlArrowsChangeSongAndVolume()
     QCOMPARE(t->audioPlayer->volume(), 1.0F);
 }
 
+void RootKeysTest::keysWorkAgainBehindAMenu()
+{
+    showLibrary(2);
+    playRow(0);
+    QAccessibleInterface *button = QAccessible::queryAccessibleInterface(t->item(u"importButton"_s));
+    for (int way = 0; way < 3; ++way) {
+        if (way == 0) {
+            t->click(u"importButton"_s);
+        } else if (way == 1) {
+            t->item(u"importButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+            QTest::keyClick(t->window, Qt::Key_Return);
+        } else {
+            button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        }
+        QTRY_VERIFY(t->object(u"importMenu"_s)->property("opened").toBool());
+        QTest::keyClick(t->window, Qt::Key_Escape);
+        QTRY_VERIFY(!t->object(u"importMenu"_s)->property("visible").toBool());
+        openNowPlaying();
+        QTest::keyClick(t->window, Qt::Key_Escape);
+        QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
+    }
+}
+
 void RootKeysTest::aTabsKeyClosesTheCover()
 {
     showLibrary(2);
@@ -204,8 +325,8 @@ void RootKeysTest::aTabsKeyClosesTheCover()
 
 void RootKeysTest::typingIsLeftAlone()
 {
-    showLibrary(2);
-    playRow(0);
+    showLibrary(4);
+    playRow(1);
     QTRY_VERIFY(t->audioPlayer->isPlaying());
     t->player->seeks.clear();
     QTest::keyClick(t->window, Qt::Key_4, Qt::ControlModifier);
@@ -216,6 +337,12 @@ void RootKeysTest::typingIsLeftAlone()
     QTest::keyClick(t->window, Qt::Key_Left);
     QTest::keyClick(t->window, Qt::Key_Right);
     QTest::keyClick(t->window, Qt::Key_Right);
+    // Word by word, where elsewhere they lead from song to song.
+    QTest::keyClick(t->window, Qt::Key_Left, Qt::ControlModifier);
+    QTest::keyClick(t->window, Qt::Key_Left, Qt::ControlModifier);
+    QCOMPARE(t->item(u"onlineSearchText"_s)->property("cursorPosition").toInt(), 0);
+    QTest::keyClick(t->window, Qt::Key_Right, Qt::ControlModifier);
+    QCOMPARE(currentTitle(), u"歌 1"_s);
     QCOMPARE(t->item(u"onlineSearchText"_s)->property("text").toString(), u"a b"_s);
     QVERIFY(t->audioPlayer->isPlaying());
     QCOMPARE(t->player->seeks.size(), 0);

@@ -115,6 +115,7 @@ void ServerFormScreenTest::formSaysWhatIsWrongAndGoesThere()
 {
     QVERIFY(t->show());
     t->window->resize(390, 560);
+    QTRY_COMPARE(t->window->contentItem()->height(), 560.0);
     openPlace();
     openForm();
     fill(u"nameField"_s, u"Home"_s);
@@ -127,9 +128,9 @@ void ServerFormScreenTest::formSaysWhatIsWrongAndGoesThere()
     QVERIFY(!t->shows(u"nameFieldNote"_s));
     QTRY_VERIFY(t->item(u"usernameFieldText"_s)->hasActiveFocus());
     // The form has scrolled to the field, its note included.
-    const QRectF note = t->item(u"usernameFieldNote"_s)
-                            ->mapRectToItem(flickable, t->item(u"usernameFieldNote"_s)->boundingRect());
-    QVERIFY(note.top() >= 0 && note.bottom() <= flickable->height());
+    const QQuickItem *note = t->item(u"usernameFieldNote"_s);
+    const auto noteArea = [&] { return note->mapRectToItem(flickable, note->boundingRect()); };
+    QTRY_VERIFY(noteArea().top() >= 0 && noteArea().bottom() <= flickable->height());
     QVERIFY(t->webDAVService->configs().isEmpty());
     type(u"m"_s);
     QTRY_VERIFY(!t->shows(u"usernameFieldNote"_s));

@@ -98,6 +98,7 @@ void ServerScreensTest::everyStateComesUp()
     QTRY_VERIFY(t->shows(u"scanBanner"_s) && t->shows(u"staleBanner"_s));
     check(u"page with banners"_s);
     t->servers->page()->close();
+    QTRY_VERIFY(!t->shows(u"serverPage"_s));
 
     t->item(u"serverList"_s)->forceActiveFocus();
     QTest::keyClick(t->window, Qt::Key_Down);

@@ -2,7 +2,9 @@
 #include "Services/APIConfigService.h"
 #include "Services/EqualizerService.h"
 #include "Theme/ThemeManager.h"
+#include "ViewModels/ContentViewModel.h"
 #include "ViewModels/EqualizerViewModel.h"
+#include "Views/HeldKey.h"
 #include "Views/ScreenTest.h"
 
 using namespace cadorel;
@@ -84,6 +86,29 @@ private Q_SLOTS:
         QTRY_VERIFY(t->object(u"apiSettings"_s) && t->object(u"apiSettings"_s)->property("opened").toBool());
     }
 
+    void playersSettingsRiseAndGo()
+    {
+        showSettings();
+        const auto sheet = [this] { return t->object(u"playerSettings"_s); };
+        for (int i = 0; i < 2; ++i) {
+            t->click(u"nowPlayingRowButton"_s);
+            QTRY_VERIFY(sheet() && sheet()->property("opened").toBool());
+            t->click(u"nowPlayingSettingsDone"_s);
+            QTRY_VERIFY(!sheet()->property("visible").toBool());
+        }
+    }
+
+    void returnFlipsTheSwitchOnce()
+    {
+        showSettings();
+        QQuickItem *const row = t->item(u"showWebDAVSwitch"_s);
+        row->forceActiveFocus(Qt::TabFocusReason);
+        holdReturn(t->window);
+        QTRY_VERIFY(!t->content->showWebDAVTab());
+        QTRY_VERIFY(t->item(u"showWebDAVSwitch"_s)->hasActiveFocus());
+        QVERIFY(!t->item(u"showWebDAVSwitch"_s)->property("checked").toBool());
+    }
+
     void lookIsChosenOnItsPage()
     {
         showSettings();
@@ -143,9 +168,18 @@ private Q_SLOTS:
         t->click(u"appearanceRowButton"_s);
         QTRY_VERIFY(covers(u"themeSettingsView"_s));
         check(u"appearance"_s);
-        t->click(u"appIconRowButton"_s);
+        // On the smallest window it is beneath what is seen.
+        t->item(u"appIconRowButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(t->window, Qt::Key_Return);
         QTRY_VERIFY(covers(u"appIconPage"_s));
         check(u"icons"_s);
+        for (const QString &page : {u"appIconPage"_s, u"themeSettingsView"_s}) {
+            QTest::keyClick(t->window, Qt::Key_Escape);
+            QTRY_VERIFY(!t->shows(page));
+        }
+        t->click(u"nowPlayingRowButton"_s);
+        QTRY_VERIFY(t->object(u"playerSettings"_s)->property("opened").toBool());
+        check(u"player"_s);
     }
 };
 

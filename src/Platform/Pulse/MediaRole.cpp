@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Pulse/MediaRole.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 namespace cadorel {
 
@@ -14,9 +14,14 @@ constexpr auto variable = "PULSE_PROP";
 
 void declareMusic()
 {
-    const QByteArray given = qgetenv(variable);
-    if (!given.contains("media.role"))
-        qputenv(variable, given.isEmpty() ? "media.role=music" : given + " media.role=music");
+    QByteArray properties = qgetenv(variable);
+    const auto declare = [&properties](const QByteArray &name, const QByteArray &value) {
+        if (!properties.contains(name))
+            properties += (properties.isEmpty() ? "" : " ") + name + '=' + value;
+    };
+    declare("media.role", "music");
+    declare("module-stream-restore.id", streamGroup);
+    qputenv(variable, properties);
 }
 
 } // namespace cadorel

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Pulse/PulseOutputDevices.h"
 
+#include "Platform/Pulse/MediaRole.h"
 #include "Platform/Pulse/PulseLog.h"
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -14,6 +16,9 @@ namespace {
 
 /// What servers offer so that there is something to play on where there is nothing.
 constexpr auto noDevice = "auto_null";
+
+/// A server that starts anew finds its devices one after the other, some over the air.
+constexpr std::chrono::seconds comingLimit{5};
 
 bool isHeadphones(const SoundSink &sink)
 {
@@ -51,11 +56,24 @@ PulseOutputDevices::PulseOutputDevices()
     connect(&m_server, &SoundServerWatch::lost, this, [this] {
         m_scene = {};
         m_settled.clear();
+        m_isComing = !m_chosen.isEmpty();
+        m_patience.stop();
         setDevices({});
+    });
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(comingLimit);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        m_isComing = false;
+        takeScene(m_scene);
     });
 }
 
-PulseOutputDevices::~PulseOutputDevices() = default;
+PulseOutputDevices::~PulseOutputDevices()
+{
+    // What a server moves at somebody's wish it remembers, while the choice is one for this process.
+    if (m_hasChosen)
+        m_server.forgetDeviceOf(streamGroup);
+}
 
 void PulseOutputDevices::activate()
 {
@@ -68,15 +86,25 @@ void PulseOutputDevices::activate()
 
 void PulseOutputDevices::choose(const QString &id)
 {
-    const QByteArray sink = id.toUtf8();
-    const bool isThere =
-        id.isEmpty() || std::ranges::find(m_devices, id, &OutputDevice::id) != m_devices.cend();
-    if (!isThere)
+    const auto device = std::ranges::find(m_devices, id, &OutputDevice::id);
+    if (!id.isEmpty() && device == m_devices.cend())
         return;
+    const QByteArray sink = id.toUtf8();
+    m_chosenName = id.isEmpty() ? QString() : device->name;
+    m_hasChosen = m_hasChosen || !id.isEmpty();
+    m_isComing = false;
+    m_patience.stop();
     // Also where nothing changes: a stream that was moved elsewhere by other means comes along.
     moveStreams(sink.isEmpty() ? m_scene.defaultSink : sink, {});
     if (std::exchange(m_chosen, sink) != sink)
         Q_EMIT chosenDeviceChanged();
+}
+
+bool PulseOutputDevices::isAwaited()
+{
+    if (m_isComing && !m_patience.isActive())
+        m_patience.start();
+    return m_isComing;
 }
 
 void PulseOutputDevices::takeScene(const SoundScene &scene)
@@ -86,23 +114,32 @@ void PulseOutputDevices::takeScene(const SoundScene &scene)
     for (const SoundStream &stream : scene.streams)
         if (stream.isOurs)
             ours.insert(stream.index);
-    const QByteArray chosen = m_chosen;
-    if (!chosen.isEmpty() && std::ranges::find(scene.sinks, chosen, &SoundSink::name) == scene.sinks.cend()) {
-        const auto known = std::ranges::find(m_devices, QString::fromUtf8(chosen), &OutputDevice::id);
-        const QString name = known == m_devices.cend() ? QString::fromUtf8(chosen) : known->name;
-        m_chosen.clear();
-        m_settled = ours;
+    const bool isThere = m_chosen.isEmpty() ||
+                         std::ranges::find(scene.sinks, m_chosen, &SoundSink::name) != scene.sinks.cend();
+    if (!isThere && isAwaited()) {
         setDevices(devicesIn(scene));
-        Q_EMIT chosenDeviceChanged();
-        Q_EMIT chosenDeviceLost(name);
         return;
+    }
+    if (isThere) {
+        m_isComing = false;
+        m_patience.stop();
     }
     // An engine may open a stream before it learns of the choice; where the listener moves one later, it
     // stays.
-    if (!chosen.isEmpty())
-        moveStreams(chosen, m_settled);
+    if (isThere && !m_chosen.isEmpty())
+        moveStreams(m_chosen, m_settled);
     m_settled = ours;
     setDevices(devicesIn(scene));
+    if (!isThere)
+        loseChoice();
+}
+
+void PulseOutputDevices::loseChoice()
+{
+    m_chosen.clear();
+    const QString name = std::exchange(m_chosenName, QString());
+    Q_EMIT chosenDeviceChanged();
+    Q_EMIT chosenDeviceLost(name);
 }
 
 void PulseOutputDevices::moveStreams(const QByteArray &sink, const QSet<std::uint32_t> &except)

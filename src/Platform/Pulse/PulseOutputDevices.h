@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QSet>
+#include <QTimer>
 
 namespace cadorel {
 
@@ -26,6 +27,9 @@ public:
 
 private:
     void takeScene(const SoundScene &scene);
+    /// Whether the chosen sink is not there, and may still come with a server that has started anew.
+    bool isAwaited();
+    void loseChoice();
     void setDevices(const QList<OutputDevice> &devices);
     void moveStreams(const QByteArray &sink, const QSet<std::uint32_t> &except);
 
@@ -34,6 +38,14 @@ private:
     QList<OutputDevice> m_devices;
     /// Name of the chosen sink; empty for the default.
     QByteArray m_chosen;
+    /// As a listener knows it.
+    QString m_chosenName;
+    /// A choice has been made since the start: the server may have taken note of it.
+    bool m_hasChosen = false;
+    /// The server has gone since the chosen sink was there last.
+    bool m_isComing = false;
+    /// Until that is no longer believed.
+    QTimer m_patience;
     /// Streams of this process that have been seen at their place.
     QSet<std::uint32_t> m_settled;
 };

@@ -2,6 +2,7 @@
 #include "Platform/Pulse/SoundServerWatch.h"
 
 #include "Platform/Pulse/PulseLog.h"
+#include "Platform/Pulse/StreamMemory.h"
 
 #include <chrono>
 #include <exception>
@@ -18,6 +19,8 @@ namespace {
 /// long as the one before, only a change of the socket is a reason for another.
 constexpr int mostRetries = 6;
 constexpr std::chrono::milliseconds firstDelay = 100ms;
+
+constexpr std::chrono::milliseconds forgettingLimit = 300ms;
 
 } // namespace
 
@@ -98,6 +101,12 @@ void SoundServerWatch::move(std::uint32_t stream, const QByteArray &sink)
         m_connection->context(), stream, sink.constData(), nullptr, nullptr));
     if (!asked)
         qCInfo(pulseLog) << "a stream cannot be moved:" << m_connection->errorText();
+}
+
+void SoundServerWatch::forgetDeviceOf(const char *group)
+{
+    if (m_isFollowing)
+        forgetDevice(*m_connection, group, forgettingLimit);
 }
 
 void SoundServerWatch::failed()

@@ -28,6 +28,8 @@ public:
     /// Lets a stream go on at the sink of that name, without a gap where the server can. Nothing happens
     /// without a server, or when either has gone.
     void move(std::uint32_t stream, const QByteArray &sink);
+    /// See forgetDevice(); nothing happens without a server. Waits for it, for the blink of an eye.
+    void forgetDeviceOf(const char *group);
 
 Q_SIGNALS:
     /// What plays, for the first time since a server is there, or differently.

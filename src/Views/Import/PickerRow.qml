@@ -18,7 +18,6 @@ ListRow {
 
     implicitHeight: Metrics.compactRowHeight
     hasMenu: false
-    text: name
     checked: isSelected
     enabled: isChoosable
     Accessible.name: (isFolder ? "文件夹 " : "") + name

@@ -100,7 +100,7 @@ FocusScope {
 
         objectName: "deleteDialog"
         title: "删除歌曲"
-        message: "确定要删除 \"" + songTitle + "\" 吗？此操作无法撤销。"
+        message: "确定要删除 \"" + ShortNames.of(songTitle) + "\" 吗？此操作无法撤销。"
         acceptText: "删除"
         onAccepted: root.library.deleteSong(songId)
     }

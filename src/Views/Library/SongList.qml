@@ -48,7 +48,10 @@ RowList {
         sideMargin: root.sideMargin
         showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
         // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
-        Keys.onSpacePressed: root.playPauseRequested()
+        Keys.onSpacePressed: event => {
+            if (Press.isPlayPause(event))
+                root.playPauseRequested();
+        }
         onPressed: {
             root.keyboardInUse = false;
             root.forceActiveFocus(Qt.MouseFocusReason);

@@ -21,7 +21,7 @@ Item {
     readonly property bool hasRing: ThemeService.showSoundWaveRing
     /// Side of the cover, or of the cassette, without what is about it.
     readonly property real side: Math.max(0, Math.floor(Math.min(width, height)) - (hasRing ? 2 * Metrics.waveReach : 0))
-    readonly property real cornerRadius: Math.min(ThemeService.albumCoverCornerRadius, side / 2)
+    readonly property real cornerRadius: Math.max(0, Math.min(ThemeService.albumCoverCornerRadius, side / 2))
 
     implicitWidth: size
     implicitHeight: size

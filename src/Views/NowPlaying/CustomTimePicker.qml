@@ -95,7 +95,7 @@ ThemedSheet {
     TextButton {
         objectName: "customTimeReset"
         width: parent.width
-        symbol: "arrow.counterclockwise"
+        symbol: AppIcons.action.reset
         text: "重置为 0"
         onClicked: root.sleep.resetCustom()
     }

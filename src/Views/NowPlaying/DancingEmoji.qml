@@ -69,12 +69,19 @@ Item {
 
         Text {
             objectName: "emoji"
-            anchors.centerIn: parent
+            anchors.fill: parent
             visible: !root.showsPicture
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
             text: ThemeService.dancingEmoji
             textFormat: Text.PlainText
             font.family: "Noto Color Emoji"
             font.pixelSize: Metrics.dancingEmojiFont
+            // Whatever is stored, it dances in its place.
+            fontSizeMode: Text.Fit
+            minimumPixelSize: 1
+            maximumLineCount: 1
+            elide: Text.ElideRight
             Accessible.ignored: true
         }
         Image {

@@ -110,7 +110,13 @@ FocusScope {
             secondaryInk: root.secondaryInk
             tint: root.tint
             // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
-            Keys.onSpacePressed: root.queue.togglePlayPause()
+            Keys.onSpacePressed: event => {
+                if (Press.isPlayPause(event))
+                    root.queue.togglePlayPause();
+            }
+            // Some desktops let Return press a button as long as it is held down.
+            Keys.onReturnPressed: event => list.activateByKey(event)
+            Keys.onEnterPressed: event => list.activateByKey(event)
             onPressed: {
                 list.keyboardInUse = false;
                 list.forceActiveFocus(Qt.MouseFocusReason);
@@ -141,6 +147,8 @@ FocusScope {
             color: root.secondaryInk
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }

@@ -58,6 +58,8 @@ Item {
             color: root.secondaryInk
         }
         StyledText {
+            id: hintText
+
             Layout.fillWidth: true
             text: "需要重新播放以生效"
             style: TextStyles.caption1
@@ -78,7 +80,7 @@ Item {
         focusPolicy: Qt.TabFocus
         text: root.nowPlaying.equalizerButtonText
         Accessible.name: "均衡器：" + text
-        Accessible.description: root.nowPlaying.equalizerText
+        Accessible.description: root.nowPlaying.equalizerText + (hint.visible ? "，" + hintText.text : "")
         Accessible.onPressAction: Press.byAction(button)
         Keys.onReturnPressed: event => Press.byKey(button, event)
         Keys.onEnterPressed: event => Press.byKey(button, event)

@@ -12,7 +12,7 @@ QtObject {
 
     readonly property real offsetX: style === LyricAnimationStyles.Type.slide ? (progress - 1) * Metrics.lyricEntrance : 0
     readonly property real offsetY: style === LyricAnimationStyles.Type.typewriter ? (progress - 1) * Metrics.lyricEntrance : 0
-    readonly property real scale: 1 + (progress - 1) * (style === LyricAnimationStyles.Type.bounce ? 0.16 : style === LyricAnimationStyles.Type.scale ? 0.4 : 0)
+    readonly property real scale: 1 + (progress - 1) * (style === LyricAnimationStyles.Type.bounce ? Metrics.lyricBounce : style === LyricAnimationStyles.Type.scale ? Metrics.lyricGrowth : 0)
     readonly property bool fades: style === LyricAnimationStyles.Type.fade || style === LyricAnimationStyles.Type.slide || style === LyricAnimationStyles.Type.typewriter
     readonly property real opacity: fades ? Math.max(0, Math.min(1, progress)) : 1
 
@@ -23,8 +23,8 @@ QtObject {
         property: "progress"
         from: 0
         to: 1
-        response: 0.4
-        damping: root.style === LyricAnimationStyles.Type.bounce ? 0.4 : 0.65
+        response: Metrics.lyricEntranceResponse
+        damping: root.style === LyricAnimationStyles.Type.bounce ? Metrics.lyricBounceDamping : Metrics.lyricEntranceDamping
         easeOut: springs ? 0 : Metrics.lyricEntranceDuration
     }
 

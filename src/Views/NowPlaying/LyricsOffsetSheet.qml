@@ -133,6 +133,7 @@ ThemedSheet {
                     from: root.offset.smallestOffset
                     to: root.offset.largestOffset
                     stepSize: root.offset.offsetStep
+                    origin: 0
                     snapMode: Slider.SnapAlways
                     Accessible.name: root.title
                     Accessible.description: root.offset.statusText
@@ -143,6 +144,17 @@ ThemedSheet {
                             root.offset.setOffset(value);
                     }
 
+                    // What a finger has begun for one song moves nothing of the next.
+                    Connections {
+                        target: root.offset
+
+                        function onSongChanged(): void {
+                            if (!slider.pressed)
+                                return;
+                            slider.enabled = false;
+                            slider.enabled = true;
+                        }
+                    }
                     Binding on value {
                         value: slider.shown
                         when: !slider.pressed
@@ -186,7 +198,7 @@ ThemedSheet {
     TextButton {
         objectName: "offsetReset"
         width: parent.width
-        symbol: "arrow.counterclockwise"
+        symbol: AppIcons.action.reset
         text: "重置为 0"
         onClicked: root.offset.reset()
     }

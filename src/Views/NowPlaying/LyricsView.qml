@@ -11,7 +11,7 @@ FocusScope {
     /// To be read on whatever lies beneath.
     property color textColor: "white"
     /// The page is on the screen and not beside it: else nothing moves.
-    property bool isShown: visible
+    property bool isShown: Motion.isSeen(visible, Window.visibility)
 
     onIsShownChanged: appear()
     Component.onCompleted: appear()
@@ -35,7 +35,10 @@ FocusScope {
         target: root.lyrics
 
         function onHasLyricsChanged(): void {
-            list.currentIndex = -1;
+            // Lines that go take the keyboard along.
+            if (root.activeFocus && root.lyrics.hasLyrics)
+                list.forceActiveFocus(Qt.OtherFocusReason);
+            list.currentIndex = list.activeFocus ? root.lyrics.currentLineIndex : -1;
             root.appear();
         }
         function onCurrentLineIndexChanged(): void {
@@ -67,7 +70,7 @@ FocusScope {
         visible: root.lyrics.hasLyrics
         clip: true
         focus: true
-        activeFocusOnTab: visible
+        activeFocusOnTab: true
         model: root.lyrics.lines
         spacing: Metrics.lyricSpacing
         topMargin: Metrics.lyricHeadroom
@@ -166,7 +169,7 @@ FocusScope {
             const before = contentY;
             positionViewAtIndex(root.lyrics.currentLineIndex, ListView.Center);
             // From far away the line comes in from the side that it lies on: there is nothing to read on the way.
-            const farthest = height * 0.4;
+            const farthest = height * Metrics.lyricFarthestWay;
             way = Math.max(-farthest, Math.min(farthest, contentY - before));
             progress = 0;
             place();

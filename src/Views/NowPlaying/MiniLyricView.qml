@@ -11,7 +11,7 @@ Item {
     property color textColor: "white"
     property int horizontalAlignment: Text.AlignHCenter
     /// Changes are seen.
-    property bool isShown: visible
+    property bool isShown: Motion.isSeen(visible, Window.visibility)
 
     implicitWidth: words.implicitWidth
     implicitHeight: Metrics.miniLyricHeight
@@ -29,8 +29,8 @@ Item {
         target: root.lyrics
 
         function onCurrentTextChanged(): void {
-            if (root.isShown && !Motion.isReduced)
-                change.restart();
+            if (root.isShown && !Motion.isReduced && !change.running)
+                change.start();
             else
                 words.text = root.lyrics.currentText;
         }
@@ -54,14 +54,14 @@ Item {
             target: words
             property: "opacity"
             to: 0
-            duration: Metrics.lyricScrollDelay
+            duration: Metrics.miniLyricFadeOut
         }
         ScriptAction { script: words.text = root.lyrics.currentText }
         NumberAnimation {
             target: words
             property: "opacity"
             to: 1
-            duration: Metrics.lyricStyleDuration - Metrics.lyricScrollDelay
+            duration: Metrics.lyricStyleDuration - Metrics.miniLyricFadeOut
         }
     }
 }

@@ -12,14 +12,51 @@ ThemedSheet {
     required property string lyricsOffsetText
     required property bool hasLyrics
     required property OutputDevicesViewModel devices
+    required property PlaybackViewModel playback
+    /// A wide window shows the volume beneath the equalizer's line.
+    readonly property bool showsVolume: (parent as Item)?.width < Metrics.sideBySideWidth
 
     signal equalizerRequested
     signal lyricsOffsetRequested
     signal settingsRequested
 
+    /// What is asked for once this sheet has gone: what comes up before would lose the keyboard to it.
+    property var next: null
+
+    function goOn(request: var): void {
+        next = request;
+        close();
+    }
+
     title: "更多选项"
     acceptName: "moreOptionsDone"
+    onAboutToShow: next = null
+    onClosed: {
+        const request = next;
+        next = null;
+        if (request)
+            request();
+    }
 
+    ThemedCard {
+        objectName: "moreVolume"
+        width: parent.width
+        height: volume.height + 2 * Metrics.rowSpacing
+        visible: root.showsVolume
+        theme: root.theme
+
+        VolumeSlider {
+            id: volume
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: Metrics.rowSpacing
+            anchors.rightMargin: Metrics.screenMargin
+            anchors.verticalCenter: parent.verticalCenter
+            playback: root.playback
+            theme: root.theme
+        }
+    }
     ThemedSettingsSection {
         width: parent.width
 
@@ -37,10 +74,7 @@ ThemedSheet {
             symbolColor: SystemColors.orange
             text: "均衡器"
             detail: root.equalizerDetail
-            onClicked: {
-                root.close();
-                root.equalizerRequested();
-            }
+            onClicked: root.goOn(root.equalizerRequested)
         }
         SheetRow {
             objectName: "moreLyricsOffset"
@@ -49,10 +83,7 @@ ThemedSheet {
             text: "歌词时间调整"
             detail: root.lyricsOffsetText
             visible: root.hasLyrics
-            onClicked: {
-                root.close();
-                root.lyricsOffsetRequested();
-            }
+            onClicked: root.goOn(root.lyricsOffsetRequested)
         }
         SheetRow {
             objectName: "moreSettings"
@@ -60,10 +91,7 @@ ThemedSheet {
             symbolColor: SystemColors.gray
             text: "播放界面设置"
             detail: "自定义播放界面"
-            onClicked: {
-                root.close();
-                root.settingsRequested();
-            }
+            onClicked: root.goOn(root.settingsRequested)
         }
     }
 

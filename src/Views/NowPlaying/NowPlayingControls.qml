@@ -3,7 +3,7 @@ import QtQuick
 import Cadorel
 
 /// What stands beneath the pages: progress, the equalizer's line, the controls and the ways to the pages. In a wide window
-/// the last three share one line, so that the pages have its height.
+/// the last three share one line, so that the pages have its height, and the volume finds room beneath the equalizer's.
 Item {
     id: root
 
@@ -20,11 +20,12 @@ Item {
     /// Where what follows the progress begins.
     readonly property real wideTop: progress.height + gap
     readonly property real narrowTop: progress.height + Math.round(gap / 2)
+    readonly property real wideHeight: Math.max(controls.height, status.height + volume.height)
 
     signal equalizerRequested
     signal closeRequested
 
-    implicitHeight: isWide ? controls.y + controls.height : bottomControls.y + bottomControls.height
+    implicitHeight: isWide ? wideTop + wideHeight : bottomControls.y + bottomControls.height
 
     Item {
         id: body
@@ -46,19 +47,33 @@ Item {
             id: status
 
             objectName: "eqStatus"
-            y: root.isWide ? root.wideTop + Math.round((controls.height - height) / 2) : root.narrowTop
+            y: root.isWide ? root.wideTop + Math.round((root.wideHeight - height - volume.height) / 2) : root.narrowTop
             width: root.isWide ? root.sideWidth : parent.width
             nowPlaying: root.nowPlaying
             ink: root.ink
             secondaryInk: root.secondaryInk
             onEqualizerRequested: root.equalizerRequested()
         }
+        VolumeSlider {
+            id: volume
+
+            objectName: "nowPlayingVolume"
+            y: status.y + status.height
+            width: root.sideWidth
+            visible: root.isWide
+            playback: root.nowPlaying.playback
+            ink: root.secondaryInk
+            bar.tint: progress.tint
+            bar.focusColor: root.ink
+            bar.trackSurface: Surfaces.progressTrackOf(progress.groove)
+            bar.knobSurface: Surfaces.progressKnobOf(progress.tint, bar.knobSize)
+        }
         PlaybackControls {
             id: controls
 
             objectName: "playbackControls"
             anchors.horizontalCenter: parent.horizontalCenter
-            y: root.isWide ? root.wideTop : root.narrowTop + status.height + root.gap
+            y: root.isWide ? root.wideTop + Math.round((root.wideHeight - height) / 2) : root.narrowTop + status.height + root.gap
             width: root.isWide ? Metrics.wideControlsWidth : parent.width
             nowPlaying: root.nowPlaying
             ink: root.ink
@@ -68,7 +83,7 @@ Item {
 
             objectName: "bottomControls"
             anchors.right: parent.right
-            y: root.isWide ? root.wideTop + Math.round((controls.height - height) / 2) : controls.y + controls.height + root.gap
+            y: root.isWide ? root.wideTop + Math.round((root.wideHeight - height) / 2) : controls.y + controls.height + root.gap
             width: root.isWide ? root.sideWidth : parent.width
             currentPage: root.nowPlaying.currentPage
             ink: root.ink

@@ -44,7 +44,10 @@ Item {
 
         ThemedProgressBar {
             objectName: root.identity
-            enabled: root.nowPlaying.playback.canSeek
+            // The same song that begins anew under the finger has no length for a moment.
+            enabled: root.nowPlaying.playback.canSeek || root.nowPlaying.isDragging
+            isEndFinal: true
+            Accessible.description: root.nowPlaying.displayTimeText + " / " + root.nowPlaying.durationText
             name: "播放进度"
             progress: root.nowPlaying.sliderPosition
             tint: root.tint
@@ -53,6 +56,7 @@ Item {
             knobSurface: Surfaces.progressKnobOf(root.tint, knobSize)
             onProgressDragged: place => root.nowPlaying.dragTo(place)
             onEditingChanged: isEditing => isEditing ? root.nowPlaying.beginDrag() : root.nowPlaying.endDrag()
+            onEditingCanceled: root.nowPlaying.cancelDrag()
         }
     }
     // qmllint enable unqualified
@@ -72,6 +76,9 @@ Item {
             style: TextStyles.caption1
             color: root.secondaryInk
             elide: Text.ElideNone
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+            Accessible.description: "已播放"
         }
         StyledText {
             objectName: "duration"
@@ -80,6 +87,9 @@ Item {
             style: TextStyles.caption1
             color: root.secondaryInk
             elide: Text.ElideNone
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+            Accessible.description: "总时长"
         }
     }
 }

@@ -37,6 +37,7 @@ Item {
             lyricsOffsetText: root.nowPlaying.lyricsOffsetText
             hasLyrics: root.nowPlaying.lyrics.hasLyrics
             devices: root.devices
+            playback: root.nowPlaying.playback
             visible: root.nowPlaying.showMoreOptions
             onClosed: root.nowPlaying.showMoreOptions = false
             onEqualizerRequested: root.equalizerRequested()

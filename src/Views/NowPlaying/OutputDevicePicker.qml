@@ -14,6 +14,7 @@ ThemedSheet {
     acceptName: "outputDevicesDone"
     visible: devices.isOpen
     onClosed: devices.close()
+    Component.onDestruction: devices?.close()
 
     StyledText {
         objectName: "deviceNotice"
@@ -66,6 +67,17 @@ ThemedSheet {
             text: "没有找到播放设备"
             style: TextStyles.headline
             color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        StyledText {
+            objectName: "noDevicesHint"
+            width: parent.width
+            text: "接上耳机或音箱后会显示在这里"
+            style: TextStyles.footnote
+            color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.secondaryTextColor)
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             Accessible.role: Accessible.StaticText

@@ -23,7 +23,8 @@ Row {
     Repeater {
         model: root.names
 
-        delegate: T.AbstractButton {
+        // A screen reader learns what a button is from its type alone.
+        delegate: T.TabButton {
             id: tab
 
             required property int index
@@ -34,6 +35,8 @@ Row {
             objectName: "pageDot" + index
             implicitWidth: Metrics.pageDotRoom
             implicitHeight: root.height
+            checkable: false
+            autoExclusive: false
             hoverEnabled: true
             // A click leaves the keyboard where it was.
             focusPolicy: Qt.TabFocus

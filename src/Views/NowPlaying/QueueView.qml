@@ -7,9 +7,15 @@ FocusScope {
     id: root
 
     required property QueueViewModel queue
+    /// Not where what it lies in has the title.
+    property bool showsTitle: true
     property AppTheme theme: ThemeEnvironment.theme
 
     readonly property int sideMargin: Math.max(Metrics.screenMargin, Math.round((width - Metrics.contentWidth) / 2))
+
+    function showBeginning(): void {
+        list.positionViewAtBeginning();
+    }
 
     StyledText {
         id: title
@@ -19,7 +25,9 @@ FocusScope {
         anchors.leftMargin: root.sideMargin
         anchors.right: parent.right
         anchors.rightMargin: root.sideMargin
-        y: Metrics.screenMargin
+        y: visible ? Metrics.screenMargin : 0
+        height: visible ? implicitHeight : 0
+        visible: root.showsTitle
         text: "播放队列"
         style: TextStyles.largeTitle
         color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)
@@ -93,6 +101,9 @@ FocusScope {
                 isCurrent: place.isPlaying
                 showsFocus: place.ListView.isCurrentItem && list.activeFocus && list.keyboardInUse
                 theme: root.theme
+                // A row is a button, which some desktops let Return press as long as it is held down.
+                Keys.onReturnPressed: event => list.activateByKey(event)
+                Keys.onEnterPressed: event => list.activateByKey(event)
                 onPressed: {
                     list.keyboardInUse = false;
                     list.forceActiveFocus(Qt.MouseFocusReason);

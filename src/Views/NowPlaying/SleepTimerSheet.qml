@@ -46,7 +46,7 @@ ThemedSheet {
             text: "设置自定义时间"
             detail: root.sleep.isCustom ? root.sleep.timeText : ""
             mark: root.sleep.isCustom ? AppIcons.status.checkmark : AppIcons.navigation.forward
-            markColor: root.sleep.isCustom ? Surfaces.accentOn(root.theme, Surfaces.themedCard(root.theme)) : Qt.alpha(root.theme.secondaryTextColor, 0.6 * root.theme.secondaryTextColor.a)
+            markColor: root.sleep.isCustom ? Surfaces.accentOn(root.theme, Surfaces.themedCard(root.theme)) : quietMark
             onClicked: root.sleep.beginCustom()
         }
     }

@@ -72,6 +72,9 @@ Column {
                 style: TextStyles.caption2
                 color: root.secondaryInk
                 elide: Text.ElideNone
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+                Accessible.description: "音质"
             }
         }
     }

@@ -87,10 +87,9 @@ Tumbler {
         anchors.fill: parent
         acceptedButtons: Qt.NoButton
         onWheel: event => {
-            const notch = 120;
             root.turned += event.angleDelta.y;
-            const notches = Math.trunc(root.turned / notch);
-            root.turned -= notches * notch;
+            const notches = Math.trunc(root.turned / Metrics.wheelNotch);
+            root.turned -= notches * Metrics.wheelNotch;
             root.goTo(root.currentIndex - notches);
         }
     }

@@ -14,7 +14,6 @@ T.ItemDelegate {
 
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
-    text: name
     Accessible.role: Accessible.ListItem
     Accessible.name: name + "，" + updateFrequency
     Accessible.onPressAction: Press.byAction(root)

@@ -28,7 +28,7 @@ Item {
         anchors.fill: parent
         visible: root.source === ""
         radius: root.cornerRadius
-        color: Qt.alpha(root.theme.primaryColor, 0.12)
+        color: Qt.alpha(root.theme.primaryColor, Metrics.pressedOpacity)
 
         ThemedIcon {
             anchors.centerIn: parent

@@ -18,7 +18,6 @@ ListRow {
     required property bool isMarked
 
     implicitHeight: Metrics.rowHeight
-    text: name
     Accessible.name: name + "，" + countText + "，" + kindText + (isMarked ? "，已添加" : "")
 
     PlaylistCover {
@@ -65,7 +64,7 @@ ListRow {
         radius: height / 2
         color: "transparent"
         border.width: Metrics.hairline
-        border.color: Qt.alpha(root.theme.primaryColor, 0.4)
+        border.color: Qt.alpha(root.theme.primaryColor, Metrics.badgeEdgeOpacity)
 
         StyledText {
             id: kind
@@ -92,7 +91,8 @@ ListRow {
             focusPolicy: Qt.NoFocus
             symbol: AppIcons.navigation.more
             theme: root.theme
-            text: "“" + root.name + "”的更多操作"
+            text: "更多操作"
+            Accessible.name: "“" + root.name + "”的更多操作"
             onClicked: root.menuRequested(trailing.mapToItem(root, 0, trailing.height / 2))
         }
         SymbolIcon {

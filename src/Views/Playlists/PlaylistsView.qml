@@ -108,7 +108,7 @@ FocusScope {
         objectName: "deletePlaylistDialog"
         visible: root.editor.asksToDelete
         title: "删除歌单"
-        message: "确定删除“" + root.editor.pendingDeleteName + "”吗？此操作不可撤销。"
+        message: "确定删除“" + ShortNames.of(root.editor.pendingDeleteName) + "”吗？此操作不可撤销。"
         acceptText: "删除"
         onAccepted: root.editor.confirmDelete()
         onRejected: root.editor.cancelDelete()

@@ -21,8 +21,8 @@ FocusScope {
     /// Looks elsewhere; a text that nobody has asked the platforms for yet is asked for.
     function choose(wanted: int): void {
         scope = wanted;
-        if (wanted === SearchView.Online && search.searchText !== "" && search.songs.count === 0)
-            search.performSearch();
+        if (wanted === SearchView.Online)
+            search.searchIfNew();
     }
 
     LocalSearchViewModel {

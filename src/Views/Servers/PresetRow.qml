@@ -13,7 +13,6 @@ ListRow {
 
     implicitHeight: Metrics.rowHeight
     hasMenu: false
-    text: name
     Accessible.name: name + "，" + description
 
     SymbolIcon {

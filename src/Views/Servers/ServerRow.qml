@@ -21,7 +21,6 @@ ListRow {
     readonly property color quietColor: Surfaces.ink(theme, theme.secondaryTextColor)
 
     implicitHeight: Metrics.tallRowHeight
-    text: name
     Accessible.name: name + "，" + host + "，" + status
 
     SurfaceImage {
@@ -93,7 +92,8 @@ ListRow {
         focusPolicy: Qt.NoFocus
         symbol: AppIcons.navigation.more
         theme: root.theme
-        text: "“" + root.name + "”的更多操作"
+        text: "更多操作"
+        Accessible.name: "“" + root.name + "”的更多操作"
         onClicked: root.menuRequested(more.mapToItem(root, 0, more.height / 2))
     }
 }

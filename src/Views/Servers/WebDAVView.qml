@@ -199,7 +199,7 @@ FocusScope {
 
         objectName: "deleteServerDialog"
         title: "删除服务器"
-        message: "确定要删除「" + serverName + "」吗？它的歌曲会从资料库移除，服务器上的文件不变。"
+        message: "确定要删除「" + ShortNames.of(serverName) + "」吗？它的歌曲会从资料库移除，服务器上的文件不变。"
         acceptText: "删除"
         onAccepted: root.servers.deleteServer(serverId)
     }
@@ -211,7 +211,7 @@ FocusScope {
 
         objectName: "deleteNavidromeDialog"
         title: "删除服务器"
-        message: "确定要删除「" + serverName + "」吗？"
+        message: "确定要删除「" + ShortNames.of(serverName) + "」吗？"
         acceptText: "删除"
         onAccepted: root.navidrome.deleteServer(serverId)
     }

@@ -36,6 +36,8 @@ SlidingPage {
             StyledText {
                 width: parent.width
                 text: "Tarnova Music Player"
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 style: TextStyles.title2
                 font.weight: Font.Bold
                 horizontalAlignment: Text.AlignHCenter
@@ -45,6 +47,8 @@ SlidingPage {
                 objectName: "aboutVersion"
                 width: parent.width
                 text: "Version " + root.version + " (" + root.build + ")"
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 style: TextStyles.subheadline
                 horizontalAlignment: Text.AlignHCenter
             }

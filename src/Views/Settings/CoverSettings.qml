@@ -18,9 +18,11 @@ Column {
         theme: root.theme
         seamInset: Metrics.cardPadding
 
-        SettingSwitchRow {
+        SwitchRow {
             objectName: "soundWaveRing"
-            look: root.theme
+            width: parent.width
+            isInCard: true
+            theme: root.theme
             text: "声波动效"
             checked: ThemeService.showSoundWaveRing
             onToggled: ThemeService.setSoundWaveRing(checked)

@@ -30,9 +30,11 @@ Column {
             current: ThemeService.lyricsAlignment
             onChosen: value => ThemeService.setLyricsAlignment(value)
         }
-        SettingSwitchRow {
+        SwitchRow {
             objectName: "lyricsBlur"
-            look: root.theme
+            width: parent.width
+            isInCard: true
+            theme: root.theme
             text: "距离模糊效果"
             checked: ThemeService.lyricsBlurEnabled
             onToggled: ThemeService.setLyricsBlurEnabled(checked)

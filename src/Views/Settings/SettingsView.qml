@@ -10,10 +10,7 @@ FocusScope {
     required property EqualizerViewModel equalizer
     required property APISettingsViewModel apiSettings
 
-    /// The window has the settings of the player's screen, and shows them when they are asked for.
-    property bool hasNowPlayingSettings: false
-
-    signal nowPlayingSettingsRequested
+    required property NowPlayingSettingsViewModel nowPlayingSettings
 
     readonly property string version: Qt.application.version !== "" ? Qt.application.version : "1.0"
     readonly property int sideMargin: Math.max(Metrics.screenMargin, Math.round((width - Metrics.formWidth) / 2))
@@ -52,15 +49,15 @@ FocusScope {
                 ThemedSettingsItem {
                     objectName: "nowPlayingRow"
                     width: parent.width
-                    visible: root.hasNowPlayingSettings
                     icon: AppIcons.playback.playCircle
                     iconColor: SystemColors.pink
                     title: "播放界面"
-                    onClicked: root.nowPlayingSettingsRequested()
+                    onClicked: playerSheet.isWanted = true
                 }
-                SettingsSwitch {
+                SwitchRow {
                     objectName: "showWebDAVSwitch"
                     width: parent.width
+                    isInCard: true
                     symbol: AppIcons.file.cloud
                     squareColor: SystemColors.blue
                     text: "显示网盘功能"
@@ -113,6 +110,23 @@ FocusScope {
         }
     }
 
+    Loader {
+        id: playerSheet
+
+        property bool isWanted: false
+
+        active: false
+        onIsWantedChanged: active = true
+        // A bound component could not be made by a loader that is of another file.
+        // qmllint disable unqualified
+        sourceComponent: NowPlayingSettingsView {
+            objectName: "playerSettings"
+            settings: root.nowPlayingSettings
+            visible: playerSheet.isWanted
+            onClosed: playerSheet.isWanted = false
+        }
+        // qmllint enable unqualified
+    }
     ThemeSettingsView {
         id: appearancePage
 

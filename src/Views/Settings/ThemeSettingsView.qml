@@ -70,7 +70,8 @@ SlidingPage {
             sourceComponent: AppIconPickerView {
                 objectName: "appIconPickerView"
                 focus: true
-                onCloseRequested: iconPage.isShown = false
+                sideMargin: root.sideMargin
+                onBackRequested: iconPage.isShown = false
             }
             // qmllint enable unqualified
         }

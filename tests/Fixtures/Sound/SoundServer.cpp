@@ -48,6 +48,8 @@ SoundServer::SoundServer()
     m_environment = QProcessEnvironment::systemEnvironment();
     m_environment.insert(u"HOME"_s, m_directory.path());
     m_environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
+    // What this process says of its own sound.
+    m_environment.remove(u"PULSE_PROP"_s);
 }
 
 SoundServer::~SoundServer()

@@ -228,6 +228,41 @@ private Q_SLOTS:
         QCOMPARE(devices().chosenDevice(), u"out"_s);
         QCOMPARE(losses.count(), 0);
     }
+    void aServerThatStartsAnewMayTakeItsTimeWithTheChosenDevice_data()
+    {
+        QTest::addColumn<bool>("comes");
+        QTest::newRow("it comes") << true;
+        QTest::newRow("it does not") << false;
+    }
+    void aServerThatStartsAnewMayTakeItsTimeWithTheChosenDevice()
+    {
+        QFETCH_GLOBAL(const bool, real);
+        QFETCH(const bool, comes);
+        if (!real)
+            QSKIP("a fake machine has no server");
+        SoundServer &server = static_cast<ServerMachine &>(*m_machine).server();
+        QVERIFY(m_machine->plugIn(u"usb"_s, u"USB 解码器"_s));
+        QVERIFY(this->comes(u"usb"_s));
+        devices().choose(u"usb"_s);
+        QSignalSpy losses(&devices(), &OutputDevices::chosenDeviceLost);
+        server.stop();
+        QVERIFY(goes(u"out"_s));
+        QVERIFY(server.start());
+        QVERIFY(this->comes(u"out"_s));
+        QCOMPARE(devices().chosenDevice(), u"usb"_s);
+        QCOMPARE(losses.count(), 0);
+        if (comes) {
+            QVERIFY(m_machine->plugIn(u"usb"_s, u"USB 解码器"_s));
+            QVERIFY(this->comes(u"usb"_s));
+            QCOMPARE(devices().chosenDevice(), u"usb"_s);
+            QCOMPARE(losses.count(), 0);
+            // From then on it can go like any other.
+            QVERIFY(m_machine->unplug(u"usb"_s));
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(losses.count(), 1, patienceMs);
+        QCOMPARE(losses.constFirst().constFirst().toString(), u"USB 解码器"_s);
+        QCOMPARE(devices().chosenDevice(), QString());
+    }
 };
 
 } // namespace cadorel

@@ -7,6 +7,7 @@
 #include "Platform/EqualizerEngine/OutputAudioEngine.h"
 #include "Platform/EqualizerEngine/PulseOutput.h"
 #include "Platform/Mpv/MpvStreamPlayer.h"
+#include "Platform/Pulse/MediaRole.h"
 #include "Platform/Pulse/PulseOutputDevices.h"
 
 #include <QSignalSpy>
@@ -118,6 +119,15 @@ private:
         return places;
     }
 
+    void makeEngine()
+    {
+        QFETCH_GLOBAL(const bool, equalizer);
+        if (equalizer)
+            m_engine = std::make_unique<EqualizerSound>(*m_devices);
+        else
+            m_engine = std::make_unique<StreamSound>(*m_devices);
+    }
+
 private Q_SLOTS:
     void initTestCase_data()
     {
@@ -129,12 +139,12 @@ private Q_SLOTS:
     {
         QVERIFY2(SoundServer::available(), "no PulseAudio: scripts/setup installs it");
         std::setlocale(LC_NUMERIC, "C");
+        declareMusic();
         m_file = m_files.path(u"marked.wav"_s);
         QVERIFY(m_sound.write(m_file));
     }
     void init()
     {
-        QFETCH_GLOBAL(const bool, equalizer);
         m_server = std::make_unique<SoundServer>();
         QVERIFY(m_server->start());
         m_usb = m_server->addDevice(u"usb"_s, u"USB"_s);
@@ -144,10 +154,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_devices->devices().size(), 2, patienceMs);
         m_atSpeaker = std::make_unique<Recorder>(*m_server);
         m_atUsb = std::make_unique<Recorder>(*m_server, u"usb"_s);
-        if (equalizer)
-            m_engine = std::make_unique<EqualizerSound>(*m_devices);
-        else
-            m_engine = std::make_unique<StreamSound>(*m_devices);
+        makeEngine();
     }
     void cleanup()
     {
@@ -232,6 +239,47 @@ private Q_SLOTS:
         m_atSpeaker->clear();
         m_engine->play(m_file);
         QVERIFY(m_atSpeaker->hearSound(audible, patience));
+    }
+    void theChoiceIsForgottenByAServerThatRemembers()
+    {
+        QVERIFY(!m_server->ask({u"load-module"_s, u"module-stream-restore"_s}).isEmpty());
+        m_engine->play(m_file);
+        QVERIFY(m_atSpeaker->hearSound(audible, patience));
+        QTRY_COMPARE_WITH_TIMEOUT(inUse(), u"out"_s, patienceMs);
+        m_devices->choose(u"usb"_s);
+        QVERIFY(m_atUsb->hearSound(audible, patience));
+        QTRY_COMPARE_WITH_TIMEOUT(inUse(), u"usb"_s, patienceMs);
+
+        // Somebody else's music is none of ours.
+        const std::unique_ptr<QProcess> other = m_server->other(u"music"_s);
+        const auto othersPlace = [this] {
+            const QByteArrayList streams =
+                m_server->ask({u"list"_s, u"short"_s, u"sink-inputs"_s}).split('\n');
+            const QByteArray sinks = m_server->ask({u"list"_s, u"short"_s, u"sinks"_s});
+            if (streams.size() != 2)
+                return QByteArray();
+            for (const QByteArray &sink : sinks.split('\n'))
+                if (sink.startsWith(streams.last().split('\t').value(1) + '\t'))
+                    return sink.split('\t').value(1);
+            return QByteArray();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(othersPlace(), "out"_ba, patienceMs);
+        other->kill();
+        QVERIFY(other->waitForFinished());
+
+        // The next run of the program.
+        m_engine.reset();
+        QVERIFY(m_atUsb->hearSilence(500ms, patience));
+        m_devices = std::make_unique<PulseOutputDevices>();
+        m_devices->activate();
+        QTRY_COMPARE_WITH_TIMEOUT(m_devices->devices().size(), 2, patienceMs);
+        makeEngine();
+        m_atSpeaker->clear();
+        m_atUsb->clear();
+        m_engine->play(m_file);
+        QVERIFY(m_atSpeaker->hearSound(audible, patience));
+        QVERIFY(m_atUsb->hear(300ms));
+        QCOMPARE(m_atUsb->firstAbove(audible), -1);
     }
     void aDeviceThatTheListenerMovesTheSoundToByOtherMeansIsMarked()
     {

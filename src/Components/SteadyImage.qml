@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Cadorel
+
+/// A picture that does not blink when it changes or grows: the one before stays, for a moment at most, until the next is
+/// there. Of sizes that follow each other quickly few are drawn; in between the picture is stretched.
+Item {
+    id: root
+
+    property string source
+    /// In pixels of the window; nothing is drawn before there is one.
+    property size pictureSize: Qt.size(width, height)
+    /// Of the picture that is wanted, as of an image.
+    readonly property int status: wantsBack ? back.status : front.status
+    /// Something is shown.
+    readonly property bool isPicture: front.status === Image.Ready
+
+    property Layer front: first
+    property Layer back: second
+    property bool wantsBack: false
+
+    Accessible.ignored: true
+    Component.onCompleted: take()
+    onSourceChanged: take()
+    onPictureSizeChanged: {
+        if (!rest.running)
+            take();
+    }
+
+    function take(): void {
+        if (source === "" || pictureSize.width < 1 || pictureSize.height < 1) {
+            wantsBack = false;
+            patience.stop();
+            front.source = "";
+            back.source = "";
+            return;
+        }
+        wantsBack = String(front.source) !== source || front.sourceSize !== pictureSize;
+        if (!wantsBack) {
+            back.source = "";
+            return;
+        }
+        back.sourceSize = pictureSize;
+        back.source = source;
+        rest.restart();
+        if (String(front.source) !== source)
+            patience.restart();
+        look();
+    }
+
+    function look(): void {
+        if (!wantsBack || back.status === Image.Loading || back.status === Image.Null)
+            return;
+        const old = front;
+        front = back;
+        back = old;
+        wantsBack = false;
+        patience.stop();
+        back.source = "";
+    }
+
+    component Layer: Image {
+        anchors.fill: parent
+        visible: root.front === this
+        asynchronous: true
+        fillMode: Image.PreserveAspectCrop
+        onStatusChanged: root.look()
+    }
+
+    Layer {
+        id: first
+    }
+    Layer {
+        id: second
+    }
+    Timer {
+        id: rest
+
+        interval: Metrics.redrawInterval
+        onTriggered: root.take()
+    }
+    // A song whose cover is long in coming is not shown with another one's.
+    Timer {
+        id: patience
+
+        interval: Metrics.coverPatience
+        onTriggered: root.front.source = ""
+    }
+}
