@@ -155,6 +155,9 @@ QtObject {
     /// The first of the stickers at the cover's corners.
     readonly property int coverSticker: 2
     readonly property int leastCover: 120
+    /// A cover in less room than this has no ring about it.
+    readonly property int leastRing: 180
+    readonly property real readDecorationOpacity: 0.35
     readonly property int largestCover: 520
     readonly property int nowPlayingSliderHeight: 32
     readonly property real grooveOpacity: 0.3

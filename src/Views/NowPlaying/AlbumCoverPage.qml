@@ -42,7 +42,7 @@ Item {
         readonly property real size: Math.min(Metrics.stickerSize, Math.round(width / 5))
 
         anchors.fill: cover
-        anchors.margins: ThemeService.showSoundWaveRing ? Metrics.waveReach : 0
+        anchors.margins: (cover.item as AlbumCoverView)?.hasRing ? Metrics.waveReach : 0
         visible: root.theme.nowPlayingConfig.showDecorations
 
         Repeater {
