@@ -130,6 +130,10 @@ QtObject {
     readonly property int dancingEmojiFont: 38
     readonly property int dancingJump: 18
     readonly property int dancingTilt: 12
+    /// The part of its jump that goes up, of its square that lies on the cover, and of that its round corners.
+    readonly property real dancingRise: 0.4
+    readonly property real dancingOverlap: 0.75
+    readonly property real dancingCornerShare: 0.2
     readonly property int scrollBarWidth: 6
     readonly property int switchWidth: 46
     readonly property int switchHeight: 28
@@ -164,6 +168,9 @@ QtObject {
     readonly property real darkGrooveOpacity: 0.5
     readonly property int statusLineHeight: 28
     readonly property int statusButtonHeight: 24
+    /// How much stronger its ground is than that of what is pressed elsewhere, under the mouse and under a finger.
+    readonly property real statusButtonHover: 1.5
+    readonly property real statusButtonPress: 2
     readonly property int controlsWidth: 420
     readonly property int wideControlsWidth: 332
     readonly property int queueWidth: 720
@@ -193,8 +200,6 @@ QtObject {
     readonly property int phoneHeight: 844
     readonly property int minimumWidth: 320
     readonly property int minimumHeight: 480
-    /// From this width on, the player bar stands in one line.
-    readonly property int wideWidth: 700
     readonly property int contentWidth: 1000
     readonly property int sheetWidth: 560
     readonly property int formWidth: 640
@@ -226,7 +231,6 @@ QtObject {
     readonly property int jumpDuration: Motion.scaled(240)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
-    readonly property int loadingHintDelay: 400
     readonly property int locateDelay: 150
     /// Seconds that an arrow key goes on, or back; and its part of the whole volume.
     readonly property int seekStep: 5

@@ -70,7 +70,7 @@ Item {
         isCentred: !root.isBeside
         title: root.nowPlaying.title
         artist: root.nowPlaying.artist
-        qualityText: root.nowPlaying.qualityText
+        qualityText: root.nowPlaying.currentQualityDisplay
         ink: root.ink
         secondaryInk: root.secondaryInk
     }

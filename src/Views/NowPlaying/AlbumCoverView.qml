@@ -73,7 +73,7 @@ Item {
         }
         DancingEmoji {
             objectName: "dancingEmoji"
-            x: root.side - width * 0.75
+            x: root.side - width * Metrics.dancingOverlap
             y: x
             visible: root.hasRing
             player: root.player

@@ -103,7 +103,7 @@ Item {
 
         background: Rectangle {
             radius: height / 2
-            color: Qt.alpha(root.ink, button.down ? 2 * Metrics.pressedOpacity : button.hovered ? 1.5 * Metrics.pressedOpacity : Metrics.pressedOpacity)
+            color: Qt.alpha(root.ink, Metrics.pressedOpacity * (button.down ? Metrics.statusButtonPress : button.hovered ? Metrics.statusButtonHover : 1))
 
             FocusRing {
                 radius: parent.radius
