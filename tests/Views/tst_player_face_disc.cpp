@@ -96,14 +96,15 @@ void PlayerFaceDiscTest::theDiscSnapsToBothEdges()
         dropDisc(by, {drop.x, 300});
         QCOMPARE(mini().effectivePosition(), QPointF(drop.rests, 300));
         QTRY_COMPARE(TestWindow::centre(disc()), QPoint(qRound(drop.rests), 300));
-        QCOMPARE(stored("miniPlayerPositionX"_L1), std::optional(drop.rests));
-        QCOMPARE(stored("miniPlayerPositionY"_L1), std::optional(300.0));
+        const QPointF kept(stored("miniPlayerPositionX"_L1).value_or(0),
+                           stored("miniPlayerPositionY"_L1).value_or(0));
+        QCOMPARE(kept, QPointF(drop.rests, 300));
     }
-    // Out of the window it stays in sight, and over the tab bar it does not go.
-    dropDisc(by, {width + 100, t->window->height() + 100.0});
+    // In the corners it stays in sight, and over the tab bar it does not go.
+    dropDisc(by, {width - 2, t->window->height() - 2.0});
     const QQuickItem *bar = t->item(u"tabBar"_s);
     QVERIFY(disc()->mapToScene(QPointF(0, disc()->height())).y() <= bar->mapToScene({}).y());
-    dropDisc(by, {-50, -50});
+    dropDisc(by, {2, 2});
     QCOMPARE(mini().effectivePosition(), QPointF(41, 41));
     QVERIFY(!showsNowPlaying());
     QCOMPARE(currentTitle(), u"歌 0"_s);
@@ -165,7 +166,7 @@ void PlayerFaceDiscTest::theFiveActionsByLongPressAndSlide()
     QTRY_COMPARE(selectedTab(), ContentTab::library);
     QTRY_VERIFY(t->shows(u"libraryView"_s));
     QVERIFY(!showsNowPlaying());
-    QVERIFY(discRests());
+    QTRY_VERIFY(discRests());
 }
 
 void PlayerFaceDiscTest::locatingShowsTheSongInTheLibrary()
