@@ -12,7 +12,8 @@ FocusScope {
     property int selectedTab: ContentTabs.Tab.library
     property bool showNowPlaying: false
     /// Where a keyboard on the screen stands, in the window.
-    property rect keyboardArea: Qt.inputMethod.keyboardRectangle
+    // The input method's properties are unknown to the linter.
+    property rect keyboardArea: Qt.inputMethod.keyboardRectangle // qmllint disable missing-property
 
     readonly property CadorelViewModel viewModel: screens.viewModel
     /// The plain tab view is made anew with its tabs.

@@ -331,16 +331,14 @@ void ContentViewTest::playErrorIsShownAndDismissed()
 
 void ContentViewTest::playErrorIsSaidOverTheCover_data()
 {
-    addLooks(true);
+    addLooks();
 }
 
 void ContentViewTest::playErrorIsSaidOverTheCover()
 {
-    QFETCH(ThemeType, type);
     t->addFile(u"a.mp3"_s, {u"歌"_s, u"歌手"_s, u"专辑"_s, 200, TestWindow::picture(Qt::red, Qt::green)});
     QVERIFY(t->scan());
     showInLook();
-    switchTo(type);
     playRow(0);
     openNowPlaying();
     QVERIFY(!t->shows(u"playErrorBanner"_s));
