@@ -118,14 +118,16 @@ FocusScope {
         sourceComponent: MiniPlayerView {
             objectName: "miniPlayerView"
             miniPlayer: root.screens.miniPlayer
-            // The disc stays above the bar of every look.
-            bottomInset: Math.max(Metrics.tabBarHeight, root.barHeight) + root.keyboardHeight
+            // The disc stays above the bar of every look, and above what has gone wrong.
+            bottomInset: Math.max(Metrics.tabBarHeight, root.barHeight) + root.keyboardHeight + (errorBanner.visible ? errorBanner.height + Metrics.rowSpacing : 0)
             isCovered: cover.covers
             onOpenRequested: root.openNowPlaying()
         }
     }
     // In front of the disc, which may lie there.
     MessageBanner {
+        id: errorBanner
+
         objectName: "playErrorBanner"
         anchors.bottom: tabView.bottom
         anchors.bottomMargin: Metrics.rowSpacing + root.barHeight
