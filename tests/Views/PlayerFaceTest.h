@@ -141,7 +141,7 @@ protected:
         if (!disc() || !disc()->isVisible())
             return false;
         const QPointF centre = disc()->mapToScene(QPointF(disc()->width() / 2, disc()->height() / 2));
-        return (centre - mini().effectivePosition()).manhattanLength() < 0.01;
+        return (centre - mini().effectivePosition()).manhattanLength() < 1e-6;
     }
     void openFromDisc()
     {

@@ -17,6 +17,8 @@ private Q_SLOTS:
     void theDiscSnapsToBothEdges_data() { addPointers(); }
     void theDiscSnapsToBothEdges();
     void whereTheDiscIsLeftIsThereAtTheNextStart();
+    void anErrorThatIsShownLeavesTheDiscToBeReached_data() { addThemes(); }
+    void anErrorThatIsShownLeavesTheDiscToBeReached();
     void theFiveActionsByLongPressAndSlide_data();
     void theFiveActionsByLongPressAndSlide();
     void locatingShowsTheSongInTheLibrary_data() { addThemes(); }
@@ -121,6 +123,27 @@ void PlayerFaceDiscTest::whereTheDiscIsLeftIsThereAtTheNextStart()
     QCOMPARE(mini().effectivePosition(), QPointF(41, 250));
     const ThemeService next(*t->platform.preferences, *t->themeManager, *t->platform.desktopAppearance);
     QCOMPARE(next.miniPlayerPosition(), std::optional(QPointF(41, 250)));
+}
+
+void PlayerFaceDiscTest::anErrorThatIsShownLeavesTheDiscToBeReached()
+{
+    QFETCH(const ThemeType, type);
+    showLibrary();
+    switchTo(type);
+    playRow(0);
+    QTRY_VERIFY(discRests());
+    const QPointF before = mini().effectivePosition();
+    t->player->lastItem()->fail(u"文件坏了"_s);
+    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
+    const QQuickItem *banner = t->item(u"playErrorBanner"_s);
+    const auto isAbove = [this, banner] {
+        return disc()->mapToScene(QPointF(0, disc()->height())).y() <= banner->mapToScene({}).y();
+    };
+    QTRY_VERIFY(isAbove());
+    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
+    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
+    QTRY_VERIFY(discRests());
+    QCOMPARE(mini().effectivePosition(), before);
 }
 
 void PlayerFaceDiscTest::theFiveActionsByLongPressAndSlide_data()
