@@ -104,8 +104,8 @@ Popup {
         Item {
             id: header
 
-            /// Beside a title in the middle, as much on the one side as on the other.
-            readonly property real sideRoom: Math.max(cancelButton.visible ? cancelButton.width : Metrics.screenMargin, acceptButton.visible ? acceptButton.width : Metrics.screenMargin)
+            readonly property real leftRoom: cancelButton.visible ? cancelButton.width : Metrics.screenMargin
+            readonly property real rightRoom: acceptButton.visible ? acceptButton.width : Metrics.screenMargin
 
             objectName: "sheetHeader"
             Layout.fillWidth: true
@@ -149,8 +149,10 @@ Popup {
                 id: titleText
 
                 objectName: "sheetTitle"
-                anchors.centerIn: parent
-                width: parent.width - 2 * header.sideRoom
+                anchors.verticalCenter: parent.verticalCenter
+                // In the middle, unless one of the buttons has a longer text.
+                x: Math.round(Math.max(header.leftRoom, Math.min((parent.width - width) / 2, parent.width - header.rightRoom - width)))
+                width: Math.min(implicitWidth, parent.width - header.leftRoom - header.rightRoom)
                 text: root.title
                 style: TextStyles.headline
                 color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), root.theme.primaryTextColor)

@@ -24,7 +24,9 @@ Item {
     ColumnLayout {
         id: column
 
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        // Where there is no room for all of it, its beginning stays in sight.
+        y: Math.max(0, Math.round((parent.height - height) / 2))
         width: Math.min(parent.width - 2 * Metrics.screenMargin, Metrics.textBlockWidth)
         spacing: Metrics.rowSpacing
 
@@ -78,7 +80,7 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             // What a server says can be long, and the buttons beneath must stay in sight.
-            maximumLineCount: 5
+            maximumLineCount: root.hasRoom ? 5 : 2
         }
         ColumnLayout {
             id: buttons

@@ -65,6 +65,8 @@ Item {
             width: parent.width
             text: root.subtitle
             style: TextStyles.subheadline
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
             visible: text !== ""
         }
     }

@@ -16,6 +16,13 @@ QtObject {
     /// By how much a title and the line beneath it are higher than usual on a desktop of large texts: what holds them
     /// grows by as much.
     readonly property int textGrowth: Math.max(0, TextStyles.body.line - TextStyles.body.usualLine + TextStyles.subheadline.line - TextStyles.subheadline.usualLine)
+    /// The same of what holds words beside each other, no wider than the narrowest window has room for.
+    function wordWidth(usual: int): int {
+        return Math.min(minimumWidth - 2 * screenMargin, Math.round(usual * Math.max(1, TextStyles.body.line / TextStyles.body.usualLine)));
+    }
+    /// A word that has to fit becomes no smaller than this, and a number no smaller than that.
+    readonly property int smallLabel: 11
+    readonly property int smallestText: 9
     readonly property int rowHeight: 64 + textGrowth
     readonly property int compactRowHeight: 52 + textGrowth
     readonly property int tallRowHeight: 80 + textGrowth
@@ -219,8 +226,8 @@ QtObject {
     readonly property real smallestTitle: 0.8
     readonly property int formWidth: 640
     readonly property int dialogWidth: 320
-    readonly property int menuWidth: 208
-    readonly property int textBlockWidth: 224
+    readonly property int menuWidth: wordWidth(208)
+    readonly property int textBlockWidth: wordWidth(224)
 
     readonly property real disabledOpacity: 0.35
     /// Of a mark that says no more than that a row leads somewhere.

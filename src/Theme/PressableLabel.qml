@@ -38,6 +38,8 @@ Item {
             width: Math.min(implicitWidth, root.width - glyph.room)
             text: root.text
             style: root.style
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Metrics.smallLabel
             color: root.ink
         }
     }

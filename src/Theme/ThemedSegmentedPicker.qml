@@ -157,6 +157,8 @@ FocusScope {
                     font.weight: segment.isSelected ? Font.DemiBold : Font.Normal
                     color: segment.isSelected ? root.selectedColor : root.otherColor
                     horizontalAlignment: Text.AlignHCenter
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: Metrics.smallLabel
                 }
             }
         }

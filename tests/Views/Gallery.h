@@ -4,6 +4,7 @@
 #include "Theme/ThemeManager.h"
 #include "Views/TestWindow.h"
 
+#include <QCursor>
 #include <QTest>
 
 #include <cstdio>
@@ -54,7 +55,10 @@ public:
     /// Keeps a picture of the window, in which the mouse is nowhere.
     void save(const TestWindow &test, const QString &state) const
     {
-        QTest::mouseMove(test.window, QPoint(test.window->width() / 2, 0));
+        const QPoint nowhere(test.window->width() / 2, 0);
+        // A window that is drawn anew asks the platform where its cursor is.
+        QCursor::setPos(test.window->mapToGlobal(nowhere));
+        QTest::mouseMove(test.window, nowhere);
         saveHovered(test, state);
     }
     /// The same where the mouse is.

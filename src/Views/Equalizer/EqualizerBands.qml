@@ -55,6 +55,9 @@ ThemedCard {
                     height: TextStyles.caption2.line
                     text: band.gainText
                     style: TextStyles.caption2
+                    // Ten numbers of four digits on the narrowest window.
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: Metrics.smallestText
                     elide: Text.ElideNone
                     horizontalAlignment: Text.AlignHCenter
                     Accessible.ignored: true

@@ -63,7 +63,8 @@ SlidingPage {
         }
         Item {
             width: parent.width
-            height: Metrics.playlistCover
+            // Higher on a desktop of large texts.
+            height: Math.max(Metrics.playlistCover, summary.height + Metrics.rowSpacing + playAll.height)
             visible: !root.isMissing
 
             PlaylistCover {
@@ -75,6 +76,8 @@ SlidingPage {
                 cornerRadius: Metrics.cardRadius
             }
             QuietText {
+                id: summary
+
                 objectName: "playlistSummary"
                 anchors.left: cover.right
                 anchors.leftMargin: Metrics.screenMargin
@@ -86,6 +89,8 @@ SlidingPage {
                 maximumLineCount: 2
             }
             TextButton {
+                id: playAll
+
                 objectName: "playAllButton"
                 anchors.left: cover.right
                 anchors.leftMargin: Metrics.screenMargin

@@ -67,6 +67,9 @@ ListRow {
             width: parent.width
             text: root.status
             style: TextStyles.footnote
+            // A count and a time are never cut off.
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Metrics.smallLabel
             color: root.hasFailed ? Surfaces.ink(root.theme, SystemColors.red) : root.quietColor
         }
     }
