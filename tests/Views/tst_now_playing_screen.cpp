@@ -255,6 +255,8 @@ void NowPlayingRulesTest::keyboardStaysOnTheSliderWhenTheSongChanges()
 void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
 {
     s->bench.themeService.setCassetteStyle(CassetteStyle::none);
+    // Alone: the dancer lies on it.
+    s->bench.themeService.setSoundWaveRing(false);
     const QByteArray red = NowPlayingScene::picture(Qt::red, Qt::red);
     s->bench.playSong(NowPlayingScene::song(u"red"_s, u"红"_s, red), 100);
     QVERIFY(s->show());
@@ -268,19 +270,25 @@ void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
         }
         return colors;
     };
-    QTRY_COMPARE(ink(), QSet<QRgb>{QColor(Qt::red).rgb()});
+    // Decoded at its size, a plain colour may come out a step beside itself.
+    constexpr int near = 4;
+    const auto isRed = [](QRgb color) {
+        return qRed(color) >= 255 - near && qGreen(color) <= near && qBlue(color) <= near;
+    };
+    const auto isRedCover = [&] { return std::ranges::all_of(ink(), isRed); };
+    QTRY_VERIFY(isRedCover());
     QVERIFY(!s->shows(u"placeholder note"_s));
     s->bench.playSong(m_song, 100);
     QTRY_VERIFY(s->shows(u"placeholder note"_s));
     QCOMPARE(s->item(u"placeholder note"_s)->property("name").toString(), u"music.note"_s);
     // A ground, a note on it, and nothing of the cover before.
-    const auto isPlaceholder = [&ink] {
+    const auto isPlaceholder = [&] {
         const QSet<QRgb> colors = ink();
-        return colors.size() > 1 && !colors.contains(QColor(Qt::red).rgb());
+        return colors.size() > 1 && std::ranges::none_of(colors, isRed);
     };
     QTRY_VERIFY(isPlaceholder());
     s->bench.playSong(NowPlayingScene::song(u"red again"_s, u"红"_s, red), 100);
-    QTRY_COMPARE(ink(), QSet<QRgb>{QColor(Qt::red).rgb()});
+    QTRY_VERIFY(isRedCover());
     s->bench.playSong(NowPlayingScene::song(u"broken"_s, u"坏封面"_s, "this is no picture"), 100);
     QCOMPARE(s->text(u"nowPlayingTitle"_s), u"坏封面"_s);
     QVERIFY(s->bench.nowPlaying.coverSource() != u"image://cover/none"_s);
