@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Figures: frame times while 5,000 blurred lines of lyrics are scrolled, beside the same lines without blur,
-// and while the page follows a song.
+// Figures: how soon 5,000 lines of lyrics are seen and another line is current, frame times while they are
+// scrolled, blurred and beside that without blur, what following a song costs, and what a thousand songs
+// leave.
 #include "Support/MadeHome.h"
 #include "Support/MadeSound.h"
+#include "Support/ProcessUsage.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 #include "Support/Scroller.h"
@@ -10,6 +12,7 @@
 #include "ViewModels/LyricsBench.h"
 #include "Views/UserInterface.h"
 
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QQmlComponent>
@@ -27,18 +30,22 @@ namespace {
 
 constexpr int lineCount = 5000;
 constexpr int usualSeconds = 3;
+constexpr int changeCount = 20;
 constexpr double barMs = 16;
+constexpr double openingBarMs = 100; // what answers a tap
+constexpr int songCount = 1000;
+constexpr double leftBarMiB = 10; // the pictures that are kept are in it
 constexpr double half = 0.5;
 constexpr double nearlyAll = 0.99;
 constexpr QSize phone(390, 560);
 constexpr auto innerVariable = "CADOREL_BENCH_INNER";
 
-QString text()
+QString text(int lines)
 {
     const QStringList words{u"夜色里的灯火照着我们回家"_s, u"风吹过"_s,
                             u"The night is long and the road is winding on"_s, u"远处传来海的声音"_s};
     QString text;
-    for (int i = 0; i < lineCount; ++i)
+    for (int i = 0; i < lines; ++i)
         text += QString::asprintf("[%02d:%02d.00]", i / 60, i % 60) + words.at(i % words.size()) +
                 QString::number(i) + u'\n';
     return text;
@@ -64,11 +71,66 @@ public:
         m_root->setSize(phone);
         m_window.resize(phone);
         m_window.show();
-        m_bench.play(LyricsBench::songWith(u"a"_s, text()));
-        m_bench.lyrics().load();
-        if (!waitFor([this] { return m_window.isExposed() && m_bench.lyrics().hasLyrics(); }, 20s))
-            qFatal("no lyrics");
+        if (!waitFor([this] { return m_window.isExposed(); }, 20s))
+            qFatal("no window");
         letPass(1s);
+    }
+
+    /// Of something that ends with a frame, in milliseconds.
+    struct Cost
+    {
+        double passed;
+        double busy; ///< of all threads; what else the machine does is not in it
+    };
+
+    /// From the song to the frame that shows its lines.
+    Cost open()
+    {
+        const Song song = LyricsBench::songWith(u"a"_s, text(lineCount));
+        m_bench.lyrics().load();
+        const Stopwatch watch;
+        m_bench.play(song);
+        if (!waitFor([this] { return m_bench.lyrics().hasLyrics(); }, 20s))
+            qFatal("no lyrics");
+        waitForFrame();
+        const Cost cost = watch.read();
+        letPass(1s);
+        return cost;
+    }
+
+    /// Goes on by a line again and again, each until its first frame. @return the median of all
+    Cost changeLines()
+    {
+        QList<double> passed;
+        QList<double> busy;
+        for (int i = 1; i <= changeCount; ++i) {
+            letPass(400ms);
+            const Stopwatch watch;
+            m_bench.tick(i);
+            waitForFrame();
+            const Cost cost = watch.read();
+            passed.append(cost.passed);
+            busy.append(cost.busy);
+        }
+        return {.passed = median(passed), .busy = median(busy)};
+    }
+
+    /// Plays one song after the other, each with lyrics of its own. @return MiB that are in use more
+    double changeSongs()
+    {
+        constexpr int warmUp = 100;
+        const ProcessUsage usage;
+        double before = 0;
+        for (int i = 0; i < warmUp + songCount; ++i) {
+            if (i == warmUp)
+                before = usage.residentMiB();
+            m_bench.play(LyricsBench::songWith(QString::number(i), text(20 + i % 40)));
+            m_bench.tick(i % 10);
+            waitForFrame();
+            QCoreApplication::processEvents();
+        }
+        letPass(1s);
+        return usage.residentMiB() - before;
     }
 
     QList<double> scroll(bool isBlurred)
@@ -109,6 +171,33 @@ public:
     }
 
 private:
+    class Stopwatch
+    {
+    public:
+        Stopwatch() { m_clock.start(); }
+        Cost read() const
+        {
+            constexpr double nsPerMs = 1e6;
+            constexpr double msPerSecond = 1000;
+            return {.passed = static_cast<double>(m_clock.nsecsElapsed()) / nsPerMs,
+                    .busy = msPerSecond * (m_usage.processorSeconds() - m_before)};
+        }
+
+    private:
+        ProcessUsage m_usage;
+        double m_before = m_usage.processorSeconds();
+        QElapsedTimer m_clock;
+    };
+    void waitForFrame()
+    {
+        bool isSwapped = false;
+        const auto connection = QObject::connect(&m_window, &QQuickWindow::frameSwapped, m_root.get(),
+                                                 [&isSwapped] { isSwapped = true; });
+        m_window.update();
+        waitFor([&isSwapped] { return isSwapped; }, 5s);
+        QObject::disconnect(connection);
+    }
+
     LyricsBench m_bench;
     QQmlEngine m_engine;
     QQuickWindow m_window;
@@ -119,9 +208,21 @@ int measure()
 {
     Report report;
     Page page;
+    const QString name = page.backend();
+    const Page::Cost opening = page.open();
+    report.add({.what = u"%1, %2 lines: from the song to their first frame"_s.arg(name).arg(lineCount),
+                .value = opening.passed,
+                .unit = u"ms"_s,
+                .bar = openingBarMs});
+    report.add({.what = u"  processor time of that"_s, .value = opening.busy, .unit = u"ms"_s});
+    const Page::Cost change = page.changeLines();
+    report.add({.what = u"  another line, until its first frame, median of %1"_s.arg(changeCount),
+                .value = change.passed,
+                .unit = u"ms"_s,
+                .bar = barMs});
+    report.add({.what = u"  processor time of that"_s, .value = change.busy, .unit = u"ms"_s});
     const QList<double> sharp = page.scroll(false);
     const QList<double> blurred = page.scroll(true);
-    const QString name = page.backend();
     report.add({.what = u"%1, blurred lines: frame, median of %2"_s.arg(name).arg(blurred.size()),
                 .value = percentile(blurred, half),
                 .unit = u"ms"_s,
@@ -140,6 +241,10 @@ int measure()
     report.add({.what = u"  share of a core while a line a second is followed"_s,
                 .value = page.follow(),
                 .unit = u""_s});
+    report.add({.what = u"  memory that %1 songs leave"_s.arg(songCount),
+                .value = page.changeSongs(),
+                .unit = u"MiB"_s,
+                .bar = leftBarMiB});
     return 0;
 }
 

@@ -12,7 +12,8 @@ FocusScope {
     property int selectedTab: ContentTabs.Tab.library
     property bool showNowPlaying: false
     /// Where a keyboard on the screen stands, in the window.
-    property rect keyboardArea: Qt.inputMethod.keyboardRectangle
+    // The input method's properties are unknown to the linter.
+    property rect keyboardArea: Qt.inputMethod.keyboardRectangle // qmllint disable missing-property
 
     readonly property CadorelViewModel viewModel: screens.viewModel
     /// The plain tab view is made anew with its tabs.
@@ -121,8 +122,8 @@ FocusScope {
         sourceComponent: MiniPlayerView {
             objectName: "miniPlayerView"
             miniPlayer: root.screens.miniPlayer
-            // The disc stays above the bar of every look.
-            bottomInset: Math.max(Metrics.tabBarHeight, root.barHeight) + root.keyboardHeight
+            // The disc stays above the bar of every look, and above what has gone wrong.
+            bottomInset: Math.max(Metrics.tabBarHeight, root.barHeight) + root.keyboardHeight + (errorBanner.visible ? errorBanner.height + Metrics.rowSpacing : 0)
             isCovered: cover.covers
             onOpenRequested: root.openNowPlaying()
         }
@@ -161,6 +162,8 @@ FocusScope {
         onActionRequested: root.screens.devices.dismissNotice()
     }
     MessageBanner {
+        id: errorBanner
+
         objectName: "playErrorBanner"
         anchors.horizontalCenter: parent.horizontalCenter
         y: root.showNowPlaying ? root.bannerTop + (deviceBanner.visible ? deviceBanner.height + Metrics.rowSpacing : 0) : tabView.height - root.barHeight - Metrics.rowSpacing - height

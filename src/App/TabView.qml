@@ -44,6 +44,8 @@ FocusScope {
         sourceComponent: root.theme.isKawaiiPink ? kawaiiTabBar : standardTabView
     }
 
+    // A bound component of an item that is made by a loader of another file would not live.
+    // qmllint disable unqualified
     Component {
         id: standardTabView
 
@@ -66,4 +68,5 @@ FocusScope {
             onTabRequested: (tab, byKeyboard) => root.tabRequested(tab, byKeyboard)
         }
     }
+    // qmllint enable unqualified
 }

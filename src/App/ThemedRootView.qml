@@ -14,7 +14,7 @@ ThemedAccentColorModifier {
 
         anchors.fill: parent
         focus: true
-        onLoaded: item.forceActiveFocus(Qt.OtherFocusReason)
+        onLoaded: (item as Item).forceActiveFocus(Qt.OtherFocusReason)
         // A bound component could not be made by a loader that is of another file.
         // qmllint disable unqualified
         sourceComponent: ContentView {

@@ -28,7 +28,6 @@ class BackdropPaint : public QObject
     /// Address of the picture that is shown, of the provider "backdrop"; empty for none.
     Q_PROPERTY(QString picture READ picture WRITE setPicture NOTIFY changed)
     /// Whether a picture is to be seen.
-    Q_PROPERTY(bool hasPicture READ hasPicture NOTIFY changed)
     /// Laid over everything; with what texts need beyond the listener's wish. Transparent for none.
     Q_PROPERTY(QColor veil READ veil NOTIFY changed)
     Q_PROPERTY(QColor textColor READ textColor NOTIFY changed)
@@ -61,7 +60,7 @@ public:
     bool isDark() const { return m_tones.isDark; }
 
     /// Whether the background is a picture, where there is one.
-    Q_INVOKABLE static bool isOfPictures(cadorel::NowPlayingBackgroundStyles::Type style);
+    static bool isOfPictures(cadorel::NowPlayingBackgroundStyles::Type style);
     /// Where the provider "backdrop" has that picture of the provider "cover" or "custom"; empty for every
     /// other one, and for the cover of a song that has none. @param blur see BackdropDrawing
     Q_INVOKABLE static QString pictureAddress(const QString &source, double blur);

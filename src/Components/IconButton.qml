@@ -21,6 +21,8 @@ AbstractButton {
     hoverEnabled: true
     Accessible.name: text
     Accessible.onPressAction: Press.byAction(root)
+    Keys.onPressed: event => Press.holdBack(event)
+    Keys.onReleased: event => Press.holdBack(event)
     Keys.onReturnPressed: event => Press.byKey(root, event)
     Keys.onEnterPressed: event => Press.byKey(root, event)
 

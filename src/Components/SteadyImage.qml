@@ -42,11 +42,15 @@ Item {
             back.source = "";
             return;
         }
-        back.sourceSize = pictureSize;
-        back.source = source;
-        rest.restart();
-        if (String(front.source) !== source)
-            patience.restart();
+        if (back.sourceSize !== pictureSize || String(back.source) !== source) {
+            // One after the other each of them would load something.
+            back.source = "";
+            back.sourceSize = pictureSize;
+            back.source = source;
+            rest.restart();
+        }
+        if (String(front.source) !== source && String(front.source) !== "" && !patience.running)
+            patience.start();
         look();
     }
 

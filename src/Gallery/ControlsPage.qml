@@ -28,6 +28,9 @@ GalleryPage {
     CoverSections {
         width: parent.width
     }
+    NowPlayingSections {
+        width: parent.width
+    }
     ThemeSections {
         width: parent.width
     }

@@ -4,6 +4,7 @@
 
 #include "Services/Import/OrderedJobs.h"
 #include "Utils/Console.h"
+#include "Utils/FreeMemory.h"
 #include "Utils/Tasks.h"
 
 #include <QFile>
@@ -135,6 +136,10 @@ QCoro::Task<void> LocalMusicImportService::scanSandbox()
         print(u"💾 已更新歌曲索引"_s);
     }
     m_pathsListedDuringScan.clear();
+    // The paths of a large library, and what reading its index took before, are tens of megabytes.
+    co_await QtConcurrent::run(giveBackFreeMemory);
+    if (!self)
+        co_return;
     setIsScanning(false);
     setLastScanDate(m_platform.clock->now());
 }

@@ -137,6 +137,10 @@ QtObject {
     readonly property int dancingEmojiFont: 38
     readonly property int dancingJump: 18
     readonly property int dancingTilt: 12
+    /// The part of its jump that goes up, of its square that lies on the cover, and of that its round corners.
+    readonly property real dancingRise: 0.4
+    readonly property real dancingOverlap: 0.75
+    readonly property real dancingCornerShare: 0.2
     readonly property int scrollBarWidth: 6
     /// Of the bar's length, however long the list is.
     readonly property real scrollBarShare: 0.06
@@ -166,12 +170,18 @@ QtObject {
     /// The first of the stickers at the cover's corners.
     readonly property int coverSticker: 2
     readonly property int leastCover: 120
+    /// A cover in less room than this has no ring about it.
+    readonly property int leastRing: 180
+    readonly property real readDecorationOpacity: 0.35
     readonly property int largestCover: 520
     readonly property int nowPlayingSliderHeight: 32
     readonly property real grooveOpacity: 0.3
     readonly property real darkGrooveOpacity: 0.5
     readonly property int statusLineHeight: 28
     readonly property int statusButtonHeight: 24
+    /// How much stronger its ground is than that of what is pressed elsewhere, under the mouse and under a finger.
+    readonly property real statusButtonHover: 1.5
+    readonly property real statusButtonPress: 2
     readonly property int controlsWidth: 420
     readonly property int wideControlsWidth: 332
     readonly property int queueWidth: 720

@@ -18,6 +18,11 @@ QtObject {
             button.clicked();
     }
 
+    /// Keeps the repeats of a held Space from a button, which would click with each of them. For both handlers of keys.
+    function holdBack(event: var): void {
+        event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space;
+    }
+
     /// Whether Space means to play and pause: once, however long it is held down, and not together with another key,
     /// as input methods and desktops use it.
     function isPlayPause(event: var): bool {

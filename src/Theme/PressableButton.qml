@@ -40,6 +40,8 @@ T.AbstractButton {
     scale: Motion.isReduced ? 1 : 1 + (pressedScale - 1) * depth
     Accessible.name: text
     Accessible.onPressAction: pressAtOnce()
+    Keys.onPressed: event => Press.holdBack(event)
+    Keys.onReleased: event => Press.holdBack(event)
     Keys.onReturnPressed: event => pressByKey(event)
     Keys.onEnterPressed: event => pressByKey(event)
     onPressed: answer.restart()

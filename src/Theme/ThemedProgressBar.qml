@@ -15,6 +15,8 @@ FocusScope {
     /// Of what is done, and of the ring about the knob that the keyboard speaks to.
     property color tint: theme.primaryColor
     property color focusColor: tint
+    /// About what is done, where the tint alone cannot be told from what lies beneath.
+    property color edge: "transparent"
     property surface trackSurface: Surfaces.progressTrack(theme)
     property surface knobSurface: Surfaces.progressKnob(theme, knobSize)
     /// For screen readers.
@@ -96,6 +98,8 @@ FocusScope {
             height: parent.height
             radius: Math.min(width, height) / 2
             color: root.tint
+            border.width: root.edge.a > 0 ? Metrics.hairline : 0
+            border.color: root.edge
         }
     }
     SurfaceImage {

@@ -117,9 +117,10 @@ QCoro::Task<void> LyricsLoader::find(Song song)
     }
     if (text.value_or(QString()).isEmpty())
         text = m_sources.importService.getLyrics(song);
-    if (text.value_or(QString()).isEmpty())
+    const QString found = text.value_or(QString());
+    if (found.isEmpty())
         co_return;
-    const QList<LyricLine> lines = co_await parsed(*text);
+    const QList<LyricLine> lines = co_await parsed(found);
     if (self && isWanted(request))
         setLines(lines);
 }

@@ -7,6 +7,7 @@
 #include "Utils/OneLine.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/CoverRegistry.h"
+#include "ViewModels/LyricsLoader.h"
 #include "ViewModels/OnlineSongListModel.h"
 #include "ViewModels/PlaybackViewModel.h"
 
@@ -172,7 +173,7 @@ void MiniPlayerViewModel::move(const QPointF &point)
         m_dragStartPosition = m_shownAtPress;
         setIsDragging(true);
     }
-    setPosition(*m_dragStartPosition + translation, false);
+    setPosition(m_dragStartPosition.value_or(effectivePosition()) + translation, false);
 }
 
 void MiniPlayerViewModel::longPress()
@@ -194,7 +195,7 @@ void MiniPlayerViewModel::release(const QPointF &point)
             perform(*action);
         resetControlMode();
     } else if (m_isDragging) {
-        updatePosition(translation, *m_dragStartPosition, m_screen, true, true);
+        updatePosition(translation, m_dragStartPosition.value_or(effectivePosition()), m_screen, true, true);
         m_dragStartPosition.reset();
         setIsDragging(false);
     } else {
@@ -446,20 +447,16 @@ QString MiniPlayerViewModel::name() const
 
 QString MiniPlayerViewModel::viewIdentity() const
 {
-    const AudioPlayerService &player = *m_viewModel.audioPlayer();
-    const QString id = player.currentSong()         ? player.currentSong()->id()
-                       : player.currentOnlineSong() ? player.currentOnlineSong()->id
-                                                    : u"none"_s;
-    return u"mini_player_"_s + id;
+    return u"mini_player_"_s + LyricsLoader::currentSongId(*m_viewModel.audioPlayer());
 }
 
 QString MiniPlayerViewModel::songIdentity() const
 {
     const AudioPlayerService &player = *m_viewModel.audioPlayer();
-    if (player.currentSong())
-        return u"song "_s + player.currentSong()->uiIdentity();
-    if (player.currentOnlineSong())
-        return u"online "_s + OnlineSongListModel::key(*player.currentOnlineSong());
+    if (const auto &song = player.currentSong())
+        return u"song "_s + song->uiIdentity();
+    if (const auto &online = player.currentOnlineSong())
+        return u"online "_s + OnlineSongListModel::key(*online);
     return {};
 }
 
@@ -482,10 +479,11 @@ void MiniPlayerViewModel::restartSpin()
 
 void MiniPlayerViewModel::updateFavorite()
 {
-    const AudioPlayerService &player = *m_viewModel.audioPlayer();
-    const bool isFavorite = player.currentSong() ? m_playlists.isFavorite(*player.currentSong())
-                                                 : player.currentOnlineSong() &&
-                                                       m_playlists.isFavorite(*player.currentOnlineSong());
+    const auto &song = m_viewModel.audioPlayer()->currentSong();
+    const auto &online = m_viewModel.audioPlayer()->currentOnlineSong();
+    const bool isFavorite = song     ? m_playlists.isFavorite(*song)
+                            : online ? m_playlists.isFavorite(*online)
+                                     : false;
     if (isFavorite == isCurrentSongFavorite())
         return;
     m_fan->setFavorite(isFavorite);

@@ -139,7 +139,8 @@ QString NowPlayingViewModel::coverSource() const
 
 void NowPlayingViewModel::updateQuality()
 {
-    publish(m_qualityText, qualityDisplay(player().audioQuality()), &NowPlayingViewModel::qualityTextChanged);
+    publish(m_currentQualityDisplay, qualityDisplay(player().audioQuality()),
+            &NowPlayingViewModel::currentQualityDisplayChanged);
 }
 
 void NowPlayingViewModel::updateFavorite()

@@ -32,7 +32,7 @@ class NowPlayingViewModel : public QObject
     Q_PROPERTY(bool hasSong READ hasSong NOTIFY currentSongIdChanged)
     Q_PROPERTY(QString title READ title NOTIFY titleChanged)
     Q_PROPERTY(QString artist READ artist NOTIFY artistChanged)
-    Q_PROPERTY(QString qualityText READ qualityText NOTIFY qualityTextChanged)
+    Q_PROPERTY(QString currentQualityDisplay READ currentQualityDisplay NOTIFY currentQualityDisplayChanged)
     Q_PROPERTY(QString coverSource READ coverSource NOTIFY coverSourceChanged)
     Q_PROPERTY(double sliderPosition READ sliderPosition NOTIFY sliderPositionChanged)
     Q_PROPERTY(bool isDragging READ isDragging NOTIFY isDraggingChanged)
@@ -83,7 +83,7 @@ public:
     QString artist() const { return m_artist; }
     /// What is asked of the online platforms, as a badge; read anew when the screen comes up and with each
     /// song.
-    QString qualityText() const { return m_qualityText; }
+    QString currentQualityDisplay() const { return m_currentQualityDisplay; }
     /// Address of the cover for the cover image provider.
     QString coverSource() const;
 
@@ -140,7 +140,7 @@ Q_SIGNALS:
     void currentSongIdChanged();
     void titleChanged();
     void artistChanged();
-    void qualityTextChanged();
+    void currentQualityDisplayChanged();
     void coverSourceChanged();
     void sliderPositionChanged();
     void isDraggingChanged();
@@ -182,7 +182,7 @@ private:
     QString m_currentSongId;
     QString m_title;
     QString m_artist;
-    QString m_qualityText;
+    QString m_currentQualityDisplay;
     bool m_isFavorite = false;
     bool m_needsReplay = false;
     /// How many are shown: two, while one takes the place of another.

@@ -42,6 +42,8 @@ PlaybackPosition::~PlaybackPosition() = default;
 
 double PlaybackPosition::estimate() const
 {
+    if (!m_anchor)
+        return m_milliseconds;
     const std::chrono::duration<double, std::milli> passed = m_clock.monotonic() - m_anchor->at;
     return m_anchor->milliseconds + passed.count();
 }

@@ -75,11 +75,6 @@ void PlaybackViewModel::durationChanged()
 {
     const double duration = player().duration();
     const bool known = std::isfinite(duration) && duration > 0;
-    const QString text = known ? timeText(duration) : u"--:--"_s;
-    if (text != m_durationText) {
-        m_durationText = text;
-        Q_EMIT durationTextChanged();
-    }
     if (known != m_canSeek) {
         m_canSeek = known;
         Q_EMIT canSeekChanged();

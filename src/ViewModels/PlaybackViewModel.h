@@ -10,14 +10,13 @@ class AudioPlayerService;
 class CadorelViewModel;
 class OnlineSongAddresses;
 
-/// What the player's bar shows of the running song: times as texts, the slider, the cover. It watches the
-/// fast state of the player and passes on only what a listener can see change, so that a playing window draws
-/// little. Main thread.
+/// What every view of the running song shows: its time as a text, where its slider stands, the cover, and the
+/// volume. It watches the fast state of the player and passes on only what a listener can see change, so that
+/// a playing window draws little. Main thread.
 class PlaybackViewModel : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QString currentTimeText READ currentTimeText NOTIFY currentTimeTextChanged)
-    Q_PROPERTY(QString durationText READ durationText NOTIFY durationTextChanged)
     Q_PROPERTY(double sliderPosition READ sliderPosition NOTIFY sliderPositionChanged)
     Q_PROPERTY(bool canSeek READ canSeek NOTIFY canSeekChanged)
     Q_PROPERTY(QString coverSource READ coverSource NOTIFY coverSourceChanged)
@@ -37,8 +36,6 @@ public:
 
     /// "1:05"; "0:00" at the start.
     QString currentTimeText() const { return m_currentTimeText; }
-    /// "4:20"; "--:--" while unknown.
-    QString durationText() const { return m_durationText; }
     /// Fraction of the song, 0...1, in steps of 1/2000: finer than a slider's pixel.
     double sliderPosition() const { return m_sliderPosition; }
     bool canSeek() const { return m_canSeek; }
@@ -63,7 +60,6 @@ public:
 
 Q_SIGNALS:
     void currentTimeTextChanged();
-    void durationTextChanged();
     void sliderPositionChanged();
     void canSeekChanged();
     void coverSourceChanged();
@@ -80,7 +76,6 @@ private:
     CadorelViewModel &m_viewModel;
     const OnlineSongAddresses *m_onlineAddresses;
     QString m_currentTimeText;
-    QString m_durationText;
     double m_sliderPosition = 0;
     bool m_canSeek = false;
     QString m_coverSource;

@@ -100,6 +100,7 @@ void QueueViewModel::playUpcoming(int row)
 void QueueViewModel::playRow(const QueueModel &model, int row)
 {
     // Kept, for the model changes while the player takes the song.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const PlayingQueue queue = model.shown();
     const qsizetype index = model.queueIndex(row);
     if (index < 0) {

@@ -61,7 +61,7 @@ void NowPlayingViewModelTest::withoutASongNothingIsMissing()
     QVERIFY(!bench.nowPlaying.hasSong());
     QCOMPARE(bench.nowPlaying.title(), u"未知歌曲"_s);
     QCOMPARE(bench.nowPlaying.artist(), u"未知艺术家"_s);
-    QCOMPARE(bench.nowPlaying.qualityText(), u"320kbps"_s);
+    QCOMPARE(bench.nowPlaying.currentQualityDisplay(), u"320kbps"_s);
     QCOMPARE(bench.nowPlaying.coverSource(), noCover);
     QCOMPARE(bench.nowPlaying.sliderPosition(), 0.0);
     QCOMPARE(bench.nowPlaying.displayTimeText(), u"0:00"_s);
@@ -136,7 +136,7 @@ void NowPlayingViewModelTest::badgeNamesTheQualityThatIsAskedFor()
     NowPlayingBench bench;
     bench.home.preferences().setString(u"audioQuality"_s, quality);
     bench.play(u"a"_s, 100);
-    QTEST(bench.nowPlaying.qualityText(), "badge");
+    QTEST(bench.nowPlaying.currentQualityDisplay(), "badge");
 }
 
 void NowPlayingViewModelTest::badgeIsReadAnewWhenTheScreenComesUp()
@@ -145,9 +145,9 @@ void NowPlayingViewModelTest::badgeIsReadAnewWhenTheScreenComesUp()
     bench.nowPlaying.appear();
     bench.nowPlaying.disappear();
     bench.home.preferences().setString(u"audioQuality"_s, u"flac"_s);
-    QSignalSpy told(&bench.nowPlaying, &NowPlayingViewModel::qualityTextChanged);
+    QSignalSpy told(&bench.nowPlaying, &NowPlayingViewModel::currentQualityDisplayChanged);
     bench.nowPlaying.appear();
-    QCOMPARE(bench.nowPlaying.qualityText(), u"FLAC"_s);
+    QCOMPARE(bench.nowPlaying.currentQualityDisplay(), u"FLAC"_s);
     QCOMPARE(told.size(), 1);
 }
 

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void textsOfTheTimes_data();
     void textsOfTheTimes();
     void hugeTimeIsHarmless();
-    void unknownDurationIsDashesAndCannotBeSought();
+    void unknownDurationCannotBeSought();
     void ticksWithinASecondChangeNoText();
     void sliderMovesInSmallSteps();
     void coverFollowsTheSong();
@@ -53,7 +53,6 @@ void PlaybackViewModelTest::startsEmpty()
     ViewModelBench bench;
     const PlaybackViewModel playback(bench.startViewModel());
     QCOMPARE(playback.currentTimeText(), u"0:00"_s);
-    QCOMPARE(playback.durationText(), u"--:--"_s);
     QCOMPARE(playback.sliderPosition(), 0.0);
     QVERIFY(!playback.canSeek());
     QCOMPARE(playback.coverSource(), noCover);
@@ -66,7 +65,6 @@ void PlaybackViewModelTest::startsWithWhatThePlayerShows()
     bench.stream().tick(50);
     const PlaybackViewModel playback(bench.viewModel());
     QCOMPARE(playback.currentTimeText(), u"0:50"_s);
-    QCOMPARE(playback.durationText(), u"3:20"_s);
     QCOMPARE(playback.sliderPosition(), 0.25);
     QVERIFY(playback.canSeek());
 }
@@ -89,7 +87,6 @@ void PlaybackViewModelTest::textsOfTheTimes()
     const PlaybackViewModel playback(bench.viewModel());
     bench.stream().tick(seconds);
     QTEST(playback.currentTimeText(), "expected");
-    QTEST(playback.durationText(), "expected");
 }
 
 void PlaybackViewModelTest::hugeTimeIsHarmless()
@@ -99,17 +96,15 @@ void PlaybackViewModelTest::hugeTimeIsHarmless()
     const PlaybackViewModel playback(bench.viewModel());
     bench.stream().tick(1e299);
     QCOMPARE(playback.currentTimeText(), u"0:00"_s);
-    QCOMPARE(playback.durationText(), u"0:00"_s);
 }
 
-void PlaybackViewModelTest::unknownDurationIsDashesAndCannotBeSought()
+void PlaybackViewModelTest::unknownDurationCannotBeSought()
 {
     ViewModelBench bench;
     play(bench, 200);
     const PlaybackViewModel playback(bench.viewModel());
     QSignalSpy spy(&playback, &PlaybackViewModel::canSeekChanged);
     bench.player().next();
-    QCOMPARE(playback.durationText(), u"--:--"_s);
     QVERIFY(!playback.canSeek());
     bench.answerDuration(100);
     QVERIFY(playback.canSeek());

@@ -14,8 +14,11 @@ inline void holdKey(QWindow *window, Qt::Key key, Qt::KeyboardModifiers modifier
     constexpr int repeats = 5;
     QTest::keyPress(window, key, modifiers);
     // Through the platform, as those of a keyboard come: shortcuts are asked first.
-    for (int i = 0; i < repeats; ++i)
+    for (int i = 0; i < repeats; ++i) {
+        // As an X server tells it: down and up again each time.
+        QTest::simulateEvent(window, false, key, modifiers, QString(), true);
         QTest::simulateEvent(window, true, key, modifiers, QString(), true);
+    }
     QTest::keyRelease(window, key, modifiers);
 }
 

@@ -38,7 +38,7 @@ protected:
 
     /// Seconds from one line to the next. The first begins at the first of them.
     static constexpr int lineSeconds = 5;
-    static constexpr int lineCount = 12;
+    static constexpr int lineCount = 16;
 
     static QString lineText(Source source, int line)
     {
@@ -138,8 +138,10 @@ protected:
     /// Whether the disc is there and has come to rest.
     bool discRests() const
     {
-        return disc() && disc()->isVisible() &&
-               (QPointF(TestWindow::centre(disc())) - mini().effectivePosition()).manhattanLength() < 2;
+        if (!disc() || !disc()->isVisible())
+            return false;
+        const QPointF centre = disc()->mapToScene(QPointF(disc()->width() / 2, disc()->height() / 2));
+        return (centre - mini().effectivePosition()).manhattanLength() < 1e-6;
     }
     void openFromDisc()
     {
@@ -170,6 +172,14 @@ protected:
             found = line;
         }
         return found;
+    }
+    /// Whether the line stands in the middle of the page.
+    bool isCentred(int line) const
+    {
+        const QQuickItem *list = t->item(QStringLiteral("lyricList"));
+        const QQuickItem *item = lyricLine(line);
+        return item &&
+               qAbs(item->mapToItem(list, QPointF(0, item->height() / 2)).y() - list->height() / 2) < 4;
     }
     /// The slider of the song of the moment.
     QQuickItem *slider() const
@@ -204,6 +214,14 @@ protected:
                           .lrcUrl = {}});
         }
         return songs;
+    }
+
+    /// Whether a colour is another one after a JPEG has been decoded and scaled.
+    static bool isLike(const QColor &a, const QColor &b)
+    {
+        constexpr int near = 24;
+        return qAbs(a.red() - b.red()) < near && qAbs(a.green() - b.green()) < near &&
+               qAbs(a.blue() - b.blue()) < near;
     }
 
 private:

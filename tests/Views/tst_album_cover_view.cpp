@@ -179,9 +179,12 @@ private Q_SLOTS:
     void noRoomIsNoCover()
     {
         QVERIFY(show(BackdropScene::coverOf(QColor(0, 0, 200))));
-        b->scene.root()->setSize({30, 30});
-        QTRY_VERIFY(!item("cassetteAlbumCover")->isVisible());
+        // What is about the cover goes first.
+        b->scene.root()->setSize({170, 170});
+        QTRY_VERIFY(!item("soundWaveRing")->isVisible() && !item("dancingEmoji")->isVisible());
+        QCOMPARE(item("cassetteAlbumCover")->width(), 170.0);
         b->scene.root()->setSize({0, 0});
+        QTRY_VERIFY(!item("cassetteAlbumCover")->isVisible());
         QVERIFY(!b->scene.grab().isNull());
     }
 

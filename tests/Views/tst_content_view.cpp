@@ -13,6 +13,7 @@
 #include "ViewModels/WebDAVServerPageViewModel.h"
 #include "ViewModels/WebDAVServersViewModel.h"
 #include "Views/RootScreenTest.h"
+#include "Views/Stillness.h"
 
 #include <QQmlComponent>
 #include <QSignalSpy>
@@ -56,21 +57,6 @@ private Q_SLOTS:
     void keyboardOnTheScreenPushesAllLooksButThePinkOne();
 
 private:
-    /// Waits for a stretch of time in which nothing is drawn. What moves all the time never has one.
-    bool comesToRest() const
-    {
-        constexpr int quietMilliseconds = 700;
-        constexpr qint64 limitMilliseconds = 20'000;
-        QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
-        QElapsedTimer clock;
-        clock.start();
-        do {
-            frames.clear();
-            if (!QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds))
-                return true;
-        } while (clock.elapsed() < limitMilliseconds);
-        return false;
-    }
     /// How far behind the window's front an item's layer is: larger is in front.
     qsizetype layerOf(const QString &name) const
     {
@@ -345,16 +331,14 @@ void ContentViewTest::playErrorIsShownAndDismissed()
 
 void ContentViewTest::playErrorIsSaidOverTheCover_data()
 {
-    addLooks(true);
+    addLooks();
 }
 
 void ContentViewTest::playErrorIsSaidOverTheCover()
 {
-    QFETCH(ThemeType, type);
     t->addFile(u"a.mp3"_s, {u"歌"_s, u"歌手"_s, u"专辑"_s, 200, TestWindow::picture(Qt::red, Qt::green)});
     QVERIFY(t->scan());
     showInLook();
-    switchTo(type);
     playRow(0);
     openNowPlaying();
     QVERIFY(!t->shows(u"playErrorBanner"_s));
@@ -412,17 +396,17 @@ void ContentViewTest::nothingIsDrawnWhileNothingChanges()
     playRow(0);
     t->audioPlayer->pause();
     // Covers come in; then the picture stands.
-    QVERIFY(comesToRest());
+    QVERIFY(comesToRest(*t->window));
     QSignalSpy frames(t->window, &QQuickWindow::frameSwapped);
     t->player->tick(100);
     // The root shows no time: nothing of it moves with the song.
-    QVERIFY(comesToRest());
+    QVERIFY(comesToRest(*t->window));
     QCOMPARE(frames.size(), 0);
     openNowPlaying();
     auto *nowPlaying = t->item(u"nowPlayingView"_s)->property("nowPlaying").value<NowPlayingViewModel *>();
     for (int page = 0; page < NowPlayingViewModel::PageCount; ++page) {
         nowPlaying->setCurrentPage(page);
-        QVERIFY2(comesToRest(), qPrintable(u"page %1"_s.arg(page)));
+        QVERIFY2(comesToRest(*t->window), qPrintable(u"page %1"_s.arg(page)));
     }
 }
 

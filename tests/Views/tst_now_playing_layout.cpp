@@ -254,10 +254,16 @@ void NowPlayingLayoutTest::nothingOverlaps_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<double>("textScale");
+    QTest::addColumn<ThemeType>("type");
     for (const double scale : {1.0, 1.3}) {
         for (const QSize size : {QSize(320, 480), QSize(320, 568), QSize(390, 844), QSize(600, 480),
                                  QSize(899, 640), QSize(900, 640), QSize(1000, 480), QSize(1600, 900)})
-            QTest::addRow("%dx%d %.1f", size.width(), size.height(), scale) << size << scale;
+            QTest::addRow("%dx%d %.1f", size.width(), size.height(), scale)
+                << size << scale << ThemeType::classic;
+        // Its pictures are larger than the symbols of the others.
+        for (const QSize size : {QSize(320, 480), QSize(390, 844), QSize(900, 640)})
+            QTest::addRow("pink %dx%d %.1f", size.width(), size.height(), scale)
+                << size << scale << ThemeType::kawaiiPink;
     }
 }
 
@@ -265,6 +271,8 @@ void NowPlayingLayoutTest::nothingOverlaps()
 {
     QFETCH(QSize, size);
     QFETCH(double, textScale);
+    QFETCH(ThemeType, type);
+    QVERIFY(s->switchTo(type, ColorScheme::light));
     s->bench.desktop.setTextScale(textScale);
     s->bench.equalizer.setEnabled(true);
     s->bench.player.playSong(webSong(u"web"_s, 200), {});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/HeldKey.h"
 #include "Views/NowPlayingScreenTest.h"
+#include "Views/Stillness.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void waysOut();
     void barOpensItsSheets();
     void controlsReachThePlayer();
+    void heldSpacePressesAButtonOnce();
     void loadingTakesThePlaceOfPlay();
     void heartBouncesWhenItChanges();
     void modeTurnsWithASpring();
@@ -253,6 +255,8 @@ void NowPlayingRulesTest::keyboardStaysOnTheSliderWhenTheSongChanges()
 void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
 {
     s->bench.themeService.setCassetteStyle(CassetteStyle::none);
+    // Alone: the dancer lies on it.
+    s->bench.themeService.setSoundWaveRing(false);
     const QByteArray red = NowPlayingScene::picture(Qt::red, Qt::red);
     s->bench.playSong(NowPlayingScene::song(u"red"_s, u"红"_s, red), 100);
     QVERIFY(s->show());
@@ -266,19 +270,25 @@ void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
         }
         return colors;
     };
-    QTRY_COMPARE(ink(), QSet<QRgb>{QColor(Qt::red).rgb()});
+    // Decoded at its size, a plain colour may come out a step beside itself.
+    constexpr int near = 4;
+    const auto isRed = [](QRgb color) {
+        return qRed(color) >= 255 - near && qGreen(color) <= near && qBlue(color) <= near;
+    };
+    const auto isRedCover = [&] { return std::ranges::all_of(ink(), isRed); };
+    QTRY_VERIFY(isRedCover());
     QVERIFY(!s->shows(u"placeholder note"_s));
     s->bench.playSong(m_song, 100);
     QTRY_VERIFY(s->shows(u"placeholder note"_s));
     QCOMPARE(s->item(u"placeholder note"_s)->property("name").toString(), u"music.note"_s);
     // A ground, a note on it, and nothing of the cover before.
-    const auto isPlaceholder = [&ink] {
+    const auto isPlaceholder = [&] {
         const QSet<QRgb> colors = ink();
-        return colors.size() > 1 && !colors.contains(QColor(Qt::red).rgb());
+        return colors.size() > 1 && std::ranges::none_of(colors, isRed);
     };
     QTRY_VERIFY(isPlaceholder());
     s->bench.playSong(NowPlayingScene::song(u"red again"_s, u"红"_s, red), 100);
-    QTRY_COMPARE(ink(), QSet<QRgb>{QColor(Qt::red).rgb()});
+    QTRY_VERIFY(isRedCover());
     s->bench.playSong(NowPlayingScene::song(u"broken"_s, u"坏封面"_s, "this is no picture"), 100);
     QCOMPARE(s->text(u"nowPlayingTitle"_s), u"坏封面"_s);
     QVERIFY(s->bench.nowPlaying.coverSource() != u"image://cover/none"_s);
@@ -355,6 +365,28 @@ void NowPlayingRulesTest::controlsReachThePlayer()
     s->item(u"playPauseButton"_s)->forceActiveFocus(Qt::TabFocusReason);
     s->key(Qt::Key_Return);
     QTRY_VERIFY(!s->bench.player.isPlaying());
+}
+
+void NowPlayingRulesTest::heldSpacePressesAButtonOnce()
+{
+    const QList<Song> songs = fileSongs({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s, u"g"_s});
+    s->bench.player.playSong(songs.first(), songs);
+    QVERIFY(s->show());
+    s->item(u"nextButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    holdKey(s->window(), Qt::Key_Space);
+    QCOMPARE(s->bench.songId(), u"b"_s);
+    holdKey(s->window(), Qt::Key_Return);
+    QCOMPARE(s->bench.songId(), u"c"_s);
+    s->item(u"favoriteButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    holdKey(s->window(), Qt::Key_Space);
+    QVERIFY(s->bench.nowPlaying.isFavorite());
+    s->item(u"lyricsButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    holdKey(s->window(), Qt::Key_Space);
+    QCOMPARE(s->bench.nowPlaying.currentPage(), int(NowPlayingViewModel::LyricsPage));
+    s->item(u"equalizerStatusButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    QSignalSpy opened(&s->equalizer, &EqualizerViewModel::isOpenChanged);
+    holdKey(s->window(), Qt::Key_Space);
+    QCOMPARE(opened.size(), 1);
 }
 
 void NowPlayingRulesTest::loadingTakesThePlaceOfPlay()
@@ -437,19 +469,16 @@ void NowPlayingRulesTest::nothingIsDrawnWhileNothingChanges()
 {
     showSong();
     s->bench.nowPlaying.togglePlayPause();
+    QVERIFY(comesToRest(*s->window()));
     QSignalSpy frames(s->window(), &QQuickWindow::frameSwapped);
-    constexpr int quietMilliseconds = 200;
-    const auto isDrawn = [&frames] {
-        frames.clear();
-        return QTest::qWaitFor([&frames] { return !frames.isEmpty(); }, quietMilliseconds);
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(!isDrawn(), 10'000);
     s->bench.stream().tick(100);
-    QVERIFY(isDrawn());
-    QTRY_VERIFY(!isDrawn());
+    QTRY_VERIFY(!frames.isEmpty());
+    QVERIFY(comesToRest(*s->window()));
     // Less than a pixel of the slider, and the same second.
+    frames.clear();
     s->bench.stream().tick(100.01);
-    QVERIFY(!isDrawn());
+    QVERIFY(comesToRest(*s->window()));
+    QCOMPARE(frames.size(), 0);
 }
 
 QTEST_MAIN(NowPlayingRulesTest)

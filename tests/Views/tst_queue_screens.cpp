@@ -261,6 +261,7 @@ void QueueScreensTest::anEmptyScreenSaysSo()
     QCOMPARE(empty->property("title").toString(), u"队列为空"_s);
     QCOMPARE(empty->property("systemImage").toString(), u"list.bullet"_s);
     QCOMPARE(empty->property("description").toString(), u"播放歌曲后会显示在这里"_s);
+    QVERIFY(s->item(u"emblem"_s)->isVisible());
     QVERIFY(!s->item(u"queueViewList"_s)->isVisible());
 }
 

@@ -23,9 +23,7 @@ void WindowSmokeTest::everyStateComesUp_data()
 
 void WindowSmokeTest::everyStateComesUp()
 {
-    QFETCH(ThemeType, type);
     showInLook();
-    switchTo(type);
     QCOMPARE(t->window->color(), t->themeManager->currentTheme()->backgroundColor());
     check(u"empty"_s);
 

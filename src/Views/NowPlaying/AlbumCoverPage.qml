@@ -42,7 +42,7 @@ Item {
         readonly property real size: Math.min(Metrics.stickerSize, Math.round(width / 5))
 
         anchors.fill: cover
-        anchors.margins: ThemeService.showSoundWaveRing ? Metrics.waveReach : 0
+        anchors.margins: (cover.item as AlbumCoverView)?.hasRing ? Metrics.waveReach : 0
         visible: root.theme.nowPlayingConfig.showDecorations
 
         Repeater {
@@ -70,7 +70,7 @@ Item {
         isCentred: !root.isBeside
         title: root.nowPlaying.title
         artist: root.nowPlaying.artist
-        qualityText: root.nowPlaying.qualityText
+        qualityText: root.nowPlaying.currentQualityDisplay
         ink: root.ink
         secondaryInk: root.secondaryInk
     }

@@ -18,7 +18,7 @@ Item {
     readonly property int cassetteStyle: ThemeService.selectedCassetteStyle
     readonly property bool isCassette: cassetteStyle !== CassetteStyles.Type.none
     readonly property bool hasCover: coverSource !== "" && coverSource !== "image://cover/none"
-    readonly property bool hasRing: ThemeService.showSoundWaveRing
+    readonly property bool hasRing: ThemeService.showSoundWaveRing && Math.min(width, height) >= Metrics.leastRing
     /// Side of the cover, or of the cassette, without what is about it.
     readonly property real side: Math.max(0, Math.floor(Math.min(width, height)) - (hasRing ? 2 * Metrics.waveReach : 0))
     readonly property real cornerRadius: Math.max(0, Math.min(ThemeService.albumCoverCornerRadius, side / 2))
@@ -73,7 +73,7 @@ Item {
         }
         DancingEmoji {
             objectName: "dancingEmoji"
-            x: root.side - width * 0.75
+            x: root.side - width * Metrics.dancingOverlap
             y: x
             visible: root.hasRing
             player: root.player

@@ -30,6 +30,8 @@ Row {
         focusPolicy: Qt.TabFocus
         Accessible.name: text
         Accessible.onPressAction: Press.byAction(choice)
+        Keys.onPressed: event => Press.holdBack(event)
+        Keys.onReleased: event => Press.holdBack(event)
         Keys.onReturnPressed: event => Press.byKey(choice, event)
         Keys.onEnterPressed: event => Press.byKey(choice, event)
 

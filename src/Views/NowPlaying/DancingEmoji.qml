@@ -46,14 +46,14 @@ Item {
             target: root
             property: "lift"
             to: 1
-            duration: Metrics.jumpDuration * 0.4
+            duration: Metrics.jumpDuration * Metrics.dancingRise
             easing.type: Easing.OutQuad
         }
         NumberAnimation {
             target: root
             property: "lift"
             to: 0
-            duration: Metrics.jumpDuration * 0.6
+            duration: Metrics.jumpDuration * (1 - Metrics.dancingRise)
             easing.type: Easing.InQuad
         }
     }
@@ -91,7 +91,7 @@ Item {
             antialiasing: true
             sourceSize.width: Metrics.dancingEmoji
             sourceSize.height: Metrics.dancingEmoji
-            source: root.showsPicture ? ThemeService.customDancingImageSource + "&radius=0.2" : ""
+            source: root.showsPicture ? ThemeService.customDancingImageSource + "&radius=" + Metrics.dancingCornerShare : ""
         }
     }
 }

@@ -10,6 +10,7 @@ Item {
     id: root
 
     required property NowPlayingViewModel nowPlaying
+    property bool isCentred: true
     property color ink: ThemeEnvironment.theme.primaryTextColor
     property color secondaryInk: ThemeEnvironment.theme.secondaryTextColor
 
@@ -19,12 +20,17 @@ Item {
 
     signal equalizerRequested
 
+    /// Where content of that width begins.
+    function beginningOf(content: real): real {
+        return isCentred ? Math.round((width - content) / 2) : 0;
+    }
+
     implicitHeight: isFolded ? lineHeight + hint.implicitHeight : lineHeight
 
     RowLayout {
         id: status
 
-        x: root.isFolded || !hint.visible ? Math.round((root.width - width - Metrics.rowSpacing - button.width) / 2) : Math.round((root.width - root.wanted) / 2)
+        x: root.beginningOf(root.isFolded || !hint.visible ? width + Metrics.rowSpacing + button.width : root.wanted)
         height: root.lineHeight
         spacing: Metrics.grid
 
@@ -47,7 +53,7 @@ Item {
 
         objectName: "needsReplay"
         visible: root.nowPlaying.needsReplay
-        x: root.isFolded ? Math.round((root.width - width) / 2) : status.x + status.width + Metrics.rowSpacing
+        x: root.isFolded ? root.beginningOf(width) : status.x + status.width + Metrics.rowSpacing
         y: root.isFolded ? root.lineHeight : Math.round((root.lineHeight - height) / 2)
         width: Math.min(implicitWidth, root.width)
         spacing: Metrics.grid
@@ -82,6 +88,8 @@ Item {
         Accessible.name: "均衡器：" + text
         Accessible.description: root.nowPlaying.equalizerText + (hint.visible ? "，" + hintText.text : "")
         Accessible.onPressAction: Press.byAction(button)
+        Keys.onPressed: event => Press.holdBack(event)
+        Keys.onReleased: event => Press.holdBack(event)
         Keys.onReturnPressed: event => Press.byKey(button, event)
         Keys.onEnterPressed: event => Press.byKey(button, event)
         onClicked: root.equalizerRequested()
@@ -95,7 +103,7 @@ Item {
 
         background: Rectangle {
             radius: height / 2
-            color: Qt.alpha(root.ink, button.down ? 2 * Metrics.pressedOpacity : button.hovered ? 1.5 * Metrics.pressedOpacity : Metrics.pressedOpacity)
+            color: Qt.alpha(root.ink, Metrics.pressedOpacity * (button.down ? Metrics.statusButtonPress : button.hovered ? Metrics.statusButtonHover : 1))
 
             FocusRing {
                 radius: parent.radius

@@ -10,6 +10,8 @@ Item {
     /// Address of the cover of what plays, of the provider "cover".
     property string coverSource
     property AppTheme theme: ThemeEnvironment.theme
+    /// There are many lines to read: the decorations step back.
+    property bool isRead: false
 
     /// Of texts on the background.
     property color textColor: paint.textColor
@@ -20,7 +22,6 @@ Item {
     readonly property bool isDark: paint.isDark
 
     readonly property int style: ThemeService.nowPlayingBackgroundStyle
-    readonly property bool isOfPictures: paint.isOfPictures(style)
     readonly property string coverPicture: paint.pictureAddress(coverSource, AppearanceOptions.backgroundBlurs.to)
     readonly property string customPicture: paint.pictureAddress(ThemeService.customBackgroundImageSource, ThemeService.customBackgroundBlur)
     readonly property string wantedPicture: {
@@ -82,8 +83,15 @@ Item {
     KawaiiFloatingDecorations {
         objectName: "decorations"
         anchors.fill: parent
+        opacity: root.isRead ? Metrics.readDecorationOpacity : 1
         visible: root.theme.nowPlayingConfig.showDecorations
         theme: root.theme
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Metrics.fadeDuration
+            }
+        }
     }
 
     Behavior on textColor {

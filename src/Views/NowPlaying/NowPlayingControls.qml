@@ -49,6 +49,7 @@ Item {
             objectName: "eqStatus"
             y: root.isWide ? root.wideTop + Math.round((root.wideHeight - height - volume.height) / 2) : root.narrowTop
             width: root.isWide ? root.sideWidth : parent.width
+            isCentred: !root.isWide
             nowPlaying: root.nowPlaying
             ink: root.ink
             secondaryInk: root.secondaryInk
@@ -58,15 +59,16 @@ Item {
             id: volume
 
             objectName: "nowPlayingVolume"
+            // Its symbol stands beneath the other one.
+            x: -Math.round((Metrics.touchTarget - Metrics.symbolOf(Metrics.volumeSymbol)) / 2)
             y: status.y + status.height
-            width: root.sideWidth
+            width: root.sideWidth - x
             visible: root.isWide
             playback: root.nowPlaying.playback
             ink: root.secondaryInk
-            bar.tint: progress.tint
-            bar.focusColor: root.ink
-            bar.trackSurface: Surfaces.progressTrackOf(progress.groove)
-            bar.knobSurface: Surfaces.progressKnobOf(progress.tint, bar.knobSize)
+            bar.tint: root.ink
+            bar.trackSurface: Surfaces.progressTrackOf(Qt.alpha(root.ink, Metrics.grooveOpacity))
+            bar.knobSurface: Surfaces.progressKnobOf(root.ink, bar.knobSize)
         }
         PlaybackControls {
             id: controls

@@ -14,8 +14,10 @@ Item {
     readonly property string identity: "progress_slider_" + nowPlaying.currentSongId
 
     readonly property color tint: "white"
-    /// On a light ground the groove is dark enough to show the white.
-    readonly property color groove: Qt.alpha(ink, ink.hslLightness > 0.5 ? Metrics.grooveOpacity : Metrics.darkGrooveOpacity)
+    readonly property bool isOnDark: ink.hslLightness > 0.5
+    /// On a light ground the groove is dark enough to show the white, and on a white one an edge does.
+    readonly property color groove: Qt.alpha(ink, isOnDark ? Metrics.grooveOpacity : Metrics.darkGrooveOpacity)
+    readonly property color edge: isOnDark ? "transparent" : Qt.alpha(ink, Metrics.grooveOpacity)
 
     implicitHeight: times.y + times.height
 
@@ -52,6 +54,7 @@ Item {
             progress: root.nowPlaying.sliderPosition
             tint: root.tint
             focusColor: root.ink
+            edge: root.edge
             trackSurface: Surfaces.progressTrackOf(root.groove)
             knobSurface: Surfaces.progressKnobOf(root.tint, knobSize)
             onProgressDragged: place => root.nowPlaying.dragTo(place)

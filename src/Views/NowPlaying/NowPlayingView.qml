@@ -38,6 +38,7 @@ FocusScope {
         objectName: "backdrop"
         anchors.fill: parent
         coverSource: root.nowPlaying.coverSource
+        isRead: root.isWide || root.nowPlaying.currentPage !== NowPlayingViewModel.CoverPage
         theme: root.theme
     }
     NowPlayingTopBar {

@@ -46,6 +46,8 @@ Row {
             Accessible.selectable: true
             Accessible.selected: isCurrent
             Accessible.onPressAction: Press.byAction(tab)
+            Keys.onPressed: event => Press.holdBack(event)
+            Keys.onReleased: event => Press.holdBack(event)
             Keys.onReturnPressed: event => Press.byKey(tab, event)
             Keys.onEnterPressed: event => Press.byKey(tab, event)
             onClicked: root.pageRequested(index)

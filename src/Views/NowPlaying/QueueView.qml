@@ -118,8 +118,7 @@ FocusScope {
     }
     EmptyStateView {
         objectName: "queueEmpty"
-        anchors.centerIn: parent
-        width: parent.width
+        anchors.fill: parent
         visible: root.queue.isEmpty
         title: "队列为空"
         systemImage: AppIcons.music.queue

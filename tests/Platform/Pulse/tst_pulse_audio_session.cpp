@@ -216,8 +216,8 @@ void TestPulseAudioSession::a_call_around_a_sleep_asks_for_nothing()
         QVERIFY(m_bench->waitFor(u"began"_s));
     }
     // Nothing is told of a call that comes into the sleep: it has to be there before the sleep ends.
-    QVERIFY(QTest::qWaitFor([this] { return m_bench->server.streams().contains("\"phone\""); },
-                            soundPatienceMs));
+    QVERIFY(
+        QTest::qWaitFor([this] { return m_bench->server.streams().contains("\"phone\""); }, soundPatienceMs));
     QVERIFY(m_bench->catchUp());
     logind.prepareForSleep(false);
     QVERIFY(QTest::qWaitFor([&logind] { return logind.isHeldUp(); }, soundPatienceMs));
