@@ -82,6 +82,7 @@ struct Action
     CADOREL_APP_ICON(add, "plus")
     CADOREL_APP_ICON(addCircle, "plus.circle.fill")
     CADOREL_APP_ICON(remove, "minus")
+    CADOREL_APP_ICON(removeCircle, "minus.circle.fill")
     // The language keeps the word itself for its own use.
     Q_PROPERTY(QString delete MEMBER delete_ CONSTANT)
     CADOREL_APP_ICON(edit, "pencil")
@@ -123,6 +124,8 @@ struct File
     CADOREL_APP_ICON(server, "externaldrive.fill.badge.wifi")
     CADOREL_APP_ICON(folderOutline, "folder")
     CADOREL_APP_ICON(documentBadgePlus, "doc.badge.plus")
+    CADOREL_APP_ICON(photoLibrary, "photo.on.rectangle")
+    CADOREL_APP_ICON(photoBadgePlus, "photo.badge.plus")
     CADOREL_APP_ICON(cloud, "cloud")
 };
 
@@ -139,6 +142,7 @@ struct Settings
 {
     Q_GADGET
     CADOREL_APP_ICON(gear, "gearshape.fill")
+    CADOREL_APP_ICON(gearOutline, "gearshape")
     CADOREL_APP_ICON(theme, "paintbrush.fill")
     CADOREL_APP_ICON(appearance, "circle.lefthalf.filled")
     CADOREL_APP_ICON(accentColor, "paintpalette.fill")
@@ -185,6 +189,7 @@ struct Appearance
     CADOREL_APP_ICON(square, "square")
     CADOREL_APP_ICON(squareFill, "square.fill")
     CADOREL_APP_ICON(squareOnCircle, "square.on.circle")
+    CADOREL_APP_ICON(layered, "square.on.square")
     CADOREL_APP_ICON(photo, "photo.fill")
     CADOREL_APP_ICON(blur, "drop.fill")
     CADOREL_APP_ICON(gradient, "square.stack.3d.up.fill")

@@ -87,7 +87,7 @@ ThemedSheet {
         }
         SheetRow {
             objectName: "moreSettings"
-            symbol: "gearshape"
+            symbol: AppIcons.settings.gearOutline
             symbolColor: SystemColors.gray
             text: "播放界面设置"
             detail: "自定义播放界面"

@@ -31,7 +31,7 @@ Column {
             objectName: "backgroundFromAlbum"
             theme: root.theme
             visible: root.isPicture
-            symbol: "photo.on.rectangle"
+            symbol: AppIcons.file.photoLibrary
             text: "相册"
             onClicked: root.settings.chooseBackgroundImage()
         }
@@ -39,7 +39,7 @@ Column {
             objectName: "backgroundFromFile"
             theme: root.theme
             visible: root.isPicture
-            symbol: "folder"
+            symbol: AppIcons.file.folderOutline
             text: "文件"
             onClicked: root.settings.chooseBackgroundImage()
         }
@@ -48,7 +48,7 @@ Column {
             theme: root.theme
             visible: root.isPicture
             enabled: ThemeService.customBackgroundImageSource !== ""
-            symbol: "trash"
+            symbol: AppIcons.action.trash
             mark: ""
             text: "清除图片"
             onClicked: ThemeService.clearCustomBackgroundImage()

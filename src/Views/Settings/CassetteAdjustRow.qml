@@ -44,7 +44,7 @@ Item {
         objectName: root.objectName + "Less"
         anchors.left: parent.left
         anchors.top: label.bottom
-        symbol: "minus.circle.fill"
+        symbol: AppIcons.action.removeCircle
         text: "减小" + root.title
         color: root.theme.primaryColor
         theme: root.theme
@@ -70,7 +70,7 @@ Item {
         objectName: root.objectName + "More"
         anchors.right: parent.right
         anchors.top: label.bottom
-        symbol: "plus.circle.fill"
+        symbol: AppIcons.action.addCircle
         text: "增大" + root.title
         color: root.theme.primaryColor
         theme: root.theme

@@ -78,7 +78,7 @@ ThemedSettingsSection {
     SheetRow {
         objectName: "cassetteReset"
         theme: root.theme
-        symbol: "arrow.counterclockwise"
+        symbol: AppIcons.action.reset
         mark: ""
         text: "重置为默认"
         onClicked: ThemeService.resetCurrentCassetteConfig()

@@ -61,14 +61,14 @@ ThemedSheet {
 
         SheetRow {
             objectName: "importPicture"
-            symbol: "photo.badge.plus"
+            symbol: AppIcons.file.photoBadgePlus
             text: "导入"
             detail: ThemeService.useCustomImage ? "自定义" : ""
             onClicked: root.settings.chooseDancingImage()
         }
         SheetRow {
             objectName: "removePicture"
-            symbol: "trash"
+            symbol: AppIcons.action.trash
             mark: ""
             text: "删除"
             visible: ThemeService.customDancingImageSource !== ""

@@ -11,28 +11,28 @@ Column {
     property AppTheme theme: ThemeEnvironment.theme
     readonly property var features: theme.isKawaiiPink ? [
         {
-            symbol: "paintbrush.fill",
+            symbol: AppIcons.settings.theme,
             label: "渐变粉色背景"
         },
         {
-            symbol: "square.on.square",
+            symbol: AppIcons.appearance.layered,
             label: "超大圆角 (28pt)"
         },
         {
-            symbol: "star.fill",
+            symbol: AppIcons.favorite.starFill,
             label: "卡通装饰贴纸"
         },
         {
-            symbol: "heart.fill",
+            symbol: AppIcons.favorite.heartFill,
             label: "粉色图标"
         }
     ] : theme.isClassic ? [
         {
-            symbol: "circle.lefthalf.filled",
+            symbol: AppIcons.settings.appearance,
             label: "跟随系统深浅色"
         },
         {
-            symbol: "square.on.square",
+            symbol: AppIcons.appearance.layered,
             label: "简约风格"
         }
     ] : []
