@@ -75,6 +75,8 @@ public:
     /// Connections accepted so far, and of them those that are still open.
     int connectionCount() const { return m_script->connectionCount(); }
     int openConnections() const { return m_script->openConnections(); }
+    /// The most that were open at one time.
+    int mostOpenConnections() const { return m_script->mostOpenConnections(); }
     /// Bytes given to the system for sending so far, heads and bodies.
     qint64 bytesSent() const { return m_script->bytesSent(); }
 

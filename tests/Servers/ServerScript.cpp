@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Servers/ServerScript.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace cadorel {
@@ -60,6 +61,7 @@ int ServerScript::addConnection()
 {
     const std::scoped_lock lock(m_mutex);
     ++m_openConnections;
+    m_mostOpenConnections = std::max(m_mostOpenConnections, m_openConnections);
     return ++m_connectionCount;
 }
 
@@ -85,6 +87,12 @@ int ServerScript::connectionCount() const
 {
     const std::scoped_lock lock(m_mutex);
     return m_connectionCount;
+}
+
+int ServerScript::mostOpenConnections() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_mostOpenConnections;
 }
 
 int ServerScript::openConnections() const

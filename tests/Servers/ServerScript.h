@@ -39,6 +39,7 @@ public:
     QList<ServedRequest> requests() const;
     int connectionCount() const;
     int openConnections() const;
+    int mostOpenConnections() const;
     qint64 bytesSent() const;
 
 private:
@@ -58,6 +59,7 @@ private:
     QList<ServedRequest> m_requests;
     int m_connectionCount = 0;
     int m_openConnections = 0;
+    int m_mostOpenConnections = 0;
     qint64 m_bytesSent = 0;
 };
 

@@ -146,7 +146,9 @@ void TestHttpConnections::manyAtOnceAreAllAnswered()
         COMPARE_STATUS(*result, 200);
         QCOMPARE(result.value()->body, '/' + QByteArray::number(i));
     }
-    QVERIFY(server.connectionCount() <= 6);
+    QVERIFY(server.mostOpenConnections() <= 6);
+    // They are used again. On a busy machine the toolkit gives one up now and then and opens another for it.
+    QVERIFY(server.connectionCount() < 20);
 }
 
 void TestHttpConnections::theMainThreadDoesNotCarryTheBytes()
