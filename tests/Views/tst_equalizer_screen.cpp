@@ -323,9 +323,10 @@ void EqualizerSheetTest::everyLookIsWhole()
     check(u"equalizer"_s);
     for (int band = 0; band < equalizerBandCount; ++band) {
         const QQuickItem *text = t->item(u"bandText%1"_s.arg(band));
-        // As drawn: on the narrowest window the numbers are set smaller.
-        const double drawn = text->property("contentWidth").toDouble();
-        QVERIFY2(drawn > 0 && drawn <= text->width(), qPrintable(text->property("text").toString()));
+        // Only on the narrowest window with large texts the numbers are set smaller than they want to be.
+        const bool isTightest = QByteArray(QTest::currentDataTag()).endsWith("320 1.3");
+        const double width = isTightest ? text->property("contentWidth").toDouble() : text->implicitWidth();
+        QVERIFY2(width > 0 && width <= text->width(), qPrintable(text->property("text").toString()));
         // The sliders stand apart, each with a place for a finger.
         const QQuickItem *slider = t->item(bandName(band));
         QVERIFY(slider->height() >= 120 && slider->width() >= 28);
