@@ -23,6 +23,7 @@ class MiniPlayerGeometry : public QObject
     Q_PROPERTY(double overlayButtonSize MEMBER overlayButtonSize CONSTANT)
     Q_PROPERTY(double overlayRadius MEMBER overlayRadius CONSTANT)
     Q_PROPERTY(double tabBarHeight MEMBER tabBarHeight CONSTANT)
+    Q_PROPERTY(double startRoom MEMBER startRoom CONSTANT)
     Q_PROPERTY(int holdMilliseconds MEMBER holdMilliseconds CONSTANT)
     Q_PROPERTY(double queueButtonHeight MEMBER queueButtonHeight CONSTANT)
 public:
@@ -49,6 +50,8 @@ public:
     static constexpr double snapDistance = 60;
     /// Distance of the ring from right and bottom before it was ever moved.
     static constexpr double startInset = 20;
+    /// How far it reaches up from the tab bar there.
+    static constexpr double startRoom = startInset + 2 * half;
     static constexpr double tabBarHeight = 49;
     /// A finger that has gone this far drags.
     static constexpr double dragThreshold = 8;

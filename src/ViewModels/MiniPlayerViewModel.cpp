@@ -2,8 +2,6 @@
 #include "ViewModels/MiniPlayerViewModel.h"
 
 #include "Services/AudioPlayerService.h"
-#include "Services/PlaylistService.h"
-#include "Services/ThemeService.h"
 #include "Utils/OneLine.h"
 #include "ViewModels/CadorelViewModel.h"
 #include "ViewModels/CoverRegistry.h"
@@ -23,121 +21,56 @@ MiniPlayerViewModel::MiniPlayerViewModel(CadorelViewModel &viewModel, PlaybackVi
                                          PlaylistService &playlists, ThemeService &themeService)
     : m_viewModel(viewModel)
     , m_playback(playback)
-    , m_playlists(playlists)
-    , m_themeService(themeService)
     , m_fan(new MiniPlayerFanModel(this))
+    , m_place(themeService)
+    , m_favorite(viewModel, playlists)
 {
-    loadStoredPosition();
+    connect(&m_place, &MiniPlayerPlace::changed, this, &MiniPlayerViewModel::placeChanged);
+    connect(&m_place, &MiniPlayerPlace::animatesChanged, this, &MiniPlayerViewModel::animatesPositionChanged);
+    connect(&m_place, &MiniPlayerPlace::loaded, this, &MiniPlayerViewModel::hasLoadedPositionChanged);
     const AudioPlayerService *player = m_viewModel.audioPlayer();
     connect(player, &AudioPlayerService::isPlayingChanged, this, &MiniPlayerViewModel::isSpinningChanged);
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, &MiniPlayerViewModel::currentChanged);
     connect(&m_playback, &PlaybackViewModel::coverSourceChanged, this,
             &MiniPlayerViewModel::coverSourceChanged);
-    connect(&m_playlists, &PlaylistStore::changed, this, &MiniPlayerViewModel::updateFavorite);
-    connect(&m_themeService, &ThemeService::miniPlayerPositionChanged, this, [this] {
-        if (m_isSaving)
-            return;
-        loadStoredPosition();
-        place();
-    });
+    connect(&m_favorite, &CurrentFavorite::changed, this, &MiniPlayerViewModel::favoriteChanged);
+    m_fan->setFavorite(m_favorite.isFavorite());
     m_songIdentity = songIdentity();
-    updateFavorite();
 }
 
-MiniPlayerViewModel::~MiniPlayerViewModel()
-{
-    // The right edge has gone elsewhere with the window since the disc was left there; the next start must
-    // find it.
-    const std::optional<QPointF> stored = m_themeService.miniPlayerPosition();
-    if (m_keepsRight && stored && m_position && stored->x() != m_position->x())
-        save({m_position->x(), stored->y()});
-}
+MiniPlayerViewModel::~MiniPlayerViewModel() = default;
 
 // MARK: place
 
-QPointF MiniPlayerViewModel::effectivePosition() const
-{
-    return m_position.value_or(MiniPlayerGeometry::startPosition(m_screen));
-}
-
 double MiniPlayerViewModel::fanShift() const
 {
-    return MiniPlayerGeometry::fanShift(effectivePosition(), m_screen);
+    return MiniPlayerGeometry::fanShift(effectivePosition(), m_place.screen());
 }
 
 void MiniPlayerViewModel::layOut(double width, double height, double topInset, double bottomInset)
 {
-    const Screen screen{.width = width,
-                        .height = height,
-                        .safeTop = std::max(0.0, topInset),
-                        .safeBottom = std::max(0.0, bottomInset - MiniPlayerGeometry::tabBarHeight),
-                        .tabBar = MiniPlayerGeometry::tabBarHeight};
-    if (screen == m_screen)
-        return;
-    m_screen = screen;
+    const bool isOther =
+        m_place.setScreen({.width = width,
+                           .height = height,
+                           .safeTop = std::max(0.0, topInset),
+                           .safeBottom = std::max(0.0, bottomInset - MiniPlayerGeometry::tabBarHeight),
+                           .tabBar = MiniPlayerGeometry::tabBarHeight});
     // What is in somebody's hand goes where that hand goes.
-    if (!m_isDragging)
-        place();
-}
-
-/// Takes the disc to where it belongs in the room of the moment. Where the listener left it is kept: a window
-/// that becomes small for a while does not move the disc for good.
-void MiniPlayerViewModel::place()
-{
-    if (!m_screen.isKnown())
-        return;
-    if (!m_home) {
-        setPosition(MiniPlayerGeometry::startPosition(m_screen), false);
-        return;
-    }
-    const double right = MiniPlayerGeometry::rightLimit(m_screen);
-    // It was left at the edge of a window as wide as this one. Later that may be chance: the window is on its
-    // way through all widths.
-    if (!m_position && m_home->x() == right)
-        m_keepsRight = true;
-    setPosition(MiniPlayerGeometry::dropped({m_keepsRight ? right : m_home->x(), m_home->y()}, m_screen),
-                false);
-}
-
-void MiniPlayerViewModel::loadStoredPosition()
-{
-    m_home = m_themeService.miniPlayerPosition();
-    m_keepsRight = false;
+    if (isOther && !m_isDragging)
+        m_place.settle();
 }
 
 void MiniPlayerViewModel::updatePosition(const QPointF &translation, const QPointF &effectivePosition,
                                          const Screen &screen, bool animate, bool save)
 {
-    const QPointF centre = MiniPlayerGeometry::dropped(effectivePosition + translation, screen);
-    setPosition(centre, animate);
-    m_home = centre;
-    m_keepsRight = centre.x() >= MiniPlayerGeometry::rightLimit(screen);
-    if (save)
-        this->save(centre);
+    m_place.drop(effectivePosition + translation, screen, animate, save);
 }
 
-void MiniPlayerViewModel::save(const QPointF &centre)
+void MiniPlayerViewModel::placeChanged()
 {
-    m_isSaving = true;
-    m_themeService.setMiniPlayerPosition(centre);
-    m_isSaving = false;
-}
-
-void MiniPlayerViewModel::setPosition(const QPointF &centre, bool animate)
-{
-    if (m_position == centre)
-        return;
-    if (animate != m_animatesPosition) {
-        m_animatesPosition = animate;
-        Q_EMIT animatesPositionChanged();
-    }
-    const bool isFirst = !m_position;
-    m_position = centre;
     if (!m_isControlMode || m_isFanPinned)
-        m_fan->setSide(MiniPlayerGeometry::side(centre, m_screen));
+        m_fan->setSide(MiniPlayerGeometry::side(effectivePosition(), m_place.screen()));
     Q_EMIT positionChanged();
-    if (isFirst)
-        Q_EMIT hasLoadedPositionChanged();
 }
 
 // MARK: gestures
@@ -173,7 +106,7 @@ void MiniPlayerViewModel::move(const QPointF &point)
         m_dragStartPosition = m_shownAtPress;
         setIsDragging(true);
     }
-    setPosition(m_dragStartPosition.value_or(effectivePosition()) + translation, false);
+    m_place.moveTo(m_dragStartPosition.value_or(effectivePosition()) + translation, false);
 }
 
 void MiniPlayerViewModel::longPress()
@@ -195,7 +128,8 @@ void MiniPlayerViewModel::release(const QPointF &point)
             perform(*action);
         resetControlMode();
     } else if (m_isDragging) {
-        updatePosition(translation, m_dragStartPosition.value_or(effectivePosition()), m_screen, true, true);
+        updatePosition(translation, m_dragStartPosition.value_or(effectivePosition()), m_place.screen(), true,
+                       true);
         m_dragStartPosition.reset();
         setIsDragging(false);
     } else {
@@ -209,7 +143,7 @@ void MiniPlayerViewModel::cancel()
     resetControlMode();
     if (!m_isDragging)
         return;
-    updatePosition({}, effectivePosition(), m_screen, true, true);
+    updatePosition({}, effectivePosition(), m_place.screen(), true, true);
     m_dragStartPosition.reset();
     setIsDragging(false);
 }
@@ -258,7 +192,7 @@ void MiniPlayerViewModel::enterControlMode(bool staysOpen)
     if (m_isControlMode)
         return;
     m_dragStartPosition = effectivePosition();
-    m_fan->setSide(MiniPlayerGeometry::side(*m_dragStartPosition, m_screen));
+    m_fan->setSide(MiniPlayerGeometry::side(*m_dragStartPosition, m_place.screen()));
     if (staysOpen) {
         m_isFanPinned = true;
         Q_EMIT isFanPinnedChanged();
@@ -360,7 +294,7 @@ void MiniPlayerViewModel::step(int downwards)
 
 bool MiniPlayerViewModel::isQueueBeneath() const
 {
-    return MiniPlayerGeometry::isQueueBeneath(effectivePosition() + QPointF(0, fanShift()), m_screen);
+    return MiniPlayerGeometry::isQueueBeneath(effectivePosition() + QPointF(0, fanShift()), m_place.screen());
 }
 
 void MiniPlayerViewModel::highlightQueue()
@@ -410,10 +344,7 @@ void MiniPlayerViewModel::perform(ControlAction action)
             Q_EMIT miniPlayerLocateCurrentSong(song->id(), song->isWebDAV());
         break;
     case ControlAction::favorite:
-        if (const std::optional<Song> song = player.currentSong())
-            m_playlists.toggleFavorite(*song);
-        else if (const std::optional<OnlineSong> online = player.currentOnlineSong())
-            m_playlists.toggleFavorite(*online);
+        m_favorite.toggle();
         break;
     }
 }
@@ -467,7 +398,6 @@ void MiniPlayerViewModel::currentChanged()
     const QString identity = songIdentity();
     if (std::exchange(m_songIdentity, identity) != identity)
         restartSpin();
-    updateFavorite();
     Q_EMIT songChanged();
 }
 
@@ -477,16 +407,9 @@ void MiniPlayerViewModel::restartSpin()
     Q_EMIT spinKeyChanged();
 }
 
-void MiniPlayerViewModel::updateFavorite()
+void MiniPlayerViewModel::favoriteChanged()
 {
-    const auto &song = m_viewModel.audioPlayer()->currentSong();
-    const auto &online = m_viewModel.audioPlayer()->currentOnlineSong();
-    const bool isFavorite = song     ? m_playlists.isFavorite(*song)
-                            : online ? m_playlists.isFavorite(*online)
-                                     : false;
-    if (isFavorite == isCurrentSongFavorite())
-        return;
-    m_fan->setFavorite(isFavorite);
+    m_fan->setFavorite(m_favorite.isFavorite());
     Q_EMIT isCurrentSongFavoriteChanged();
     if (activeAction() == ControlAction::favorite)
         Q_EMIT activeActionChanged();

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ViewModels/CurrentFavorite.h"
 #include "ViewModels/MiniPlayerFanModel.h"
-#include "ViewModels/MiniPlayerGeometry.h"
+#include "ViewModels/MiniPlayerPlace.h"
 
 #include <QObject>
 #include <QPointF>
@@ -52,14 +53,14 @@ public:
     Q_DISABLE_COPY_MOVE(MiniPlayerViewModel)
 
     /// Centre of the disc; nothing until the first layout.
-    const std::optional<QPointF> &position() const { return m_position; }
+    const std::optional<QPointF> &position() const { return m_place.position(); }
     /// Where the disc is shown.
-    QPointF effectivePosition() const;
+    QPointF effectivePosition() const { return m_place.effectivePosition(); }
     /// How far it goes downwards while the fan is open.
     double fanShift() const;
     /// A change of place that is about to be told is one to be seen.
-    bool animatesPosition() const { return m_animatesPosition; }
-    bool hasLoadedPosition() const { return m_position.has_value(); }
+    bool animatesPosition() const { return m_place.animates(); }
+    bool hasLoadedPosition() const { return position().has_value(); }
     bool isDragging() const { return m_isDragging; }
     /// Where the disc was when the finger began to mean something.
     const std::optional<QPointF> &dragStartPosition() const { return m_dragStartPosition; }
@@ -145,33 +146,22 @@ Q_SIGNALS:
     void miniPlayerLocateCurrentSong(const QString &songId, bool isWebDAV);
 
 private:
-    void place();
-    void loadStoredPosition();
-    void save(const QPointF &centre);
-    void setPosition(const QPointF &centre, bool animate);
+    void placeChanged();
     void setIsDragging(bool isDragging);
     void setActiveAction(std::optional<ControlAction> action, bool isQueueChosen = false);
     void enterControlMode(bool staysOpen);
     void step(int downwards);
     void restartSpin();
     void currentChanged();
-    void updateFavorite();
+    void favoriteChanged();
     QString songIdentity() const;
 
     CadorelViewModel &m_viewModel;
     PlaybackViewModel &m_playback;
-    PlaylistService &m_playlists;
-    ThemeService &m_themeService;
     MiniPlayerFanModel *m_fan;
 
-    Screen m_screen;
-    std::optional<QPointF> m_position;
-    /// Where the listener left it, in whatever room there was; nothing if it was never moved.
-    std::optional<QPointF> m_home;
-    /// It was left at the right side, and stays there in a window of another width.
-    bool m_keepsRight = false;
-    bool m_isSaving = false;
-    bool m_animatesPosition = false;
+    MiniPlayerPlace m_place;
+    CurrentFavorite m_favorite;
 
     /// Of a finger that is down and means something.
     std::optional<QPointF> m_pressPoint;

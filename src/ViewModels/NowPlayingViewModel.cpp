@@ -4,7 +4,6 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/EqualizerService.h"
 #include "Services/LyricsOffsetService.h"
-#include "Services/PlaylistService.h"
 #include "Utils/Console.h"
 #include "Utils/KawaiiIcon.h"
 #include "Utils/OneLine.h"
@@ -52,14 +51,14 @@ NowPlayingViewModel::NowPlayingViewModel(CadorelViewModel &viewModel, PlaybackVi
                                          LyricsOffsetService &lyricsOffset, LyricsViewModel &lyrics)
     : m_viewModel(viewModel)
     , m_playback(playback)
-    , m_playlists(playlists)
     , m_equalizer(equalizer)
     , m_lyricsOffset(lyricsOffset)
     , m_lyrics(lyrics)
     , m_offset(lyricsOffset)
+    , m_favorite(viewModel, playlists)
 {
     followPlayer();
-    connect(&m_playlists, &PlaylistService::changed, this, &NowPlayingViewModel::updateFavorite);
+    connect(&m_favorite, &CurrentFavorite::changed, this, &NowPlayingViewModel::isFavoriteChanged);
     connect(&m_equalizer, &EqualizerService::isEnabledChanged, this, &NowPlayingViewModel::equalizerChanged);
     connect(&m_equalizer, &EqualizerService::currentPresetChanged, this,
             &NowPlayingViewModel::equalizerChanged);
@@ -124,7 +123,6 @@ void NowPlayingViewModel::songChanged()
     publish(m_artist, oneLineOr(m_viewModel.currentArtist(), u"未知艺术家"_s),
             &NowPlayingViewModel::artistChanged);
     updateQuality();
-    updateFavorite();
     updateNeedsReplay();
     m_offset.setSong(hasSong() ? id : QString(), m_title);
     publish(m_currentSongId, id, &NowPlayingViewModel::currentSongIdChanged);
@@ -143,23 +141,9 @@ void NowPlayingViewModel::updateQuality()
             &NowPlayingViewModel::currentQualityDisplayChanged);
 }
 
-void NowPlayingViewModel::updateFavorite()
-{
-    const auto &song = player().currentSong();
-    const auto &online = player().currentOnlineSong();
-    const bool isFavorite = song     ? m_playlists.isFavorite(*song)
-                            : online ? m_playlists.isFavorite(*online)
-                                     : false;
-    publish(m_isFavorite, isFavorite, &NowPlayingViewModel::isFavoriteChanged);
-}
-
 void NowPlayingViewModel::toggleFavorite()
 {
-    // Copies: the player may be given another song while the playlists tell of the change.
-    if (const std::optional<Song> song = player().currentSong())
-        m_playlists.toggleFavorite(*song);
-    else if (const std::optional<OnlineSong> online = player().currentOnlineSong())
-        m_playlists.toggleFavorite(*online);
+    m_favorite.toggle();
 }
 
 QString NowPlayingViewModel::lyricsOffsetText() const

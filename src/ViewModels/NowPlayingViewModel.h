@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ViewModels/CurrentFavorite.h"
 #include "ViewModels/LyricsOffsetViewModel.h"
 #include "ViewModels/SleepTimerViewModel.h"
 
@@ -101,7 +102,7 @@ public:
     QString playModeLabel() const;
     /// Name of the drawn picture that stands for the mode.
     QString playModeKawaiiName() const;
-    bool isFavorite() const { return m_isFavorite; }
+    bool isFavorite() const { return m_favorite.isFavorite(); }
     QString equalizerText() const;
     QString equalizerButtonText() const;
     /// Name of the preset, or that it is off.
@@ -163,7 +164,6 @@ private:
     void followPlayer();
     void songChanged();
     void updateQuality();
-    void updateFavorite();
     void updateNeedsReplay();
     void forget();
     AudioPlayerService &player() const;
@@ -172,18 +172,17 @@ private:
 
     CadorelViewModel &m_viewModel;
     PlaybackViewModel &m_playback;
-    PlaylistService &m_playlists;
     EqualizerService &m_equalizer;
     LyricsOffsetService &m_lyricsOffset;
     LyricsViewModel &m_lyrics;
     LyricsOffsetViewModel m_offset;
     SleepTimerViewModel m_sleep;
+    CurrentFavorite m_favorite;
 
     QString m_currentSongId;
     QString m_title;
     QString m_artist;
     QString m_currentQualityDisplay;
-    bool m_isFavorite = false;
     bool m_needsReplay = false;
     /// How many are shown: two, while one takes the place of another.
     int m_screens = 0;
