@@ -110,10 +110,14 @@ void PlaybackViewModel::seek(double fraction)
         m_viewModel.seek(fraction);
 }
 
-void PlaybackViewModel::seekBy(double seconds)
+void PlaybackViewModel::seekBy(double seconds, bool isRepeat)
 {
-    if (m_canSeek && std::isfinite(seconds))
-        seek(std::clamp((player().currentTime() + seconds) / player().duration(), 0.0, 1.0));
+    if (!m_canSeek || !std::isfinite(seconds))
+        return;
+    const double duration = player().duration();
+    const double fraction = std::clamp((player().currentTime() + seconds) / duration, 0.0, 1.0);
+    if (!isRepeat || !isAtEnd(fraction, duration))
+        seek(fraction);
 }
 
 void PlaybackViewModel::changeVolume(double step)

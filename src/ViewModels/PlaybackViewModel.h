@@ -47,7 +47,9 @@ public:
     /// Goes to a fraction of the song, 0...1; at its very end the song is over.
     Q_INVOKABLE void seek(double fraction);
     /// Goes that many seconds on, or back; not beyond the song's beginning and end.
-    Q_INVOKABLE void seekBy(double seconds);
+    /// @param isRepeat a key that is held down asks for it: it stops short of the end, so that it does not go
+    /// on through the songs that follow
+    Q_INVOKABLE void seekBy(double seconds, bool isRepeat = false);
     /// @param step part of the whole, -1...1
     Q_INVOKABLE void changeVolume(double step);
     /// The volume's slider is being moved.

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void seekGoesToTheFraction();
     void seekNearTheEndEndsTheSong_data();
     void seekNearTheEndEndsTheSong();
+    void aRepeatedStepStopsShortOfTheEnd();
     void seekWithoutALengthDoesNothing();
     void dismissedErrorIsGone();
     void volumeFollowsThePlayer();
@@ -210,6 +211,23 @@ void PlaybackViewModelTest::seekNearTheEndEndsTheSong()
     playback.seek(fraction);
     QCOMPARE(songOf(bench.player()).id(), ends ? u"b"_s : u"a"_s);
     QCOMPARE(bench.stream().seeks.isEmpty(), ends);
+}
+
+void PlaybackViewModelTest::aRepeatedStepStopsShortOfTheEnd()
+{
+    ViewModelBench bench;
+    play(bench, 100);
+    PlaybackViewModel playback(bench.viewModel());
+    for (int i = 0; i < 30; ++i)
+        playback.seekBy(5, i > 0);
+    QCOMPARE(bench.player().currentSong()->id(), u"a"_s);
+    QCOMPARE(bench.player().currentTime(), 95.0);
+    // Backwards there is nothing to end.
+    playback.seekBy(-5, true);
+    QCOMPARE(bench.player().currentTime(), 90.0);
+    playback.seekBy(5, true);
+    playback.seekBy(5);
+    QCOMPARE(bench.player().currentSong()->id(), u"b"_s);
 }
 
 void PlaybackViewModelTest::seekWithoutALengthDoesNothing()
