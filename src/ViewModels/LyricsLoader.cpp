@@ -50,14 +50,14 @@ LyricsLoader::LyricsLoader(AudioPlayerService &player, const LyricsSources &sour
 void LyricsLoader::load()
 {
     m_isFollowing = true;
-    begin();
+    loadLyrics();
 }
 
 void LyricsLoader::clear()
 {
     m_isFollowing = false;
     ++m_request;
-    m_songId.clear();
+    m_lastSongId.clear();
     m_embeddedLyrics.reset();
     setLines({});
 }
@@ -66,20 +66,20 @@ void LyricsLoader::songChanged()
 {
     if (!m_isFollowing)
         return;
-    if (currentSongId(m_player) != m_songId) {
-        begin();
+    if (currentSongId(m_player) != m_lastSongId) {
+        loadLyrics();
         return;
     }
     // The same song, of which more is known by now.
     const std::optional<Song> &song = m_player.currentSong();
     if (!m_player.currentOnlineSong() && song && song->hasLyricsText() &&
         song->embeddedLyrics() != m_embeddedLyrics)
-        begin();
+        loadLyrics();
 }
 
-void LyricsLoader::begin()
+void LyricsLoader::loadLyrics()
 {
-    m_songId = currentSongId(m_player);
+    m_lastSongId = currentSongId(m_player);
     m_embeddedLyrics.reset();
     ++m_request;
     setLines({});
@@ -93,7 +93,7 @@ void LyricsLoader::begin()
 
 bool LyricsLoader::isWanted(quint64 request) const
 {
-    return request == m_request && m_songId == currentSongId(m_player);
+    return request == m_request && m_lastSongId == currentSongId(m_player);
 }
 
 QCoro::Task<void> LyricsLoader::find(OnlineSong song)

@@ -42,7 +42,7 @@ public:
     /// In the order of their times; empty while they are looked for, and where there are none.
     const QList<LyricLine> &lines() const { return m_lines; }
     /// Whose lyrics these are.
-    const QString &songId() const { return m_songId; }
+    const QString &lastSongId() const { return m_lastSongId; }
 
     /// Takes what is shown away and looks for the current song's lyrics.
     void load();
@@ -54,7 +54,7 @@ Q_SIGNALS:
 
 private:
     void songChanged();
-    void begin();
+    void loadLyrics();
     QCoro::Task<void> find(OnlineSong song);
     QCoro::Task<void> find(Song song);
     /// Whether the answer to that request is still wanted.
@@ -64,7 +64,7 @@ private:
     AudioPlayerService &m_player;
     const LyricsSources m_sources;
     bool m_isFollowing = false;
-    QString m_songId;
+    QString m_lastSongId;
     /// Of the song, when it was looked at: on a server it may come while the song plays.
     std::optional<QString> m_embeddedLyrics;
     quint64 m_request = 0; ///< which search is the latest

@@ -49,7 +49,7 @@ void LyricsViewModel::seekToLine(int index)
     const QList<LyricLine> &lines = m_lines.lines();
     if (index < 0 || index >= lines.size())
         return;
-    m_player.seek(m_offsets.reverseOffset(lines.at(index).timeMs, m_loader.songId()) / msPerSecond);
+    m_player.seek(m_offsets.reverseOffset(lines.at(index).timeMs, m_loader.lastSongId()) / msPerSecond);
 }
 
 void LyricsViewModel::linesChanged()
@@ -76,7 +76,7 @@ void LyricsViewModel::lookChanged()
 
 int LyricsViewModel::adjustedTime() const
 {
-    return m_offsets.applyOffset(m_position.milliseconds(), m_loader.songId());
+    return m_offsets.applyOffset(m_position.milliseconds(), m_loader.lastSongId());
 }
 
 qsizetype LyricsViewModel::lastBegun() const
@@ -100,7 +100,8 @@ void LyricsViewModel::show(qsizetype lastBegun)
         m_lines.setCurrentLine(index);
         Q_EMIT currentLineIndexChanged();
     }
-    const QString text = lastBegun < 0 ? QString() : oneLine(m_lines.lines().at(lastBegun).text);
+    const LyricLine currentLyric = m_lines.lines().value(lastBegun);
+    const QString text = oneLine(currentLyric.text);
     if (text != m_currentText) {
         m_currentText = text;
         Q_EMIT currentTextChanged();
@@ -112,7 +113,7 @@ void LyricsViewModel::awaitNextLine(qsizetype lastBegun)
     const QList<LyricLine> &lines = m_lines.lines();
     std::optional<int> next;
     if (lastBegun + 1 < lines.size())
-        next = m_offsets.reverseOffset(lines.at(lastBegun + 1).timeMs, m_loader.songId());
+        next = m_offsets.reverseOffset(lines.at(lastBegun + 1).timeMs, m_loader.lastSongId());
     m_position.waitFor(next);
 }
 
