@@ -81,7 +81,7 @@ int scroll()
     OnlineMusicService onlineMusicService(platform, apiConfig);
     EqualizerService equalizerService(*platform.preferences, std::make_unique<FakeAudioEngine>());
     AudioPlayerService player(platform, service, {.equalizer = &equalizerService});
-    CadorelApp app(platform, player, service);
+    CadorelApp app(platform, player, service, {themeService, themeManager});
     ScreenModels screens({.platform = platform,
                           .audioPlayer = player,
                           .importService = service,

@@ -63,31 +63,19 @@ void chooseRenderer()
 int run(QGuiApplication &application, SingleInstance &instance, Platform &platform)
 {
     setProcessPlatform(&platform);
-    // The player first: it brings the last song back.
-    AudioPlayerService &audioPlayer = AudioPlayerService::shared();
-    PlaylistService &playlistService = PlaylistService::shared();
-    APIConfigService &apiConfig = APIConfigService::shared();
-    OnlineMusicService &onlineMusicService = OnlineMusicService::shared();
-    LocalMusicImportService &importService = LocalMusicImportService::shared();
-    WebDAVService &webDAVService = WebDAVService::shared();
-    CadorelApp player(platform, audioPlayer, importService,
-                      {.playlistService = &playlistService,
-                       .onlineMusicService = &onlineMusicService,
-                       .webDAVService = &webDAVService,
-                       .onlineAddresses = &apiConfig});
-    ThemeService &themeService = ThemeService::shared();
-    ThemeManager &themeManager = ThemeManager::shared();
+    const std::unique_ptr<CadorelApp> app = CadorelApp::onSharedServices(platform);
+    CadorelApp &player = *app;
     ScreenModels screens({.platform = platform,
-                          .audioPlayer = audioPlayer,
-                          .importService = importService,
+                          .audioPlayer = AudioPlayerService::shared(),
+                          .importService = LocalMusicImportService::shared(),
                           .equalizer = EqualizerService::shared(),
-                          .playlists = playlistService,
-                          .apiConfig = apiConfig,
-                          .onlineMusic = onlineMusicService,
-                          .webDAV = webDAVService,
+                          .playlists = PlaylistService::shared(),
+                          .apiConfig = APIConfigService::shared(),
+                          .onlineMusic = OnlineMusicService::shared(),
+                          .webDAV = WebDAVService::shared(),
                           .navidrome = NavidromeService::shared(),
                           .lyricsOffset = LyricsOffsetService::shared(),
-                          .appearance = themeService},
+                          .appearance = player.themeService()},
                          player.viewModel(), player.library(), player.playback());
 
     RemoteCovers remoteCovers(*platform.httpClient, *platform.clock);
@@ -95,9 +83,9 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
     QQmlApplicationEngine engine;
     installUserInterface(engine, {.remoteCovers = &remoteCovers,
                                   .desktopAppearance = platform.desktopAppearance.get(),
-                                  .themeManager = &themeManager,
+                                  .themeManager = &player.themeManager(),
                                   .kawaiiDecorations = &kawaiiDecorations,
-                                  .themeService = &themeService,
+                                  .themeService = &player.themeService(),
                                   .appIconService = &AppIconService::shared()});
     engine.setInitialProperties(screens.windowProperties());
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);

@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "App/CadorelApp.h"
 
+#include "Services/APIConfigService.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
+#include "Services/OnlineMusicService.h"
+#include "Services/PlaylistService.h"
 #include "Services/Seams/ServerChannels.h"
+#include "Services/ThemeService.h"
+#include "Services/WebDAVService.h"
+#include "Theme/ThemeManager.h"
 
 #include <QPointer>
 
@@ -12,14 +18,35 @@
 namespace cadorel {
 
 CadorelApp::CadorelApp(Platform &platform, AudioPlayerService &audioPlayer,
-                       LocalMusicImportService &importService, LibrarySources sources, AppChannels channels)
+                       LocalMusicImportService &importService, const AppLook &look, LibrarySources sources,
+                       AppChannels channels)
     : m_audioPlayer(audioPlayer)
     , m_importService(importService)
     , m_channels(channels)
     , m_viewModel(audioPlayer, importService, sources)
     , m_playback(m_viewModel, sources.onlineAddresses)
     , m_library(m_viewModel, platform)
+    , m_themeService(look.themeService)
+    , m_themeManager(look.themeManager)
 {
+}
+
+std::unique_ptr<CadorelApp> CadorelApp::onSharedServices(Platform &platform, AppChannels channels)
+{
+    AudioPlayerService &audioPlayer = AudioPlayerService::shared();
+    PlaylistService &playlistService = PlaylistService::shared();
+    OnlineMusicService &onlineMusicService = OnlineMusicService::shared();
+    LocalMusicImportService &importService = LocalMusicImportService::shared();
+    WebDAVService &webDAVService = WebDAVService::shared();
+    ThemeService &themeService = ThemeService::shared();
+    return std::make_unique<CadorelApp>(
+        platform, audioPlayer, importService,
+        AppLook{.themeService = themeService, .themeManager = ThemeManager::shared()},
+        LibrarySources{.playlistService = &playlistService,
+                       .onlineMusicService = &onlineMusicService,
+                       .webDAVService = &webDAVService,
+                       .onlineAddresses = &APIConfigService::shared()},
+        channels);
 }
 
 CadorelApp::~CadorelApp() = default;

@@ -9,13 +9,24 @@
 #include <QCoroTask>
 #include <QObject>
 
+#include <memory>
+
 namespace cadorel {
 
 class AnnouncementCheck;
 class AudioPlayerService;
 class LocalMusicImportService;
+class ThemeManager;
+class ThemeService;
 class UpdateCheck;
 class UsageLog;
+
+/// The keepers of the look. Both outlive the application.
+struct AppLook
+{
+    ThemeService &themeService;
+    ThemeManager &themeManager;
+};
 
 /// The channels to the makers. A null one is not there: its step is left out.
 struct AppChannels
@@ -38,13 +49,18 @@ public:
 
     /// @param platform, the services and @param sources outlive the application
     CadorelApp(Platform &platform, AudioPlayerService &audioPlayer, LocalMusicImportService &importService,
-               LibrarySources sources = {}, AppChannels channels = {});
+               const AppLook &look, LibrarySources sources = {}, AppChannels channels = {});
+    /// On the services that the process shares, which come up in their order: the player first, and with it
+    /// the last song.
+    static std::unique_ptr<CadorelApp> onSharedServices(Platform &platform, AppChannels channels = {});
     ~CadorelApp() override;
     Q_DISABLE_COPY_MOVE(CadorelApp)
 
     CadorelViewModel &viewModel() { return m_viewModel; }
     PlaybackViewModel &playback() { return m_playback; }
     LibraryViewModel &library() { return m_library; }
+    ThemeService &themeService() const { return m_themeService; }
+    ThemeManager &themeManager() const { return m_themeManager; }
 
     /// The root screen is there: the launch is logged, then updates are asked for, and only then, and only if
     /// no update is forced, announcements.
@@ -69,6 +85,8 @@ private:
     CadorelViewModel m_viewModel;
     PlaybackViewModel m_playback;
     LibraryViewModel m_library;
+    ThemeService &m_themeService;
+    ThemeManager &m_themeManager;
     ScenePhase m_scenePhase = ScenePhase::active;
     bool m_isForceUpdateRequired = false;
 };

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/SharedServices.h"
 
-#include <QtGlobal>
+#include <QLoggingCategory>
 
 #include <vector>
 
 namespace cadorel {
 
 namespace {
+
+Q_LOGGING_CATEGORY(sharedLog, "cadorel.platform.shared", QtWarningMsg)
 
 Platform *currentPlatform = nullptr;
 
@@ -39,8 +41,9 @@ void releaseSharedServices()
     }
 }
 
-void detail::onRelease(std::function<void()> release)
+void detail::onRelease(const char *name, std::function<void()> release)
 {
+    qCDebug(sharedLog) << "made" << name;
     releases().push_back(std::move(release));
 }
 

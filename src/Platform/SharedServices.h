@@ -19,7 +19,7 @@ Platform &processPlatform();
 void releaseSharedServices();
 
 namespace detail {
-void onRelease(std::function<void()> release);
+void onRelease(const char *name, std::function<void()> release);
 }
 
 /// The one instance of a service, made by @p make at first use. Main thread.
@@ -29,7 +29,7 @@ Service &sharedService(Make make)
     static std::unique_ptr<Service> instance;
     if (!instance) {
         instance = make();
-        detail::onRelease([] { instance.reset(); });
+        detail::onRelease(Service::staticMetaObject.className(), [] { instance.reset(); });
     }
     return *instance;
 }

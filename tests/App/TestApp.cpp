@@ -3,6 +3,7 @@
 
 #include "Fakes/FakeAssetReader.h"
 #include "Fakes/FakeClock.h"
+#include "Fakes/FakeDesktopAppearance.h"
 #include "Fakes/FakePreferences.h"
 #include "Fakes/FakeRandom.h"
 #include "Fakes/FakeSystem.h"
@@ -34,13 +35,20 @@ TestApp::TestApp()
     };
     importService = std::make_unique<LocalMusicImportService>(platform);
     player = std::make_unique<AudioPlayerService>(platform, *importService);
-    app = std::make_unique<CadorelApp>(platform, *player, *importService, LibrarySources(),
-                                       AppChannels{&channels, &channels, &channels});
+    platform.desktopAppearance = std::make_unique<FakeDesktopAppearance>(ColorScheme::light);
+    themeManager = std::make_unique<ThemeManager>(*platform.preferences, *platform.desktopAppearance);
+    themeService =
+        std::make_unique<ThemeService>(*platform.preferences, *themeManager, *platform.desktopAppearance);
+    app = std::make_unique<CadorelApp>(platform, *player, *importService,
+                                       AppLook{.themeService = *themeService, .themeManager = *themeManager},
+                                       LibrarySources(), AppChannels{&channels, &channels, &channels});
 }
 
 TestApp::~TestApp()
 {
     app.reset();
+    themeService.reset();
+    themeManager.reset();
     player.reset();
     importService.reset();
     setConsoleSink({});

@@ -7,6 +7,8 @@
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/Seams/ServerChannels.h"
+#include "Services/ThemeService.h"
+#include "Theme/ThemeManager.h"
 
 #include <QPromise>
 #include <QStringList>
@@ -60,6 +62,8 @@ public:
     FakeChannels channels;
     std::unique_ptr<LocalMusicImportService> importService;
     std::unique_ptr<AudioPlayerService> player;
+    std::unique_ptr<ThemeManager> themeManager;
+    std::unique_ptr<ThemeService> themeService;
     std::unique_ptr<CadorelApp> app;
 };
 

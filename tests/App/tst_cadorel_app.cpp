@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "App/TestApp.h"
+#include "Fakes/FakeDesktopAppearance.h"
+#include "Fakes/TestPlatform.h"
 #include "Platform/Preferences.h"
+#include "Platform/SharedServices.h"
 
 #include <QDir>
+#include <QLoggingCategory>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -22,6 +26,7 @@ private Q_SLOTS:
     void backgroundAndInactiveBothWriteTheSnapshot();
     void becomingActiveDoesNothing();
     void theFirstFrameTakesUpFilesPutIntoTheMusicFolder();
+    void theSharedServicesComeUpInTheirOrder();
 
 private:
     std::unique_ptr<TestApp> t;
@@ -93,6 +98,38 @@ void TestCadorelApp::theFirstFrameTakesUpFilesPutIntoTheMusicFolder()
     t->app->firstFrameDrawn();
     QTRY_COMPARE(t->importService->importedSongs().size(), 1);
     QTRY_VERIFY(!t->importService->isScanning());
+}
+
+void TestCadorelApp::theSharedServicesComeUpInTheirOrder()
+{
+    TestPlatform machine;
+    machine.platform.desktopAppearance = std::make_unique<FakeDesktopAppearance>(ColorScheme::dark);
+    setProcessPlatform(&machine.platform);
+    QLoggingCategory::setFilterRules(u"cadorel.platform.shared.debug=true"_s);
+    static QStringList made;
+    made.clear();
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &message) {
+            if (message.startsWith(u"made "_s))
+                made.append(message.mid(5).section(u"::"_s, -1));
+        });
+    auto app = CadorelApp::onSharedServices(machine.platform, {});
+    qInstallMessageHandler(before);
+    QLoggingCategory::setFilterRules({});
+
+    QCOMPARE(&app->themeService(), &ThemeService::shared());
+    QCOMPARE(&app->themeManager(), &ThemeManager::shared());
+    QCOMPARE(app->viewModel().audioPlayer(), &AudioPlayerService::shared());
+    app.reset();
+    releaseSharedServices();
+    setProcessPlatform(nullptr);
+
+    // What the player itself needs comes before it.
+    QCOMPARE(made.removeAll({}), 0);
+    QCOMPARE(made.mid(made.indexOf(u"AudioPlayerService"_s)),
+             QStringList({u"AudioPlayerService"_s, u"PlaylistService"_s, u"OnlineMusicService"_s,
+                          u"WebDAVService"_s, u"ThemeManager"_s, u"ThemeService"_s}));
+    QCOMPARE(made.constFirst(), u"LocalMusicImportService"_s);
 }
 
 QTEST_GUILESS_MAIN(TestCadorelApp)
