@@ -56,10 +56,10 @@ FocusScope {
             return;
         switch (event.key) {
         case Qt.Key_Left:
-            screens.playback.seekBy(-Metrics.seekStep);
+            screens.playback.seekBy(-Metrics.seekStep, event.isAutoRepeat);
             break;
         case Qt.Key_Right:
-            screens.playback.seekBy(Metrics.seekStep);
+            screens.playback.seekBy(Metrics.seekStep, event.isAutoRepeat);
             break;
         case Qt.Key_Up:
             screens.playback.changeVolume(Metrics.volumeStep);
@@ -123,8 +123,7 @@ FocusScope {
             objectName: "miniPlayerView"
             miniPlayer: root.screens.miniPlayer
             // The disc stays above the bar of every look, and above what has gone wrong.
-            bottomInset: Math.max(Metrics.tabBarHeight, root.barHeight) + root.keyboardHeight + (errorBanner.visible ? errorBanner.height + Metrics.rowSpacing : 0)
-            isCovered: cover.covers
+            bottomInset: root.barHeight + root.keyboardHeight + (errorBanner.visible ? errorBanner.height + Metrics.rowSpacing : 0)
             onOpenRequested: root.openNowPlaying()
         }
     }
@@ -148,6 +147,11 @@ FocusScope {
         }
     }
     // qmllint enable unqualified
+    Binding {
+        target: MiniPlayerRoom
+        property: "height"
+        value: root.viewModel.hasCurrentSong ? MiniPlayerGeometry.startRoom : 0
+    }
     // Banners lie in front of the disc and of the cover. Over the cover they leave its top bar and its controls free.
     HintBanner {
         id: deviceBanner

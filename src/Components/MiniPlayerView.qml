@@ -11,11 +11,9 @@ FocusScope {
     required property MiniPlayerViewModel miniPlayer
     /// What the bars of the window take of it.
     property real bottomInset: MiniPlayerGeometry.tabBarHeight
-    /// Something lies over the whole window: nothing moves then.
-    property bool isCovered: false
     property AppTheme theme: ThemeEnvironment.theme
 
-    readonly property bool isSeen: visible && !isCovered && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
+    readonly property bool isSeen: Motion.isSeen(visible, Window.visibility)
     readonly property bool isOpen: miniPlayer.isControlMode
     /// Centre of the disc as it is shown.
     readonly property point centre: Qt.point(centreX, centreY + shift)

@@ -9,8 +9,14 @@ ListView {
     /// The keyboard was used last: only then the row it stands on is outlined.
     property bool keyboardInUse: false
     property int rowStep: Metrics.rowHeight + spacing
+    /// The small player's disc may lie over the lower end: the last row can be scrolled clear of it.
+    property bool isBeneathMiniPlayer: false
+    /// Space plays and pauses, as elsewhere in the window, and does not press the row.
+    property bool playsAndPauses: false
 
+    /// A row is pressed, by the mouse, a finger or Return.
     signal activated(int row)
+    signal playPauseRequested
     signal menuKeyPressed
     signal deleteKeyPressed
 
@@ -23,7 +29,7 @@ ListView {
     currentIndex: -1
     highlightMoveDuration: 0
     keyNavigationEnabled: true
-    bottomMargin: Metrics.rowSpacing
+    bottomMargin: Metrics.rowSpacing + (isBeneathMiniPlayer ? MiniPlayerRoom.height : 0)
     Accessible.role: Accessible.List
 
     /// Goes to a row with a spring, until it stands in the middle; -1 is none.
@@ -44,6 +50,23 @@ ListView {
         if (currentIndex >= 0 && !event.isAutoRepeat)
             activated(currentIndex);
     }
+    function takeSpace(event: var): void {
+        event.accepted = true;
+        if (!playsAndPauses)
+            activateByKey(event);
+        else if (Press.isPlayPause(event))
+            playPauseRequested();
+    }
+    /// The mouse or a finger is on a row.
+    function takePress(): void {
+        keyboardInUse = false;
+        forceActiveFocus(Qt.MouseFocusReason);
+    }
+    /// It has pressed the row.
+    function take(row: int): void {
+        currentIndex = row;
+        activated(row);
+    }
     /// The keyboard comes from outside, from a field above the list for instance.
     function takeKeyboard(): void {
         if (count === 0)
@@ -53,8 +76,14 @@ ListView {
         forceActiveFocus(Qt.TabFocusReason);
     }
     function goTo(row: int): void {
-        if (count > 0)
-            currentIndex = Math.max(0, Math.min(count - 1, row));
+        if (count === 0)
+            return;
+        currentIndex = Math.max(0, Math.min(count - 1, row));
+        // With what is left free beneath the last row.
+        if (currentIndex === count - 1) {
+            positionViewAtEnd();
+            contentY = Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height);
+        }
     }
 
     // Once, however long the key is held down.

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import Cadorel
 
 /// One WebDAV server of a list: what it is called, where it is, whether it is connected and what it holds. The
 /// dots, a long press and the right button open the menu of what can be done with it.
-T.ItemDelegate {
+ThemedListRow {
     id: root
 
     /// The server by the roles of its list, of which `name` and `host` are shown. A delegate gives its `model`.
     required property var config
     property bool isConnected: false
     property int songCount: 0
-    property AppTheme theme: ThemeEnvironment.theme
 
     readonly property string status: (isConnected ? "已连接" : "未连接") + (isConnected || songCount > 0 ? " · " + songCount + " 首歌曲" : "")
 
@@ -26,22 +24,13 @@ T.ItemDelegate {
 
     implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
     implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.cardPadding
-    hoverEnabled: true
     focusPolicy: Qt.TabFocus
+    showsFocus: visualFocus
     Accessible.name: config.name + "，" + config.host + "，" + status
-    Accessible.onPressAction: Press.byAction(root)
-    Keys.onReturnPressed: event => Press.byKey(root, event)
-    Keys.onEnterPressed: event => Press.byKey(root, event)
     Keys.onMenuPressed: menu.popup(root, Qt.point(root.width - menu.width, root.height / 2))
     onClicked: tap()
-    onPressAndHold: menu.popup(root, Qt.point(pressX, pressY))
+    onMenuRequested: position => menu.popup(root, position)
 
-    // A handler of the row's own would make the row take the right button for a click.
-    MouseArea {
-        anchors.fill: parent
-        acceptedButtons: Qt.RightButton
-        onClicked: mouse => menu.popup(root, Qt.point(mouse.x, mouse.y))
-    }
     ThemedMenu {
         id: menu
 
@@ -71,103 +60,87 @@ T.ItemDelegate {
             onTriggered: root.deleteRequested()
         }
     }
+    SurfaceImage {
+        id: tile
 
-    background: ThemedRowModifier {
-        theme: root.theme
+        objectName: "tile"
+        anchors.left: parent.left
+        anchors.leftMargin: Metrics.cardPadding
+        anchors.verticalCenter: parent.verticalCenter
+        width: Metrics.rowCover
+        height: Metrics.rowCover
+        surface: Surfaces.controlButton(root.theme, Metrics.rowCover)
 
-        ThemedHighlight {
-            anchors.fill: parent
-            isHovered: root.hovered
-            isPressed: root.down
-            isFocused: root.visualFocus
-            theme: root.theme
+        SymbolIcon {
+            anchors.centerIn: parent
+            name: AppIcons.file.server
+            color: root.isConnected ? root.theme.primaryColor : root.theme.secondaryTextColor
         }
     }
-    Item {
-        anchors.fill: parent
+    Column {
+        id: texts
 
-        SurfaceImage {
-            id: tile
+        anchors.left: tile.right
+        anchors.leftMargin: Metrics.cardPadding
+        anchors.right: moreButton.left
+        anchors.rightMargin: Metrics.grid
+        anchors.verticalCenter: parent.verticalCenter
 
-            objectName: "tile"
-            anchors.left: parent.left
-            anchors.leftMargin: Metrics.cardPadding
-            anchors.verticalCenter: parent.verticalCenter
-            width: Metrics.rowCover
-            height: Metrics.rowCover
-            surface: Surfaces.controlButton(root.theme, Metrics.rowCover)
-
-            SymbolIcon {
-                anchors.centerIn: parent
-                name: AppIcons.file.server
-                color: root.isConnected ? root.theme.primaryColor : root.theme.secondaryTextColor
-            }
+        StyledText {
+            objectName: "serverName"
+            width: parent.width
+            text: root.config.name
+            color: root.nameColor
         }
-        Column {
-            id: texts
+        StyledText {
+            objectName: "serverHost"
+            width: parent.width
+            text: root.config.host
+            style: TextStyles.footnote
+            color: root.quietColor
+            elide: Text.ElideMiddle
+        }
+        Row {
+            width: parent.width
+            spacing: Metrics.grid
 
-            anchors.left: tile.right
-            anchors.leftMargin: Metrics.cardPadding
-            anchors.right: moreButton.left
-            anchors.rightMargin: Metrics.grid
-            anchors.verticalCenter: parent.verticalCenter
+            Rectangle {
+                id: dot
 
-            StyledText {
-                objectName: "serverName"
-                width: parent.width
-                text: root.config.name
-                color: root.nameColor
+                objectName: "statusDot"
+                // On the first line, where the text has two.
+                y: Math.round((TextStyles.footnote.line - height) / 2)
+                width: Metrics.statusDot
+                height: Metrics.statusDot
+                radius: width / 2
+                color: root.isConnected ? Surfaces.textOn(root.theme, Surfaces.themedRow(root.theme), SystemColors.green) : root.theme.secondaryTextColor
             }
             StyledText {
-                objectName: "serverHost"
-                width: parent.width
-                text: root.config.host
+                objectName: "serverStatus"
+                width: parent.width - dot.width - parent.spacing
+                text: root.status
                 style: TextStyles.footnote
                 color: root.quietColor
-                elide: Text.ElideMiddle
-            }
-            Row {
-                width: parent.width
-                spacing: Metrics.grid
-
-                Rectangle {
-                    id: dot
-
-                    objectName: "statusDot"
-                    // On the first line, where the text has two.
-                    y: Math.round((TextStyles.footnote.line - height) / 2)
-                    width: Metrics.statusDot
-                    height: Metrics.statusDot
-                    radius: width / 2
-                    color: root.isConnected ? Surfaces.textOn(root.theme, Surfaces.themedRow(root.theme), SystemColors.green) : root.theme.secondaryTextColor
-                }
-                StyledText {
-                    objectName: "serverStatus"
-                    width: parent.width - dot.width - parent.spacing
-                    text: root.status
-                    style: TextStyles.footnote
-                    color: root.quietColor
-                    // A count is never cut off.
-                    elide: Text.ElideNone
-                    wrapMode: Text.Wrap
-                }
+                // A count is never cut off.
+                elide: Text.ElideNone
+                wrapMode: Text.Wrap
             }
         }
-        ThemedIconButton {
-            id: moreButton
+    }
+    ThemedIconButton {
+        id: moreButton
 
-            objectName: "moreButton"
-            anchors.right: parent.right
-            anchors.rightMargin: Metrics.grid
-            anchors.verticalCenter: parent.verticalCenter
-            // Not every keyboard has a menu key.
-            focusPolicy: Qt.TabFocus
-            symbol: AppIcons.navigation.more
-            isOpen: menu.visible
-            theme: root.theme
-            text: "更多操作"
-            Accessible.name: "“" + root.config.name + "”的更多操作"
-            onClicked: menu.popup(moreButton, Qt.point(moreButton.width - menu.width, moreButton.height))
-        }
+        objectName: "moreButton"
+        anchors.right: parent.right
+        anchors.rightMargin: Metrics.grid
+        anchors.verticalCenter: parent.verticalCenter
+        // Not every keyboard has a menu key.
+        focusPolicy: Qt.TabFocus
+        symbol: AppIcons.navigation.more
+        isOpen: menu.visible
+        theme: root.theme
+        text: "更多操作"
+        Accessible.name: "“" + root.config.name + "”的更多操作"
+        onClicked: menu.popup(moreButton, Qt.point(moreButton.width - menu.width, moreButton.height))
     }
 }

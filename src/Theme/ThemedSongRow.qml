@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import Cadorel
 
 /// One song of a list, on a ground of the look, which the insets hold off the sides. A click plays it; a long press or
 /// the right button asks for its menu.
-T.ItemDelegate {
+ThemedListRow {
     id: root
 
     property string title
@@ -15,123 +14,89 @@ T.ItemDelegate {
     property string coverSource
     property bool isCurrent: false
     property bool isFavorite: false
-    /// The keyboard stands on this row and is in use.
-    property bool showsFocus: false
-    property AppTheme theme: ThemeEnvironment.theme
 
     readonly property color titleColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryTextColor)
     readonly property color currentColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.primaryColor)
     readonly property color quietColor: Surfaces.textOn(theme, Surfaces.themedRow(theme), theme.secondaryTextColor)
 
-    signal menuRequested(point position)
-
     implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
     implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.rowSpacing
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
-    // No `text`: a name from outside may hold an "&", and would make a shortcut of the letter behind it.
     Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isFavorite ? "，已喜欢" : "")
     Accessible.selected: isCurrent
-    Accessible.onPressAction: Press.byAction(root)
-    onPressAndHold: menuRequested(Qt.point(pressX, pressY))
 
-    // A handler of the row's own would make the row take the right button for a click.
-    MouseArea {
-        anchors.fill: parent
-        acceptedButtons: Qt.RightButton
-        onClicked: mouse => root.menuRequested(Qt.point(mouse.x, mouse.y))
-    }
+    ArtworkImageView {
+        id: cover
 
-    background: ThemedRowModifier {
-        theme: root.theme
+        anchors.left: parent.left
+        anchors.leftMargin: Metrics.rowSpacing
+        anchors.verticalCenter: parent.verticalCenter
+        source: root.coverSource
+        cornerRadius: Metrics.coverRadius
 
-        ThemedHighlight {
+        ThemedArtworkModifier {
             anchors.fill: parent
-            isHovered: root.hovered
-            isPressed: root.down
-            isFocused: root.showsFocus
             theme: root.theme
         }
     }
-    Item {
-        anchors.fill: parent
-        anchors.leftMargin: root.leftInset
-        anchors.rightMargin: root.rightInset
+    Column {
+        id: texts
 
-        ArtworkImageView {
-            id: cover
+        anchors.left: cover.right
+        anchors.leftMargin: Metrics.cardPadding
+        anchors.right: marks.left
+        anchors.rightMargin: Metrics.rowSpacing
+        anchors.verticalCenter: parent.verticalCenter
 
-            anchors.left: parent.left
-            anchors.leftMargin: Metrics.rowSpacing
-            anchors.verticalCenter: parent.verticalCenter
-            source: root.coverSource
-            cornerRadius: Metrics.coverRadius
-
-            ThemedArtworkModifier {
-                anchors.fill: parent
-                theme: root.theme
-            }
-        }
-        Column {
-            id: texts
-
-            anchors.left: cover.right
-            anchors.leftMargin: Metrics.cardPadding
-            anchors.right: marks.left
-            anchors.rightMargin: Metrics.rowSpacing
-            anchors.verticalCenter: parent.verticalCenter
-
-            StyledText {
-                objectName: "title"
-                width: parent.width
-                text: root.title
-                color: root.isCurrent ? root.currentColor : root.titleColor
-                // In a look whose texts are of its accent, the colour alone would not tell.
-                font.weight: root.isCurrent ? Font.DemiBold : Font.Normal
-            }
-            StyledText {
-                objectName: "subtitle"
-                width: parent.width
-                text: root.subtitle
-                style: TextStyles.footnote
-                color: root.quietColor
-                visible: text !== ""
-            }
-        }
-        Row {
-            id: marks
-
-            anchors.right: trailing.left
-            anchors.rightMargin: width > 0 && trailing.text !== "" ? Metrics.rowSpacing : 0
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: Metrics.rowSpacing
-
-            SymbolIcon {
-                objectName: "favoriteMark"
-                name: root.isFavorite ? AppIcons.favorite.heartFill : ""
-                size: Metrics.symbolTiny
-                color: root.theme.primaryColor
-                visible: root.isFavorite
-            }
-            SymbolIcon {
-                objectName: "currentMark"
-                name: root.isCurrent ? AppIcons.audio.speaker : ""
-                size: Metrics.symbolTiny
-                color: root.theme.primaryColor
-                visible: root.isCurrent
-            }
+        StyledText {
+            objectName: "title"
+            width: parent.width
+            text: root.title
+            color: root.isCurrent ? root.currentColor : root.titleColor
+            // In a look whose texts are of its accent, the colour alone would not tell.
+            font.weight: root.isCurrent ? Font.DemiBold : Font.Normal
         }
         StyledText {
-            id: trailing
-
-            objectName: "trailing"
-            anchors.right: parent.right
-            anchors.rightMargin: Metrics.cardPadding
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.trailingText
+            objectName: "subtitle"
+            width: parent.width
+            text: root.subtitle
             style: TextStyles.footnote
             color: root.quietColor
-            elide: Text.ElideNone
+            visible: text !== ""
         }
+    }
+    Row {
+        id: marks
+
+        anchors.right: trailing.left
+        anchors.rightMargin: width > 0 && trailing.text !== "" ? Metrics.rowSpacing : 0
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Metrics.rowSpacing
+
+        SymbolIcon {
+            objectName: "favoriteMark"
+            name: root.isFavorite ? AppIcons.favorite.heartFill : ""
+            size: Metrics.symbolTiny
+            color: root.theme.primaryColor
+            visible: root.isFavorite
+        }
+        SymbolIcon {
+            objectName: "currentMark"
+            name: root.isCurrent ? AppIcons.audio.speaker : ""
+            size: Metrics.symbolTiny
+            color: root.theme.primaryColor
+            visible: root.isCurrent
+        }
+    }
+    StyledText {
+        id: trailing
+
+        objectName: "trailing"
+        anchors.right: parent.right
+        anchors.rightMargin: Metrics.cardPadding
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.trailingText
+        style: TextStyles.footnote
+        color: root.quietColor
+        elide: Text.ElideNone
     }
 }

@@ -180,9 +180,10 @@ void MiniPlayerViewTest::itTurnsOnlyWhileItPlaysAndIsSeen()
     QTRY_VERIFY(turns());
     // It goes on from where it rested.
     QVERIFY(angle() > rested);
-    s->view()->setProperty("isCovered", true);
+    // As the root screen hides it beneath what lies over the whole window.
+    s->view()->parentItem()->setVisible(false);
     QVERIFY(!turns());
-    s->view()->setProperty("isCovered", false);
+    s->view()->parentItem()->setVisible(true);
     QTRY_VERIFY(turns());
     s->view()->setVisible(false);
     QVERIFY(!turns());

@@ -41,6 +41,9 @@ private Q_SLOTS:
     void songThatPlaysIsLocated();
     void songThatIsNotThereMovesNothing();
     void heldReturnPlaysOnce();
+    void aRowLeavesReturnToItsList_data();
+    void aRowLeavesReturnToItsList();
+    void theLastRowCanBeScrolledClearOfTheDisc();
     void aNameMakesNoShortcut();
     void theQuestionIsReadToItsEnd();
 
@@ -404,6 +407,59 @@ void LibraryScreenTest::heldReturnPlaysOnce()
     QVERIFY(played.isValid());
     holdReturn(t->window);
     QCOMPARE(played.size(), 1);
+}
+
+void LibraryScreenTest::aRowLeavesReturnToItsList_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+}
+
+void LibraryScreenTest::aRowLeavesReturnToItsList()
+{
+    QFETCH(Qt::Key, key);
+    showLibrary();
+    t->item(u"songList"_s)->forceActiveFocus();
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QVERIFY(t->row(0)->hasActiveFocus());
+    QSignalSpy played(t->item(u"songList"_s), SIGNAL(playRequested(int)));
+    // On some desktops it presses every button, as often as it is repeated: nothing of it may reach the
+    // button.
+    for (const bool isRepeat : {false, true, true}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(), isRepeat);
+        QCoreApplication::sendEvent(t->row(0), &press);
+        QVERIFY(press.isAccepted());
+        QVERIFY(!t->row(0)->property("down").toBool());
+    }
+    QCOMPARE(played.size(), 1);
+}
+
+void LibraryScreenTest::theLastRowCanBeScrolledClearOfTheDisc()
+{
+    showLibrary(20);
+    QQuickItem *list = t->item(u"songList"_s);
+    const auto end = [list] {
+        return list->property("originY").toReal() + list->property("contentHeight").toReal() - list->height();
+    };
+    list->forceActiveFocus();
+    QTest::keyClick(t->window, Qt::Key_End);
+    // Without a song there is no disc to leave room for.
+    QVERIFY(list->property("contentY").toReal() - end() < 20);
+
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    const QQuickItem *disc = t->item(u"miniPlayerDisc"_s);
+    const auto area = [](const QQuickItem *item) { return item->mapRectToScene(item->boundingRect()); };
+    QTest::keyClick(t->window, Qt::Key_Home);
+    QTest::keyClick(t->window, Qt::Key_End);
+    QTRY_VERIFY(t->row(19));
+    QVERIFY(area(t->row(19)).bottom() <= area(disc).top());
+    // A hand gets there, too.
+    QTest::keyClick(t->window, Qt::Key_Home);
+    list->setProperty("contentY", end() + list->property("bottomMargin").toReal());
+    QTRY_VERIFY(t->row(19));
+    QVERIFY(area(t->row(19)).bottom() <= area(disc).top());
 }
 
 void LibraryScreenTest::aNameMakesNoShortcut()

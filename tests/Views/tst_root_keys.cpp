@@ -32,6 +32,7 @@ private Q_SLOTS:
     void theVolumeFollowsAHeldKey();
     void arrowsSeekAndChangeTheVolumeUnderTheCoverOnly();
     void arrowsStopAtBothEnds();
+    void aHeldArrowEndsNoSong();
     void controlArrowsChangeSongAndVolume();
     void keysWorkAgainBehindAMenu();
     void aTabsKeyClosesTheCover();
@@ -253,6 +254,22 @@ void RootKeysTest::arrowsSeekAndChangeTheVolumeUnderTheCoverOnly()
     QVERIFY(qAbs(t->audioPlayer->volume() - (volume - 0.05F)) < 0.001F);
     QTest::keyClick(t->window, Qt::Key_Up);
     QVERIFY(qAbs(t->audioPlayer->volume() - volume) < 0.001F);
+}
+
+void RootKeysTest::aHeldArrowEndsNoSong()
+{
+    showLibrary(3);
+    playRow(0);
+    openNowPlaying();
+    t->item(u"nowPlayingView"_s)->forceActiveFocus(Qt::OtherFocusReason);
+    t->player->tick(190);
+    t->player->seeks.clear();
+    holdKey(t->window, Qt::Key_Right);
+    QCOMPARE(currentTitle(), u"歌 0"_s);
+    QVERIFY(qAbs(t->player->seeks.constLast().time - 195) < 0.01);
+    // Who lets go and presses once more means it.
+    QTest::keyClick(t->window, Qt::Key_Right);
+    QCOMPARE(currentTitle(), u"歌 1"_s);
 }
 
 void RootKeysTest::arrowsStopAtBothEnds()

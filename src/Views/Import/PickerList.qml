@@ -2,51 +2,21 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import Cadorel
 
 /// Folders and files of the picker's folder, or why there are none.
-ListView {
+RowList {
     id: root
 
     required property FilePickerModel files
     property bool picturesMode: false
 
-    property bool keyboardInUse: false
-
     model: files
-    clip: true
     spacing: Metrics.grid
     topMargin: Metrics.rowSpacing
-    bottomMargin: Metrics.rowSpacing
-    boundsBehavior: Flickable.StopAtBounds
-    reuseItems: true
-    currentIndex: -1
-    highlightMoveDuration: 0
-    Accessible.role: Accessible.List
+    rowStep: Metrics.compactRowHeight + spacing
     Accessible.name: files.folderName
-
-    function activateByKey(event: var): void {
-        if (!event.isAutoRepeat)
-            files.activate(currentIndex);
-    }
-    function goTo(row: int): void {
-        if (count > 0)
-            currentIndex = Math.max(0, Math.min(count - 1, row));
-    }
-
-    Keys.onUpPressed: {
-        keyboardInUse = true;
-        goTo(currentIndex - 1);
-    }
-    Keys.onDownPressed: {
-        keyboardInUse = true;
-        goTo(currentIndex + 1);
-    }
-    // Once, however long the key is held down.
-    Keys.onReturnPressed: event => activateByKey(event)
-    Keys.onEnterPressed: event => activateByKey(event)
-    Keys.onSpacePressed: files.activate(currentIndex)
+    onActivated: row => files.activate(row)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Backspace) {
             files.up();
@@ -54,21 +24,11 @@ ListView {
         }
     }
 
-    ScrollBar.vertical: SlimScrollBar {}
-
     delegate: PickerRow {
         width: ListView.view.width
         folderMode: root.files.folderMode
         fileSymbol: root.picturesMode ? AppIcons.appearance.picture : AppIcons.file.music
-        showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
-        onPressed: {
-            root.keyboardInUse = false;
-            root.forceActiveFocus(Qt.MouseFocusReason);
-        }
-        onClicked: {
-            root.currentIndex = index;
-            root.files.activate(index);
-        }
+        onClicked: root.take(index)
     }
 
     EmptyStateView {

@@ -19,7 +19,6 @@ RowList {
 
     signal playRequested(int row)
     signal removeRequested(string songId, string songTitle)
-    signal playPauseRequested
 
     function openMenu(song: SongRow, position: point): void {
         menu.songId = song.songId;
@@ -32,6 +31,8 @@ RowList {
         return removeText !== "" && (removesEverySong || song.isDeletable);
     }
 
+    isBeneathMiniPlayer: true
+    playsAndPauses: true
     Accessible.name: "歌曲"
     onActivated: row => root.playRequested(row)
     onDeleteKeyPressed: {
@@ -46,20 +47,7 @@ RowList {
 
         width: ListView.view.width
         sideMargin: root.sideMargin
-        showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
-        // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
-        Keys.onSpacePressed: event => {
-            if (Press.isPlayPause(event))
-                root.playPauseRequested();
-        }
-        onPressed: {
-            root.keyboardInUse = false;
-            root.forceActiveFocus(Qt.MouseFocusReason);
-        }
-        onClicked: {
-            root.currentIndex = index;
-            root.playRequested(index);
-        }
+        onClicked: root.take(index)
         onMenuRequested: position => {
             root.currentIndex = index;
             root.openMenu(row, row.mapToItem(root, position));

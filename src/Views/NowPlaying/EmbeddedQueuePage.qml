@@ -98,33 +98,17 @@ FocusScope {
         visible: !root.queue.isEmpty
         model: root.queue.songs
         Accessible.name: "播放队列"
+        playsAndPauses: true
         onActivated: row => root.queue.play(row)
+        onPlayPauseRequested: root.queue.togglePlayPause()
 
         delegate: QueueSongRow {
-            id: row
-
             width: ListView.view.width
-            showsFocus: ListView.isCurrentItem && list.activeFocus && list.keyboardInUse
             theme: root.theme
             ink: root.ink
             secondaryInk: root.secondaryInk
             tint: root.tint
-            // The view gives its current row the keyboard, and a button takes Space for a click: it would start the song anew.
-            Keys.onSpacePressed: event => {
-                if (Press.isPlayPause(event))
-                    root.queue.togglePlayPause();
-            }
-            // Some desktops let Return press a button as long as it is held down.
-            Keys.onReturnPressed: event => list.activateByKey(event)
-            Keys.onEnterPressed: event => list.activateByKey(event)
-            onPressed: {
-                list.keyboardInUse = false;
-                list.forceActiveFocus(Qt.MouseFocusReason);
-            }
-            onClicked: {
-                list.currentIndex = row.index;
-                root.queue.play(row.index);
-            }
+            onClicked: list.take(index)
         }
     }
     Column {

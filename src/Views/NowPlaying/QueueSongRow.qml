@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import Cadorel
 
 /// One song of the queue, on whatever lies behind the screen that plays. A tap plays it.
-T.ItemDelegate {
+ThemedListRow {
     id: root
 
     required property int index
@@ -12,9 +11,6 @@ T.ItemDelegate {
     required property string artist
     required property string coverSource
     required property bool isPlaying
-    /// The keyboard stands on this row and is in use.
-    property bool showsFocus: false
-    property AppTheme theme: ThemeEnvironment.theme
     /// Of its texts, for what lies behind it: without another, the look's own background.
     property color ink: Surfaces.textOn(theme, Surfaces.background(theme), theme.primaryTextColor)
     property color secondaryInk: Surfaces.textOn(theme, Surfaces.background(theme), theme.secondaryTextColor)
@@ -22,12 +18,9 @@ T.ItemDelegate {
     property color tint: ink
 
     implicitHeight: Math.max(Metrics.touchTarget, texts.implicitHeight) + 2 * Metrics.rowSpacing
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
-    text: title
+    hasMenu: false
     Accessible.name: title + "，" + artist + (isPlaying ? "，正在播放" : "")
     Accessible.selected: isPlaying
-    Accessible.onPressAction: Press.byAction(root)
 
     background: ThemedHighlight {
         isHovered: root.hovered
@@ -36,54 +29,50 @@ T.ItemDelegate {
         ink: root.ink
         theme: root.theme
     }
-    Item {
-        anchors.fill: parent
+    ArtworkImageView {
+        id: cover
 
-        ArtworkImageView {
-            id: cover
+        anchors.left: parent.left
+        anchors.leftMargin: Metrics.rowSpacing
+        anchors.verticalCenter: parent.verticalCenter
+        source: root.coverSource
+        size: Metrics.touchTarget
+    }
+    Column {
+        id: texts
 
-            anchors.left: parent.left
-            anchors.leftMargin: Metrics.rowSpacing
-            anchors.verticalCenter: parent.verticalCenter
-            source: root.coverSource
-            size: Metrics.touchTarget
+        anchors.left: cover.right
+        anchors.leftMargin: Metrics.cardPadding
+        anchors.right: mark.left
+        anchors.rightMargin: Metrics.cardPadding
+        anchors.verticalCenter: parent.verticalCenter
+
+        StyledText {
+            objectName: "queueTitle"
+            width: parent.width
+            text: root.title
+            color: root.isPlaying ? root.tint : root.ink
+            font.weight: root.isPlaying ? Font.DemiBold : Font.Normal
         }
-        Column {
-            id: texts
-
-            anchors.left: cover.right
-            anchors.leftMargin: Metrics.cardPadding
-            anchors.right: mark.left
-            anchors.rightMargin: Metrics.cardPadding
-            anchors.verticalCenter: parent.verticalCenter
-
-            StyledText {
-                objectName: "queueTitle"
-                width: parent.width
-                text: root.title
-                color: root.isPlaying ? root.tint : root.ink
-                font.weight: root.isPlaying ? Font.DemiBold : Font.Normal
-            }
-            StyledText {
-                objectName: "queueArtist"
-                width: parent.width
-                text: root.artist
-                style: TextStyles.footnote
-                color: root.secondaryInk
-            }
+        StyledText {
+            objectName: "queueArtist"
+            width: parent.width
+            text: root.artist
+            style: TextStyles.footnote
+            color: root.secondaryInk
         }
-        SymbolIcon {
-            id: mark
+    }
+    SymbolIcon {
+        id: mark
 
-            objectName: "queueMark"
-            anchors.right: parent.right
-            anchors.rightMargin: visible ? Metrics.cardPadding : 0
-            anchors.verticalCenter: parent.verticalCenter
-            width: visible ? size : 0
-            name: root.isPlaying ? AppIcons.audio.waveform : ""
-            size: Metrics.symbolSmall
-            color: root.tint
-            visible: root.isPlaying
-        }
+        objectName: "queueMark"
+        anchors.right: parent.right
+        anchors.rightMargin: visible ? Metrics.cardPadding : 0
+        anchors.verticalCenter: parent.verticalCenter
+        width: visible ? size : 0
+        name: root.isPlaying ? AppIcons.audio.waveform : ""
+        size: Metrics.symbolSmall
+        color: root.tint
+        visible: root.isPlaying
     }
 }

@@ -75,44 +75,22 @@ FocusScope {
                 theme: root.theme
             }
         }
-        delegate: Item {
-            id: place
-
+        delegate: ThemedSongRow {
             required property int index
-            required property string title
+            required title
             required property string artist
-            required property string coverSource
+            required coverSource
             required property bool isPlaying
 
+            objectName: "queueRow" + index
             width: ListView.view.width
-            implicitHeight: row.implicitHeight
-
-            ThemedSongRow {
-                id: row
-
-                objectName: "queueRow" + place.index
-                anchors.left: parent.left
-                anchors.leftMargin: root.sideMargin
-                anchors.right: parent.right
-                anchors.rightMargin: root.sideMargin
-                title: place.title
-                subtitle: place.artist
-                coverSource: place.coverSource
-                isCurrent: place.isPlaying
-                showsFocus: place.ListView.isCurrentItem && list.activeFocus && list.keyboardInUse
-                theme: root.theme
-                // A row is a button, which some desktops let Return press as long as it is held down.
-                Keys.onReturnPressed: event => list.activateByKey(event)
-                Keys.onEnterPressed: event => list.activateByKey(event)
-                onPressed: {
-                    list.keyboardInUse = false;
-                    list.forceActiveFocus(Qt.MouseFocusReason);
-                }
-                onClicked: {
-                    list.currentIndex = place.index;
-                    root.queue.playUpcoming(place.index);
-                }
-            }
+            leftInset: root.sideMargin
+            rightInset: root.sideMargin
+            hasMenu: false
+            subtitle: artist
+            isCurrent: isPlaying
+            theme: root.theme
+            onClicked: list.take(index)
         }
         // qmllint enable unqualified
     }

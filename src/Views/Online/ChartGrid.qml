@@ -22,7 +22,7 @@ GridView {
     currentIndex: -1
     highlightMoveDuration: 0
     topMargin: Metrics.rowSpacing
-    bottomMargin: Metrics.rowSpacing
+    bottomMargin: Metrics.rowSpacing + MiniPlayerRoom.height
     Accessible.role: Accessible.List
     Accessible.name: "排行榜"
 

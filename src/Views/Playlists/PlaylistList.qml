@@ -28,16 +28,7 @@ RowList {
         width: ListView.view.width
         sideMargin: root.sideMargin
         hasMenu: root.hasMenus
-        showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
-        Keys.onSpacePressed: root.openRequested(row)
-        onPressed: {
-            root.keyboardInUse = false;
-            root.forceActiveFocus(Qt.MouseFocusReason);
-        }
-        onClicked: {
-            root.currentIndex = index;
-            root.openRequested(row);
-        }
+        onClicked: root.take(index)
         onMenuRequested: position => {
             root.currentIndex = index;
             root.menuRequested(row, row.mapToItem(root, position));

@@ -58,6 +58,7 @@ FocusScope {
             anchors.top: top.bottom
             anchors.bottom: parent.bottom
             sideMargin: root.sideMargin
+            isBeneathMiniPlayer: true
             model: root.playlists.playlists
             focus: true
             onOpenRequested: playlist => root.playlists.openPlaylist(playlist.playlistId)

@@ -30,19 +30,14 @@ BottomSheet {
         topMargin: Metrics.rowSpacing
         model: root.presets
         Accessible.name: root.title
-        onActivated: row => list.choose(row)
-
-        function choose(row: int): void {
+        onActivated: row => {
             root.close();
             root.chosen(row);
         }
 
         delegate: PresetRow {
             width: ListView.view.width
-            showsFocus: ListView.isCurrentItem && list.activeFocus && list.keyboardInUse
-            Keys.onSpacePressed: list.choose(index)
-            onPressed: list.keyboardInUse = false
-            onClicked: list.choose(index)
+            onClicked: list.take(index)
         }
     }
 }

@@ -14,6 +14,7 @@ RowList {
     signal deleteRequested(ServerRow server)
 
     rowStep: Metrics.tallRowHeight + spacing
+    isBeneathMiniPlayer: true
     Accessible.name: "服务器"
     onActivated: root.openRequested(root.currentItem as ServerRow)
     onDeleteKeyPressed: root.deleteRequested(root.currentItem as ServerRow)
@@ -24,16 +25,7 @@ RowList {
 
         width: ListView.view.width
         sideMargin: root.sideMargin
-        showsFocus: ListView.isCurrentItem && root.activeFocus && root.keyboardInUse
-        Keys.onSpacePressed: root.openRequested(row)
-        onPressed: {
-            root.keyboardInUse = false;
-            root.forceActiveFocus(Qt.MouseFocusReason);
-        }
-        onClicked: {
-            root.currentIndex = index;
-            root.openRequested(row);
-        }
+        onClicked: root.take(index)
         onMenuRequested: position => {
             root.currentIndex = index;
             root.menuRequested(row, row.mapToItem(root, position));

@@ -29,7 +29,7 @@ FocusScope {
         const top = item.mapToItem(flickable.contentItem, 0, 0).y - Metrics.sectionGap;
         const bottom = top + item.height + 2 * Metrics.sectionGap;
         const wanted = Math.min(Math.max(flickable.contentY, bottom - flickable.height), top);
-        flickable.contentY = Math.max(0, Math.min(wanted, flickable.contentHeight - flickable.height));
+        flickable.contentY = Math.max(0, Math.min(wanted, flickable.contentHeight + flickable.bottomMargin - flickable.height));
     }
     function holds(item: Item): bool {
         for (let around = item; around; around = around.parent) {
@@ -62,6 +62,7 @@ FocusScope {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         contentHeight: column.y + column.height + 2 * Metrics.sectionGap
+        bottomMargin: MiniPlayerRoom.height
 
         ScrollBar.vertical: SlimScrollBar {}
 
