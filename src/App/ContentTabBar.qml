@@ -8,12 +8,15 @@ FocusScope {
 
     required property ContentTabModel tabs
     required property int selectedTab
+    /// The look has this bar. One that is not in use has no buttons.
+    property bool isInUse: true
     /// The buttons, one for each of the tabs.
     property Repeater buttons
 
     /// The listener wants to be there, also where he is already. @param byKeyboard the keyboard stays in the bar
     signal tabRequested(int tab, bool byKeyboard)
 
+    visible: isInUse
     Accessible.role: Accessible.PageTabList
     Accessible.name: "位置"
 

@@ -45,7 +45,7 @@ ContentTabBar {
         Repeater {
             id: repeater
 
-            model: root.tabs
+            model: root.isInUse ? root.tabs : null
 
             delegate: KawaiiTabButton {
                 width: row.tabWidth

@@ -36,7 +36,7 @@ ContentTabBar {
         Repeater {
             id: repeater
 
-            model: root.tabs
+            model: root.isInUse ? root.tabs : null
 
             delegate: StandardTabButton {
                 width: row.tabWidth

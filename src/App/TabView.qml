@@ -11,7 +11,7 @@ FocusScope {
     required property barAppearance appearance
     property AppTheme theme: ThemeEnvironment.theme
 
-    readonly property real barHeight: bar.height
+    readonly property real barHeight: theme.isKawaiiPink ? kawaiiTabBar.height : standardTabView.height
 
     /// See ContentTabBar.
     signal tabRequested(int tab, bool byKeyboard)
@@ -30,43 +30,34 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.bottom: bar.top
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: root.barHeight
         focus: true
         screens: root.screens
         selectedTab: root.selectedTab
     }
-    Loader {
-        id: bar
-
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        sourceComponent: root.theme.isKawaiiPink ? kawaiiTabBar : standardTabView
-    }
-
-    // A bound component of an item that is made by a loader of another file would not live.
-    // qmllint disable unqualified
-    Component {
+    StandardTabBar {
         id: standardTabView
 
-        StandardTabBar {
-            objectName: "tabBar"
-            tabs: root.screens.content.visibleTabs
-            selectedTab: root.selectedTab
-            appearance: root.appearance
-            onTabRequested: (tab, byKeyboard) => root.tabRequested(tab, byKeyboard)
-        }
+        objectName: isInUse ? "tabBar" : ""
+        isInUse: !root.theme.isKawaiiPink
+        width: parent.width
+        anchors.bottom: parent.bottom
+        tabs: root.screens.content.visibleTabs
+        selectedTab: root.selectedTab
+        appearance: root.appearance
+        onTabRequested: (tab, byKeyboard) => root.tabRequested(tab, byKeyboard)
     }
-    Component {
+    KawaiiTabBar {
         id: kawaiiTabBar
 
-        KawaiiTabBar {
-            objectName: "tabBar"
-            tabs: root.screens.content.visibleTabs
-            selectedTab: root.selectedTab
-            theme: root.theme
-            onTabRequested: (tab, byKeyboard) => root.tabRequested(tab, byKeyboard)
-        }
+        objectName: isInUse ? "tabBar" : ""
+        isInUse: root.theme.isKawaiiPink
+        width: parent.width
+        anchors.bottom: parent.bottom
+        tabs: root.screens.content.visibleTabs
+        selectedTab: root.selectedTab
+        theme: root.theme
+        onTabRequested: (tab, byKeyboard) => root.tabRequested(tab, byKeyboard)
     }
-    // qmllint enable unqualified
 }
