@@ -10,6 +10,8 @@ Item {
     id: root
 
     property string source
+    /// Of its corners, in pixels of the window, for a provider that knows of round corners; below 0 is not told to it.
+    property real cornerRadius: -1
     /// In pixels of the window; nothing is drawn before there is one.
     property size pictureSize: Qt.size(width, height)
     /// Of the picture that is wanted, as of an image.
@@ -20,16 +22,30 @@ Item {
     property Layer front: first
     property Layer back: second
     property bool wantsBack: false
+    property bool isMade: false
 
     Accessible.ignored: true
-    Component.onCompleted: take()
+    Component.onCompleted: {
+        isMade = true;
+        take();
+    }
     onSourceChanged: take()
-    onPictureSizeChanged: {
+    onPictureSizeChanged: takeSize()
+    onCornerRadiusChanged: takeSize()
+
+    function takeSize(): void {
         if (!rest.running)
             take();
     }
+    function address(): string {
+        const radius = cornerRadius >= 0 ? (source.includes("?") ? "&" : "?") + "radius=" + (cornerRadius / pictureSize.width).toFixed(4) : "";
+        return source + radius;
+    }
 
     function take(): void {
+        // Of its properties some are not set yet.
+        if (!isMade)
+            return;
         if (source === "" || pictureSize.width < 1 || pictureSize.height < 1) {
             wantsBack = false;
             patience.stop();
@@ -37,19 +53,21 @@ Item {
             back.source = "";
             return;
         }
-        wantsBack = String(front.source) !== source || front.sourceSize !== pictureSize;
+        const wanted = address();
+        wantsBack = String(front.source) !== wanted || front.sourceSize !== pictureSize;
         if (!wantsBack) {
             back.source = "";
             return;
         }
-        if (back.sourceSize !== pictureSize || String(back.source) !== source) {
+        if (back.sourceSize !== pictureSize || String(back.source) !== wanted) {
             // One after the other each of them would load something.
             back.source = "";
             back.sourceSize = pictureSize;
-            back.source = source;
+            back.picture = source;
+            back.source = wanted;
             rest.restart();
         }
-        if (String(front.source) !== source && String(front.source) !== "" && !patience.running)
+        if (front.picture !== source && String(front.source) !== "" && !patience.running)
             patience.start();
         look();
     }
@@ -66,6 +84,9 @@ Item {
     }
 
     component Layer: Image {
+        /// What it shows, in whatever size.
+        property string picture
+
         anchors.fill: parent
         visible: root.front === this
         asynchronous: true

@@ -59,7 +59,8 @@ Item {
 
                 objectName: "picture"
                 anchors.fill: parent
-                source: (root.hasCover ? root.coverSource : "image://cover/none") + "?radius=" + (cover.cornerRadius / cover.width).toFixed(4)
+                cornerRadius: cover.cornerRadius
+                source: root.hasCover ? root.coverSource : "image://cover/none"
             }
         }
     }

@@ -33,7 +33,8 @@ Item {
         objectName: "picture"
         anchors.fill: parent
         pictureSize: Qt.size(Math.round(root.size), Math.round(root.size))
-        source: root.image === "" ? "" : root.roundedImage + (root.roundedImage.includes("?") ? "&" : "?") + "radius=" + (root.cornerRadius / root.size).toFixed(4)
+        cornerRadius: root.cornerRadius
+        source: root.roundedImage
     }
     AlbumCoverShadowModifier {
         anchors.fill: parent

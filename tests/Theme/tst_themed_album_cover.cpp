@@ -6,11 +6,45 @@
 #include "Theme/ThemedScene.h"
 #include "ViewModels/CoverRegistry.h"
 
+#include <QElapsedTimer>
+#include <QQuickImageProvider>
 #include <QTemporaryDir>
+
+#include <atomic>
 
 namespace cadorel {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Milliseconds between two pictures of something whose size changes.
+constexpr int redrawInterval = 100;
+
+/// Counts the pictures that are asked for.
+class CountingProvider : public QQuickImageProvider
+{
+public:
+    CountingProvider()
+        : QQuickImageProvider(Image)
+    {
+    }
+    QImage requestImage(const QString & /*id*/, QSize *size, const QSize &requestedSize) override
+    {
+        ++count;
+        lastSize = requestedSize.width();
+        QImage image(requestedSize, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        *size = image.size();
+        return image;
+    }
+
+    // Written by the engine's thread of pictures.
+    std::atomic<int> count = 0;
+    std::atomic<int> lastSize = 0;
+};
+
+} // namespace
 
 /// The large cover on its shadow.
 class TestThemedAlbumCover : public QObject
@@ -118,6 +152,34 @@ private Q_SLOTS:
         QTRY_VERIFY(isReady());
         for (const int x : {20, 100, 180})
             QCOMPARE(pixel(x, 100), QColor(Qt::red));
+    }
+    void aWindowThatIsResizedAsksForFewPictures()
+    {
+        auto *provider = new CountingProvider; // the engine's
+        showCover({});
+        qmlEngine(s->root())->addImageProvider(u"counted"_s, provider);
+        s->root()->setProperty("image", u"image://counted/cover"_s);
+        QTRY_VERIFY(isReady());
+        QCOMPARE(provider->count, 1);
+
+        QElapsedTimer passed;
+        passed.start();
+        double size = 200;
+        for (int width = 0; width < 40; ++width) {
+            size += 3;
+            s->root()->setProperty("size", size);
+            s->root()->setSize({size, size});
+            QCoreApplication::processEvents();
+            // The picture before stays, stretched.
+            QVERIFY(s->item(u"picture"_s)->property("isPicture").toBool());
+            QVERIFY(!s->item(u"placeholder"_s)->isVisible());
+        }
+        // One at once, and then one each time the rest is over.
+        const qint64 rests = passed.elapsed() / redrawInterval;
+        QVERIFY2(provider->count <= 3 + rests, qPrintable(QString::number(provider->count)));
+        // In the end it is drawn as large as it is shown.
+        QTRY_COMPARE(provider->lastSize.load(), 320);
+        QTRY_VERIFY(isReady());
     }
     void aPictureThatIsNotThereIsNoWarning()
     {
