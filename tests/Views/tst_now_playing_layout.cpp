@@ -14,6 +14,7 @@ class NowPlayingLayoutTest : public NowPlayingScreenTest
 private Q_SLOTS:
     void longTitleEndsBeforeTheEdge();
     void dotsAndButtonsLeadToThePages();
+    void dotsTakeAFingersWidthEach();
     void fingerSwipesThroughThePages();
     void pageOutOfSightIsNotDrawn();
     void windowThatGrowsKeepsThePage();
@@ -68,6 +69,32 @@ void NowPlayingLayoutTest::dotsAndButtonsLeadToThePages()
     s->key(Qt::Key_PageUp);
     s->key(Qt::Key_PageUp);
     QCOMPARE(s->bench.nowPlaying.currentPage(), int(NowPlayingViewModel::CoverPage));
+}
+
+void NowPlayingLayoutTest::dotsTakeAFingersWidthEach()
+{
+    showSong();
+    for (const QSize size : {QSize(320, 480), QSize(390, 844)}) {
+        s->resize(size);
+        QRectF before;
+        for (int page = 0; page < NowPlayingViewModel::PageCount; ++page) {
+            const QQuickItem *button = s->item(u"pageDot%1"_s.arg(page));
+            const QRectF room = s->area(button);
+            const QRectF dot = s->area(button->findChild<QQuickItem *>(u"dot"_s));
+            QVERIFY(room.width() >= 44 && room.height() >= 44);
+            QVERIFY(room.contains(dot));
+            QVERIFY(!room.intersects(before));
+            // They are drawn as close to each other as ever.
+            QVERIFY(qAbs(dot.center().x() - size.width() / 2.0 - 28.0 * (page - 1)) < 1);
+            QVERIFY(!room.intersects(s->area(s->item(u"sleepTimerButton"_s))));
+            QVERIFY(!room.intersects(s->area(s->item(u"nowPlayingClose"_s))));
+            before = room;
+        }
+        for (const int page : {2, 1, 0}) {
+            s->click(u"pageDot%1"_s.arg(page));
+            QCOMPARE(s->bench.nowPlaying.currentPage(), page);
+        }
+    }
 }
 
 void NowPlayingLayoutTest::fingerSwipesThroughThePages()

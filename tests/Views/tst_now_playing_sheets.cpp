@@ -141,9 +141,16 @@ private Q_SLOTS:
         QTRY_VERIFY(s->item(u"hoursWheel"_s)->hasActiveFocus());
         QCOMPARE(s->accessibleName(u"hoursWheel"_s), u"小时"_s);
         QCOMPARE(s->accessibleName(u"minutesWheel"_s), u"分钟"_s);
+        const auto isOutlined = [this](const QString &name) {
+            return s->item(name)->findChild<QQuickItem *>(u"focusRing"_s)->isVisible();
+        };
+        QVERIFY(!isOutlined(u"hoursWheel"_s));
         s->key(Qt::Key_Down);
+        QVERIFY(isOutlined(u"hoursWheel"_s));
         s->key(Qt::Key_Tab);
         QTRY_VERIFY(s->item(u"minutesWheel"_s)->hasActiveFocus());
+        QVERIFY(isOutlined(u"minutesWheel"_s));
+        QVERIFY(!isOutlined(u"hoursWheel"_s));
         s->key(Qt::Key_PageDown);
         s->key(Qt::Key_Down);
         QTRY_COMPARE(s->text(u"customTimeText"_s), u"共 71 分钟"_s);
@@ -156,6 +163,39 @@ private Q_SLOTS:
         QCOMPARE(s->sleep.sleepTimerMinutes(), 119);
         QTRY_COMPARE(s->item(u"sleepCustom"_s)->property("mark").toString(), u"checkmark"_s);
         QVERIFY(s->isOpen(u"sleepTimerSheet"_s));
+    }
+    void aScreenReaderReadsAndTurnsThem()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"sleepTimerSheet"_s));
+        s->sleep.beginCustom();
+        QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
+        for (const auto &[name, largest] :
+             {std::pair(u"hoursWheel"_s, 23), std::pair(u"minutesWheel"_s, 59)}) {
+            QAccessibleInterface *wheel = QAccessible::queryAccessibleInterface(s->item(name));
+            QVERIFY(wheel);
+            QCOMPARE(wheel->role(), QAccessible::SpinBox);
+            QAccessibleValueInterface *value = wheel->valueInterface();
+            QVERIFY(value);
+            QCOMPARE(value->minimumValue().toInt(), 0);
+            QCOMPARE(value->maximumValue().toInt(), largest);
+            QCOMPARE(value->minimumStepSize().toInt(), 1);
+            // Nothing within it is told beside it.
+            QCOMPARE(wheel->childCount(), 0);
+
+            QAccessibleActionInterface *actions = wheel->actionInterface();
+            QVERIFY(actions);
+            actions->doAction(QAccessibleActionInterface::increaseAction());
+            actions->doAction(QAccessibleActionInterface::increaseAction());
+            QCOMPARE(value->currentValue().toInt(), 2);
+            actions->doAction(QAccessibleActionInterface::decreaseAction());
+            QCOMPARE(value->currentValue().toInt(), 1);
+            value->setCurrentValue(7);
+            QCOMPARE(s->item(name)->property("currentIndex").toInt(), 7);
+        }
+        QCOMPARE(s->sleep.customHours(), 7);
+        QCOMPARE(s->sleep.customMinutes(), 7);
+        QCOMPARE(s->text(u"customTimeText"_s), u"共 427 分钟"_s);
     }
     void aFingerTurnsThem()
     {

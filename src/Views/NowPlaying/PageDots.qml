@@ -31,9 +31,11 @@ Row {
             required property string modelData
 
             readonly property bool isCurrent: index === root.currentPage
+            /// Dots lie closer together than fingers are thick: those at the sides are not in the middle of their room.
+            readonly property real dotShift: ((root.names.length - 1) / 2 - index) * (width - Metrics.pageDotRoom)
 
             objectName: "pageDot" + index
-            implicitWidth: Metrics.pageDotRoom
+            implicitWidth: Metrics.touchTarget
             implicitHeight: root.height
             checkable: false
             autoExclusive: false
@@ -56,6 +58,7 @@ Row {
                 Rectangle {
                     objectName: "dot"
                     anchors.centerIn: parent
+                    anchors.horizontalCenterOffset: tab.dotShift
                     width: tab.isCurrent ? Metrics.currentPageDot : Metrics.pageDot
                     height: width
                     radius: width / 2
@@ -76,10 +79,19 @@ Row {
                     }
                 }
             }
-            background: FocusRing {
-                radius: Metrics.coverRadius
-                border.color: root.ink
-                visible: tab.visualFocus
+            background: Item {
+                Item {
+                    anchors.centerIn: parent
+                    anchors.horizontalCenterOffset: tab.dotShift
+                    width: Metrics.pageDotRoom
+                    height: parent.height
+
+                    FocusRing {
+                        radius: Metrics.coverRadius
+                        border.color: root.ink
+                        visible: tab.visualFocus
+                    }
+                }
             }
         }
     }
