@@ -47,4 +47,7 @@ QtObject {
     readonly property color accentTint: table.accentTint
     /// What a cover shows until it is there; the same as its placeholder.
     readonly property color coverFill: table.coverFill
+    /// Of every look in both schemes: what of a song is played, and the chosen one of a few on a light track.
+    readonly property color playedPart: "white"
+    readonly property color segmentPill: "white"
 }

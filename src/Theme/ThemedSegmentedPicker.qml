@@ -20,7 +20,7 @@ FocusScope {
 
     readonly property int selectedIndex: options.indexOf(selection)
     // Labels lie on the track or on the pill, and can be read on both.
-    readonly property color pillColor: theme.useNeumorphism ? theme.surfaceColor : theme.isDark ? Contrast.over(Qt.alpha(theme.primaryColor, 0.35), theme.surfaceColor) : "white"
+    readonly property color pillColor: theme.useNeumorphism ? theme.surfaceColor : theme.isDark ? Contrast.over(Qt.alpha(theme.primaryColor, 0.35), theme.surfaceColor) : SystemColors.segmentPill
     readonly property color selectedColor: Contrast.textOn(pillColor, theme.primaryColor)
     readonly property color otherColor: Surfaces.textOn(theme, Surfaces.themedSegmentedPicker(theme), theme.primaryTextColor)
 

@@ -39,7 +39,9 @@ public:
     bool show()
     {
         QQmlComponent component(m_engine.get());
-        component.setData("import QtQuick\nimport Cadorel\n" + m_type + " {}", QUrl());
+        // Where a line leads to is for the screen that the page is a part of.
+        const QByteArray seek = m_type == "LyricsView" ? "onSeek: line => lyrics.seekToLine(line)" : "";
+        component.setData("import QtQuick\nimport Cadorel\n" + m_type + " { " + seek + " }", QUrl());
         m_root = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
             {{QStringLiteral("lyrics"), QVariant::fromValue(&bench.lyrics())}}));
         if (!m_root) {

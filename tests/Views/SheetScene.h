@@ -272,9 +272,9 @@ private:
                 hasLyrics: window.hasLyrics
                 equalizerDetail: "已关闭"
                 lyricsOffsetText: "+0.5s"
-                onEqualizerRequested: window.requests += "equalizer "
-                onLyricsOffsetRequested: window.ask("offset", offsetSheet)
-                onSettingsRequested: window.ask("settings", settingsSheet)
+                onEqualizer: window.requests += "equalizer "
+                onLyricsOffset: window.ask("offset", offsetSheet)
+                onSettings: window.ask("settings", settingsSheet)
             }
             NowPlayingSettingsView { id: settingsSheet; objectName: "nowPlayingSettings"; settings: window.settings }
         })";

@@ -19,7 +19,7 @@ Item {
 
     /// Font size of the current line.
     property real largestPointSize: pointSize
-    property color textColor: "white"
+    property color textColor: ThemeEnvironment.theme.primaryTextColor
     property bool isCentered: true
     /// Changes are seen.
     property bool animates: true

@@ -9,9 +9,12 @@ FocusScope {
 
     required property LyricsViewModel lyrics
     /// To be read on whatever lies beneath.
-    property color textColor: "white"
+    property color textColor: ThemeEnvironment.theme.primaryTextColor
     /// The page is on the screen and not beside it: else nothing moves.
     property bool isShown: Motion.isSeen(visible, Window.visibility)
+
+    /// Playing shall go on from that line.
+    signal seek(int line)
 
     onIsShownChanged: appear()
     Component.onCompleted: appear()
@@ -101,7 +104,7 @@ FocusScope {
             isCentered: ThemeService.lyricsAlignment === LyricsAlignments.Type.center
             animates: root.isShown
             showsFocus: list.activeFocus && ListView.isCurrentItem
-            onChosen: root.lyrics.seekToLine(index)
+            onChosen: root.seek(index)
         }
 
         Keys.onPressed: event => {
@@ -111,7 +114,7 @@ FocusScope {
             case Qt.Key_Return:
             case Qt.Key_Enter:
                 if (currentIndex >= 0 && !event.isAutoRepeat)
-                    root.lyrics.seekToLine(currentIndex);
+                    root.seek(currentIndex);
                 break;
             case Qt.Key_Up:
                 goTo(currentIndex - 1);

@@ -8,7 +8,7 @@ Item {
 
     required property LyricsViewModel lyrics
     /// To be read on whatever lies beneath.
-    property color textColor: "white"
+    property color textColor: ThemeEnvironment.theme.primaryTextColor
     property int horizontalAlignment: Text.AlignHCenter
     /// Changes are seen.
     property bool isShown: Motion.isSeen(visible, Window.visibility)

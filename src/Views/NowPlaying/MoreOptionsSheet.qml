@@ -16,9 +16,9 @@ ThemedSheet {
     /// A wide window shows the volume beneath the equalizer's line.
     readonly property bool showsVolume: (parent as Item)?.width < Metrics.sideBySideWidth
 
-    signal equalizerRequested
-    signal lyricsOffsetRequested
-    signal settingsRequested
+    signal equalizer
+    signal lyricsOffset
+    signal settings
 
     /// What is asked for once this sheet has gone: what comes up before would lose the keyboard to it.
     property var next: null
@@ -60,13 +60,9 @@ ThemedSheet {
     ThemedSettingsSection {
         width: parent.width
 
-        SheetRow {
+        AirPlayButton {
             objectName: "moreDevices"
-            symbol: AppIcons.audio.airplay
-            symbolColor: SystemColors.blue
-            text: "播放设备"
-            detail: "选择 AirPlay 设备"
-            onClicked: root.devices.open()
+            devices: root.devices
         }
         SheetRow {
             objectName: "moreEqualizer"
@@ -74,7 +70,7 @@ ThemedSheet {
             symbolColor: SystemColors.orange
             text: "均衡器"
             detail: root.equalizerDetail
-            onClicked: root.goOn(root.equalizerRequested)
+            onClicked: root.goOn(root.equalizer)
         }
         SheetRow {
             objectName: "moreLyricsOffset"
@@ -83,7 +79,7 @@ ThemedSheet {
             text: "歌词时间调整"
             detail: root.lyricsOffsetText
             visible: root.hasLyrics
-            onClicked: root.goOn(root.lyricsOffsetRequested)
+            onClicked: root.goOn(root.lyricsOffset)
         }
         SheetRow {
             objectName: "moreSettings"
@@ -91,7 +87,7 @@ ThemedSheet {
             symbolColor: SystemColors.gray
             text: "播放界面设置"
             detail: "自定义播放界面"
-            onClicked: root.goOn(root.settingsRequested)
+            onClicked: root.goOn(root.settings)
         }
     }
 

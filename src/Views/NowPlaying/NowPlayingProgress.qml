@@ -13,7 +13,7 @@ Item {
     /// Another song has another slider: a finger that is still down on the one before moves nothing any more.
     readonly property string identity: "progress_slider_" + nowPlaying.currentSongId
 
-    readonly property color tint: "white"
+    readonly property color tint: SystemColors.playedPart
     readonly property bool isOnDark: ink.hslLightness > 0.5
     /// On a light ground the groove is dark enough to show the white, and on a white one an edge does.
     readonly property color groove: Qt.alpha(ink, isOnDark ? Metrics.grooveOpacity : Metrics.darkGrooveOpacity)

@@ -40,9 +40,9 @@ Item {
             playback: root.nowPlaying.playback
             visible: root.nowPlaying.showMoreOptions
             onClosed: root.nowPlaying.showMoreOptions = false
-            onEqualizerRequested: root.equalizerRequested()
-            onLyricsOffsetRequested: root.nowPlaying.showLyricsOffset = true
-            onSettingsRequested: root.nowPlaying.showNowPlayingSettings = true
+            onEqualizer: root.equalizerRequested()
+            onLyricsOffset: root.nowPlaying.showLyricsOffset = true
+            onSettings: root.nowPlaying.showNowPlayingSettings = true
         }
     }
     Sheet {

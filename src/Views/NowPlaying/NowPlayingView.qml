@@ -22,6 +22,10 @@ FocusScope {
 
     signal closeRequested
 
+    function showEqualizer(): void {
+        equalizer.open();
+    }
+
     Accessible.role: Accessible.Pane
     Accessible.name: "正在播放"
     Component.onCompleted: nowPlaying.appear()
@@ -84,7 +88,7 @@ FocusScope {
         gap: root.gap
         ink: root.ink
         secondaryInk: root.secondaryInk
-        onEqualizerRequested: root.equalizer.open()
+        onEqualizerRequested: root.showEqualizer()
         onCloseRequested: root.closeRequested()
     }
 
@@ -92,7 +96,7 @@ FocusScope {
         nowPlaying: root.nowPlaying
         devices: root.devices
         appearance: root.appearance
-        onEqualizerRequested: root.equalizer.open()
+        onEqualizerRequested: root.showEqualizer()
     }
 
     // qmllint disable unqualified
@@ -123,6 +127,7 @@ FocusScope {
             objectName: "lyricsView"
             lyrics: root.nowPlaying.lyrics
             textColor: root.ink
+            onSeek: line => root.nowPlaying.lyrics.seekToLine(line)
         }
     }
     Component {
