@@ -38,6 +38,7 @@
 
 #include <chrono>
 #include <clocale>
+#include <memory>
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;

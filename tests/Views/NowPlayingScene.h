@@ -11,8 +11,6 @@
 #include "Views/UserInterface.h"
 #include "Views/WarningWatch.h"
 
-#include <QBuffer>
-#include <QPainter>
 #include <QPointingDevice>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -152,22 +150,6 @@ public:
         QTest::touchEvent(&m_window, finger).release(0, to);
     }
 
-    /// A made cover.
-    static QByteArray picture(const QColor &from, const QColor &to)
-    {
-        QImage image(400, 400, QImage::Format_RGB32);
-        QPainter painter(&image);
-        QLinearGradient gradient(QPointF(0, 0), QPointF(image.width(), image.height()));
-        gradient.setColorAt(0, from);
-        gradient.setColorAt(1, to);
-        painter.fillRect(image.rect(), gradient);
-        painter.end();
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        image.save(&buffer, "PNG");
-        return bytes;
-    }
     static Song song(const QString &id, const QString &title, const QByteArray &cover = {},
                      const QString &lyrics = {})
     {

@@ -42,6 +42,8 @@ private Q_SLOTS:
     void locatingASongShowsTheLibrary();
     void smallPlayerIsThereOnlyWithASong_data() { addThemes(); }
     void smallPlayerIsThereOnlyWithASong();
+    void pagesLeaveTheDiscsPlaceFreeAtTheirEnd_data();
+    void pagesLeaveTheDiscsPlaceFreeAtTheirEnd();
     void smallPlayerIsMadeAnewWithTheRefresh();
     void smallPlayerOpensTheCover();
     void playErrorIsShownAndDismissed_data() { addThemes(); }
@@ -287,6 +289,36 @@ void ContentViewTest::smallPlayerIsThereOnlyWithASong()
     QTRY_VERIFY(t->shows(u"playlistsView"_s));
     openNowPlaying();
     QVERIFY(!t->shows(u"miniPlayerDisc"_s));
+}
+
+void ContentViewTest::pagesLeaveTheDiscsPlaceFreeAtTheirEnd_data()
+{
+    QTest::addColumn<QString>("tab");
+    QTest::addColumn<QString>("list");
+    QTest::newRow("songs") << u"libraryTab"_s << u"songList"_s;
+    QTest::newRow("playlists") << u"playlistsTab"_s << u"playlistList"_s;
+    QTest::newRow("servers") << u"webdavTab"_s << u"serverList"_s;
+    QTest::newRow("found songs") << u"searchTab"_s << u"localSongList"_s;
+    QTest::newRow("charts") << u"searchTab"_s << u"chartGrid"_s;
+    QTest::newRow("settings") << u"settingsTab"_s << u"settingsFormScroller"_s;
+}
+
+void ContentViewTest::pagesLeaveTheDiscsPlaceFreeAtTheirEnd()
+{
+    QFETCH(QString, tab);
+    QFETCH(QString, list);
+    showLibrary(2);
+    t->click(tab);
+    QTRY_VERIFY(t->item(list));
+    const qreal before = t->item(list)->property("bottomMargin").toReal();
+    QVERIFY(before < 20);
+    playRow(0);
+    QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
+    const QQuickItem *disc = t->item(u"miniPlayerDisc"_s);
+    const QQuickItem *bar = t->item(u"tabBar"_s);
+    const qreal taken = bar->mapToScene({}).y() - disc->mapToScene({}).y();
+    QVERIFY(taken > 60);
+    QVERIFY(t->item(list)->property("bottomMargin").toReal() - before >= taken);
 }
 
 void ContentViewTest::smallPlayerIsMadeAnewWithTheRefresh()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/NowPlayingScreenTest.h"
 
+#include "Fixtures/MadePicture.h"
 #include "Theme/Contrast.h"
 
 #include <QAccessible>
@@ -255,7 +256,7 @@ void NowPlayingLayoutTest::textsCanBeReadOnEveryBackground()
         if (s->root())
             s->close();
         s->bench.playSong(
-            NowPlayingScene::song(cover.name(), u"歌"_s, NowPlayingScene::picture(cover, cover)), 200);
+            NowPlayingScene::song(cover.name(), u"歌"_s, madePng(cover)), 200);
         QVERIFY(s->show());
         for (const ThemeType type : allThemeTypes()) {
             for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {

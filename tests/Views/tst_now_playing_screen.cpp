@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fixtures/MadePicture.h"
 #include "Views/HeldKey.h"
 #include "Views/NowPlayingScreenTest.h"
 #include "Views/Stillness.h"
@@ -257,7 +258,7 @@ void NowPlayingRulesTest::coverThatIsMissingOrBrokenLeavesAPlaceholder()
     s->bench.themeService.setCassetteStyle(CassetteStyle::none);
     // Alone: the dancer lies on it.
     s->bench.themeService.setSoundWaveRing(false);
-    const QByteArray red = NowPlayingScene::picture(Qt::red, Qt::red);
+    const QByteArray red = madePng(Qt::red);
     s->bench.playSong(NowPlayingScene::song(u"red"_s, u"红"_s, red), 100);
     QVERIFY(s->show());
     const auto ink = [this] {
@@ -299,8 +300,8 @@ void NowPlayingRulesTest::thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore()
 {
     s->bench.themeService.setCassetteStyle(CassetteStyle::none);
     QVERIFY(s->show());
-    const QByteArray red = NowPlayingScene::picture(Qt::red, Qt::red);
-    const QByteArray blue = NowPlayingScene::picture(Qt::blue, Qt::blue);
+    const QByteArray red = madePng(Qt::red);
+    const QByteArray blue = madePng(Qt::blue);
     const auto items = [this] { return s->root()->findChildren<QQuickItem *>().size(); };
     const qsizetype before = items();
     for (int i = 0; i < 1000; ++i) {
