@@ -13,7 +13,7 @@ FocusScope {
     property bool showNowPlaying: false
     /// Where a keyboard on the screen stands, in the window.
     // The input method's properties are unknown to the linter.
-    property rect keyboardArea: Qt.inputMethod.keyboardRectangle // qmllint disable missing-property
+    property rect keyboardArea: Qt.inputMethod.keyboardRectangle // qmllint disable type
 
     readonly property CadorelViewModel viewModel: screens.viewModel
     /// The plain tab view is made anew with its tabs.

@@ -103,7 +103,7 @@ T.AbstractButton {
             visible: root.lift > 0
         }
     }
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         Item {
             id: cover
 

@@ -144,7 +144,7 @@ Item {
                 visible: queueButton.isChosen
             }
         }
-        contentItem: Item {
+        contentItem: Item { // qmllint disable deferred-property-id
             Row {
                 id: queueLabel
 

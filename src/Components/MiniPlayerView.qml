@@ -136,7 +136,8 @@ FocusScope {
         coverSource: root.miniPlayer.coverSource
         hasCover: root.miniPlayer.hasCover
         viewIdentity: root.miniPlayer.viewIdentity
-        spinKey: root.miniPlayer.spinKey
+        // Compared only.
+        spinKey: root.miniPlayer.spinKey // qmllint disable type
         spins: root.miniPlayer.isSpinning && root.isSeen && !Motion.isReduced
         isLifted: root.miniPlayer.isDragging || root.isOpen
         isPointedAt: touch.containsMouse

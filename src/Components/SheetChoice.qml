@@ -36,7 +36,7 @@ T.RadioButton {
         isFocused: root.visualFocus
         theme: root.theme
     }
-    contentItem: SheetRowContent {
+    contentItem: SheetRowContent { // qmllint disable deferred-property-id
         id: content
 
         symbol: root.symbol

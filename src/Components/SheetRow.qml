@@ -35,7 +35,7 @@ T.AbstractButton {
         isFocused: root.visualFocus
         theme: root.theme
     }
-    contentItem: SheetRowContent {
+    contentItem: SheetRowContent { // qmllint disable deferred-property-id
         id: content
 
         symbol: root.symbol

@@ -71,7 +71,7 @@ FocusScope {
             ink: root.ink
             theme: root.theme
         }
-        contentItem: Item {
+        contentItem: Item { // qmllint disable deferred-property-id
             StyledText {
                 id: label
 

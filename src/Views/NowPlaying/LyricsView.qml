@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Cadorel
 
@@ -84,8 +86,11 @@ FocusScope {
         keyNavigationEnabled: false
         Accessible.role: Accessible.List
         Accessible.name: "歌词"
+        // The linter knows no methods of Qt itself.
+        // qmllint disable type
         onWidthChanged: Qt.callLater(keepPlace)
         onHeightChanged: Qt.callLater(keepPlace)
+        // qmllint enable type
         onActiveFocusChanged: currentIndex = activeFocus ? root.lyrics.currentLineIndex : -1
         // A hand has taken the list.
         onMovementStarted: glide.stop()

@@ -18,11 +18,15 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: lyrics.currentText
 
-    Component.onCompleted: words.text = lyrics.currentText
+    function take(): void {
+        words.text = lyrics?.currentText ?? "";
+    }
+
+    Component.onCompleted: take()
     onIsShownChanged: {
         change.stop();
         words.opacity = 1;
-        words.text = lyrics?.currentText ?? "";
+        take();
     }
 
     Connections {
@@ -32,7 +36,7 @@ Item {
             if (root.isShown && !Motion.isReduced && !change.running)
                 change.start();
             else
-                words.text = root.lyrics.currentText;
+                root.take();
         }
     }
     StyledText {
@@ -56,7 +60,7 @@ Item {
             to: 0
             duration: Metrics.miniLyricFadeOut
         }
-        ScriptAction { script: words.text = root.lyrics.currentText }
+        ScriptAction { script: root.take() }
         NumberAnimation {
             target: words
             property: "opacity"

@@ -45,7 +45,7 @@ T.AbstractButton {
         isFocused: root.visualFocus
         theme: root.theme
     }
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         SettingRowLabel {
             id: label
 
