@@ -4,9 +4,11 @@
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QHash>
 #include <QTest>
 
 #include <algorithm>
@@ -61,6 +63,12 @@ QRect rectangle(const QVariant &extents)
     return {x, y, width, height};
 }
 
+const QString &component()
+{
+    static const QString name = u"org.a11y.atspi.Component"_s;
+    return name;
+}
+
 const QString &valueInterface()
 {
     static const QString name = u"org.a11y.atspi.Value"_s;
@@ -73,6 +81,8 @@ const QString &actionInterface()
     return name;
 }
 
+/// Whose places are meant: those on the display.
+constexpr uint onScreen = 0;
 /// Numbers of states, by the desktop's interface.
 constexpr int enabledState = 8;
 constexpr int showingState = 25;
@@ -90,6 +100,20 @@ quint64 states(const QVariant &words)
     }
     list.endArray();
     return result;
+}
+
+/// Waits for it; empty when what is asked about is gone by now.
+QVariantList answer(QDBusPendingCall call)
+{
+    call.waitForFinished();
+    const QDBusMessage message = call.reply();
+    return message.type() == QDBusMessage::ReplyMessage ? message.arguments() : QVariantList();
+}
+
+QVariant propertyIn(const QDBusPendingCall &call)
+{
+    const QVariantList values = answer(call);
+    return values.isEmpty() ? QVariant() : values.constFirst().value<QDBusVariant>().variant();
 }
 
 /// What programs ask to know whether anybody wants to read their windows, and where.
@@ -151,63 +175,127 @@ QString AccessibleWindow::player()
     return m_player;
 }
 
-QVariantList AccessibleWindow::call(const QString &path, const QString &interface, const QString &method,
-                                    const QVariantList &arguments)
+QDBusPendingCall AccessibleWindow::ask(const QString &path, const QString &interface, const QString &method,
+                                       const QVariantList &arguments)
 {
     constexpr int limitMs = 5'000;
     QDBusMessage message = QDBusMessage::createMethodCall(m_player, path, interface, method);
     message.setArguments(arguments);
-    // What is asked about can be gone by now.
-    const QDBusMessage answer = m_bus.connection(u"reader"_s).call(message, QDBus::Block, limitMs);
-    return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
+    return m_bus.connection(u"reader"_s).asyncCall(message, limitMs);
+}
+
+QDBusPendingCall AccessibleWindow::askProperty(const QString &path, const QString &interface,
+                                               const QString &name)
+{
+    return ask(path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {interface, name});
+}
+
+QVariantList AccessibleWindow::call(const QString &path, const QString &interface, const QString &method,
+                                    const QVariantList &arguments)
+{
+    return answer(ask(path, interface, method, arguments));
 }
 
 QVariant AccessibleWindow::property(const QString &path, const QString &interface, const QString &name)
 {
-    const QVariantList answer = call(path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {interface, name});
-    return answer.isEmpty() ? QVariant() : answer.constFirst().value<QDBusVariant>().variant();
+    return propertyIn(askProperty(path, interface, name));
 }
 
-AccessibleWindow::Item AccessibleWindow::item(const QString &path)
+QRect AccessibleWindow::placeOf(const QString &path)
 {
-    constexpr uint onScreen = 0;
-    const QVariantList role = call(path, accessible(), u"GetRoleName"_s);
-    const QVariantList state = call(path, accessible(), u"GetState"_s);
-    const QVariantList place = call(path, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {onScreen});
-    const quint64 bits = state.isEmpty() ? 0 : states(state.constFirst());
-    return {.name = property(path, accessible(), u"Name"_s).toString(),
-            .role = role.isEmpty() ? QString() : role.constFirst().toString(),
-            .description = property(path, accessible(), u"Description"_s).toString(),
-            .place = place.isEmpty() ? QRect() : rectangle(place.constFirst()),
-            .isShown = ((bits >> showingState) & 1) != 0,
-            .isEnabled = ((bits >> enabledState) & 1) != 0,
-            .path = path};
+    const QVariantList place = call(path, component(), u"GetExtents"_s, {onScreen});
+    return place.isEmpty() ? QRect() : rectangle(place.constFirst());
 }
 
-void AccessibleWindow::collect(const QString &path, const QString &name, int depth, QList<Item> &items)
+QList<AccessibleWindow::Item> AccessibleWindow::itemsAt(const QStringList &paths)
 {
-    constexpr int deepest = 60;
-    if (depth > deepest)
-        return;
-    const QVariantList children = call(path, accessible(), u"GetChildren"_s);
-    if (children.isEmpty())
-        return;
-    for (const QString &child : paths(children.constFirst())) {
-        Item here = item(child);
-        here.parentName = name;
-        // The program itself is a child of the root, and no place on the display.
-        if (!here.isShown && depth > 0)
-            continue;
-        items.append(here);
-        collect(child, here.name, depth + 1, items);
+    struct Asked
+    {
+        QDBusPendingCall name;
+        QDBusPendingCall role;
+        QDBusPendingCall description;
+        QDBusPendingCall place;
+        QDBusPendingCall state;
+    };
+    // All is asked before the first answer is waited for: a window has hundreds of items.
+    QList<Asked> questions;
+    for (const QString &path : paths)
+        questions.append({.name = askProperty(path, accessible(), u"Name"_s),
+                          .role = ask(path, accessible(), u"GetRoleName"_s),
+                          .description = askProperty(path, accessible(), u"Description"_s),
+                          .place = ask(path, component(), u"GetExtents"_s, {onScreen}),
+                          .state = ask(path, accessible(), u"GetState"_s)});
+    QList<Item> result;
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        const Asked &asked = questions.at(i);
+        const QVariantList role = answer(asked.role);
+        const QVariantList state = answer(asked.state);
+        const QVariantList place = answer(asked.place);
+        const quint64 bits = state.isEmpty() ? 0 : states(state.constFirst());
+        result.append({.name = propertyIn(asked.name).toString(),
+                       .role = role.isEmpty() ? QString() : role.constFirst().toString(),
+                       .description = propertyIn(asked.description).toString(),
+                       .place = place.isEmpty() ? QRect() : rectangle(place.constFirst()),
+                       .isShown = ((bits >> showingState) & 1) != 0,
+                       .isEnabled = ((bits >> enabledState) & 1) != 0,
+                       .path = paths.at(i)});
     }
+    return result;
+}
+
+QList<QStringList> AccessibleWindow::childrenOf(const QStringList &parents)
+{
+    QList<QDBusPendingCall> questions;
+    for (const QString &path : parents)
+        questions.append(ask(path, accessible(), u"GetChildren"_s));
+    QList<QStringList> result;
+    for (const QDBusPendingCall &asked : std::as_const(questions)) {
+        const QVariantList children = answer(asked);
+        result.append(children.isEmpty() ? QStringList() : paths(children.constFirst()));
+    }
+    return result;
 }
 
 QList<AccessibleWindow::Item> AccessibleWindow::items()
 {
+    constexpr int deepest = 60;
+    if (player().isEmpty())
+        return {};
+    // Level by level, so that each is one question; then in the order of the tree.
+    QHash<QString, QList<Item>> tree;
+    QList<Item> level{Item{.path = root()}};
+    for (int depth = 0; depth <= deepest && !level.isEmpty(); ++depth) {
+        QStringList parents;
+        for (const Item &item : std::as_const(level))
+            parents.append(item.path);
+        const QList<QStringList> children = childrenOf(parents);
+        QStringList all;
+        for (const QStringList &each : children)
+            all += each;
+        QList<Item> below = itemsAt(all);
+        auto next = below.begin();
+        QList<Item> shown;
+        for (qsizetype i = 0; i < level.size(); ++i) {
+            for (qsizetype left = children.at(i).size(); left > 0; --left, ++next) {
+                next->parentName = level.at(i).name;
+                // The program itself is a child of the root, and no place on the display.
+                if (!next->isShown && depth > 0)
+                    continue;
+                shown.append(*next);
+                tree[level.at(i).path].append(*next);
+            }
+        }
+        level = shown;
+    }
     QList<Item> result;
-    if (!player().isEmpty())
-        collect(root(), {}, 0, result);
+    const auto collect = [&](const auto &self, const QString &path) -> void {
+        const QList<Item> below = tree.take(path);
+        for (const Item &item : below) {
+            result.append(item);
+            self(self, item.path);
+        }
+    };
+    collect(collect, root());
     return result;
 }
 
@@ -218,7 +306,11 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
     std::optional<Item> found;
     QRect before;
     QElapsedTimer rest;
+    QString path;
     const auto isThere = [&] {
+        // Meanwhile that one is looked at alone: telling of all takes the player's time.
+        if (rest.isValid() && !rest.hasExpired(restMs) && placeOf(path) == before)
+            return false;
         const QList<Item> all = items();
         const auto isMeant = [&matches](const Item &item) {
             return item.isEnabled && !item.place.isEmpty() && matches(item);
@@ -228,6 +320,7 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
             return false;
         if (last->place != before || !rest.isValid()) {
             before = last->place;
+            path = last->path;
             rest.start();
         } else if (rest.hasExpired(restMs)) {
             found = *last;

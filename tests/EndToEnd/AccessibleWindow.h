@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+class QDBusPendingCall;
 class QDBusVirtualObject;
 
 namespace cadorel {
@@ -64,11 +65,16 @@ public:
 
 private:
     QString player();
+    QDBusPendingCall ask(const QString &path, const QString &interface, const QString &method,
+                         const QVariantList &arguments = {});
+    QDBusPendingCall askProperty(const QString &path, const QString &interface, const QString &name);
     QVariantList call(const QString &path, const QString &interface, const QString &method,
                       const QVariantList &arguments = {});
     QVariant property(const QString &path, const QString &interface, const QString &name);
-    void collect(const QString &path, const QString &name, int depth, QList<Item> &items);
-    Item item(const QString &path);
+    QRect placeOf(const QString &path);
+    QList<Item> itemsAt(const QStringList &paths);
+    /// Paths below each of them.
+    QList<QStringList> childrenOf(const QStringList &parents);
 
     PrivateBus m_bus;
     std::unique_ptr<QDBusVirtualObject> m_announcement;

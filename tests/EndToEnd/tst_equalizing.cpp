@@ -36,6 +36,7 @@ class EqualizingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
     void aBandIsTurnedDownInMidSongAndStaysSoTheNextDay();
@@ -61,6 +62,12 @@ private:
     std::unique_ptr<RunningPlayer> m_player;
 };
 
+void EqualizingTest::initTestCase()
+{
+    QVERIFY(!m_files.make(u"a.flac"_s, {{firstHertz, seconds}}).isEmpty());
+    QVERIFY(!m_files.make(u"b.flac"_s, {{secondHertz, seconds}}).isEmpty());
+}
+
 void EqualizingTest::init()
 {
     m_home = std::make_unique<QTemporaryDir>();
@@ -75,8 +82,8 @@ void EqualizingTest::init()
     QVERIFY(m_window->start(*m_bus));
     const QString folder = RunningPlayer::musicFolder(m_home->path());
     QVERIFY(QDir().mkpath(folder));
-    QVERIFY(QFile::copy(m_files.make(u"a.flac"_s, {{firstHertz, seconds}}), folder + u"/甲.flac"_s));
-    QVERIFY(QFile::copy(m_files.make(u"b.flac"_s, {{secondHertz, seconds}}), folder + u"/乙.flac"_s));
+    QVERIFY(QFile::copy(m_files.path(u"a.flac"_s), folder + u"/甲.flac"_s));
+    QVERIFY(QFile::copy(m_files.path(u"b.flac"_s), folder + u"/乙.flac"_s));
 }
 
 void EqualizingTest::cleanup()

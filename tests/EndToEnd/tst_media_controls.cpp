@@ -66,6 +66,7 @@ class TestMediaControls : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
     void playingAndPausing();
@@ -92,6 +93,7 @@ private:
     float loudness();
 
     SoundFiles m_files;
+    QString m_twoTones;
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<VirtualDisplay> m_display;
     std::unique_ptr<SoundServer> m_sound;
@@ -102,9 +104,15 @@ private:
     std::unique_ptr<RunningPlayer> m_player;
 };
 
-void TestMediaControls::init()
+void TestMediaControls::initTestCase()
 {
     QVERIFY2(!QStandardPaths::findExecutable(u"playerctl"_s).isEmpty(), "scripts/setup installs playerctl");
+    m_twoTones = m_files.make(u"tones.flac"_s, {{lowTone, seconds / 2}, {highTone, seconds / 2}});
+    QVERIFY(!m_twoTones.isEmpty());
+}
+
+void TestMediaControls::init()
+{
     m_home = std::make_unique<QTemporaryDir>();
     m_display = std::make_unique<VirtualDisplay>();
     QVERIFY(m_display->start());
@@ -125,8 +133,7 @@ void TestMediaControls::init()
                                                                   .cover = madeJpeg(song.cover),
                                                                   .seconds = seconds,
                                                                   .frequency = song.hertz}));
-    const QString tones = m_files.make(u"tones.flac"_s, {{lowTone, seconds / 2}, {highTone, seconds / 2}});
-    QVERIFY(QFile::copy(tones, u"%1/%2.flac"_s.arg(folder, twoTones)));
+    QVERIFY(QFile::copy(m_twoTones, u"%1/%2.flac"_s.arg(folder, twoTones)));
     QVERIFY(startPlayer());
 }
 

@@ -176,8 +176,8 @@ void TestSoundSession::initTestCase()
 {
     QVERIFY2(SoundServer::available(), "no PulseAudio: scripts/setup installs it");
     declareMusic();
-    m_song = m_files.make(u"song.flac"_s, {{tone, 300}});
-    m_other = m_files.make(u"other.flac"_s, {{otherTone, 300}});
+    m_song = m_files.make(u"song.flac"_s, {{tone, 60}});
+    m_other = m_files.make(u"other.flac"_s, {{otherTone, 60}});
     QVERIFY(!m_song.isEmpty() && !m_other.isEmpty());
 }
 

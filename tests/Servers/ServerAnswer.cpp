@@ -101,6 +101,13 @@ ServerAnswer ServerAnswer::holdingAt(qint64 bodyBytes) const
     return answer;
 }
 
+ServerAnswer ServerAnswer::after(std::chrono::milliseconds delay) const
+{
+    ServerAnswer answer = holdingAt(-1);
+    answer.m_delay = delay;
+    return answer;
+}
+
 ServerAnswer ServerAnswer::trickling(qsizetype pieceSize, std::chrono::milliseconds interval) const
 {
     ServerAnswer answer = *this;

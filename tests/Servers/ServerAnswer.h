@@ -47,6 +47,8 @@ public:
     /// Sends so much of the body (-1: not even the head), the rest when MisbehavingServer::release() is
     /// called.
     ServerAnswer holdingAt(qint64 bodyBytes) const;
+    /// Begins when so much time has passed: what a server of this machine answers comes within microseconds.
+    ServerAnswer after(std::chrono::milliseconds delay) const;
     /// Sends the body in pieces of this size, one each time the interval has passed.
     ServerAnswer trickling(qsizetype pieceSize, std::chrono::milliseconds interval) const;
 
@@ -62,6 +64,7 @@ public:
     bool endsConnection() const;
     std::optional<qint64> endAfter() const { return m_endAfter; }
     std::optional<qint64> holdAt() const { return m_holdAt; }
+    std::chrono::milliseconds delay() const { return m_delay; }
     qsizetype pieceSize() const { return m_pieceSize; }
     std::chrono::milliseconds pieceInterval() const { return m_pieceInterval; }
 
@@ -76,6 +79,7 @@ private:
     std::optional<qint64> m_announced;
     std::optional<qint64> m_endAfter;
     std::optional<qint64> m_holdAt;
+    std::chrono::milliseconds m_delay{0};
     qsizetype m_pieceSize = 0;
     std::chrono::milliseconds m_pieceInterval{0};
     bool m_isRaw = false;

@@ -96,6 +96,8 @@ void ServerConnection::answer()
     m_sent = 0;
     if (m_answer->pieceSize() > 0)
         m_trickle.start(m_answer->pieceInterval());
+    if (m_answer->delay().count() > 0)
+        QTimer::singleShot(m_answer->delay(), this, &ServerConnection::release);
     send();
 }
 

@@ -106,7 +106,8 @@ private Q_SLOTS:
         QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
         QTRY_COMPARE(scene().line(20)->property("shownOpacity").toDouble(), 1.0);
         QTRY_COMPARE(scene().line(21)->property("shownOpacity").toDouble(), 0.5);
-        QTRY_COMPARE(scene().line(18)->property("shownOpacity").toDouble(), 0.4);
+        // The sum that makes it is a hair off, and the waiting compares exactly.
+        QTRY_VERIFY(qFuzzyCompare(scene().line(18)->property("shownOpacity").toDouble(), 0.4));
         QTRY_COMPARE(scene().line(20)->property("roomSize").toDouble(), 24.0);
         QCOMPARE(scene().line(21)->property("roomSize").toDouble(), 18.0);
         QTRY_COMPARE(scene().line(20)->property("shownScale").toDouble(), 1.0);
@@ -320,7 +321,7 @@ private Q_SLOTS:
         tick(11);
         QTRY_COMPARE(body->property("opacity").toDouble(), 1.0);
         QTRY_COMPARE(body->scale(), 1.0);
-        QTRY_VERIFY(scene().comesToRest());
+        QVERIFY(scene().comesToRest());
         disconnect(scene().window(), nullptr, this, nullptr);
         QCOMPARE(scales, style == LyricAnimationStyle::bounce || style == LyricAnimationStyle::scale);
         QCOMPARE(moves, style == LyricAnimationStyle::slide || style == LyricAnimationStyle::typewriter);

@@ -19,12 +19,17 @@ namespace {
 
 /// What a new recording hears first is not yet true.
 constexpr auto settling = 80ms;
+/// Of so much sound the end tells what is heard: what it begins with can be of before.
+constexpr std::chrono::milliseconds firstJudgement = 900ms;
 
 } // namespace
 
 Recorder::Recorder(const SoundServer &server, const QString &device)
     : m_process(server.recording(u"float32le"_s, sampleRate, {}, device))
 {
+    // The first device has a listener from the start.
+    if (device != SoundServer::firstDevice)
+        server.heedListener(device);
     hear(settling);
     clear();
 }
@@ -90,13 +95,14 @@ bool Recorder::hearSound(float amplitude, std::chrono::milliseconds limit)
 
 double Recorder::hertzNow()
 {
-    // Its end tells: what it begins with can be of before.
-    constexpr auto length = 900ms;
+    clear();
+    return hear(firstJudgement) ? hertzAtEnd() : -1;
+}
+
+double Recorder::hertzAtEnd() const
+{
     constexpr auto judged = 400ms;
     constexpr double audible = 0.01;
-    clear();
-    if (!hear(length))
-        return -1;
     const Spectrum::Peak peak = Spectrum(std::span(m_samples).last(samplesIn(judged)), sampleRate).loudest();
     return peak.amplitude > audible ? peak.hertz : 0;
 }
@@ -104,12 +110,16 @@ double Recorder::hertzNow()
 bool Recorder::hearTone(double hertz, std::chrono::milliseconds limit)
 {
     constexpr double tolerance = 5;
+    constexpr auto betweenJudgements = 100ms;
     const QDeadlineTimer deadline(limit);
     double heard = -1;
-    while (!deadline.hasExpired()) {
-        heard = hertzNow();
+    clear();
+    for (auto length = firstJudgement; hear(length); length += betweenJudgements) {
+        heard = hertzAtEnd();
         if (std::abs(heard - hertz) < tolerance)
             return true;
+        if (deadline.hasExpired())
+            break;
     }
     qWarning() << "heard" << heard << "Hz instead of" << hertz;
     return false;

@@ -48,6 +48,7 @@ public:
 
 private:
     void collect();
+    double hertzAtEnd() const;
 
     std::unique_ptr<QProcess> m_process;
     std::vector<float> m_samples;

@@ -91,7 +91,8 @@ bool SoundServer::start()
     const QString heard = m_directory.filePath(u"heard"_s);
     QFile::remove(heard);
     m_listener = recording(u"u8"_s, 8000, heard);
-    return QTest::qWaitFor([&heard] { return QFileInfo(heard).size() > 0; }, 20'000);
+    return heedListener(firstDevice) &&
+           QTest::qWaitFor([&heard] { return QFileInfo(heard).size() > 0; }, 20'000);
 }
 
 void SoundServer::stop()
@@ -117,6 +118,25 @@ std::unique_ptr<QProcess> SoundServer::recording(const QString &format, int samp
                    {u"--device=%1.monitor"_s.arg(device), u"--raw"_s, u"--channels=1"_s,
                     u"--format="_s + format, u"--rate=%1"_s.arg(sampleRate), u"--latency-msec=10"_s});
     return process;
+}
+
+bool SoundServer::heedListener(const QString &device) const
+{
+    const QByteArray monitor = device.toUtf8() + ".monitor";
+    const auto isHeard = [&] {
+        const QList<QByteArray> sources = ask({u"list"_s, u"short"_s, u"sources"_s}).split('\n');
+        const auto source = std::ranges::find_if(
+            sources, [&](const QByteArray &line) { return line.split('\t').value(1) == monitor; });
+        if (source == sources.end())
+            return false;
+        const QByteArray number = source->split('\t').constFirst();
+        const QList<QByteArray> listeners = ask({u"list"_s, u"short"_s, u"source-outputs"_s}).split('\n');
+        return std::ranges::any_of(
+            listeners, [&](const QByteArray &line) { return line.split('\t').value(1) == number; });
+    };
+    // What it is at it finishes first, were it not stopped.
+    return QTest::qWaitFor(isHeard, 20'000) && !ask({u"suspend-sink"_s, device, u"1"_s}).isNull() &&
+           !ask({u"suspend-sink"_s, device, u"0"_s}).isNull();
 }
 
 QByteArray SoundServer::streams() const

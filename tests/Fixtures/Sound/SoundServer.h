@@ -35,6 +35,10 @@ public:
     /// What records a device, on one channel, to its standard output or to a file.
     std::unique_ptr<QProcess> recording(const QString &format, int sampleRate, const QString &file = {},
                                         const QString &device = firstDevice) const;
+    /// A device hands over two seconds at a time until somebody asks for less, and heeds who does only after
+    /// that. Makes one on which nothing plays heed its first listener at once. @return false when there is
+    /// none
+    bool heedListener(const QString &device) const;
     /// What the server tells of the streams that play.
     QByteArray streams() const;
     /// Asks the server as its user would; what pactl answers, empty when it is refused.

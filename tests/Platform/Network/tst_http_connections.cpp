@@ -11,6 +11,7 @@
 
 using namespace cadorel;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -54,8 +55,12 @@ private Q_SLOTS:
     void anOwnConnectionIsReleased();
     void aConnectionThatTheServerEndedIsReplaced();
     void manyAtOnceAreAllAnswered();
+    void manyAtOnceShareSixConnections();
     void theMainThreadDoesNotCarryTheBytes();
     void smallRequestsDoNotWaitForEachOther();
+
+private:
+    static void sendMany(const MisbehavingServer &server);
 };
 
 void TestHttpConnections::requestsInARowShareAConnection()
@@ -129,10 +134,9 @@ void TestHttpConnections::aConnectionThatTheServerEndedIsReplaced()
     QCOMPARE(server.requestCount(), 20);
 }
 
-void TestHttpConnections::manyAtOnceAreAllAnswered()
+/// Sends 200 requests at once and looks at each answer, which is the path of its request.
+void TestHttpConnections::sendMany(const MisbehavingServer &server)
 {
-    MisbehavingServer server;
-    server.answerEverything([](const ServedRequest &request) { return ServerAnswer::ok(request.target); });
     NetworkHttpClient client;
     QList<SentRequest> sent;
     for (int i = 0; i < 200; ++i) {
@@ -146,6 +150,24 @@ void TestHttpConnections::manyAtOnceAreAllAnswered()
         COMPARE_STATUS(*result, 200);
         QCOMPARE(result.value()->body, '/' + QByteArray::number(i));
     }
+}
+
+void TestHttpConnections::manyAtOnceAreAllAnswered()
+{
+    MisbehavingServer server;
+    server.answerEverything([](const ServedRequest &request) { return ServerAnswer::ok(request.target); });
+    sendMany(server);
+}
+
+void TestHttpConnections::manyAtOnceShareSixConnections()
+{
+    // Where an answer is there before the client has asked whether one is, as on a busy machine that talks to
+    // itself, Qt 6.4 looks twice for it: the second look finds a connection without a request and ends it. No
+    // network is that fast.
+    MisbehavingServer server;
+    server.answerEverything(
+        [](const ServedRequest &request) { return ServerAnswer::ok(request.target).after(10ms); });
+    sendMany(server);
     QVERIFY(server.mostOpenConnections() <= 6);
     QVERIFY(server.connectionCount() <= 6);
 }
