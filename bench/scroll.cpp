@@ -17,6 +17,7 @@
 #include "Services/WebDAVService.h"
 #include "Support/Backends.h"
 #include "Support/Frames.h"
+#include "Support/MadeHome.h"
 #include "Support/MadeLibrary.h"
 #include "Support/MadeSound.h"
 #include "Support/ProcessUsage.h"

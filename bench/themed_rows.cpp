@@ -5,6 +5,7 @@
 #include "Fakes/FakePreferences.h"
 #include "Support/Backends.h"
 #include "Support/Frames.h"
+#include "Support/MadeHome.h"
 #include "Support/MadeLibrary.h"
 #include "Support/MadeSound.h"
 #include "Support/Report.h"
