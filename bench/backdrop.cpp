@@ -10,20 +10,19 @@
 #include "Fakes/PlayerBench.h"
 #include "Services/Cloud/CoverImage.h"
 #include "Services/ThemeService.h"
+#include "Support/Backends.h"
+#include "Support/Frames.h"
 #include "Support/MadeHome.h"
 #include "Support/MadeSound.h"
 #include "Support/ProcessUsage.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
-#include "Support/Scroller.h"
-#include "Support/VirtualDisplay.h"
 #include "Theme/KawaiiDecorations.h"
 #include "Theme/ThemeManager.h"
 #include "ViewModels/CoverRegistry.h"
 #include "Views/UserInterface.h"
 
 #include <QBuffer>
-#include <QGuiApplication>
 #include <QPainter>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -44,8 +43,6 @@ namespace {
 constexpr int usualSeconds = 5;
 constexpr int coverSide = 600;
 constexpr int coverCount = 40;
-constexpr double half = 0.5;
-constexpr double nearlyAll = 0.99;
 constexpr double nsPerMs = 1e6;
 constexpr double percent = 100;
 constexpr double msPerSecond = 1000;
@@ -53,7 +50,6 @@ constexpr double barPercent = 35;
 constexpr double barRatio = 1.5;
 constexpr QSize phone(390, 844);
 constexpr std::chrono::milliseconds tick{80};
-constexpr auto homeVariable = "CADOREL_BENCH_HOME";
 
 constexpr auto scene = R"(
 import QtQuick
@@ -108,8 +104,9 @@ QString addressOf(int number)
 }
 
 /// Beside what the decoding costs, which is to be paid anyway.
-void measureBlur(Report &report)
+void measureBlur(const MadeHome &)
 {
+    Report report;
     for (const double blur : {BackdropImageProvider::largestBlur, 30.0, 5.0}) {
         const BackdropDrawing drawing{.blur = blur, .saturation = BackdropImageProvider::coverSaturation};
         QList<double> painted;
@@ -153,9 +150,7 @@ public:
         m_root->setParentItem(m_window.contentItem());
         m_root->setSize(phone);
         m_window.resize(phone);
-        m_window.show();
-        if (!waitFor([this] { return m_window.isExposed(); }, 20s))
-            qFatal("no window");
+        showWindow(m_window);
         m_player.equalizer.enabled = true;
         player.playSong(fileSong(u"playing"_s), {});
         watch();
@@ -205,11 +200,7 @@ public:
         return static_cast<double>(clock.nsecsElapsed()) / nsPerMs;
     }
 
-    QString backend() const
-    {
-        return m_window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software ? u"raster"_s
-                                                                                             : u"OpenGL"_s;
-    }
+    QString backend() const { return backendName(m_window); }
 
 private:
     void watch()
@@ -243,7 +234,7 @@ private:
 };
 
 /// The part that has a display: its backend comes from the environment.
-int measure()
+void measure(const MadeHome &)
 {
     Screen screen;
     Report report;
@@ -261,12 +252,7 @@ int measure()
                     .bar = isHeld ? std::optional(barPercent) : std::nullopt});
         report.add({.what = u"  without them"_s, .value = without, .unit = u"% CPU"_s});
         report.add({.what = u"  processor time of a frame"_s, .value = eachFrame, .unit = u"ms"_s});
-        report.add({.what = u"  frame, median of %1"_s.arg(screen.frames().size()),
-                    .value = percentile(screen.frames(), half),
-                    .unit = u"ms"_s});
-        report.add({.what = u"  99th percentile"_s,
-                    .value = percentile(screen.frames(), nearlyAll),
-                    .unit = u"ms"_s});
+        addFrames(report, {.name = name, .frames = screen.frames()});
     }
     screen.switchTo(ThemeType::classic);
     QList<double> changes;
@@ -277,36 +263,11 @@ int measure()
                 .unit = u"ms"_s,
                 .reference = Reference{.what = u"the fade"_s, .value = 300},
                 .bar = barRatio});
-    return 0;
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsSet(homeVariable)) {
-        const QGuiApplication application(argc, argv);
-        return measure();
-    }
-    const QCoreApplication application(argc, argv);
-    {
-        Report report;
-        measureBlur(report);
-    }
-    const VirtualDisplay display;
-    const MadeHome home;
-    for (const auto &[variable, value] :
-         {std::pair("QSG_RHI_BACKEND", "opengl"), std::pair("QT_QUICK_BACKEND", "software")}) {
-        QProcess process;
-        QProcessEnvironment environment = home.environment();
-        display.enter(environment);
-        environment.insert(QString::fromLatin1(variable), QString::fromLatin1(value));
-        environment.insert(QString::fromLatin1(homeVariable), home.root());
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(QCoreApplication::applicationFilePath(), QStringList());
-        if (!process.waitForFinished(-1) || process.exitCode() != 0)
-            return 1;
-    }
-    return 0;
+    return measureOnEachBackend(argc, argv, measure, measureBlur);
 }

@@ -2,19 +2,18 @@
 // Figures: how soon 5,000 lines of lyrics are seen and another line is current, frame times while they are
 // scrolled, blurred and beside that without blur, what following a song costs, and what a thousand songs
 // leave.
+#include "Support/Backends.h"
+#include "Support/Frames.h"
 #include "Support/MadeHome.h"
 #include "Support/MadeSound.h"
 #include "Support/ProcessUsage.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
 #include "Support/Scroller.h"
-#include "Support/VirtualDisplay.h"
 #include "ViewModels/LyricsBench.h"
 #include "Views/UserInterface.h"
 
 #include <QElapsedTimer>
-#include <QGuiApplication>
-#include <QProcess>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -35,10 +34,7 @@ constexpr double barMs = 16;
 constexpr double openingBarMs = 100; // what answers a tap
 constexpr int songCount = 1000;
 constexpr double leftBarMiB = 10; // the pictures that are kept are in it
-constexpr double half = 0.5;
-constexpr double nearlyAll = 0.99;
 constexpr QSize phone(390, 560);
-constexpr auto innerVariable = "CADOREL_BENCH_INNER";
 
 QString text(int lines)
 {
@@ -70,9 +66,7 @@ public:
         m_root->setParentItem(m_window.contentItem());
         m_root->setSize(phone);
         m_window.resize(phone);
-        m_window.show();
-        if (!waitFor([this] { return m_window.isExposed(); }, 20s))
-            qFatal("no window");
+        showWindow(m_window);
         letPass(1s);
     }
 
@@ -92,7 +86,7 @@ public:
         m_bench.play(song);
         if (!waitFor([this] { return m_bench.lyrics().hasLyrics(); }, 20s))
             qFatal("no lyrics");
-        waitForFrame();
+        waitForFrame(m_window);
         const Cost cost = watch.read();
         letPass(1s);
         return cost;
@@ -107,7 +101,7 @@ public:
             letPass(400ms);
             const Stopwatch watch;
             m_bench.tick(i);
-            waitForFrame();
+            waitForFrame(m_window);
             const Cost cost = watch.read();
             passed.append(cost.passed);
             busy.append(cost.busy);
@@ -126,7 +120,7 @@ public:
                 before = usage.residentMiB();
             m_bench.play(LyricsBench::songWith(QString::number(i), text(20 + i % 40)));
             m_bench.tick(i % 10);
-            waitForFrame();
+            waitForFrame(m_window);
             QCoreApplication::processEvents();
         }
         letPass(1s);
@@ -164,11 +158,7 @@ public:
         return static_cast<int>(list->property("contentItem").value<QQuickItem *>()->childItems().size());
     }
 
-    QString backend() const
-    {
-        return m_window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software ? u"raster"_s
-                                                                                             : u"OpenGL"_s;
-    }
+    QString backend() const { return backendName(m_window); }
 
 private:
     class Stopwatch
@@ -188,15 +178,6 @@ private:
         double m_before = m_usage.processorSeconds();
         QElapsedTimer m_clock;
     };
-    void waitForFrame()
-    {
-        bool isSwapped = false;
-        const auto connection = QObject::connect(&m_window, &QQuickWindow::frameSwapped, m_root.get(),
-                                                 [&isSwapped] { isSwapped = true; });
-        m_window.update();
-        waitFor([&isSwapped] { return isSwapped; }, 5s);
-        QObject::disconnect(connection);
-    }
 
     LyricsBench m_bench;
     QQmlEngine m_engine;
@@ -204,7 +185,7 @@ private:
     std::unique_ptr<QQuickItem> m_root;
 };
 
-int measure()
+void measure(const MadeHome &)
 {
     Report report;
     Page page;
@@ -216,23 +197,19 @@ int measure()
                 .bar = openingBarMs});
     report.add({.what = u"  processor time of that"_s, .value = opening.busy, .unit = u"ms"_s});
     const Page::Cost change = page.changeLines();
+    // That frame waits for the beat of the display, and for whatever else the machine does.
     report.add({.what = u"  another line, until its first frame, median of %1"_s.arg(changeCount),
                 .value = change.passed,
-                .unit = u"ms"_s,
-                .bar = barMs});
-    report.add({.what = u"  processor time of that"_s, .value = change.busy, .unit = u"ms"_s});
+                .unit = u"ms"_s});
+    report.add({.what = u"  processor time of that"_s, .value = change.busy, .unit = u"ms"_s, .bar = barMs});
     const QList<double> sharp = page.scroll(false);
     const QList<double> blurred = page.scroll(true);
-    report.add({.what = u"%1, blurred lines: frame, median of %2"_s.arg(name).arg(blurred.size()),
-                .value = percentile(blurred, half),
-                .unit = u"ms"_s,
-                .reference = Reference{.what = u"sharp"_s, .value = percentile(sharp, half)}});
-    report.add({.what = u"  99th percentile"_s,
-                .value = percentile(blurred, nearlyAll),
-                .unit = u"ms"_s,
-                .bar = barMs});
+    addFrames(report, {.name = u"%1, blurred lines"_s.arg(name),
+                       .frames = blurred,
+                       .middleReference = Reference{.what = u"sharp"_s, .value = middleFrame(sharp)},
+                       .lateBar = barMs});
     report.add({.what = u"  sharp lines, 99th percentile"_s,
-                .value = percentile(sharp, nearlyAll),
+                .value = lateFrame(sharp),
                 .unit = u"ms"_s,
                 .bar = barMs});
     report.add({.what = u"  lines that exist, of %1"_s.arg(lineCount),
@@ -245,32 +222,11 @@ int measure()
                 .value = page.changeSongs(),
                 .unit = u"MiB"_s,
                 .bar = leftBarMiB});
-    return 0;
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsSet(innerVariable)) {
-        const QGuiApplication application(argc, argv);
-        return measure();
-    }
-    const QCoreApplication application(argc, argv);
-    const VirtualDisplay display;
-    const MadeHome home;
-    for (const auto &[variable, value] :
-         {std::pair("QSG_RHI_BACKEND", "opengl"), std::pair("QT_QUICK_BACKEND", "software")}) {
-        QProcess process;
-        QProcessEnvironment environment = home.environment();
-        display.enter(environment);
-        environment.insert(QString::fromLatin1(variable), QString::fromLatin1(value));
-        environment.insert(QString::fromLatin1(innerVariable), u"1"_s);
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(QCoreApplication::applicationFilePath(), QStringList());
-        if (!process.waitForFinished(-1) || process.exitCode() != 0)
-            return 1;
-    }
-    return 0;
+    return measureOnEachBackend(argc, argv, measure);
 }

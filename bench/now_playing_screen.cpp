@@ -6,10 +6,10 @@
 #include "Models/NowPlayingBackgroundStyle.h"
 #include "Platform/Sql/SqlitePreferences.h"
 #include "Services/AppearanceSettings.h"
+#include "Support/Frames.h"
 #include "Support/MadeSound.h"
 #include "Support/Report.h"
 #include "Support/RunningPlayer.h"
-#include "Support/Scroller.h"
 #include "Theme/ThemeManager.h"
 
 #include <QBuffer>
@@ -29,8 +29,6 @@ constexpr int frameSeconds = 5;
 constexpr int songSeconds = 900;
 constexpr int secondsOfALine = 3;
 constexpr int coverSide = 600;
-constexpr double half = 0.5;
-constexpr double nearlyAll = 0.99;
 constexpr double percent = 100;
 constexpr double barPercent = 35;
 constexpr double barMs = 16;
@@ -202,12 +200,10 @@ int main(int argc, char *argv[])
                         .bar = barPercent});
             const QList<double> times = frames.takeFirst();
             report.add({.what = u"  frame, median of %1 in %2 s"_s.arg(times.size()).arg(frameSeconds),
-                        .value = percentile(times, half),
+                        .value = middleFrame(times),
                         .unit = u"ms"_s});
-            report.add({.what = u"  99th percentile"_s,
-                        .value = percentile(times, nearlyAll),
-                        .unit = u"ms"_s,
-                        .bar = barMs});
+            report.add(
+                {.what = u"  99th percentile"_s, .value = lateFrame(times), .unit = u"ms"_s, .bar = barMs});
         }
         scene.pause();
         report.add({.what = u"%1: paused"_s.arg(rawValue(type)),

@@ -15,6 +15,9 @@
 #include "Services/PlaylistService.h"
 #include "Services/ThemeService.h"
 #include "Services/WebDAVService.h"
+#include "Support/Backends.h"
+#include "Support/Frames.h"
+#include "Support/MadeHome.h"
 #include "Support/MadeLibrary.h"
 #include "Support/MadeSound.h"
 #include "Support/ProcessUsage.h"
@@ -27,7 +30,6 @@
 #include "Views/UserInterface.h"
 
 #include <QCoroTask>
-#include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -41,30 +43,27 @@ namespace {
 constexpr int songCount = 100'000;
 constexpr int usualSeconds = 10;
 constexpr double barMs = 16;
-constexpr auto homeVariable = "CADOREL_BENCH_HOME";
 
-void measure(Report &report, QQuickWindow &window, const QString &name, double pixelsPerFrame)
+void measureList(Report &report, QQuickWindow &window, const QString &name, double pixelsPerFrame)
 {
     auto *list = window.findChild<QQuickItem *>(u"songList"_s);
     if (!list || list->property("count").toInt() != songCount)
         qFatal("the list does not show the library");
     Scroller scroller(window, *list, pixelsPerFrame);
     const QList<double> frames = scroller.run(std::chrono::seconds(measuredSeconds(usualSeconds)));
-    constexpr double nearlyAll = 0.99;
-    constexpr double half = 0.5;
-    report.add({.what = u"%1: frame, 99th percentile of %2"_s.arg(name).arg(frames.size()),
-                .value = percentile(frames, nearlyAll),
-                .unit = u"ms"_s,
-                .bar = barMs});
-    report.add({.what = u"  in the middle"_s, .value = percentile(frames, half), .unit = u"ms"_s});
+    addFrames(report, {.name = name, .frames = frames, .lateBar = barMs});
     report.add({.what = u"  the longest"_s, .value = percentile(frames, 1), .unit = u"ms"_s});
 }
 
+void prepare(const MadeHome &home)
+{
+    makeLibrary(home.directories(), songCount);
+}
+
 /// The part that has a display: its backend comes from the environment.
-int scroll()
+void measure(const MadeHome &home)
 {
     Report report;
-    MadeHome home(qEnvironmentVariable(homeVariable));
     Platform platform = home.platform();
     platform.httpClient = std::make_unique<FakeHttpClient>();
     platform.secretStore = std::make_unique<FakeSecretStore>();
@@ -103,44 +102,19 @@ int scroll()
     engine.setInitialProperties(screens.windowProperties());
     engine.load(u"qrc:/qt/qml/Cadorel/Main.qml"_s);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    if (window)
-        window->show();
-    if (!window || !waitFor([&] { return window->isExposed(); }, 20s))
+    if (!window)
         qFatal("no window");
-    const QString backend = window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software
-                                ? u"raster"_s
-                                : u"OpenGL"_s;
+    showWindow(*window);
+    const QString backend = backendName(*window);
     constexpr double flick = 42;   // 2,500 pixels a second: as fast as a finger can make it
     constexpr double drag = 10680; // through all rows in ten seconds: the scroll bar's handle
-    measure(report, *window, backend + ", flick"_L1, flick);
-    measure(report, *window, backend + ", scroll bar"_L1, drag);
-    return 0;
+    measureList(report, *window, backend + ", flick"_L1, flick);
+    measureList(report, *window, backend + ", scroll bar"_L1, drag);
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsSet(homeVariable)) {
-        const QGuiApplication application(argc, argv);
-        return scroll();
-    }
-    const QCoreApplication application(argc, argv);
-    const VirtualDisplay display;
-    const MadeHome home;
-    makeLibrary(home.directories(), songCount);
-    for (const auto &[variable, value] :
-         {std::pair("QSG_RHI_BACKEND", "opengl"), std::pair("QT_QUICK_BACKEND", "software")}) {
-        QProcess process;
-        QProcessEnvironment environment = home.environment();
-        display.enter(environment);
-        environment.insert(QString::fromLatin1(variable), QString::fromLatin1(value));
-        environment.insert(QString::fromLatin1(homeVariable), home.root());
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(QCoreApplication::applicationFilePath(), QStringList());
-        if (!process.waitForFinished(-1) || process.exitCode() != 0)
-            return 1;
-    }
-    return 0;
+    return measureOnEachBackend(argc, argv, measure, prepare);
 }

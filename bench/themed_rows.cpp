@@ -3,6 +3,9 @@
 // takes to change its look.
 #include "Fakes/FakeDesktopAppearance.h"
 #include "Fakes/FakePreferences.h"
+#include "Support/Backends.h"
+#include "Support/Frames.h"
+#include "Support/MadeHome.h"
 #include "Support/MadeLibrary.h"
 #include "Support/MadeSound.h"
 #include "Support/Report.h"
@@ -12,7 +15,6 @@
 #include "ViewModels/CoverRegistry.h"
 #include "Views/UserInterface.h"
 
-#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -29,11 +31,8 @@ constexpr int usualSeconds = 3; // in a round
 constexpr int rounds = 3;
 constexpr double barRatio = 1.5;
 constexpr double barSwitchMs = 200;
-constexpr double half = 0.5;
-constexpr double nearlyAll = 0.99;
 constexpr double nsPerMs = 1e6;
 constexpr QSize phone(390, 844);
-constexpr auto homeVariable = "CADOREL_BENCH_HOME";
 
 constexpr auto scene = R"(
 import QtQuick
@@ -122,9 +121,7 @@ public:
         m_root->setParentItem(m_window.contentItem());
         m_root->setSize(phone);
         m_window.resize(phone);
-        m_window.show();
-        if (!waitFor([this] { return m_window.isExposed(); }, 20s))
-            qFatal("no window");
+        showWindow(m_window);
         letPass(1s);
         watch();
     }
@@ -154,11 +151,7 @@ public:
         return scroller.run(std::chrono::seconds(measuredSeconds(usualSeconds)));
     }
 
-    QString backend() const
-    {
-        return m_window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software ? u"raster"_s
-                                                                                             : u"OpenGL"_s;
-    }
+    QString backend() const { return backendName(m_window); }
 
 private:
     void watch()
@@ -189,10 +182,9 @@ private:
 };
 
 /// The part that has a display: its backend comes from the environment.
-int measure()
+void measure(const MadeHome &home)
 {
     Report report;
-    const MadeHome home(qEnvironmentVariable(homeVariable));
     Screen screen(home.directories());
     constexpr std::array order{ThemeType::neumorphism, ThemeType::kawaiiPink, ThemeType::classic};
     for (const bool isFirst : {true, false}) {
@@ -214,49 +206,23 @@ int measure()
             frames[type] += screen.scroll();
         }
     }
-    const Reference middle{.what = u"classic"_s, .value = percentile(frames[ThemeType::classic], half)};
-    const Reference late{.what = u"classic"_s, .value = percentile(frames[ThemeType::classic], nearlyAll)};
+    const Reference middle{.what = u"classic"_s, .value = middleFrame(frames[ThemeType::classic])};
+    const Reference late{.what = u"classic"_s, .value = lateFrame(frames[ThemeType::classic])};
     for (const ThemeType type : allThemeTypes()) {
         const bool isHeld = type == ThemeType::neumorphism;
         const auto bar = isHeld ? std::optional(barRatio) : std::nullopt;
-        const QString name = u"%1, %2"_s.arg(screen.backend(), rawValue(type));
-        report.add({.what = u"%1: frame, median of %2"_s.arg(name).arg(frames[type].size()),
-                    .value = percentile(frames[type], half),
-                    .unit = u"ms"_s,
-                    .reference = isHeld ? std::optional(middle) : std::nullopt,
-                    .bar = bar});
-        report.add({.what = u"  99th percentile"_s,
-                    .value = percentile(frames[type], nearlyAll),
-                    .unit = u"ms"_s,
-                    .reference = isHeld ? std::optional(late) : std::nullopt,
-                    .bar = bar});
+        addFrames(report, {.name = u"%1, %2"_s.arg(screen.backend(), rawValue(type)),
+                           .frames = frames[type],
+                           .middleReference = isHeld ? std::optional(middle) : std::nullopt,
+                           .middleBar = bar,
+                           .lateReference = isHeld ? std::optional(late) : std::nullopt,
+                           .lateBar = bar});
     }
-    return 0;
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsSet(homeVariable)) {
-        const QGuiApplication application(argc, argv);
-        return measure();
-    }
-    const QCoreApplication application(argc, argv);
-    const VirtualDisplay display;
-    const MadeHome home;
-    for (const auto &[variable, value] :
-         {std::pair("QSG_RHI_BACKEND", "opengl"), std::pair("QT_QUICK_BACKEND", "software")}) {
-        QProcess process;
-        QProcessEnvironment environment = home.environment();
-        display.enter(environment);
-        environment.insert(QString::fromLatin1(variable), QString::fromLatin1(value));
-        environment.insert(QString::fromLatin1(homeVariable), home.root());
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(QCoreApplication::applicationFilePath(), QStringList());
-        if (!process.waitForFinished(-1) || process.exitCode() != 0)
-            return 1;
-    }
-    return 0;
+    return measureOnEachBackend(argc, argv, measure);
 }

@@ -7,7 +7,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-#include <algorithm>
 #include <cmath>
 
 namespace cadorel {
@@ -58,14 +57,6 @@ void Scroller::finishFrame()
             m_window.update();
     };
     QMetaObject::invokeMethod(this, note, Qt::QueuedConnection);
-}
-
-double percentile(QList<double> values, double fraction)
-{
-    std::ranges::sort(values);
-    return values.isEmpty()
-               ? 0
-               : values[static_cast<qsizetype>(fraction * static_cast<double>(values.size() - 1))];
 }
 
 } // namespace cadorel

@@ -42,7 +42,4 @@ private:
     bool m_stopped = false;
 };
 
-/// The value that @p fraction (0 to 1) of the values do not exceed; 0 when there are none.
-double percentile(QList<double> values, double fraction);
-
 } // namespace cadorel

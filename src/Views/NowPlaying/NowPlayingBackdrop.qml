@@ -31,6 +31,9 @@ Item {
     }
 
     Accessible.ignored: true
+    // Bars and dancer draw the whole screen anew many times a second: what stands still behind them, some of it
+    // translucent, is then a single picture. The raster backend draws nothing but what has changed anyway.
+    layer.enabled: GraphicsInfo.shaderType === GraphicsInfo.RhiShader
 
     BackdropPaint {
         id: paint
