@@ -17,6 +17,8 @@ Item {
     property color titleColor: Surfaces.ink(theme, theme.primaryTextColor)
     property color descriptionColor: Surfaces.ink(theme, theme.secondaryTextColor)
     property color symbolColor: theme.primaryColor
+    /// The emblem has no ground of the look's but a breath of its symbol's colour.
+    property bool isOnPicture: false
     default property alias actions: buttons.data
 
     implicitHeight: column.implicitHeight + 2 * Metrics.sectionGap
@@ -50,8 +52,14 @@ Item {
             Layout.preferredWidth: Metrics.emblem
             Layout.preferredHeight: Metrics.emblem
             visible: root.hasRoom && !root.theme.isKawaiiPink
-            surface: Surfaces.controlButton(root.theme, Metrics.emblem)
+            surface: root.isOnPicture ? Surfaces.progressTrackOf("transparent") : Surfaces.controlButton(root.theme, Metrics.emblem)
 
+            Rectangle {
+                anchors.fill: parent
+                radius: width / 2
+                color: Qt.alpha(root.symbolColor, Metrics.pressedOpacity)
+                visible: root.isOnPicture
+            }
             SymbolIcon {
                 anchors.centerIn: parent
                 name: root.systemImage

@@ -29,6 +29,35 @@ Item {
     Accessible.role: Accessible.PopupMenu
     Accessible.name: "播放操作"
 
+    // What lies beneath steps back on the side of the fan, so that no text of it mixes with the buttons.
+    Rectangle {
+        id: veil
+
+        readonly property bool isAtRight: root.centre.x > root.width / 2
+        readonly property color far: Qt.alpha(root.theme.backgroundColor, 0)
+
+        objectName: "fanVeil"
+        x: isAtRight ? root.width - width : 0
+        width: Math.min(root.width, (isAtRight ? root.width - root.centre.x : root.centre.x) + Metrics.fanVeilReach)
+        height: root.height
+        opacity: Metrics.fanVeilOpacity * Math.min(1, Math.max(0, root.openness))
+        gradient: Gradient {
+            orientation: Gradient.Horizontal
+
+            GradientStop {
+                position: 0
+                color: veil.isAtRight ? veil.far : root.theme.backgroundColor
+            }
+            GradientStop {
+                position: veil.isAtRight ? 0.4 : 0.6
+                color: root.theme.backgroundColor
+            }
+            GradientStop {
+                position: 1
+                color: veil.isAtRight ? root.theme.backgroundColor : veil.far
+            }
+        }
+    }
     Repeater {
         model: root.miniPlayer.fan
 

@@ -252,6 +252,9 @@ QtObject {
     /// Of a disc that lies in somebody's hand: how much larger its halo is, and how much of the accent it has.
     readonly property int discHalo: 8
     readonly property real discHaloOpacity: 0.3
+    /// Of the screen's own colour over what lies beneath an open fan, and how far from the disc's centre it goes.
+    readonly property real fanVeilOpacity: 0.7
+    readonly property int fanVeilReach: 240
     /// By how much a disc without a cover is lighter at its top than the accent.
     readonly property real discLightness: 1.35
     readonly property int sheetDuration: Motion.scaled(300)

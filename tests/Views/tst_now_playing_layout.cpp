@@ -160,10 +160,13 @@ void NowPlayingLayoutTest::wideWindowPutsTheLyricsBesideTheCover()
     const QQuickItem *page = s->item(u"albumCoverPage"_s);
     QCOMPARE(page->width(), 899.0);
     QVERIFY(!s->item(u"sideLyrics"_s)->property("active").toBool());
+    QVERIFY(s->item(u"miniLyricPlace"_s)->property("item").value<QQuickItem *>());
     s->resize({900, 700});
     QTRY_COMPARE(page->width(), 450.0);
     QVERIFY(s->item(u"sideLyrics"_s)->property("active").toBool());
     QCOMPARE(s->area(s->item(u"sideLyrics"_s)), QRectF(450, s->area(page).y(), 450, page->height()));
+    // The line that is sung is not shown twice.
+    QVERIFY(!s->item(u"miniLyricPlace"_s)->property("item").value<QQuickItem *>());
     // The cover has what the lines beneath it have given.
     QVERIFY(s->item(u"albumCoverPlace"_s)->height() > 250);
 }

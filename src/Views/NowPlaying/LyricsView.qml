@@ -214,5 +214,6 @@ FocusScope {
         titleColor: root.textColor
         descriptionColor: Qt.rgba(root.textColor.r, root.textColor.g, root.textColor.b, 0.8)
         symbolColor: descriptionColor
+        isOnPicture: true
     }
 }

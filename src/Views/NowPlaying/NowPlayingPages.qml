@@ -72,7 +72,8 @@ T.SwipeView {
             ink: root.ink
             secondaryInk: root.secondaryInk
             albumCover: root.albumCover
-            miniLyric: root.miniLyric
+            // The lyrics beside it show the same line.
+            miniLyric: root.isWide ? null : root.miniLyric
         }
         Loader {
             objectName: "sideLyrics"
