@@ -55,6 +55,11 @@ Item {
         }
         const wanted = address();
         wantsBack = String(front.source) !== wanted || front.sourceSize !== pictureSize;
+        const isOther = front.picture !== source && String(front.source) !== "";
+        if (!isOther)
+            patience.stop();
+        else if (!patience.running)
+            patience.start();
         if (!wantsBack) {
             back.source = "";
             return;
@@ -67,8 +72,6 @@ Item {
             back.source = wanted;
             rest.restart();
         }
-        if (front.picture !== source && String(front.source) !== "" && !patience.running)
-            patience.start();
         look();
     }
 

@@ -371,7 +371,7 @@ void AudioPlayerService::stop()
 
 bool AudioPlayerService::canSeek() const
 {
-    if (m_duration <= 0 || m_isLoading || m_wasStoppedWhileFetching)
+    if (m_duration <= 0 || !isCurrentLoaded())
         return false;
     if (m_usingEqualizerEngine)
         return true;

@@ -81,6 +81,9 @@ public:
     QString playErrorText() const { return m_playError.value_or(QString()); }
     void clearPlayError() { setPlayError(std::nullopt); }
     bool usingEqualizerEngine() const { return m_usingEqualizerEngine; }
+    /// What is loaded is the current song. While the address of an online song is fetched, and after a stop
+    /// meanwhile, it is the song before.
+    bool isCurrentLoaded() const { return !m_isLoading && !m_wasStoppedWhileFetching; }
     /// A seek leads somewhere in the current song.
     bool canSeek() const;
     /// Quality asked of the online platforms.

@@ -435,16 +435,18 @@ QCoro::Task<QList<Song>> NavidromeService::listedSongs(QList<SubsonicSong> recor
 
 // MARK: lyrics
 
-QCoro::Task<std::optional<QString>> NavidromeService::lyrics(Song song)
+QCoro::Task<std::optional<QString>> NavidromeService::lyrics(Song song, Transfer transfer)
 {
     const QPointer<NavidromeService> self(this);
+    if (!transfer)
+        transfer = std::make_shared<HttpTransfer>();
     const std::optional<SubsonicContext> context = co_await resolveSubsonicContext(song.id());
-    if (!self || !context)
+    if (!self || !context || transfer->isCancelled())
         co_return std::nullopt;
-    const std::optional<QString> byId = co_await lyricsBySongId(context->access, context->songId);
-    if (!self || byId)
+    const std::optional<QString> byId = co_await lyricsBySongId(context->access, context->songId, transfer);
+    if (!self || byId || transfer->isCancelled())
         co_return byId;
-    co_return co_await lyricsByArtistTitle(context->access, song.artist(), song.title());
+    co_return co_await lyricsByArtistTitle(context->access, song.artist(), song.title(), transfer);
 }
 
 QCoro::Task<std::optional<NavidromeService::SubsonicContext>>
@@ -464,27 +466,28 @@ NavidromeService::resolveSubsonicContext(QString songId) const
     co_return context;
 }
 
-QCoro::Task<std::optional<QString>> NavidromeService::lyricsBySongId(SubsonicAccess access,
-                                                                     QString subsonicSongId)
+QCoro::Task<std::optional<QString>>
+NavidromeService::lyricsBySongId(SubsonicAccess access, QString subsonicSongId, Transfer transfer)
 {
     co_return co_await askedLyrics(access, u"getLyricsBySongId.view"_s,
-                                   {{u"id"_s, subsonicSongId}, {u"f"_s, u"json"_s}});
+                                   {{u"id"_s, subsonicSongId}, {u"f"_s, u"json"_s}}, transfer);
 }
 
-QCoro::Task<std::optional<QString>> NavidromeService::lyricsByArtistTitle(SubsonicAccess access,
-                                                                          QString artist, QString title)
+QCoro::Task<std::optional<QString>>
+NavidromeService::lyricsByArtistTitle(SubsonicAccess access, QString artist, QString title, Transfer transfer)
 {
     co_return co_await askedLyrics(access, u"getLyrics.view"_s,
-                                   {{u"artist"_s, artist}, {u"title"_s, title}, {u"f"_s, u"json"_s}});
+                                   {{u"artist"_s, artist}, {u"title"_s, title}, {u"f"_s, u"json"_s}},
+                                   transfer);
 }
 
 QCoro::Task<std::optional<QString>> NavidromeService::askedLyrics(SubsonicAccess access, QString endpoint,
-                                                                  QueryItems queryItems)
+                                                                  QueryItems queryItems, Transfer transfer)
 {
     try {
         const QUrl url = signedAPIURL(access, endpoint, queryItems);
-        const SubsonicLyricsResponse response = co_await ask<SubsonicLyricsResponse>(
-            url, NavidromeRequestError(u"请求失败"_s), std::make_shared<HttpTransfer>());
+        const SubsonicLyricsResponse response =
+            co_await ask<SubsonicLyricsResponse>(url, NavidromeRequestError(u"请求失败"_s), transfer);
         const std::optional<SubsonicLyrics> &lyrics = response.subsonicResponse.lyrics;
         co_return lyrics ? lyrics->value : std::nullopt;
     } catch (const NavidromeRequestError &) {

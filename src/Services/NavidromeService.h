@@ -86,8 +86,9 @@ public:
     QCoro::Task<void> loadDefaultSongs(int songCount = defaultSongCount);
     /// Searches the current server. A query of blanks empties the list.
     QCoro::Task<void> searchSongs(QString query, int songCount = defaultSearchCount);
-    /// Lyrics of a song of any configured server; nothing for every failure.
-    QCoro::Task<std::optional<QString>> lyrics(Song song);
+    /// Lyrics of a song of any configured server; nothing for every failure. @param transfer a hand on what
+    /// is asked, for who may want it no more
+    QCoro::Task<std::optional<QString>> lyrics(Song song, std::shared_ptr<HttpTransfer> transfer = {});
 
 Q_SIGNALS:
     void configsChanged();
@@ -142,11 +143,12 @@ private:
         QString songId;
     };
     QCoro::Task<std::optional<SubsonicContext>> resolveSubsonicContext(QString songId) const;
-    QCoro::Task<std::optional<QString>> lyricsBySongId(SubsonicAccess access, QString subsonicSongId);
+    QCoro::Task<std::optional<QString>> lyricsBySongId(SubsonicAccess access, QString subsonicSongId,
+                                                       Transfer transfer);
     QCoro::Task<std::optional<QString>> lyricsByArtistTitle(SubsonicAccess access, QString artist,
-                                                            QString title);
+                                                            QString title, Transfer transfer);
     QCoro::Task<std::optional<QString>> askedLyrics(SubsonicAccess access, QString endpoint,
-                                                    QueryItems queryItems);
+                                                    QueryItems queryItems, Transfer transfer);
 
     Platform &m_platform;
     QList<NavidromeConfig> m_configs;

@@ -117,8 +117,8 @@ void OnlineMusicService::publishSongs(QList<OnlineSong> &member, const QList<Onl
 
 // MARK: requests
 
-QCoro::Task<std::expected<HttpResponse, HttpError>> OnlineMusicService::fetch(QUrl url, qint64 atMost,
-                                                                              bool isCut)
+QCoro::Task<std::expected<HttpResponse, HttpError>>
+OnlineMusicService::fetch(QUrl url, qint64 atMost, bool isCut, std::shared_ptr<HttpTransfer> transfer)
 {
     const QPointer<OnlineMusicService> self(this);
     if (!m_platform.httpClient)
@@ -130,7 +130,7 @@ QCoro::Task<std::expected<HttpResponse, HttpError>> OnlineMusicService::fetch(QU
     request.totalTimeout = longestAnswer;
     request.sizeLimit = atMost;
     request.cutsAtLimit = isCut;
-    request.transfer = std::make_shared<HttpTransfer>();
+    request.transfer = transfer ? transfer : std::make_shared<HttpTransfer>();
     m_transfers.append(request.transfer);
     std::expected<HttpResponse, HttpError> response = co_await m_platform.httpClient->send(request);
     if (self)
@@ -243,17 +243,20 @@ QCoro::Task<std::optional<QUrl>> OnlineMusicService::getPlayUrl(OnlineSong song,
     co_return m_apiConfig.getPlayUrl(song, quality);
 }
 
-QCoro::Task<QList<LyricLine>> OnlineMusicService::getLyrics(OnlineSong song)
+QCoro::Task<QList<LyricLine>> OnlineMusicService::getLyrics(OnlineSong song,
+                                                            std::shared_ptr<HttpTransfer> transfer)
 {
     const QPointer<OnlineMusicService> self(this);
     const std::optional<QUrl> address = m_apiConfig.getLyricUrl(song);
     if (!address)
         co_return QList<LyricLine>();
-    const std::expected<HttpResponse, HttpError> response = co_await fetch(*address, largestAnswer);
+    const std::expected<HttpResponse, HttpError> response =
+        co_await fetch(*address, largestAnswer, false, transfer);
     if (!self)
         co_return QList<LyricLine>();
     if (!response) {
-        print(u"Failed to get lyrics: "_s + response.error().description);
+        if (response.error().kind != HttpError::Kind::cancelled)
+            print(u"Failed to get lyrics: "_s + response.error().description);
         co_return QList<LyricLine>();
     }
     const std::optional<QString> text = utf8Text(response->body);

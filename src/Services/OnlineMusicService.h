@@ -66,8 +66,8 @@ public:
     /// Asks the API for the real address of the audio; its own address when it does not tell.
     QCoro::Task<std::optional<QUrl>> getPlayUrl(OnlineSong song,
                                                 QString quality = APIConfigService::defaultQuality);
-    /// Empty for every failure.
-    QCoro::Task<QList<LyricLine>> getLyrics(OnlineSong song);
+    /// Empty for every failure. @param transfer a hand on the request, for who may want it no more
+    QCoro::Task<QList<LyricLine>> getLyrics(OnlineSong song, std::shared_ptr<HttpTransfer> transfer = {});
     std::optional<QUrl> getCoverUrl(const OnlineSong &song) const;
 
     /// Loads the charts of a platform, unless they are there.
@@ -113,7 +113,8 @@ private:
     template <typename Response>
     QCoro::Task<void> runSearch(std::optional<QUrl> url, Search search);
     /// @param atMost bytes of the answer are taken; a longer one fails, or is cut where @p isCut
-    QCoro::Task<std::expected<HttpResponse, HttpError>> fetch(QUrl url, qint64 atMost, bool isCut = false);
+    QCoro::Task<std::expected<HttpResponse, HttpError>> fetch(QUrl url, qint64 atMost, bool isCut = false,
+                                                              std::shared_ptr<HttpTransfer> transfer = {});
     /// Asks, reads the answer, and tells both in the log. Gives nothing of use when the service is gone.
     template <typename Response>
     QCoro::Task<Answer<Response>> ask(QUrl url, LogMarks marks, AnswerOrder OnlineMusicService::*order);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/LyricsLoader.h"
 
+#include "Platform/HttpTransfer.h"
 #include "Services/AudioPlayerService.h"
 #include "Services/LocalMusicImportService.h"
 #include "Services/NavidromeService.h"
@@ -11,6 +12,8 @@
 #include <QCoroFuture>
 #include <QPointer>
 #include <QtConcurrentRun>
+
+#include <utility>
 
 namespace cadorel {
 
@@ -47,16 +50,29 @@ LyricsLoader::LyricsLoader(AudioPlayerService &player, const LyricsSources &sour
     connect(&player, &AudioPlayerService::currentOnlineSongChanged, this, &LyricsLoader::songChanged);
 }
 
+LyricsLoader::~LyricsLoader()
+{
+    leave();
+}
+
 void LyricsLoader::load()
 {
     m_isFollowing = true;
     loadLyrics();
 }
 
+void LyricsLoader::leave()
+{
+    ++m_request;
+    // Passed songs would stand in line before the wanted one, and before its sound.
+    if (const auto transfer = std::exchange(m_transfer, nullptr))
+        transfer->cancel();
+}
+
 void LyricsLoader::clear()
 {
     m_isFollowing = false;
-    ++m_request;
+    leave();
     m_lastSongId.clear();
     m_embeddedLyrics.reset();
     setLines({});
@@ -81,7 +97,8 @@ void LyricsLoader::loadLyrics()
 {
     m_lastSongId = currentSongId(m_player);
     m_embeddedLyrics.reset();
-    ++m_request;
+    leave();
+    m_transfer = std::make_shared<HttpTransfer>();
     setLines({});
     if (const std::optional<OnlineSong> online = m_player.currentOnlineSong()) {
         detach(find(*online));
@@ -100,7 +117,7 @@ QCoro::Task<void> LyricsLoader::find(OnlineSong song)
 {
     const QPointer<LyricsLoader> self(this);
     const quint64 request = m_request;
-    const QList<LyricLine> lines = co_await m_sources.onlineMusic.getLyrics(song);
+    const QList<LyricLine> lines = co_await m_sources.onlineMusic.getLyrics(song, m_transfer);
     if (self && isWanted(request))
         setLines(lines);
 }
@@ -111,7 +128,7 @@ QCoro::Task<void> LyricsLoader::find(Song song)
     const quint64 request = m_request;
     std::optional<QString> text = song.embeddedLyrics();
     if (text.value_or(QString()).isEmpty() && song.id().startsWith(SubsonicSongId::idStart)) {
-        text = co_await m_sources.navidrome.lyrics(song);
+        text = co_await m_sources.navidrome.lyrics(song, m_transfer);
         if (!self || !isWanted(request))
             co_return;
     }

@@ -10,11 +10,13 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace cadorel {
 
 class AudioPlayerService;
+class HttpTransfer;
 class LocalMusicImportService;
 class NavidromeService;
 class OnlineMusicService;
@@ -38,6 +40,8 @@ public:
 
     /// @param player outlives the loader
     LyricsLoader(AudioPlayerService &player, const LyricsSources &sources);
+    ~LyricsLoader() override;
+    Q_DISABLE_COPY_MOVE(LyricsLoader)
 
     /// In the order of their times; empty while they are looked for, and where there are none.
     const QList<LyricLine> &lines() const { return m_lines; }
@@ -55,6 +59,8 @@ Q_SIGNALS:
 private:
     void songChanged();
     void loadLyrics();
+    /// Nobody waits any more for what is asked.
+    void leave();
     QCoro::Task<void> find(OnlineSong song);
     QCoro::Task<void> find(Song song);
     /// Whether the answer to that request is still wanted.
@@ -67,7 +73,8 @@ private:
     QString m_lastSongId;
     /// Of the song, when it was looked at: on a server it may come while the song plays.
     std::optional<QString> m_embeddedLyrics;
-    quint64 m_request = 0; ///< which search is the latest
+    quint64 m_request = 0;                    ///< which search is the latest
+    std::shared_ptr<HttpTransfer> m_transfer; ///< of what the latest search asks
     QList<LyricLine> m_lines;
 };
 

@@ -28,6 +28,7 @@ LyricsViewModel::LyricsViewModel(const LyricsServices &services)
     connect(&m_lines, &LyricLineModel::countChanged, this, &LyricsViewModel::countChanged);
     connect(&m_loader, &LyricsLoader::linesChanged, this, &LyricsViewModel::linesChanged);
     connect(&m_position, &PlaybackPosition::changed, this, &LyricsViewModel::follow);
+    connect(&m_player, &AudioPlayerService::isLoadingChanged, this, &LyricsViewModel::follow);
     connect(&m_offsets, &LyricsOffsetService::offsetChanged, this, &LyricsViewModel::follow);
     connect(&m_appearance, &ThemeService::lyricsFontSizeChanged, this, &LyricsViewModel::lookChanged);
     connect(&m_appearance, &ThemeService::lyricsBlurEnabledChanged, this, &LyricsViewModel::lookChanged);
@@ -47,7 +48,7 @@ void LyricsViewModel::clear()
 void LyricsViewModel::seekToLine(int index)
 {
     const QList<LyricLine> &lines = m_lines.lines();
-    if (index < 0 || index >= lines.size())
+    if (index < 0 || index >= lines.size() || !m_player.isCurrentLoaded())
         return;
     m_player.seek(m_offsets.reverseOffset(lines.at(index).timeMs, m_loader.lastSongId()) / msPerSecond);
 }
@@ -76,7 +77,9 @@ void LyricsViewModel::lookChanged()
 
 int LyricsViewModel::adjustedTime() const
 {
-    return m_offsets.applyOffset(m_position.milliseconds(), m_loader.lastSongId());
+    // The lyrics may be here before the song itself, while the one before is heard.
+    const int position = m_player.isCurrentLoaded() ? m_position.milliseconds() : 0;
+    return m_offsets.applyOffset(position, m_loader.lastSongId());
 }
 
 qsizetype LyricsViewModel::lastBegun() const
@@ -112,7 +115,7 @@ void LyricsViewModel::awaitNextLine(qsizetype lastBegun)
 {
     const QList<LyricLine> &lines = m_lines.lines();
     std::optional<int> next;
-    if (lastBegun + 1 < lines.size())
+    if (lastBegun + 1 < lines.size() && m_player.isCurrentLoaded())
         next = m_offsets.reverseOffset(lines.at(lastBegun + 1).timeMs, m_loader.lastSongId());
     m_position.waitFor(next);
 }

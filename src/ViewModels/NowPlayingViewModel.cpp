@@ -198,9 +198,11 @@ void NowPlayingViewModel::endDrag()
     const double seekTime = m_dragProgress * duration;
     print(u"📍 Slider: dragProgress="_s + consoleNumber(m_dragProgress) + u", duration="_s +
           consoleNumber(duration) + u", seekTime="_s + consoleNumber(seekTime));
-    if (PlaybackViewModel::isAtEnd(m_dragProgress, duration))
+    // Begun anew under the finger, a song may wait for its address: what is heard is the sound from before.
+    const bool isHeard = player().isCurrentLoaded();
+    if (isHeard && PlaybackViewModel::isAtEnd(m_dragProgress, duration))
         player().endCurrentTrack();
-    else
+    else if (isHeard)
         player().seek(seekTime);
     cancelDrag();
 }

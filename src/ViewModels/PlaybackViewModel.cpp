@@ -45,6 +45,8 @@ PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel, const OnlineSo
 {
     connect(&player(), &AudioPlayerService::currentTimeChanged, this, &PlaybackViewModel::timeChanged);
     connect(&player(), &AudioPlayerService::durationChanged, this, &PlaybackViewModel::durationChanged);
+    connect(&player(), &AudioPlayerService::isLoadingChanged, this, &PlaybackViewModel::durationChanged);
+    connect(&player(), &AudioPlayerService::playErrorChanged, this, &PlaybackViewModel::durationChanged);
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, &PlaybackViewModel::coverChanged);
     connect(&player(), &AudioPlayerService::volumeChanged, this, &PlaybackViewModel::followVolume);
     durationChanged();
@@ -73,10 +75,9 @@ void PlaybackViewModel::timeChanged()
 
 void PlaybackViewModel::durationChanged()
 {
-    const double duration = player().duration();
-    const bool known = std::isfinite(duration) && duration > 0;
-    if (known != m_canSeek) {
-        m_canSeek = known;
+    const bool leadsSomewhere = player().canSeek() && std::isfinite(player().duration());
+    if (leadsSomewhere != m_canSeek) {
+        m_canSeek = leadsSomewhere;
         Q_EMIT canSeekChanged();
     }
     timeChanged();
@@ -102,7 +103,7 @@ void PlaybackViewModel::coverChanged()
 void PlaybackViewModel::seek(double fraction)
 {
     const double duration = player().duration();
-    if (!std::isfinite(fraction) || !std::isfinite(duration) || duration <= 0)
+    if (!m_canSeek || !std::isfinite(fraction))
         return;
     if (isAtEnd(fraction, duration))
         player().endCurrentTrack();

@@ -265,6 +265,37 @@ private Q_SLOTS:
         QCOMPARE(currentText(), u"one"_s);
     }
 
+    void aSongWhoseAddressIsOnItsWayIsNeitherFollowedNorSought()
+    {
+        show(songText);
+        bench().tick(29.9);
+        QCOMPARE(currentText(), u"three"_s);
+        bench().player().playOnlineSong(onlineSong(u"x"_s), onlineSongs({u"x"_s}));
+        QTRY_VERIFY(bench().asksOnline(u"x"_s));
+        bench().answerOnline(u"x"_s, "[00:05.00]first\n[00:30.00]second");
+        QTRY_COMPARE(lyrics().count(), 2);
+        // The song before is heard still.
+        QVERIFY(bench().player().isPlaying());
+        QCOMPARE(currentLine(), 0);
+        QCOMPARE(currentText(), QString());
+        bench().tick(29.95);
+        QCOMPARE(bench().playbackTimers(), 0);
+        bench().tick(31);
+        QCOMPARE(currentLine(), 0);
+        const QStringList before = seeks();
+        lyrics().seekToLine(1);
+        QCOMPARE(seeks(), before);
+        // Its own sound.
+        QVERIFY(bench().home.web().answer(u"url?id=x"_s, onlineAnswers::body("https://cdn.example/x.mp3")));
+        QTRY_VERIFY(bench().player().isCurrentLoaded());
+        QCOMPARE(currentLine(), 0);
+        bench().answerDuration(100);
+        bench().tick(30);
+        QCOMPARE(currentText(), u"second"_s);
+        lyrics().seekToLine(0);
+        QCOMPARE(seeks().constLast(), u"5"_s);
+    }
+
     // MARK: songs
 
     void anotherSongStartsAtItsFirstLine()
@@ -297,8 +328,9 @@ private Q_SLOTS:
         bench().player().playOnlineSong(onlineSong(u"x"_s), onlineSongs({u"x"_s}));
         lyrics().load();
         QTRY_VERIFY(bench().asksOnline(u"x"_s));
+        QVERIFY(bench().home.web().answer(u"id=x&type=lrc"_s,
+                                          onlineAnswers::body("[00:01.00]late\n[00:02.00]later")));
         bench().play(LyricsBench::songWith(u"b"_s, u"[00:02.00]of b"_s));
-        bench().answerOnline(u"x"_s, "[00:01.00]late\n[00:02.00]later");
         QVERIFY(QThreadPool::globalInstance()->waitForDone(patienceMs));
         settle();
         QCOMPARE(lyrics().count(), 1);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fakes/OnlineAnswers.h"
 #include "ViewModels/CoverRegistry.h"
 #include "ViewModels/PlaybackViewModel.h"
 #include "ViewModels/ViewModelBench.h"
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void seekNearTheEndEndsTheSong();
     void aRepeatedStepStopsShortOfTheEnd();
     void seekWithoutALengthDoesNothing();
+    void aSongWhoseAddressIsOnItsWayIsNotSought();
+    void aSongThatFailedIsNotSought();
     void dismissedErrorIsGone();
     void volumeFollowsThePlayer();
     void muteBringsBackWhatCouldBeHeard();
@@ -241,6 +244,47 @@ void PlaybackViewModelTest::seekWithoutALengthDoesNothing()
     playback.seek(qQNaN());
     QVERIFY(bench.stream().seeks.isEmpty());
     QCOMPARE(songOf(bench.player()).id(), u"a"_s);
+}
+
+void PlaybackViewModelTest::aSongWhoseAddressIsOnItsWayIsNotSought()
+{
+    ViewModelBench bench;
+    play(bench, 200);
+    PlaybackViewModel playback(bench.viewModel(), &bench.addresses);
+    bench.stream().tick(60);
+    QSignalSpy spy(&playback, &PlaybackViewModel::canSeekChanged);
+    bench.player().playOnlineSong(onlineSong(u"1"_s), onlineSongs({u"1"_s, u"2"_s}));
+    // The song before is heard still, and its length is known.
+    QCOMPARE(bench.player().duration(), 200.0);
+    QVERIFY(!playback.canSeek());
+    QCOMPARE(spy.size(), 1);
+    playback.seek(0.5);
+    playback.seek(1);
+    playback.seekBy(5);
+    QVERIFY(bench.stream().seeks.isEmpty());
+    QCOMPARE(bench.player().currentOnlineSong()->id, u"1"_s);
+    bench.answerWeb(onlineAnswers::body("https://cdn.example/1.mp3"));
+    bench.answerDuration(100);
+    QVERIFY(playback.canSeek());
+    playback.seek(0.5);
+    QCOMPARE(bench.stream().seeks.constLast().time, 50.0);
+    // Stopped on its way, it has no sound of its own either.
+    bench.player().playOnlineSong(onlineSong(u"2"_s), {});
+    bench.player().stop();
+    QVERIFY(!bench.player().isLoading());
+    QVERIFY(!playback.canSeek());
+}
+
+void PlaybackViewModelTest::aSongThatFailedIsNotSought()
+{
+    ViewModelBench bench;
+    play(bench, 200);
+    PlaybackViewModel playback(bench.viewModel());
+    QVERIFY(playback.canSeek());
+    bench.item().fail(u"gone"_s);
+    QVERIFY(!playback.canSeek());
+    playback.seek(0.5);
+    QVERIFY(bench.stream().seeks.isEmpty());
 }
 
 void PlaybackViewModelTest::dismissedErrorIsGone()

@@ -133,6 +133,39 @@ private Q_SLOTS:
         QCOMPARE(s->bench.stream().seeks.constFirst().time, 18.5);
         QCOMPARE(s->bench.lyrics.currentLineIndex(), 19);
     }
+    void underASongWhoseAddressIsOnItsWayNothingIsSought()
+    {
+        s->bench.playSong(NowPlayingScene::song(u"before"_s, u"歌"_s, {}, QString::fromUtf8(lyricsText())),
+                          200);
+        QVERIFY(s->show());
+        s->click(u"lyricsButton"_s);
+        s->bench.stream().tick(30);
+        QTRY_VERIFY(isInTheMiddle(30));
+        playOnline();
+        FakeHttpClient &web = s->bench.home.web();
+        QVERIFY(
+            QTest::qWaitFor([&web] { return web.answer(u"type=lrc"_s, onlineAnswers::body(lyricsText())); }));
+        QTRY_VERIFY(s->bench.lyrics.hasLyrics());
+        // The first line is as high as it comes.
+        QTRY_VERIFY(line(0) && line(1));
+        s->bench.stream().tick(31);
+        QCOMPARE(s->bench.lyrics.currentLineIndex(), 0);
+        s->bench.stream().seeks.clear();
+        QTest::mouseDClick(s->window(), Qt::LeftButton, {}, s->area(line(1)).center().toPoint());
+        QVERIFY(!s->slider()->isEnabled());
+        QTest::mouseClick(s->window(), Qt::LeftButton, {}, s->onSlider(s->slider()->width() - 1));
+        QVERIFY(s->bench.stream().seeks.isEmpty());
+        QCOMPARE(s->bench.player.currentOnlineSong()->id, u"7"_s);
+        QVERIFY(s->bench.player.isPlaying());
+        // From here on it is a song like any other.
+        QVERIFY(web.answer(u"url?id=7"_s, onlineAnswers::body("https://cdn.example/7.mp3")));
+        QTRY_VERIFY(!s->bench.player.isLoading());
+        s->bench.stream().lastItem()->answerDuration(200);
+        s->bench.stream().lastItem()->becomeReady();
+        QTRY_VERIFY(s->slider()->isEnabled());
+        QTest::mouseDClick(s->window(), Qt::LeftButton, {}, s->area(line(1)).center().toPoint());
+        QCOMPARE(s->bench.stream().seeks.size(), 1);
+    }
     void aSongWithoutLyricsSaysSoOnThePageAndNothingElsewhere()
     {
         showSong();
