@@ -110,7 +110,7 @@ int run(QGuiApplication &application, SingleInstance &instance, Platform &platfo
         },
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     QObject::connect(&application, &QGuiApplication::aboutToQuit, &player,
-                     [&player] { player.setScenePhase(CadorelApp::ScenePhase::background); });
+                     [&player] { player.aboutToEnd(); });
     const RemoteCommandCenter &desktop = *platform.remoteCommandCenter;
     QObject::connect(&desktop, &RemoteCommandCenter::raiseCommand, &scene, [&scene] { scene.raise({}); });
     QObject::connect(&desktop, &RemoteCommandCenter::quitCommand, &application, &QGuiApplication::quit);

@@ -92,4 +92,12 @@ void CadorelApp::setScenePhase(ScenePhase phase)
         m_channels.usageLog->logAppBackground();
 }
 
+void CadorelApp::aboutToEnd()
+{
+    if (m_scenePhase == ScenePhase::background)
+        m_audioPlayer.persistPlaybackSnapshot();
+    else
+        setScenePhase(ScenePhase::background);
+}
+
 } // namespace cadorel

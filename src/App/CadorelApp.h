@@ -69,6 +69,8 @@ public:
     void firstFrameDrawn();
     /// Leaving the foreground keeps the place in the song.
     void setScenePhase(ScenePhase phase);
+    /// The process ends. One that was out of sight already has played on since.
+    void aboutToEnd();
     ScenePhase scenePhase() const { return m_scenePhase; }
     /// This version may not be used any more: nothing may stand before the update.
     bool isForceUpdateRequired() const { return m_isForceUpdateRequired; }

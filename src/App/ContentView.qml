@@ -23,6 +23,8 @@ FocusScope {
     readonly property real barHeight: (tabView.item as TabView)?.barHeight ?? 0
     readonly property real bannerTop: showNowPlaying ? Metrics.touchTarget + 2 * Metrics.grid : Metrics.rowSpacing
     readonly property real bannerWidth: Math.min(width, Metrics.contentWidth) - 2 * Metrics.screenMargin
+    /// Who gets the keyboard of what goes away in front of the screens.
+    readonly property Item keyboardHeir: showNowPlaying ? cover : (tabView.item as TabView)?.content ?? null
     /// Where the keyboard was before the Now Playing screen came up.
     property Item keyboardBefore: null
 
@@ -44,7 +46,7 @@ FocusScope {
         if (!showNowPlaying)
             return;
         showNowPlaying = false;
-        if (keyboardBefore)
+        if (keyboardBefore && keyboardBefore.visible && keyboardBefore.enabled)
             keyboardBefore.forceActiveFocus(Qt.OtherFocusReason);
         else
             (tabView.item as TabView).takeKeyboard();
@@ -52,7 +54,7 @@ FocusScope {
     }
     /// The keys that the Now Playing screen itself has no use for.
     function steer(event: var): void {
-        if (!showNowPlaying || event.modifiers !== Qt.NoModifier)
+        if (!showNowPlaying || !Press.isPlain(event))
             return;
         switch (event.key) {
         case Qt.Key_Left:
@@ -69,7 +71,9 @@ FocusScope {
             break;
         case Qt.Key_Escape:
         case Qt.Key_Back:
-            closeNowPlaying();
+            // One that is held down has closed the sheet before it.
+            if (!event.isAutoRepeat)
+                closeNowPlaying();
             break;
         default:
             return;
@@ -79,7 +83,7 @@ FocusScope {
 
     // A shortcut on Space would take it from the buttons; a key that none of them wants arrives here.
     Keys.onSpacePressed: event => {
-        event.accepted = event.modifiers === Qt.NoModifier;
+        event.accepted = Press.isPlain(event);
         if (Press.isPlayPause(event))
             viewModel.togglePlayPause();
     }
@@ -161,6 +165,7 @@ FocusScope {
         y: root.bannerTop
         width: root.bannerWidth
         visible: text !== ""
+        keyboardHeir: root.keyboardHeir
         text: root.screens.devices.notice
         actionText: "好"
         onActionRequested: root.screens.devices.dismissNotice()
@@ -172,6 +177,7 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         y: root.showNowPlaying ? root.bannerTop + (deviceBanner.visible ? deviceBanner.height + Metrics.rowSpacing : 0) : tabView.height - root.barHeight - Metrics.rowSpacing - height
         width: root.bannerWidth
+        keyboardHeir: root.keyboardHeir
         text: root.viewModel.audioPlayer.playError
         onDismissed: root.screens.playback.dismissPlayError()
     }

@@ -11,6 +11,7 @@ FocusScope {
     required property barAppearance appearance
     property AppTheme theme: ThemeEnvironment.theme
 
+    readonly property Item content: pages
     readonly property real barHeight: theme.isKawaiiPink ? kawaiiTabBar.height : standardTabView.height
 
     /// See ContentTabBar.

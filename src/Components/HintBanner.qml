@@ -4,17 +4,15 @@ import QtQuick.Layouts
 import Cadorel
 
 /// Something worth doing, with the button that does it.
-ThemedCard {
+Banner {
     id: root
 
-    property string text
     property string actionText
 
     signal actionRequested
 
+    button: actionButton
     implicitHeight: row.implicitHeight
-    Accessible.role: Accessible.AlertMessage
-    Accessible.name: text
 
     RowLayout {
         id: row
@@ -40,6 +38,8 @@ ThemedCard {
             maximumLineCount: 4
         }
         TextButton {
+            id: actionButton
+
             objectName: "hintAction"
             role: TextButton.Plain
             text: root.actionText

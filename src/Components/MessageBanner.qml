@@ -4,17 +4,14 @@ import QtQuick.Layouts
 import Cadorel
 
 /// Something went wrong, said where the eye is until the listener closes it.
-ThemedCard {
+Banner {
     id: root
-
-    property string text
 
     signal dismissed
 
     visible: text !== ""
+    button: dismissButton
     implicitHeight: row.implicitHeight
-    Accessible.role: Accessible.AlertMessage
-    Accessible.name: text
 
     Rectangle {
         objectName: "edge"
@@ -49,6 +46,8 @@ ThemedCard {
             maximumLineCount: 4
         }
         ThemedIconButton {
+            id: dismissButton
+
             objectName: "dismissButton"
             Layout.alignment: Qt.AlignVCenter
             symbol: AppIcons.navigation.close

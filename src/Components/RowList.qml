@@ -30,6 +30,8 @@ ListView {
     highlightMoveDuration: 0
     keyNavigationEnabled: true
     bottomMargin: Metrics.rowSpacing + (isBeneathMiniPlayer ? MiniPlayerRoom.height : 0)
+    // See ListTabStop.
+    activeFocusOnTab: activeFocus
     Accessible.role: Accessible.List
 
     /// Goes to a row with a spring, until it stands in the middle; -1 is none.
@@ -66,6 +68,15 @@ ListView {
     function take(row: int): void {
         currentIndex = row;
         activated(row);
+    }
+    /// The Tab key has come: to the row where the keyboard was, or to the first one in sight.
+    function enter(): void {
+        keyboardInUse = true;
+        for (let y = 0; currentIndex < 0 && y < height; y += Metrics.grid)
+            currentIndex = indexAt(width / 2, contentY + y);
+        currentIndex = Math.max(0, currentIndex);
+        positionViewAtIndex(currentIndex, ListView.Contain);
+        currentItem.forceActiveFocus(Qt.TabFocusReason);
     }
     /// The keyboard comes from outside, from a field above the list for instance.
     function takeKeyboard(): void {
@@ -143,4 +154,9 @@ ListView {
         onFinished: root.positionViewAtIndex(row, ListView.Center)
     }
     ScrollBar.vertical: SlimScrollBar {}
+
+    ListTabStop {
+        list: root
+        onEntered: root.enter()
+    }
 }

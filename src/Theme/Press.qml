@@ -23,9 +23,14 @@ QtObject {
         event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space;
     }
 
+    /// Whether no other key is held down with it. Those of the number pad carry a mark of their own.
+    function isPlain(event: var): bool {
+        return (event.modifiers & ~Qt.KeypadModifier) === Qt.NoModifier;
+    }
+
     /// Whether Space means to play and pause: once, however long it is held down, and not together with another key,
     /// as input methods and desktops use it.
     function isPlayPause(event: var): bool {
-        return event.modifiers === Qt.NoModifier && !event.isAutoRepeat;
+        return isPlain(event) && !event.isAutoRepeat;
     }
 }

@@ -24,11 +24,21 @@ private Q_SLOTS:
     void aForcedUpdateMakesNoAnnouncementRequest();
     void backgroundAndInactiveBothWriteTheSnapshot_data();
     void backgroundAndInactiveBothWriteTheSnapshot();
+    void theEndKeepsThePlaceAlsoOfAPlayerOutOfSight_data();
+    void theEndKeepsThePlaceAlsoOfAPlayerOutOfSight();
     void becomingActiveDoesNothing();
     void theFirstFrameTakesUpFilesPutIntoTheMusicFolder();
     void theSharedServicesComeUpInTheirOrder();
 
 private:
+    /// Where the next start would go on; -1 if nowhere.
+    double storedPosition() const
+    {
+        const auto snapshot = PlaybackSnapshot::decoded(
+            t->platform.preferences->dataValue(u"lastPlaybackState"_s).value_or(QByteArray()));
+        return snapshot ? snapshot->position : -1;
+    }
+
     std::unique_ptr<TestApp> t;
 };
 
@@ -70,11 +80,32 @@ void TestCadorelApp::backgroundAndInactiveBothWriteTheSnapshot()
     t->streamPlayer->tick(4.5);
     t->app->setScenePhase(phase);
     QCOMPARE(t->app->scenePhase(), phase);
-    const auto snapshot = PlaybackSnapshot::decoded(
-        t->platform.preferences->dataValue(u"lastPlaybackState"_s).value_or(QByteArray()));
-    QVERIFY(snapshot);
-    QCOMPARE(snapshot->position, 4.5);
+    QCOMPARE(storedPosition(), 4.5);
     QCOMPARE(t->channels.calls, QStringList({u"background"_s}));
+}
+
+void TestCadorelApp::theEndKeepsThePlaceAlsoOfAPlayerOutOfSight_data()
+{
+    QTest::addColumn<CadorelApp::ScenePhase>("phase");
+    QTest::newRow("in sight") << CadorelApp::ScenePhase::active;
+    QTest::newRow("without the keyboard") << CadorelApp::ScenePhase::inactive;
+    QTest::newRow("minimised") << CadorelApp::ScenePhase::background;
+}
+
+void TestCadorelApp::theEndKeepsThePlaceAlsoOfAPlayerOutOfSight()
+{
+    QFETCH(CadorelApp::ScenePhase, phase);
+    QVERIFY(t->playASong());
+    t->streamPlayer->tick(2);
+    t->app->setScenePhase(phase);
+    t->streamPlayer->tick(7.5);
+    t->channels.calls.clear();
+    t->app->aboutToEnd();
+    QCOMPARE(storedPosition(), 7.5);
+    QCOMPARE(t->app->scenePhase(), CadorelApp::ScenePhase::background);
+    // It went there once.
+    const bool wasThere = phase == CadorelApp::ScenePhase::background;
+    QCOMPARE(t->channels.calls, wasThere ? QStringList() : QStringList({u"background"_s}));
 }
 
 void TestCadorelApp::becomingActiveDoesNothing()

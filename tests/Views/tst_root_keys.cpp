@@ -23,6 +23,7 @@ private Q_SLOTS:
     void coverDoesNotOpenWithoutASong();
     void nothingBeneathTheCoverIsReached();
     void escapeClosesTheSheetFirstAndThenTheCover();
+    void aHeldEscapeClosesTheSheetOnly();
     void keyboardReturnsToWhereItWas();
     void spacePlaysAndPauses();
     void spaceWithAnotherKeyIsSomebodyElses_data();
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void aKeyThatIsHeldCountsOnce();
     void theVolumeFollowsAHeldKey();
     void arrowsSeekAndChangeTheVolumeUnderTheCoverOnly();
+    void arrowsOfTheNumberPadAreArrows();
     void arrowsStopAtBothEnds();
     void aHeldArrowEndsNoSong();
     void controlArrowsChangeSongAndVolume();
@@ -128,6 +130,23 @@ void RootKeysTest::escapeClosesTheSheetFirstAndThenTheCover()
     QVERIFY(!showsNowPlaying());
 }
 
+void RootKeysTest::aHeldEscapeClosesTheSheetOnly()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    QTest::keyClick(t->window, Qt::Key_E, Qt::ControlModifier);
+    QTRY_VERIFY(t->object(u"equalizerView"_s)->property("opened").toBool());
+    holdKey(t->window, Qt::Key_Escape);
+    QTRY_VERIFY(!t->object(u"equalizerView"_s)->property("visible").toBool());
+    // The keyboard goes on repeating it, and tells the window now.
+    QTest::simulateEvent(t->window, true, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+    QVERIFY(showsNowPlaying());
+    QTest::simulateEvent(t->window, false, Qt::Key_Escape, Qt::NoModifier, QString(), false);
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QVERIFY(!showsNowPlaying());
+}
+
 void RootKeysTest::keyboardReturnsToWhereItWas()
 {
     showLibrary(5);
@@ -161,7 +180,7 @@ void RootKeysTest::spacePlaysAndPauses()
 void RootKeysTest::spaceWithAnotherKeyIsSomebodyElses_data()
 {
     QTest::addColumn<QString>("place");
-    for (const auto &place : {u"songList"_s, u"libraryTab"_s, u"queuePageList"_s})
+    for (const auto &place : {u"songList"_s, u"libraryTab"_s, u"queuePageList"_s, u"queueViewList"_s})
         QTest::newRow(qPrintable(place)) << place;
 }
 
@@ -170,11 +189,13 @@ void RootKeysTest::spaceWithAnotherKeyIsSomebodyElses()
     QFETCH(QString, place);
     showLibrary(2);
     playRow(0);
-    if (place.startsWith(u"queue"_s)) {
+    if (place == u"queuePageList"_s) {
         openNowPlaying();
         t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::QueuePage);
-        QTRY_VERIFY(t->shows(place));
+    } else if (place == u"queueViewList"_s) {
+        QTest::keyClick(t->window, Qt::Key_U, Qt::ControlModifier);
     }
+    QTRY_VERIFY(t->shows(place));
     t->item(place)->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyClick(t->window, Qt::Key_Home);
     QTRY_VERIFY(t->audioPlayer->isPlaying());
@@ -270,6 +291,21 @@ void RootKeysTest::aHeldArrowEndsNoSong()
     // Who lets go and presses once more means it.
     QTest::keyClick(t->window, Qt::Key_Right);
     QCOMPARE(currentTitle(), u"歌 1"_s);
+}
+
+void RootKeysTest::arrowsOfTheNumberPadAreArrows()
+{
+    showLibrary(2);
+    playRow(0);
+    openNowPlaying();
+    t->player->tick(50);
+    t->player->seeks.clear();
+    QTest::keyClick(t->window, Qt::Key_Right, Qt::KeypadModifier);
+    QCOMPARE(t->player->seeks.size(), 1);
+    QTest::keyClick(t->window, Qt::Key_Down, Qt::KeypadModifier);
+    QVERIFY(qAbs(t->audioPlayer->volume() - 0.95F) < 0.001F);
+    QTest::keyClick(t->window, Qt::Key_Down, Qt::KeypadModifier | Qt::ShiftModifier);
+    QVERIFY(qAbs(t->audioPlayer->volume() - 0.95F) < 0.001F);
 }
 
 void RootKeysTest::arrowsStopAtBothEnds()

@@ -68,6 +68,7 @@ FocusScope {
         MessageBanner {
             objectName: "importBanner"
             width: parent.width
+            keyboardHeir: songList
             text: root.library.importNotice !== "" ? root.library.importNotice : root.importService.importError
             onDismissed: root.library.dismissImportError()
         }

@@ -54,6 +54,9 @@ FocusScope {
         height: Metrics.touchTarget
         leftPadding: Metrics.cardPadding
         visible: !root.queue.isEmpty
+        // An invisible one would go on taking Space.
+        enabled: visible
+        onEnabledChanged: if (!enabled) focus = false
         hoverEnabled: true
         focusPolicy: Qt.TabFocus
         text: "清空"

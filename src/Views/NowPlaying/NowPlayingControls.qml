@@ -64,6 +64,8 @@ Item {
             y: status.y + status.height
             width: root.sideWidth - x
             visible: root.isWide
+            // An invisible one would go on taking the arrows.
+            enabled: root.isWide
             playback: root.nowPlaying.playback
             ink: root.secondaryInk
             bar.tint: root.ink

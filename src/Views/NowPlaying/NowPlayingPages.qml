@@ -37,6 +37,9 @@ T.SwipeView {
         }
     }
 
+    // What there is to be reached lies on the pages.
+    activeFocusOnTab: false
+    focusPolicy: Qt.NoFocus
     currentIndex: nowPlaying.currentPage
     onCurrentIndexChanged: nowPlaying.currentPage = currentIndex
 

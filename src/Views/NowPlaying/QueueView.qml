@@ -49,7 +49,9 @@ FocusScope {
         model: root.queue.upcoming
         section.property: "section"
         Accessible.name: "播放队列"
+        playsAndPauses: true
         onActivated: row => root.queue.playUpcoming(row)
+        onPlayPauseRequested: root.queue.togglePlayPause()
 
         // A list makes no headings of a bound component.
         // qmllint disable unqualified

@@ -23,13 +23,15 @@ GridView {
     highlightMoveDuration: 0
     topMargin: Metrics.rowSpacing
     bottomMargin: Metrics.rowSpacing + MiniPlayerRoom.height
+    // See ListTabStop.
+    activeFocusOnTab: activeFocus
     Accessible.role: Accessible.List
     Accessible.name: "排行榜"
 
     Keys.onPressed: event => {
         keyboardInUse = true;
         const isArrow = event.key === Qt.Key_Up || event.key === Qt.Key_Down || event.key === Qt.Key_Left || event.key === Qt.Key_Right;
-        if (currentIndex < 0 && isArrow && event.modifiers === Qt.NoModifier) {
+        if (currentIndex < 0 && isArrow && Press.isPlain(event)) {
             currentIndex = 0;
             event.accepted = true;
         }
@@ -43,6 +45,16 @@ GridView {
     Keys.onEnterPressed: event => activateByKey(event)
 
     ScrollBar.vertical: SlimScrollBar {}
+
+    ListTabStop {
+        list: root
+        onEntered: {
+            root.keyboardInUse = true;
+            root.currentIndex = Math.max(0, root.currentIndex);
+            root.positionViewAtIndex(root.currentIndex, GridView.Contain);
+            root.currentItem.forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
 
     delegate: Item {
         id: cell

@@ -58,6 +58,7 @@ SlidingPage {
         MessageBanner {
             objectName: "pageCoverBanner"
             width: parent.width
+            keyboardHeir: songList
             text: root.playlists.editor.coverNotice
             onDismissed: root.playlists.editor.dismissCoverNotice()
         }

@@ -45,6 +45,7 @@ FocusScope {
             MessageBanner {
                 objectName: "coverBanner"
                 width: parent.width
+                keyboardHeir: playlistList
                 text: root.editor.coverNotice
                 onDismissed: root.editor.dismissCoverNotice()
             }

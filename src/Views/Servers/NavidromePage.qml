@@ -113,6 +113,7 @@ SlidingPage {
         MessageBanner {
             objectName: "navidromeBanner"
             width: parent.width
+            keyboardHeir: songList
             visible: text !== "" && root.content === NavidromeServerPageViewModel.Songs
             text: root.page.failure
             onDismissed: root.page.dismissFailure()

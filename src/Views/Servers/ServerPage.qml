@@ -73,6 +73,7 @@ SlidingPage {
         HintBanner {
             objectName: "staleBanner"
             width: parent.width
+            keyboardHeir: songList
             visible: root.page.isStale && !root.page.isScanning
             text: "服务器设置已更改，重新扫描后生效"
             actionText: "重新扫描"
@@ -81,6 +82,7 @@ SlidingPage {
         MessageBanner {
             objectName: "scanBanner"
             width: parent.width
+            keyboardHeir: songList
             visible: text !== "" && root.page.content === WebDAVServerPageViewModel.Songs
             text: root.page.failure
             onDismissed: root.page.dismissFailure()
