@@ -41,7 +41,8 @@ public:
         QQmlComponent component(m_engine.get());
         // Where a line leads to is for the screen that the page is a part of.
         const QByteArray seek = m_type == "LyricsView" ? "onSeek: line => lyrics.seekToLine(line)" : "";
-        component.setData("import QtQuick\nimport Cadorel\n" + m_type + " { " + seek + " }", QUrl());
+        component.setData(
+            "import QtQuick\nimport Cadorel\n" + m_type + " { textColor: \"white\"; " + seek + " }", QUrl());
         m_root = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
             {{QStringLiteral("lyrics"), QVariant::fromValue(&bench.lyrics())}}));
         if (!m_root) {
