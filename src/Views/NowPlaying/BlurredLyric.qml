@@ -37,6 +37,10 @@ Item {
             next.load(source, pixelSize, columnWidth);
             take(next);
         }
+        for (const picture of [first, second]) {
+            if (picture !== front)
+                release(picture);
+        }
     }
 
     /// Shows a picture that has come; one that cannot be had leaves the line to its text.
@@ -49,7 +53,7 @@ Item {
             isFresh = false;
     }
 
-    /// Gives back a picture that has faded, unless it is asked for anew.
+    /// Gives back a picture that has faded, or came too late, unless it is asked for anew.
     function release(picture: LyricPicture): void {
         if (picture.opacity === 0 && picture.wanted !== source)
             picture.unload();
