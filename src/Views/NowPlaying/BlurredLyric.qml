@@ -26,6 +26,7 @@ Item {
 
     Accessible.ignored: true
     onSourceChanged: load()
+    onFrontChanged: releaseOther()
     Component.onCompleted: load()
 
     function load(): void {
@@ -37,10 +38,7 @@ Item {
             next.load(source, pixelSize, columnWidth);
             take(next);
         }
-        for (const picture of [first, second]) {
-            if (picture !== front)
-                release(picture);
-        }
+        releaseOther();
     }
 
     /// Shows a picture that has come; one that cannot be had leaves the line to its text.
@@ -51,6 +49,14 @@ Item {
             front = picture;
         if (picture.status === Image.Ready || picture.status === Image.Error)
             isFresh = false;
+    }
+
+    /// One that has not even begun to come in has nothing to fade.
+    function releaseOther(): void {
+        if (front !== first)
+            release(first);
+        if (front !== second)
+            release(second);
     }
 
     /// Gives back a picture that has faded, or came too late, unless it is asked for anew.
