@@ -8,6 +8,9 @@ import Cadorel
 T.RadioButton {
     id: root
 
+    /// What it shows. It may be a name from outside: as the button's `text`, an "&" in it would make a shortcut of the
+    /// letter behind.
+    property string label: text
     property string symbol
     property string detail
     property bool isSelected: false
@@ -20,7 +23,7 @@ T.RadioButton {
     autoExclusive: false
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
-    Accessible.name: detail === "" ? text : text + "，" + detail
+    Accessible.name: detail === "" ? label : label + "，" + detail
     Accessible.checkable: true
     Accessible.checked: isSelected
     Accessible.onPressAction: Press.byAction(root)
@@ -40,7 +43,7 @@ T.RadioButton {
         id: content
 
         symbol: root.symbol
-        title: root.text
+        title: root.label
         detail: root.detail
         mark: root.isSelected ? AppIcons.status.checkmark : ""
         theme: root.theme

@@ -8,7 +8,7 @@ Item {
 
     /// Name of the cassette's picture; empty for none.
     property string imageName
-    /// Address of the cover provider. A song without one leaves the label of a cassette as it is drawn.
+    /// Address of the cover provider; empty shows the note that stands for a cover.
     property string coverSource
     /// How large the cover is and how far from the centre, as fractions of the picture; see CassetteLayout.
     property real configScale: 1
@@ -18,7 +18,6 @@ Item {
     property real cornerRadius: Metrics.cardRadius
     /// Side of the square picture, which lies in the middle of the item.
     readonly property real side: Math.max(0, Math.min(width, height))
-    readonly property bool hasCover: coverSource !== "" && coverSource !== "image://cover/none"
     readonly property rect coverRect: CassetteLayout.coverRect(side, configScale, offsetX, offsetY)
 
     implicitWidth: Metrics.cassetteSize
@@ -46,8 +45,17 @@ Item {
             y: Math.round(root.coverRect.y)
             width: Math.max(1, Math.round(root.coverRect.width))
             height: width
-            visible: root.coverRect.width > 0 && (root.imageName === "" || root.hasCover)
+            visible: root.coverRect.width > 0
 
+            // The note that stands for a cover lets through what lies beneath: the drawing of the label.
+            Rectangle {
+                objectName: "paper"
+                anchors.fill: parent
+                anchors.margins: Metrics.hairline
+                radius: cover.cornerRadius
+                color: SystemColors.labelPaper
+                visible: root.imageName !== ""
+            }
             Rectangle {
                 anchors.fill: parent
                 radius: cover.cornerRadius
@@ -60,7 +68,7 @@ Item {
                 objectName: "picture"
                 anchors.fill: parent
                 cornerRadius: cover.cornerRadius
-                source: root.hasCover ? root.coverSource : "image://cover/none"
+                source: root.coverSource !== "" ? root.coverSource : "image://cover/none"
             }
         }
     }

@@ -193,6 +193,8 @@ QtObject {
     readonly property int highNowPlaying: 760
     /// Between two lines of lyrics, above the first and below the last.
     readonly property int lyricSpacing: 20
+    /// Columns of blurred lines differ by that much at least: each of them is a picture.
+    readonly property int lyricColumnStep: 16
     readonly property int lyricHeadroom: 100
     readonly property int lyricFootroom: 200
     /// A line of lyrics is wrapped into as many at most.

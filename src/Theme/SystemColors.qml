@@ -47,7 +47,9 @@ QtObject {
     readonly property color accentTint: table.accentTint
     /// What a cover shows until it is there; the same as its placeholder.
     readonly property color coverFill: table.coverFill
-    /// Of every look in both schemes: what of a song is played, and the chosen one of a few on a light track.
+    /// Of every look in both schemes: what of a song is played, the chosen one of a few on a light track, and what lies
+    /// beneath the cover in the label of a cassette.
     readonly property color playedPart: "white"
     readonly property color segmentPill: "white"
+    readonly property color labelPaper: "white"
 }

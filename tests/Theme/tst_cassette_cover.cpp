@@ -72,19 +72,30 @@ private Q_SLOTS:
         QCOMPARE(s->item(u"cover"_s)->property("cornerRadius").toInt(), 20);
     }
 
-    void aSongWithoutACoverLeavesTheLabelAsItIsDrawn_data()
+    void aSongWithoutACoverHasANoteInTheLabel_data()
     {
         QTest::addColumn<QByteArray>("cover");
         QTest::addRow("no address") << QByteArray();
         QTest::addRow("the address of no cover") << QByteArray("image://cover/none");
     }
-    void aSongWithoutACoverLeavesTheLabelAsItIsDrawn()
+    void aSongWithoutACoverHasANoteInTheLabel()
     {
         QFETCH(QByteArray, cover);
-        QVERIFY(show("imageName: \"Cassette1\"; configScale: 0.25", cover));
-        QVERIFY(!s->item(u"cover"_s)->isVisible());
-        s->root()->setProperty("imageName", QString());
+        QVERIFY(show("imageName: \"Cassette1\"; configScale: 0.25; offsetY: -0.15", cover));
         QVERIFY(s->item(u"cover"_s)->isVisible());
+        QCOMPARE(s->item(u"picture"_s)->property("source").toString(), u"image://cover/none"_s);
+        QTRY_VERIFY(s->item(u"picture"_s)->property("isPicture").toBool());
+        // Its field is smooth but for the edges of the note.
+        const QImage drawn = s->grab().copy(placeOf(u"cover"_s).toRect().translated(40, 40));
+        const auto steepestIn = [&drawn](int y) {
+            int steepest = 0;
+            for (int x = drawn.width() / 4; x < drawn.width() * 3 / 4; ++x)
+                steepest =
+                    std::max(steepest, std::abs(qGray(drawn.pixel(x, y)) - qGray(drawn.pixel(x + 1, y))));
+            return steepest;
+        };
+        QVERIFY(steepestIn(4) <= 2);
+        QVERIFY(steepestIn(drawn.height() / 2) > 10);
     }
 
     void anUnknownCassetteLeavesTheCover()

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void presetsAreChosenByTouch();
     void presetsAreChosenByKeyboard();
     void heldReturnChoosesAPresetOnce();
+    void aNameIsNoShortcut();
     void chosenPresetIsInSight();
     void customKeepsTheGains();
     void wheelWalksAlongThePresets();
@@ -106,7 +107,7 @@ void EqualizerSheetTest::everyPresetMovesTheSlidersByMouse()
         QCOMPARE(service().currentPreset(), preset);
         QVERIFY(slidersShow(bandValues(preset)));
         QVERIFY(chip->property("isCurrent").toBool());
-        QCOMPARE(chip->property("text").toString(), displayName(preset));
+        QCOMPARE(chip->property("name").toString(), displayName(preset));
         QCOMPARE(textOf(u"presetDescription"_s), descriptionText(preset));
     }
     QCOMPARE(textOf(u"bandText0"_s), u"+4"_s);
@@ -160,6 +161,17 @@ void EqualizerSheetTest::heldReturnChoosesAPresetOnce()
     QVERIFY(chosen.isValid());
     holdReturn(t->window);
     QCOMPARE(chosen.size(), 1);
+}
+
+void EqualizerSheetTest::aNameIsNoShortcut()
+{
+    showSheet({1000, 760});
+    t->equalizer->choosePreset(2);
+    const EqualizerPreset chosen = service().currentPreset();
+    QVERIFY(chosen != EqualizerPreset::rnb);
+    QCOMPARE(displayName(EqualizerPreset::rnb), u"R&B"_s);
+    QTest::keyClick(t->window, Qt::Key_B, Qt::AltModifier);
+    QCOMPARE(service().currentPreset(), chosen);
 }
 
 void EqualizerSheetTest::chosenPresetIsInSight()

@@ -3,6 +3,7 @@
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QQmlExpression>
 #include <QSignalSpy>
 #include <QStyleHints>
 
@@ -181,6 +182,33 @@ private Q_SLOTS:
         QTRY_VERIFY(std::abs(scene().offCentre(30)) < inTheMiddle);
     }
 
+    void theMomentAndTheWayTakeAsLongAsTheyShall()
+    {
+        showLines();
+        const auto value = [this](const QString &expression) {
+            return QQmlExpression(qmlContext(scene().root()), scene().root(), expression).evaluate();
+        };
+        QCOMPARE(value(u"Metrics.lyricScrollDelay"_s), 100);
+        QCOMPARE(value(u"Metrics.lyricScrollDuration"_s), 300);
+        QCOMPARE(value(u"Metrics.lyricStyleDuration"_s), 250);
+        QCOMPARE(value(u"Motion.easeInOut.join(' ')"_s), u"0.42 0 0.58 1 1 1"_s);
+
+        scene().root()->setProperty("isShown", false);
+        tick(20);
+        QObject *list = scene().list();
+        const double before = list->property("contentY").toDouble();
+        QElapsedTimer passed;
+        passed.start();
+        scene().root()->setProperty("isShown", true);
+        qint64 setOut = 0;
+        // The clock of animations is not that of the wall: half of each is far from none.
+        QTRY_VERIFY((setOut = passed.elapsed(), list->property("contentY").toDouble() != before));
+        QVERIFY2(setOut >= 50, qPrintable(QString::number(setOut)));
+        QTRY_VERIFY(scene().line(20) && std::abs(scene().offCentre(20)) < inTheMiddle);
+        const qint64 arrived = passed.elapsed();
+        QVERIFY2(arrived - setOut > 150, qPrintable(QString::number(arrived - setOut)));
+    }
+
     void eachChangeOfTheLineBringsItToTheMiddle()
     {
         showLines();
@@ -266,6 +294,20 @@ private Q_SLOTS:
         bench().appearance().setLyricsFontSize(28);
         QTRY_COMPARE(scene().line(20)->property("roomSize").toDouble(), 34.0);
         QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
+    }
+
+    void aWindowThatIsResizedHasFewPicturesDrawn()
+    {
+        showLines();
+        tick(10);
+        QTRY_VERIFY(!words(8)->isVisible());
+        QSet<QString> pictures;
+        for (int width = 0; width <= 40; ++width) {
+            scene().window()->resize(390 - width, 560);
+            QTRY_COMPARE(scene().root()->width(), 390 - width);
+            pictures.insert(scene().line(8)->property("blurAddress").toString());
+        }
+        QVERIFY2(pictures.size() >= 2 && pictures.size() <= 4, qPrintable(QString::number(pictures.size())));
     }
 
     void aDesktopOfLessMotionGetsNone()

@@ -4,6 +4,7 @@
 #include "Views/NowPlayingScreenTest.h"
 #include "Views/Stillness.h"
 
+#include <QAccessible>
 #include <QPointer>
 #include <QSignalSpy>
 
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void arrowsMoveTheSlider();
     void heldArrowStopsShortOfTheEnd();
     void keyboardStaysOnTheSliderWhenTheSongChanges();
+    void theClockDoesNotSpeakToTheKeyboard();
     void coverThatIsMissingOrBrokenLeavesAPlaceholder();
     void thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore();
     void waysOut();
@@ -239,6 +241,38 @@ void NowPlayingRulesTest::arrowsMoveTheSlider()
     QVERIFY(s->bench.stream().seeks.at(0).time > 50);
     s->key(Qt::Key_End);
     QCOMPARE(s->bench.songId(), u"following"_s);
+}
+
+void NowPlayingRulesTest::theClockDoesNotSpeakToTheKeyboard()
+{
+    showSong();
+    const auto description = [this] {
+        return QAccessible::queryAccessibleInterface(s->slider())->text(QAccessible::Description);
+    };
+    s->bench.stream().tick(5);
+    QCOMPARE(description(), u"0:05 / 3:20"_s);
+    s->slider()->forceActiveFocus(Qt::TabFocusReason);
+    QCOMPARE(description(), u"0:05 / 3:20"_s);
+    const QObject *attached = nullptr;
+    for (const QObject *child : s->slider()->children()) {
+        if (child->inherits("QQuickAccessibleAttached"))
+            attached = child;
+    }
+    QVERIFY(attached);
+    const QSignalSpy told(attached, SIGNAL(descriptionChanged()));
+    QVERIFY(told.isValid());
+    for (int second = 6; second < 16; ++second)
+        s->bench.stream().tick(second);
+    QCOMPARE(s->text(u"displayTime"_s), u"0:15"_s);
+    QCOMPARE(told.size(), 0);
+    // Where the listener has gone is told.
+    s->key(Qt::Key_Right);
+    QCOMPARE(description(), s->text(u"displayTime"_s) + u" / 3:20"_s);
+    QVERIFY(description() != u"0:15 / 3:20"_s);
+    s->item(u"playPauseButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    s->bench.stream().finishSeek();
+    s->bench.stream().tick(40);
+    QCOMPARE(description(), u"0:40 / 3:20"_s);
 }
 
 void NowPlayingRulesTest::keyboardStaysOnTheSliderWhenTheSongChanges()

@@ -441,7 +441,7 @@ private Q_SLOTS:
         plugInDevices();
         QTRY_VERIFY(s->shows(u"device2"_s));
         QVERIFY(!s->shows(u"noDevices"_s));
-        QCOMPARE(s->text(u"device0"_s), u"系统默认"_s);
+        QCOMPARE(s->item(u"device0"_s)->property("label").toString(), u"系统默认"_s);
         QCOMPARE(s->accessibleName(u"device0"_s), u"系统默认，内置音频 模拟立体声"_s);
         QCOMPARE(s->accessibleName(u"device1"_s), u"内置音频 模拟立体声，正在播放"_s);
         s->click(u"device2"_s);
@@ -455,6 +455,19 @@ private Q_SLOTS:
         QVERIFY(s->isGone(u"outputDevicePicker"_s));
         QCOMPARE(s->devices.isOpen(), false);
         QVERIFY(s->isOpen(u"moreOptionsSheet"_s));
+    }
+    void theNameOfADeviceIsNoShortcut()
+    {
+        s->machine.setDevices({{.id = u"pci"_s, .name = u"内置音频"_s, .isDefault = true},
+                               {.id = u"bt"_s, .name = u"Rock&Blues"_s}});
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"moreOptionsSheet"_s));
+        s->click(u"moreDevices"_s);
+        QTRY_VERIFY(s->isOpen(u"outputDevicePicker"_s));
+        QTRY_VERIFY(s->shows(u"device2"_s));
+        QTest::keyClick(s->window, Qt::Key_B, Qt::AltModifier);
+        QCOMPARE(s->machine.chosenDevice(), QString());
+        QVERIFY(s->accessibleName(u"device2"_s).startsWith(u"Rock&Blues"_s));
     }
 };
 

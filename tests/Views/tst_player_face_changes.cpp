@@ -16,6 +16,7 @@ class PlayerFaceChangesTest : public PlayerFaceTest
     Q_OBJECT
 private Q_SLOTS:
     void aThousandSongsLeaveNothingStaleAndNothingBehind();
+    void aThousandSongsLeaveNothingBehindOnThePageOfTheLyrics();
 
 private:
     /// A library whose songs have covers of one colour each and lyrics that name them.
@@ -26,7 +27,7 @@ private:
             t->addFile(name,
                        {u"歌 %1"_s.arg(i), u"歌手"_s, u"专辑"_s, 100,
                         i == 0 ? QByteArray() : TestWindow::picture(colours.at(i), colours.at(i), {64, 64})});
-            t->reader->assets[name].all->append(lyricsTag(u"[00:01.00]歌词 %1\n[00:50.00]完"_s.arg(i)));
+            t->reader->assets[name].all->append(lyricsTag(u"[00:01.00]歌词 %1\n[00:50.00]完 %1"_s.arg(i)));
         }
         QVERIFY(t->scan());
         QVERIFY(t->show());
@@ -114,6 +115,23 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingStaleAndNothingBehind()
     change(4);
     QCOMPARE(playingRow(), 0);
     QTRY_VERIFY(disc()->findChild<QQuickItem *>(u"placeholderNote"_s)->isVisible());
+}
+
+void PlayerFaceChangesTest::aThousandSongsLeaveNothingBehindOnThePageOfTheLyrics()
+{
+    showColouredLibrary();
+    playRow(0);
+    openFromDisc();
+    t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::LyricsPage);
+    // The line that is not the current one is a blurred picture.
+    const auto isShown = [this] {
+        const QQuickItem *line = t->item(u"lyricLine1"_s);
+        return line && line->isVisible() && line->property("text").toString() == u"完 %1"_s.arg(playingRow());
+    };
+    change(401);
+    QTRY_VERIFY(isShown());
+    settledHeap(*t->engine);
+    QVERIFY(leastGrowth(isShown) < smallGrowth);
 }
 
 QTEST_MAIN(PlayerFaceChangesTest)

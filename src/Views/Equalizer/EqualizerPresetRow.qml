@@ -66,7 +66,8 @@ FocusScope {
                 id: chips
 
                 model: root.equalizer.presets
-                // A screen reader learns what a button is from its type alone.
+                // A screen reader learns what a button is from its type alone. The chip has no `text`: the "&" of a
+                // name would make a shortcut of the letter behind it.
                 delegate: T.RadioButton {
                     id: chip
 
@@ -83,7 +84,6 @@ FocusScope {
                     implicitWidth: implicitContentWidth + leftPadding + rightPadding
                     leftPadding: Metrics.cardPadding
                     rightPadding: Metrics.cardPadding
-                    text: name
                     checkable: false
                     autoExclusive: false
                     focusPolicy: isCurrent ? Qt.TabFocus : Qt.NoFocus

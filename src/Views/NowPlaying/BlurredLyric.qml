@@ -26,6 +26,7 @@ Item {
 
     Accessible.ignored: true
     onSourceChanged: load()
+    onFrontChanged: releaseOther()
     Component.onCompleted: load()
 
     function load(): void {
@@ -37,6 +38,7 @@ Item {
             next.load(source, pixelSize, columnWidth);
             take(next);
         }
+        releaseOther();
     }
 
     /// Shows a picture that has come; one that cannot be had leaves the line to its text.
@@ -49,7 +51,15 @@ Item {
             isFresh = false;
     }
 
-    /// Gives back a picture that has faded, unless it is asked for anew.
+    /// One that has not even begun to come in has nothing to fade.
+    function releaseOther(): void {
+        if (front !== first)
+            release(first);
+        if (front !== second)
+            release(second);
+    }
+
+    /// Gives back a picture that has faded, or came too late, unless it is asked for anew.
     function release(picture: LyricPicture): void {
         if (picture.opacity === 0 && picture.wanted !== source)
             picture.unload();

@@ -65,6 +65,8 @@ FocusScope {
         Accessible.onPressAction: Press.byAction(clearButton)
         Keys.onReturnPressed: event => Press.byKey(clearButton, event)
         Keys.onEnterPressed: event => Press.byKey(clearButton, event)
+        Keys.onPressed: event => Press.holdBack(event)
+        Keys.onReleased: event => Press.holdBack(event)
         onClicked: root.queue.clear()
 
         background: ThemedHighlight {

@@ -110,7 +110,8 @@ Item {
             objectName: "words"
             x: root.isCentered ? Math.round((parent.width - width) / 2) : 0
             y: (parent.height - height) / 2
-            width: Math.floor(parent.width * root.pixelSize / Math.max(root.pixelSize, root.largestPixelSize))
+            // In steps: with each pixel of a window that is resized each blurred line would be drawn anew.
+            width: Math.floor(parent.width * root.pixelSize / Math.max(root.pixelSize, root.largestPixelSize) / Metrics.lyricColumnStep) * Metrics.lyricColumnStep
             height: implicitHeight
             transformOrigin: root.isCentered ? Item.Center : Item.Left
             scale: root.roomSize * root.shownScale / root.pixelSize

@@ -45,11 +45,23 @@ Item {
         id: bar
 
         ThemedProgressBar {
+            id: seeker
+
+            /// What a screen reader tells. It speaks of each change of what has the keyboard: there the clock alone
+            /// changes nothing, or it would talk over the song once a second.
+            property string told
+
+            function tell(): void {
+                told = root.nowPlaying.displayTimeText + " / " + root.nowPlaying.durationText;
+            }
+
             objectName: root.identity
             // The same song that begins anew under the finger has no length for a moment.
             enabled: root.nowPlaying.playback.canSeek || root.nowPlaying.isDragging
             isEndFinal: true
-            Accessible.description: root.nowPlaying.displayTimeText + " / " + root.nowPlaying.durationText
+            Accessible.description: told
+            Component.onCompleted: tell()
+            onActiveFocusChanged: tell()
             name: "播放进度"
             progress: root.nowPlaying.sliderPosition
             tint: root.tint
@@ -58,8 +70,29 @@ Item {
             trackSurface: Surfaces.progressTrackOf(root.groove)
             knobSurface: Surfaces.progressKnobOf(root.tint, knobSize)
             onProgressDragged: place => root.nowPlaying.dragTo(place)
-            onEditingChanged: isEditing => isEditing ? root.nowPlaying.beginDrag() : root.nowPlaying.endDrag()
-            onEditingCanceled: root.nowPlaying.cancelDrag()
+            onEditingChanged: isEditing => {
+                if (isEditing)
+                    root.nowPlaying.beginDrag();
+                else
+                    root.nowPlaying.endDrag();
+                tell();
+            }
+            onEditingCanceled: {
+                root.nowPlaying.cancelDrag();
+                tell();
+            }
+
+            Connections {
+                target: root.nowPlaying
+
+                function onDisplayTimeTextChanged(): void {
+                    if (!seeker.activeFocus)
+                        seeker.tell();
+                }
+                function onDurationTextChanged(): void {
+                    seeker.tell();
+                }
+            }
         }
     }
     // qmllint enable unqualified

@@ -19,7 +19,7 @@ Item {
 
     implicitHeight: Metrics.touchTarget
     Accessible.role: Accessible.ToolBar
-    Accessible.name: "正在播放"
+    Accessible.name: "页面与选项"
 
     NowPlayingButton {
         objectName: "nowPlayingClose"

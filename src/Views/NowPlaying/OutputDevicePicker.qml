@@ -42,7 +42,7 @@ ThemedSheet {
                 required detail
 
                 objectName: "device" + index
-                text: name
+                label: name
                 isSelected: isChosen
                 onClicked: root.devices.choose(index)
             }
