@@ -20,6 +20,7 @@ private Q_SLOTS:
     void anErrorThatIsShownLeavesTheDiscToBeReached_data() { addThemes(); }
     void anErrorThatIsShownLeavesTheDiscToBeReached();
     void aNoticeAtTheTopLeavesTheDiscToBeReached();
+    void aWindowThatIsResizedInMidDragLeavesTheDiscInTheHand();
     void theFiveActionsByLongPressAndSlide_data();
     void theFiveActionsByLongPressAndSlide();
     void locatingShowsTheSongInTheLibrary_data() { addThemes(); }
@@ -168,6 +169,24 @@ void PlayerFaceDiscTest::aNoticeAtTheTopLeavesTheDiscToBeReached()
     QTRY_COMPARE(TestWindow::centre(disc()), place);
     banner->setProperty("text", QString());
     QTRY_COMPARE(TestWindow::centre(disc()), QPoint(41, 41));
+}
+
+void PlayerFaceDiscTest::aWindowThatIsResizedInMidDragLeavesTheDiscInTheHand()
+{
+    playInLibrary(0);
+    Pointer by(t->window, false);
+    by.press(TestWindow::centre(disc()));
+    by.move({250, 330});
+    by.move({250, 300});
+    QVERIFY(mini().isDragging());
+    t->window->resize(320, 480);
+    QTRY_COMPARE(t->item(u"miniPlayerView"_s)->size(), QSizeF(320, 480));
+    QCOMPARE(TestWindow::centre(disc()), QPoint(250, 300));
+    by.move({200, 310});
+    QCOMPARE(TestWindow::centre(disc()), QPoint(200, 310));
+    by.release({200, 310});
+    QTRY_VERIFY(discRests());
+    QCOMPARE(mini().effectivePosition(), QPointF(200, 310));
 }
 
 void PlayerFaceDiscTest::theFiveActionsByLongPressAndSlide_data()
