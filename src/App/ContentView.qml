@@ -126,7 +126,8 @@ FocusScope {
         sourceComponent: MiniPlayerView {
             objectName: "miniPlayerView"
             miniPlayer: root.screens.miniPlayer
-            // The disc stays above the bar of every look, and above what has gone wrong.
+            // The disc stays above the bar of every look, and is not beneath what there is to say.
+            topInset: deviceBanner.visible && !root.showNowPlaying ? deviceBanner.y + deviceBanner.height : 0
             bottomInset: root.barHeight + root.keyboardHeight + (errorBanner.visible ? errorBanner.height + Metrics.rowSpacing : 0)
             onOpenRequested: root.openNowPlaying()
         }

@@ -21,7 +21,7 @@ ApplicationWindow {
     minimumWidth: Metrics.minimumWidth
     minimumHeight: Metrics.minimumHeight
     color: ThemeEnvironment.theme.backgroundColor
-    title: viewModel.hasCurrentSong && viewModel.currentSongTitle !== "" ? viewModel.currentSongTitle : "Tarnova 音乐"
+    title: viewModel.hasCurrentSong && viewModel.currentSongTitle !== "" ? screens.nowPlaying.title : "Tarnova 音乐"
 
     ThemedRootView {
         objectName: "themedRootView"

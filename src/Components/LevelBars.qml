@@ -14,7 +14,7 @@ Item {
 
     readonly property int count: 7
     readonly property var restingLevels: [0.35, 0.6, 0.8, 1, 0.8, 0.6, 0.35]
-    readonly property var levels: !visible ? [] : Motion.isReduced ? restingLevels : player.audioLevels
+    readonly property var levels: !Motion.isSeen(visible, Window.visibility) ? [] : Motion.isReduced ? restingLevels : player.audioLevels
 
     implicitWidth: count * Metrics.levelBarWidth + (count - 1) * Metrics.levelBarGap
     implicitHeight: Metrics.levelBarHeight

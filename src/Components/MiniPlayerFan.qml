@@ -135,6 +135,7 @@ Item {
 
         readonly property point place: MiniPlayerGeometry.queuePlace(root.centre, root.miniPlayer.isQueueBeneath, width, Qt.size(root.width, root.height))
         readonly property bool isChosen: root.miniPlayer.isQueueChosen
+        readonly property surface surface: Surfaces.themedCard(root.theme, height / 2)
 
         objectName: "fanQueueButton"
         x: Math.round(place.x)
@@ -158,7 +159,7 @@ Item {
         background: Item {
             SurfaceImage {
                 anchors.fill: parent
-                surface: Surfaces.themedCard(root.theme, queueButton.height / 2)
+                surface: queueButton.surface
             }
             ThemedHighlight {
                 anchors.fill: parent
@@ -191,7 +192,7 @@ Item {
                     text: queueButton.text
                     style: TextStyles.subheadline
                     font.weight: Font.DemiBold
-                    color: Surfaces.textOn(root.theme, bubble.surface, root.theme.primaryTextColor)
+                    color: Surfaces.textOn(root.theme, queueButton.surface, root.theme.primaryTextColor)
                 }
             }
         }

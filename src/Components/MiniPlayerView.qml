@@ -9,11 +9,13 @@ FocusScope {
     id: root
 
     required property MiniPlayerViewModel miniPlayer
-    /// What the bars of the window take of it.
+    /// What lies over the window's top, and what its bars take of it.
+    property real topInset: 0
     property real bottomInset: MiniPlayerGeometry.tabBarHeight
     property AppTheme theme: ThemeEnvironment.theme
 
     readonly property bool isSeen: Motion.isSeen(visible, Window.visibility)
+    readonly property bool isMaximized: Window.visibility === Window.Maximized || Window.visibility === Window.FullScreen
     readonly property bool isOpen: miniPlayer.isControlMode
     /// Centre of the disc as it is shown.
     readonly property point centre: Qt.point(centreX, centreY + shift)
@@ -32,7 +34,7 @@ FocusScope {
         event.accepted = miniPlayer.pressKey(event.key, event.modifiers, event.isAutoRepeat);
     }
     function layOut(): void {
-        miniPlayer.layOut(width, height, 0, bottomInset);
+        miniPlayer.layOut(width, height, topInset, bottomInset, isMaximized);
     }
     /// The keys go to the fan.
     function lendKeyboard(): void {
@@ -40,11 +42,12 @@ FocusScope {
         focusReason = floatingDisc.activeFocus ? floatingDisc.focusReason : Qt.OtherFocusReason;
         floatingDisc.forceActiveFocus(focusReason);
     }
-    /// They go back to where they were, unless somebody else has taken them.
+    /// They go back to where they were, unless somebody else has taken them. A window that has lost them finds them there
+    /// when it has them again.
     function giveKeyboardBack(): void {
         const before = focusBefore;
         focusBefore = null;
-        if (!activeFocus)
+        if (!activeFocus && Window.active)
             return;
         if (before && before.visible && before.enabled)
             before.forceActiveFocus(Qt.OtherFocusReason);
@@ -54,7 +57,9 @@ FocusScope {
 
     onWidthChanged: layOut()
     onHeightChanged: layOut()
+    onTopInsetChanged: layOut()
     onBottomInsetChanged: layOut()
+    onIsMaximizedChanged: layOut()
     onIsSeenChanged: if (!isSeen) miniPlayer.cancel()
     onActiveFocusChanged: if (!activeFocus && miniPlayer.isFanPinned) miniPlayer.resetControlMode()
     Component.onCompleted: layOut()

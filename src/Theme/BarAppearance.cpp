@@ -30,6 +30,7 @@ BarAppearance BarAppearances::setupAppearance(AppTheme *theme)
                 .title = theme->primaryTextColor(),
                 .separator = theme->darkShadow()};
     case ThemeType::kawaiiPink:
+        // Its own tab bar has its own ground: of these only the title of pages is drawn.
         return {.background = Contrast::over(translucent(theme->backgroundColor(), pinkShare),
                                              colors.secondaryBackground),
                 .title = theme->primaryTextColor(),

@@ -11,7 +11,7 @@ Item {
 
     property AppTheme theme: ThemeEnvironment.theme
     readonly property FloatingHearts hearts: KawaiiDecorations.makeHearts(root)
-    readonly property bool isShown: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
+    readonly property bool isShown: Motion.isSeen(visible, Window.visibility)
     readonly property bool isRunning: isShown && theme.isKawaiiPink && !Motion.isReduced
 
     Accessible.ignored: true

@@ -69,6 +69,8 @@ public:
         double safeTop = 0;
         double safeBottom = 0;
         double tabBar = tabBarHeight;
+        /// It has the size that the desktop gives to a window that is to fill it.
+        bool isMaximized = false;
 
         /// It has been laid out.
         bool isKnown() const { return width > 0 && height > 0; }

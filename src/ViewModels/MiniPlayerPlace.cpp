@@ -49,8 +49,9 @@ void MiniPlayerPlace::settle()
     }
     const double right = MiniPlayerGeometry::rightLimit(m_screen);
     // It was left at the edge of a window as wide as this one. Later that may be chance: the window is on its
-    // way through all widths.
-    if (!m_position && m_home->x() == right)
+    // way through all widths. One that fills the desktop has arrived: at the start it has its plain size
+    // first.
+    if ((!m_position || m_screen.isMaximized) && m_home->x() == right)
         m_keepsRight = true;
     moveTo(MiniPlayerGeometry::dropped({m_keepsRight ? right : m_home->x(), m_home->y()}, m_screen), false);
 }

@@ -47,14 +47,16 @@ double MiniPlayerViewModel::fanShift() const
     return MiniPlayerGeometry::fanShift(effectivePosition(), m_place.screen());
 }
 
-void MiniPlayerViewModel::layOut(double width, double height, double topInset, double bottomInset)
+void MiniPlayerViewModel::layOut(double width, double height, double topInset, double bottomInset,
+                                 bool isMaximized)
 {
     const bool isOther =
         m_place.setScreen({.width = width,
                            .height = height,
                            .safeTop = std::max(0.0, topInset),
                            .safeBottom = std::max(0.0, bottomInset - MiniPlayerGeometry::tabBarHeight),
-                           .tabBar = MiniPlayerGeometry::tabBarHeight});
+                           .tabBar = MiniPlayerGeometry::tabBarHeight,
+                           .isMaximized = isMaximized});
     // What is in somebody's hand goes where that hand goes.
     if (isOther && !m_isDragging)
         m_place.settle();

@@ -92,7 +92,9 @@ public:
 
     /// The room that the disc has; loads its place at the first call. @param topInset what a desktop takes at
     /// the top, @param bottomInset what the tab bar takes, at least MiniPlayerGeometry::tabBarHeight
-    Q_INVOKABLE void layOut(double width, double height, double topInset, double bottomInset);
+    /// @param isMaximized the window fills the desktop
+    Q_INVOKABLE void layOut(double width, double height, double topInset, double bottomInset,
+                            bool isMaximized = false);
     /// Takes the disc from @p effectivePosition by @p translation to where it may rest.
     /// @param animate let it be seen, @param save remember it for the next start
     void updatePosition(const QPointF &translation, const QPointF &effectivePosition, const Screen &screen,

@@ -132,6 +132,22 @@ void MiniPlayerViewModelTest::theDiscIsAtItsSideInAWiderWindowAtTheNextStart()
     b->restartMiniPlayer();
     mini().layOut(1000, 844, 0, 49);
     QCOMPARE(mini().effectivePosition(), QPointF(959, 400));
+    // Also in one that is maximised only after it has had its plain size, and then on a larger desktop.
+    b->restartMiniPlayer();
+    mini().layOut(390, 844, 0, 49);
+    mini().layOut(1000, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(959, 400));
+    mini().layOut(1000, 844, 0, 49, true);
+    mini().layOut(1400, 844, 0, 49, true);
+    QCOMPARE(mini().effectivePosition(), QPointF(1359, 400));
+    b->restartMiniPlayer();
+    QCOMPARE(stored(), std::optional(QPointF(1359, 400)));
+    // A plain one that comes by that width is on its way.
+    store({959, 400});
+    b->restartMiniPlayer();
+    for (const double width : {390.0, 1000.0, 1400.0})
+        mini().layOut(width, 844, 0, 49);
+    QCOMPARE(mini().effectivePosition(), QPointF(959, 400));
     // What was not moved is not stored.
     startAt({200, 400});
     mini().layOut(1000, 844, 0, 49);

@@ -21,6 +21,14 @@ protected:
     {
         return static_cast<ContentTab>(contentView()->property("selectedTab").toInt());
     }
+    /// How far behind the window's front an item's layer is: larger is in front.
+    qsizetype layerOf(const QString &name) const
+    {
+        const QQuickItem *item = t->item(name);
+        while (item && item->parentItem() != contentView())
+            item = item->parentItem();
+        return item ? contentView()->childItems().indexOf(item) : -1;
+    }
     bool showsNowPlaying() const { return contentView()->property("showNowPlaying").toBool(); }
 
     /// Changes the look and waits for the root screen that comes of it.

@@ -46,10 +46,6 @@ private Q_SLOTS:
     void pagesLeaveTheDiscsPlaceFreeAtTheirEnd();
     void smallPlayerIsMadeAnewWithTheRefresh();
     void smallPlayerOpensTheCover();
-    void playErrorIsShownAndDismissed_data() { addThemes(); }
-    void playErrorIsShownAndDismissed();
-    void playErrorIsSaidOverTheCover_data();
-    void playErrorIsSaidOverTheCover();
     void playerThatIsCalledBackOnItsWayOutBeginsAnew();
     void nothingIsDrawnWhileNothingChanges_data() { addThemes(); }
     void nothingIsDrawnWhileNothingChanges();
@@ -57,16 +53,6 @@ private Q_SLOTS:
     void layersAboveAreEmptyWithoutAnythingToTell();
     void keyboardOnTheScreenPushesAllLooksButThePinkOne_data() { addThemes(); }
     void keyboardOnTheScreenPushesAllLooksButThePinkOne();
-
-private:
-    /// How far behind the window's front an item's layer is: larger is in front.
-    qsizetype layerOf(const QString &name) const
-    {
-        const QQuickItem *item = t->item(name);
-        while (item && item->parentItem() != contentView())
-            item = item->parentItem();
-        return item ? contentView()->childItems().indexOf(item) : -1;
-    }
 };
 
 void ContentViewTest::layersLieInTheirOrder()
@@ -342,58 +328,6 @@ void ContentViewTest::smallPlayerOpensTheCover()
     t->click(u"miniPlayerDisc"_s);
     QTRY_VERIFY(showsNowPlaying());
     QTRY_VERIFY(t->item(u"nowPlayingCover"_s)->property("covers").toBool());
-}
-
-void ContentViewTest::playErrorIsShownAndDismissed()
-{
-    QFETCH(ThemeType, type);
-    showLibrary(2);
-    switchTo(type);
-    playRow(0);
-    t->player->lastItem()->fail(u"文件坏了"_s);
-    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
-    QQuickItem *banner = t->item(u"playErrorBanner"_s);
-    QCOMPARE(banner->property("text").toString(), t->audioPlayer->playErrorText());
-    const QQuickItem *bar = t->item(u"tabBar"_s);
-    QVERIFY(banner->mapToScene(QPointF(0, banner->height())).y() <= bar->mapToScene({}).y());
-    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
-    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
-    QVERIFY(!t->audioPlayer->playError());
-}
-
-void ContentViewTest::playErrorIsSaidOverTheCover_data()
-{
-    addLooks();
-}
-
-void ContentViewTest::playErrorIsSaidOverTheCover()
-{
-    t->addFile(u"a.mp3"_s, {u"歌"_s, u"歌手"_s, u"专辑"_s, 200, TestWindow::picture(Qt::red, Qt::green)});
-    QVERIFY(t->scan());
-    showInLook();
-    playRow(0);
-    openNowPlaying();
-    QVERIFY(!t->shows(u"playErrorBanner"_s));
-    t->player->lastItem()->fail(u"文件坏了"_s);
-    QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
-    QVERIFY(layerOf(u"playErrorBanner"_s) > layerOf(u"nowPlayingCover"_s));
-    const QQuickItem *banner = t->item(u"playErrorBanner"_s);
-    const QRectF place = banner->mapRectToScene(banner->boundingRect());
-    for (const auto &name : {u"topBar"_s, u"progressView"_s, u"playbackControls"_s}) {
-        const QQuickItem *other = t->item(name);
-        QVERIFY2(!place.intersects(other->mapRectToScene(other->boundingRect())), qPrintable(name));
-    }
-    check(u"error over the cover"_s);
-    // It goes with the cover to where it stands otherwise, and is closed where it is.
-    QTest::keyClick(t->window, Qt::Key_Escape);
-    QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
-    const double bottom = banner->mapToScene(QPointF(0, banner->height())).y();
-    QVERIFY(bottom <= t->item(u"tabBar"_s)->mapToScene({}).y());
-    openNowPlaying();
-    t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
-    QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
-    QVERIFY(!t->audioPlayer->playError());
-    QVERIFY(showsNowPlaying());
 }
 
 void ContentViewTest::playerThatIsCalledBackOnItsWayOutBeginsAnew()

@@ -258,8 +258,7 @@ void NowPlayingLayoutTest::textsCanBeReadOnEveryBackground()
     for (const QColor &cover : {QColor(Qt::white), QColor(Qt::black), QColor(Qt::yellow)}) {
         if (s->root())
             s->close();
-        s->bench.playSong(
-            NowPlayingScene::song(cover.name(), u"歌"_s, madePng(cover)), 200);
+        s->bench.playSong(NowPlayingScene::song(cover.name(), u"歌"_s, madePng(cover)), 200);
         QVERIFY(s->show());
         for (const ThemeType type : allThemeTypes()) {
             for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {

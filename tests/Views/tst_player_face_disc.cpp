@@ -19,12 +19,15 @@ private Q_SLOTS:
     void whereTheDiscIsLeftIsThereAtTheNextStart();
     void anErrorThatIsShownLeavesTheDiscToBeReached_data() { addThemes(); }
     void anErrorThatIsShownLeavesTheDiscToBeReached();
+    void aNoticeAtTheTopLeavesTheDiscToBeReached();
+    void aWindowThatIsResizedInMidDragLeavesTheDiscInTheHand();
     void theFiveActionsByLongPressAndSlide_data();
     void theFiveActionsByLongPressAndSlide();
     void locatingShowsTheSongInTheLibrary_data() { addThemes(); }
     void locatingShowsTheSongInTheLibrary();
     void theKeyboardReachesTheDiscAndItsActions_data() { addThemes(); }
     void theKeyboardReachesTheDiscAndItsActions();
+    void aWindowThatIsLeftWithAnOpenFanKeepsTheKeyboardsPlace();
     void aWindowThatIsHiddenInMidHoldLeavesNothingOpen();
     void theQueueComesUpAndGoes_data() { addThemes(); }
     void theQueueComesUpAndGoes();
@@ -144,6 +147,46 @@ void PlayerFaceDiscTest::anErrorThatIsShownLeavesTheDiscToBeReached()
     QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
     QTRY_VERIFY(discRests());
     QCOMPARE(mini().effectivePosition(), before);
+}
+
+void PlayerFaceDiscTest::aNoticeAtTheTopLeavesTheDiscToBeReached()
+{
+    playInLibrary(0);
+    dropDisc({t->window, false}, {2, 2});
+    QCOMPARE(mini().effectivePosition(), QPointF(41, 41));
+    QQuickItem *banner = contentView()->findChild<QQuickItem *>(u"deviceBanner"_s);
+    banner->setProperty("text", u"耳机已断开，改用内置扬声器"_s);
+    QTRY_VERIFY(t->shows(u"deviceBanner"_s));
+    const double lowest = banner->mapToScene(QPointF(0, banner->height())).y();
+    QTRY_VERIFY(disc()->mapToScene({}).y() >= lowest);
+    QTRY_VERIFY(discRests());
+    const QPoint place = TestWindow::centre(disc());
+    QTest::mouseClick(t->window, Qt::LeftButton, {}, place);
+    QTRY_VERIFY(showsNowPlaying());
+    // Over the cover it lies elsewhere.
+    QCOMPARE(mini().effectivePosition(), QPointF(41, 41));
+    QTest::keyClick(t->window, Qt::Key_Escape);
+    QTRY_COMPARE(TestWindow::centre(disc()), place);
+    banner->setProperty("text", QString());
+    QTRY_COMPARE(TestWindow::centre(disc()), QPoint(41, 41));
+}
+
+void PlayerFaceDiscTest::aWindowThatIsResizedInMidDragLeavesTheDiscInTheHand()
+{
+    playInLibrary(0);
+    Pointer by(t->window, false);
+    by.press(TestWindow::centre(disc()));
+    by.move({250, 330});
+    by.move({250, 300});
+    QVERIFY(mini().isDragging());
+    t->window->resize(320, 480);
+    QTRY_COMPARE(t->item(u"miniPlayerView"_s)->size(), QSizeF(320, 480));
+    QCOMPARE(TestWindow::centre(disc()), QPoint(250, 300));
+    by.move({200, 310});
+    QCOMPARE(TestWindow::centre(disc()), QPoint(200, 310));
+    by.release({200, 310});
+    QTRY_VERIFY(discRests());
+    QCOMPARE(mini().effectivePosition(), QPointF(200, 310));
 }
 
 void PlayerFaceDiscTest::theFiveActionsByLongPressAndSlide_data()
@@ -269,6 +312,28 @@ void PlayerFaceDiscTest::theKeyboardReachesTheDiscAndItsActions()
     QSignalSpy located(t->content, &ContentViewModel::miniPlayerLocateCurrentSong);
     QVERIFY(choose(ControlAction::locate));
     QCOMPARE(located.size(), 1);
+    QVERIFY(!showsNowPlaying());
+}
+
+void PlayerFaceDiscTest::aWindowThatIsLeftWithAnOpenFanKeepsTheKeyboardsPlace()
+{
+    playInLibrary(0);
+    t->item(u"songList"_s)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(t->window, Qt::Key_Down);
+    const QQuickItem *before = t->window->activeFocusItem();
+    QTest::mouseClick(t->window, Qt::RightButton, {}, TestWindow::centre(disc()));
+    QTRY_VERIFY(mini().isFanPinned());
+    QVERIFY(t->window->activeFocusItem() != before);
+    QQuickWindow other;
+    other.show();
+    other.requestActivate();
+    QTRY_VERIFY(!t->window->isActive());
+    QTRY_VERIFY(!mini().isFanPinned());
+    t->window->requestActivate();
+    QTRY_VERIFY(t->window->isActive());
+    QCOMPARE(t->window->activeFocusItem(), before);
+    QTest::keyClick(t->window, Qt::Key_Space);
+    QVERIFY(!t->audioPlayer->isPlaying());
     QVERIFY(!showsNowPlaying());
 }
 

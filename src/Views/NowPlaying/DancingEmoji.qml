@@ -9,7 +9,7 @@ Item {
 
     required property AudioPlayerService player
     readonly property bool showsPicture: ThemeService.useCustomImage && ThemeService.customDancingImageSource !== ""
-    readonly property bool isShown: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
+    readonly property bool isShown: Motion.isSeen(visible, Window.visibility)
     readonly property bool isRunning: isShown && player.isPlaying && !Motion.isReduced
     /// How high it is, 0 to 1, and to which side it leans.
     property real lift: 0

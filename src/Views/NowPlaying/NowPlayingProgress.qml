@@ -21,30 +21,15 @@ Item {
 
     implicitHeight: times.y + times.height
 
-    Loader {
+    // A bound component could not be made by a loader that is of another file.
+    // qmllint disable unqualified
+    IdentityLoader {
         id: slider
 
         width: parent.width
         height: Metrics.nowPlayingSliderHeight
-        sourceComponent: bar
-    }
-    Connections {
-        target: root.nowPlaying
-
-        function onCurrentSongIdChanged(): void {
-            const hadKeyboard = (slider.item as Item)?.activeFocus ?? false;
-            slider.sourceComponent = null;
-            slider.sourceComponent = bar;
-            if (hadKeyboard)
-                (slider.item as Item).forceActiveFocus(Qt.OtherFocusReason);
-        }
-    }
-    // A bound component could not be made by a loader.
-    // qmllint disable unqualified
-    Component {
-        id: bar
-
-        ThemedProgressBar {
+        identity: root.identity
+        sourceComponent: ThemedProgressBar {
             id: seeker
 
             /// What a screen reader tells. It speaks of each change of what has the keyboard: there the clock alone

@@ -15,7 +15,7 @@ Item {
     property real cornerRadius: 0
     property color color: ThemeColor.accent
 
-    readonly property bool isShown: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
+    readonly property bool isShown: Motion.isSeen(visible, Window.visibility)
     readonly property bool isRunning: isShown && player.isPlaying && !Motion.isReduced
     /// Of the last tick that something played.
     property var levels: []
