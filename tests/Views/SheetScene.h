@@ -201,14 +201,7 @@ public:
         return found;
     }
 
-    /// What was warned of, but for what this Qt says of a window that goes in the middle of an animation.
-    QStringList takeWarnings()
-    {
-        QStringList taken = warnings.take();
-        taken.removeIf(
-            [](const QString &warning) { return warning.contains(QStringLiteral("stopAnimationDriver")); });
-        return taken;
-    }
+    QStringList takeWarnings() { return warnings.takeOwn(); }
 
 private:
     WarningWatch warnings;

@@ -34,6 +34,14 @@ public:
         const QMutexLocker lock(&m_mutex);
         return std::exchange(m_warnings, {});
     }
+    /// The same, but for what this Qt says when a timer or an animation ends whose window draws nothing.
+    QStringList takeOwn()
+    {
+        QStringList taken = take();
+        taken.removeIf(
+            [](const QString &warning) { return warning.contains(QStringLiteral("stopAnimationDriver")); });
+        return taken;
+    }
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
