@@ -139,6 +139,7 @@ void MpvStreamPlayer::scheduleLoad(double startTime)
     m_outputOpen = false;
     m_tickRequested = false;
     m_heardPosition.reset();
+    m_heardFrom = 0;
     // Commands given in one go become one load, which begins where the last seek wants it.
     if (std::exchange(m_phase, Phase::scheduled) != Phase::scheduled)
         QMetaObject::invokeMethod(this, &MpvStreamPlayer::flushLoad, Qt::QueuedConnection);
@@ -288,6 +289,7 @@ void MpvStreamPlayer::seek(double time, double toleranceBefore, double tolerance
         completeLater(std::move(completion), false);
         return;
     }
+    m_heardFrom = 0;
     const double target = std::max(time, 0.0);
     if (m_phase == Phase::ended) {
         m_startTime = target;

@@ -158,6 +158,8 @@ private:
     bool m_tickRequested = false;
     /// Told ahead of the next answer to a request for the position, which it is better than.
     std::optional<double> m_heardPosition;
+    /// Where a paused player was sought to: it goes on from there, and nothing from before is heard.
+    double m_heardFrom = 0;
 
     /// Number of the current load: replies that carry another are late.
     quint64 m_load = 0;

@@ -342,9 +342,11 @@ void MpvStreamPlayer::positionTold(std::optional<double> seconds, bool jumped)
     const bool travels = m_seek && m_seek->stage != PendingSeek::Stage::readsPosition;
     // libmpv takes off what the device is late by, also where the device has been given nothing yet.
     if (seconds && !travels && m_seek && m_seek->exact && m_rate == 0)
-        seconds = std::max(*seconds, m_seek->time);
-    if (seconds && !travels)
+        m_heardFrom = m_seek->time;
+    if (seconds && !travels) {
+        seconds = std::max(*seconds, m_heardFrom);
         item->setCurrentTime(*seconds);
+    }
     if (m_phase == Phase::open && m_outputOpen) {
         m_phase = Phase::ready;
         item->becomeReady();
