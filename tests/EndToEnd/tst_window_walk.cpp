@@ -136,10 +136,20 @@ bool WindowWalkTest::openPlayer()
 
 QStringList WindowWalkTest::controls(const QString &place)
 {
+    // The tree is read in several questions: the window may have changed in between, and half of it be gone.
+    // Each place has more than the five tabs, and so has the player.
+    constexpr int limitMs = 20'000;
+    constexpr int least = 6;
+    QList<Item> found;
+    const auto isWhole = [this, &found] {
+        found = m_window->items();
+        found.removeIf([](const Item &item) { return !isControl(item); });
+        return found.size() >= least;
+    };
+    if (!QTest::qWaitFor(isWhole, limitMs))
+        QTest::qFail(qPrintable(place + u" has next to nothing"_s), __FILE__, __LINE__);
     QStringList names;
-    for (const Item &item : m_window->items()) {
-        if (!isControl(item))
-            continue;
+    for (const Item &item : std::as_const(found)) {
         const QString what = place + u": "_s + item.role + u' ' + item.name;
         const bool isField = item.role == "text"_L1;
         if (item.name.isEmpty() && !(isField && !item.parentName.isEmpty()))
