@@ -76,7 +76,7 @@ void AudioPlayerService::playOnlineSong(const OnlineSong &song, const QList<Onli
 void AudioPlayerService::leaveAddress()
 {
     ++m_onlineRequest;
-    m_wasStoppedWhileFetching = false;
+    m_isUnloaded = false;
     if (const auto transfer = std::exchange(m_addressTransfer, nullptr))
         transfer->cancel();
 }
@@ -101,7 +101,7 @@ QCoro::Task<void> AudioPlayerService::resolveAndPlay(OnlineSong song)
         co_return;
     }
     setPlayError(u"无法获取播放链接"_s);
-    updateNowPlayingInfo();
+    standUnloaded();
 }
 
 QCoro::Task<std::optional<QUrl>> AudioPlayerService::fetchRealPlayUrl(OnlineSong song,

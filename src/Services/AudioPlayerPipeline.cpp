@@ -61,7 +61,7 @@ void AudioPlayerService::playSong(const Song &song, const QList<Song> &queue)
     const std::optional<QUrl> url = song.assetURL();
     if (!url) {
         print(u"No asset URL for song"_s);
-        updateNowPlayingInfo();
+        standUnloaded();
         return;
     }
     if (!url->userName().isEmpty() && !url->password().isEmpty()) {
@@ -170,7 +170,7 @@ QCoro::Task<void> AudioPlayerService::loadDuration(std::shared_ptr<PlayerItem> i
 {
     const QPointer<AudioPlayerService> self(this);
     const std::expected<double, QString> seconds = co_await item->loadDuration();
-    if (!self || item != m_playerItem)
+    if (!self || item != m_playerItem || m_isUnloaded)
         co_return;
     if (!seconds) {
         if (log == DurationLog::loaded)
@@ -295,9 +295,12 @@ void AudioPlayerService::syncIsPlayingWithPlayer()
 
 void AudioPlayerService::play()
 {
-    if (m_wasStoppedWhileFetching && m_currentOnlineSong) {
-        // What is loaded is the song before.
-        playOnlineSong(OnlineSong(*m_currentOnlineSong), {});
+    if (m_isUnloaded) {
+        // What is loaded is the song before; this one may have an address by now.
+        if (m_currentOnlineSong)
+            playOnlineSong(OnlineSong(*m_currentOnlineSong), {});
+        else if (m_currentSong)
+            playSong(Song(*m_currentSong), {});
         return;
     }
     if (m_usingEqualizerEngine && m_parts.equalizer) {
@@ -348,11 +351,19 @@ void AudioPlayerService::pause()
     persistPlaybackState(true);
 }
 
+/// The current song has nothing that could be loaded: the one before does not go on under its name.
+void AudioPlayerService::standUnloaded()
+{
+    m_isUnloaded = true;
+    setDuration(0);
+    stop();
+}
+
 void AudioPlayerService::stop()
 {
-    const bool isWithoutAddress = m_addressTransfer || m_wasStoppedWhileFetching;
+    const bool isWithoutAddress = m_addressTransfer || m_isUnloaded;
     leaveAddress();
-    m_wasStoppedWhileFetching = isWithoutAddress;
+    m_isUnloaded = isWithoutAddress;
     setIsLoading(false);
     cancelSeek();
     setCurrentTime(0);

@@ -81,9 +81,9 @@ public:
     QString playErrorText() const { return m_playError.value_or(QString()); }
     void clearPlayError() { setPlayError(std::nullopt); }
     bool usingEqualizerEngine() const { return m_usingEqualizerEngine; }
-    /// What is loaded is the current song. While the address of an online song is fetched, and after a stop
-    /// meanwhile, it is the song before.
-    bool isCurrentLoaded() const { return !m_isLoading && !m_wasStoppedWhileFetching; }
+    /// What is loaded is the current song. While the address of an online song is fetched, after a stop
+    /// meanwhile, and for a song without an address, it is the song before.
+    bool isCurrentLoaded() const { return !m_isLoading && !m_isUnloaded; }
     /// A seek leads somewhere in the current song.
     bool canSeek() const;
     /// Quality asked of the online platforms.
@@ -207,6 +207,7 @@ private:
     QCoro::Task<void> loadDuration(std::shared_ptr<PlayerItem> item, DurationLog log);
     bool isAboutToSound() const;
     void pauseEngine();
+    void standUnloaded();
     void withholdAddress();
     bool replaysFailedItem();
     void updateNowPlayingInfo();
@@ -253,7 +254,7 @@ private:
     quint64 m_seekSerial = 0;                        ///< which seek is the latest
     quint64 m_onlineRequest = 0;                     ///< which fetch of an address is the latest
     std::shared_ptr<HttpTransfer> m_addressTransfer; ///< of the fetch under way
-    bool m_wasStoppedWhileFetching = false;          ///< the online song needs its address before it plays
+    bool m_isUnloaded = false; ///< what is loaded is not the current song, which has no address (yet)
     bool m_isObservingPlayerItem = false;
     bool m_usingEqualizerEngine = false;
     bool m_interruptionWasPlaying = false;

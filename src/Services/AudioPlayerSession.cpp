@@ -25,7 +25,7 @@ void AudioPlayerService::withholdAddress()
     if (!m_addressTransfer)
         return;
     leaveAddress();
-    m_wasStoppedWhileFetching = true;
+    m_isUnloaded = true;
     setIsLoading(false);
 }
 

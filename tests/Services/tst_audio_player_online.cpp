@@ -41,6 +41,7 @@ private Q_SLOTS:
     void redirectYieldsItsTarget();
     void failedRequestIsLoggedAndFallsBackToTheApiAddress();
     void songWithoutAnyAddressShowsAnError();
+    void songWithoutAnyAddressIsNotHeardAsTheOneBefore();
     void withoutOnlinePartsThereIsNoAddress();
     void errorIsClearedByTheNextOnlineSong();
     void onlineSongShowsNoDurationOfAnEarlierSong();
@@ -178,6 +179,37 @@ void AudioPlayerOnlineTest::songWithoutAnyAddressShowsAnError()
     QVERIFY(!bench.player().isLoading());
     QVERIFY(bench.home.web().pending.empty());
     QCOMPARE(bench.home.streamPlayersMade(), 0);
+}
+
+void AudioPlayerOnlineTest::songWithoutAnyAddressIsNotHeardAsTheOneBefore()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    player.playSong(webSong(u"w"_s, 180), {});
+    bench.stream().tick(12);
+    QVERIFY(player.isPlaying());
+    bench.addresses.silent = true;
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    settle();
+    QVERIFY(!player.isPlaying());
+    QCOMPARE(bench.stream().rate(), 0.0);
+    QCOMPARE(player.currentTime(), 0.0);
+    QCOMPARE(player.duration(), 0.0);
+    QVERIFY(!player.isCurrentLoaded());
+    bench.answerDuration(200);
+    QCOMPARE(player.duration(), 0.0);
+
+    // Asked to play, it looks for the address once more and leaves the old sound where it is.
+    bench.stream().calls.clear();
+    player.play();
+    settle();
+    QVERIFY(!bench.stream().calls.contains(u"play"_s));
+    bench.addresses.silent = false;
+    player.play();
+    bench.answerWeb(std::unexpected(HttpError{HttpError::Kind::timeout, u"timed out"_s}));
+    QCOMPARE(playedAddress(bench), u"https://api.example/url?id=1"_s);
+    QVERIFY(player.isPlaying());
+    QVERIFY(player.isCurrentLoaded());
 }
 
 void AudioPlayerOnlineTest::withoutOnlinePartsThereIsNoAddress()

@@ -88,6 +88,11 @@ void AudioPlayerPipelineTest::songWithoutAddressStaysCurrentAndPlaysNothing()
     QCOMPARE(bench.player().queue(), QList<Song>{song});
     QCOMPARE(bench.stream().items.size(), 1);
     QVERIFY(!bench.player().playError());
+    QVERIFY(!bench.player().isPlaying());
+    QCOMPARE(bench.stream().rate(), 0.0);
+    bench.stream().calls.clear();
+    bench.player().play();
+    QVERIFY(!bench.stream().calls.contains(u"play"_s));
 }
 
 void AudioPlayerPipelineTest::credentialsAloneLeadToTheServer_data()

@@ -235,6 +235,25 @@ private Q_SLOTS:
         QCOMPARE(s->theme.useCustomImage(), false);
         QTRY_VERIFY(s->shows(u"emojiPreview"_s));
     }
+    void whatIsNoPictureIsToldWhereItWasChosen()
+    {
+        const QString path = directory.filePath(u"no.png"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no picture") > 0);
+        file.close();
+        s->picker.answer = QList<QUrl>{QUrl::fromLocalFile(path)};
+        showSettings(ThemeType::classic);
+        QVERIFY(s->open(u"emojiPicker"_s));
+        QVERIFY(!s->shows(u"dancingNotice"_s));
+        clickInSheet(u"importPicture"_s);
+        QTRY_VERIFY(s->shows(u"dancingNotice"_s));
+        QCOMPARE(s->text(u"dancingNotice"_s), u"“no.png”不是能读取的图片"_s);
+        s->reveal(u"dancingNotice"_s);
+        checkAndSave(u"emoji-notice"_s);
+        s->click(u"emojiDone"_s);
+        QTRY_VERIFY(s->isGone(u"emojiPicker"_s));
+        QVERIFY(!s->shows(u"pictureNotice"_s));
+    }
     void aCassetteIsChosenAndAdjusted()
     {
         showSettings(ThemeType::kawaiiPink);

@@ -87,17 +87,11 @@ Column {
             onWanted: value => ThemeService.setCustomBackgroundBlur(value)
         }
     }
-    StyledText {
+    PictureNotice {
         objectName: "pictureNotice"
         width: parent.width
-        topPadding: Metrics.rowSpacing
-        visible: text !== ""
-        text: root.settings.pictureNotice
-        style: TextStyles.footnote
-        color: Surfaces.textOn(root.theme, Surfaces.background(root.theme), SystemColors.red)
-        wrapMode: Text.Wrap
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: text
+        settings: root.settings
+        look: root.theme
     }
     SettingsFootnote {
         look: root.theme

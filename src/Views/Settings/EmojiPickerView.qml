@@ -12,6 +12,7 @@ ThemedSheet {
 
     title: "跳动表情"
     acceptName: "emojiDone"
+    onClosed: settings.dismissPictureNotice()
 
     ThemedSettingsSection {
         width: parent.width
@@ -74,6 +75,12 @@ ThemedSheet {
             visible: ThemeService.customDancingImageSource !== ""
             onClicked: ThemeService.clearCustomDancingImage()
         }
+    }
+    PictureNotice {
+        objectName: "dancingNotice"
+        width: parent.width
+        settings: root.settings
+        look: root.theme
     }
     ThemedSectionHeader {
         width: parent.width
