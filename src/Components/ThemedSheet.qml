@@ -51,7 +51,7 @@ BottomSheet {
             holder.forceActiveFocus(Qt.PopupFocusReason);
     }
 
-    Flickable {
+    FormFlickable {
         id: flickable
 
         objectName: "sheetScroller"
@@ -59,11 +59,8 @@ BottomSheet {
         Layout.fillHeight: true
         implicitHeight: contentHeight
         clip: interactive
-        boundsBehavior: Flickable.StopAtBounds
         interactive: contentHeight > height + 1
         contentHeight: rows.implicitHeight + Metrics.rowSpacing + Metrics.sectionGap
-
-        ScrollBar.vertical: SlimScrollBar {}
 
         Column {
             id: rows

@@ -44,7 +44,7 @@ void NowPlayingSettingsViewModel::chooseDancingImage()
 void NowPlayingSettingsViewModel::begin(Use use)
 {
     m_asked = use;
-    setPictureNotice(QString());
+    dismissNotice();
     detach(choose(use));
 }
 
@@ -83,7 +83,7 @@ QCoro::Task<void> NowPlayingSettingsViewModel::take(Use use, QList<QUrl> urls)
     if (!self || number != m_pictures)
         co_return;
     if (picture.isNull()) {
-        setPictureNotice(u"“"_s + urls.constFirst().fileName() + u"”不是能读取的图片"_s);
+        setNotice(use, u"“"_s + urls.constFirst().fileName() + u"”不是能读取的图片"_s);
         co_return;
     }
     if (use == Use::background)
@@ -92,15 +92,18 @@ QCoro::Task<void> NowPlayingSettingsViewModel::take(Use use, QList<QUrl> urls)
         m_theme.setCustomDancingImage(picture);
 }
 
-void NowPlayingSettingsViewModel::dismissPictureNotice()
+void NowPlayingSettingsViewModel::dismissNotice()
 {
-    setPictureNotice(QString());
+    setNotice(m_noticeOf, QString());
 }
 
-void NowPlayingSettingsViewModel::setPictureNotice(const QString &notice)
+void NowPlayingSettingsViewModel::setNotice(Use use, const QString &notice)
 {
-    if (std::exchange(m_pictureNotice, notice) != notice)
-        Q_EMIT pictureNoticeChanged();
+    if (use == m_noticeOf && notice == m_notice)
+        return;
+    m_noticeOf = use;
+    m_notice = notice;
+    Q_EMIT noticesChanged();
 }
 
 } // namespace cadorel

@@ -21,7 +21,8 @@ class NowPlayingSettingsViewModel : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QStringList pictureExtensions READ pictureExtensions CONSTANT)
-    Q_PROPERTY(QString pictureNotice READ pictureNotice NOTIFY pictureNoticeChanged)
+    Q_PROPERTY(QString backgroundNotice READ backgroundNotice NOTIFY noticesChanged)
+    Q_PROPERTY(QString dancingNotice READ dancingNotice NOTIFY noticesChanged)
 
 public:
     /// @param theme and @param picker outlive this object; a desktop without a dialog has no picker
@@ -31,18 +32,20 @@ public:
 
     /// Endings of the files that hold pictures.
     QStringList pictureExtensions() const;
-    /// Why the last picture was not taken; empty when nothing is to be said.
-    QString pictureNotice() const { return m_pictureNotice; }
+    /// Why the last picture was not taken for that use; empty when nothing is to be said.
+    QString backgroundNotice() const { return m_noticeOf == Use::background ? m_notice : QString(); }
+    QString dancingNotice() const { return m_noticeOf == Use::dancing ? m_notice : QString(); }
 
     /// Ask for a picture with the desktop's dialog, or for ours where there is none.
     Q_INVOKABLE void chooseBackgroundImage();
     Q_INVOKABLE void chooseDancingImage();
     /// Takes the picture that the listener has chosen in our dialog, for what was asked last.
     Q_INVOKABLE void takePicture(const QList<QUrl> &urls);
-    Q_INVOKABLE void dismissPictureNotice();
+    /// It has been read, or its sheet is closed.
+    Q_INVOKABLE void dismissNotice();
 
 Q_SIGNALS:
-    void pictureNoticeChanged();
+    void noticesChanged();
     /// The desktop has no dialog: the screen shows the player's own.
     void ownPictureDialogRequested();
 
@@ -52,14 +55,15 @@ private:
     void begin(Use use);
     QCoro::Task<void> choose(Use use);
     QCoro::Task<void> take(Use use, QList<QUrl> urls);
-    void setPictureNotice(const QString &notice);
+    void setNotice(Use use, const QString &notice);
 
     ThemeService &m_theme;
     FilePicker *m_picker;
     Use m_asked = Use::background;
     /// Of pictures chosen one after the other the last is wanted, whichever is read first.
     int m_pictures = 0;
-    QString m_pictureNotice;
+    Use m_noticeOf = Use::background;
+    QString m_notice;
 };
 
 } // namespace cadorel

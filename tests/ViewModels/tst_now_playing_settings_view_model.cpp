@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(b->theme.customBackgroundImage().size(), QSize(120, 80));
         QCOMPARE(b->theme.nowPlayingBackgroundStyle(), style);
         QCOMPARE(b->picker.requests.constFirst().kind, FilePicker::Kind::picture);
-        QCOMPARE(b->settings.pictureNotice(), QString());
+        QCOMPARE(b->settings.backgroundNotice(), QString());
     }
     void aPictureBecomesTheOneThatDances()
     {
@@ -77,10 +77,15 @@ private Q_SLOTS:
         file.close();
         b->picker.answer = QList<QUrl>{QUrl::fromLocalFile(file.fileName())};
         b->settings.chooseBackgroundImage();
-        QTRY_COMPARE(b->settings.pictureNotice(), u"“text.png”不是能读取的图片"_s);
+        QTRY_COMPARE(b->settings.backgroundNotice(), u"“text.png”不是能读取的图片"_s);
+        QCOMPARE(b->settings.dancingNotice(), QString());
         QVERIFY(b->theme.customBackgroundImage().isNull());
-        b->settings.dismissPictureNotice();
-        QCOMPARE(b->settings.pictureNotice(), QString());
+        b->settings.dismissNotice();
+        QCOMPARE(b->settings.backgroundNotice(), QString());
+        b->picker.answer = QList<QUrl>{QUrl::fromLocalFile(file.fileName())};
+        b->settings.chooseDancingImage();
+        QTRY_COMPARE(b->settings.dancingNotice(), u"“text.png”不是能读取的图片"_s);
+        QCOMPARE(b->settings.backgroundNotice(), QString());
     }
     void withoutADesktopDialogOursIsAskedFor()
     {

@@ -3,6 +3,10 @@
 
 #include <QDir>
 #include <QImage>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <algorithm>
 
 namespace cadorel {
 
@@ -235,8 +239,54 @@ private Q_SLOTS:
         QCOMPARE(s->theme.useCustomImage(), false);
         QTRY_VERIFY(s->shows(u"emojiPreview"_s));
     }
+    void whatTheKeyboardComesToIsInSight_data() { addSheetLooks(); }
+    void whatTheKeyboardComesToIsInSight()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        QFETCH(QSize, size);
+        QFETCH(double, textScale);
+        s->desktop.setTextScale(textScale);
+        s->desktop.setColorScheme(scheme);
+        showSettings(type, size);
+        QQuickItem *scroller = s->item(u"sheetScroller"_s);
+        const auto isScrolled = [scroller](const QQuickItem *item) {
+            return scroller->property("contentItem").value<QQuickItem *>()->isAncestorOf(item);
+        };
+        int stops = 0;
+        double farthest = 0;
+        for (int i = 0; i < 60; ++i) {
+            s->key(Qt::Key_Tab);
+            s->settle();
+            const QQuickItem *item = s->focused();
+            QVERIFY(item);
+            if (!isScrolled(item))
+                continue;
+            ++stops;
+            const QRectF area = item->mapRectToItem(scroller, QRectF({}, item->size()));
+            QVERIFY2(area.top() >= 0 && area.bottom() <= scroller->height(), qPrintable(item->objectName()));
+            farthest = std::max(farthest, scroller->property("contentY").toReal());
+        }
+        QVERIFY(stops > 10);
+        QVERIFY(farthest > 0);
+    }
+    void aSheetThatIsClosedAsksForNoPicture()
+    {
+        showSettings(ThemeType::classic);
+        QVERIFY(QMetaObject::invokeMethod(s->sheet(u"nowPlayingSettings"_s), "close"));
+        QTRY_VERIFY(s->isGone(u"nowPlayingSettings"_s));
+        // Another sheet over the same settings has been asked.
+        QSignalSpy asked(&s->settings, &NowPlayingSettingsViewModel::ownPictureDialogRequested);
+        s->settings.chooseBackgroundImage();
+        QTRY_COMPARE(asked.count(), 1);
+        QVERIFY(!s->isOpen(u"pictureSheet"_s));
+        QVERIFY(s->open(u"nowPlayingSettings"_s));
+        s->settings.chooseBackgroundImage();
+        QTRY_VERIFY(s->isOpen(u"pictureSheet"_s));
+    }
     void whatIsNoPictureIsToldWhereItWasChosen()
     {
+        const QTemporaryDir directory;
         const QString path = directory.filePath(u"no.png"_s);
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no picture") > 0);

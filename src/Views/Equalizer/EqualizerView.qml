@@ -36,19 +36,15 @@ BottomSheet {
     Hairline {
         Layout.fillWidth: true
     }
-    Flickable {
+    FormFlickable {
         id: flickable
 
         objectName: "equalizerScroller"
         Layout.fillWidth: true
         Layout.fillHeight: true
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
         // An upright drag on a slider would scroll the sheet.
         interactive: !bands.isHeld && !preamp.pressed
         contentHeight: fields.implicitHeight + Metrics.screenMargin + Metrics.sectionGap
-
-        ScrollBar.vertical: SlimScrollBar {}
 
         Column {
             id: fields

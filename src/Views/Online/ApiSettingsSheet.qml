@@ -23,16 +23,12 @@ BottomSheet {
     Hairline {
         Layout.fillWidth: true
     }
-    Flickable {
+    FormFlickable {
         id: flickable
 
         Layout.fillWidth: true
         Layout.fillHeight: true
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
         contentHeight: fields.implicitHeight + Metrics.screenMargin + Metrics.sectionGap
-
-        ScrollBar.vertical: SlimScrollBar {}
 
         Column {
             id: fields

@@ -40,17 +40,13 @@ BottomSheet {
     Hairline {
         Layout.fillWidth: true
     }
-    Flickable {
+    FormFlickable {
         id: flickable
 
         objectName: "formFlickable"
         Layout.fillWidth: true
         Layout.fillHeight: true
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
         contentHeight: fields.implicitHeight + 2 * Metrics.screenMargin
-
-        ScrollBar.vertical: SlimScrollBar {}
 
         Column {
             id: fields

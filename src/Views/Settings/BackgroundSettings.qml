@@ -90,7 +90,7 @@ Column {
     PictureNotice {
         objectName: "pictureNotice"
         width: parent.width
-        settings: root.settings
+        text: root.settings.backgroundNotice
         look: root.theme
     }
     SettingsFootnote {

@@ -12,7 +12,7 @@ ThemedSheet {
 
     title: "跳动表情"
     acceptName: "emojiDone"
-    onClosed: settings.dismissPictureNotice()
+    onClosed: settings.dismissNotice()
 
     ThemedSettingsSection {
         width: parent.width
@@ -79,7 +79,7 @@ ThemedSheet {
     PictureNotice {
         objectName: "dancingNotice"
         width: parent.width
-        settings: root.settings
+        text: root.settings.dancingNotice
         look: root.theme
     }
     ThemedSectionHeader {

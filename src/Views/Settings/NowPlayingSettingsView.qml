@@ -12,6 +12,7 @@ ThemedSheet {
     title: "播放界面 - " + theme.displayName
     acceptName: "nowPlayingSettingsDone"
     hugsContent: false
+    onClosed: settings.dismissNotice()
 
     StyledText {
         objectName: "currentTheme"
@@ -82,6 +83,8 @@ ThemedSheet {
     }
     Connections {
         target: root.settings
+        // There are two of these sheets over one view model.
+        enabled: root.visible
 
         function onOwnPictureDialogRequested(): void {
             pictureSheet.showPictures(root.settings.pictureExtensions);

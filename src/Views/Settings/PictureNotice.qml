@@ -6,12 +6,10 @@ import Cadorel
 
 /// Why the picture that was chosen last is not taken. Takes no room while there is nothing to say.
 StyledText {
-    required property NowPlayingSettingsViewModel settings
     required property AppTheme look
 
     topPadding: Metrics.rowSpacing
     visible: text !== ""
-    text: settings.pictureNotice
     style: TextStyles.footnote
     color: Surfaces.textOn(look, Surfaces.background(look), SystemColors.red)
     wrapMode: Text.Wrap

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls.Basic
 import Cadorel
 
-/// A screen of settings: its header, and beneath it groups of rows that scroll. What the keyboard comes to scrolls
-/// into sight.
+/// A screen of settings: its header, and beneath it groups of rows that scroll.
 FocusScope {
     id: root
 
@@ -15,29 +13,6 @@ FocusScope {
     default property alias sections: column.data
 
     signal backRequested
-
-    /// Where the keyboard is, anywhere in the window.
-    readonly property Item keyboardItem: Window.activeFocusItem
-
-    onKeyboardItemChanged: {
-        if (holds(keyboardItem))
-            reveal(keyboardItem);
-    }
-
-    /// Scrolls as little as brings the item into sight.
-    function reveal(item: Item): void {
-        const top = item.mapToItem(flickable.contentItem, 0, 0).y - Metrics.sectionGap;
-        const bottom = top + item.height + 2 * Metrics.sectionGap;
-        const wanted = Math.min(Math.max(flickable.contentY, bottom - flickable.height), top);
-        flickable.contentY = Math.max(0, Math.min(wanted, flickable.contentHeight + flickable.bottomMargin - flickable.height));
-    }
-    function holds(item: Item): bool {
-        for (let around = item; around; around = around.parent) {
-            if (around === column)
-                return true;
-        }
-        return false;
-    }
 
     PageHeader {
         id: header
@@ -51,7 +26,7 @@ FocusScope {
         backText: root.backText
         onBackRequested: root.backRequested()
     }
-    Flickable {
+    FormFlickable {
         id: flickable
 
         objectName: root.objectName + "Scroller"
@@ -59,12 +34,8 @@ FocusScope {
         anchors.right: parent.right
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
         contentHeight: column.y + column.height + 2 * Metrics.sectionGap
         bottomMargin: MiniPlayerRoom.height
-
-        ScrollBar.vertical: SlimScrollBar {}
 
         Column {
             id: column

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import Cadorel
+
+/// Rows and fields that scroll where there is no room for all of them. What the keyboard comes to scrolls into sight.
+Flickable {
+    id: root
+
+    /// Where the keyboard is, anywhere in the window.
+    readonly property Item keyboardItem: Window.activeFocusItem
+
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    onKeyboardItemChanged: {
+        if (holds(keyboardItem))
+            reveal(keyboardItem);
+    }
+
+    /// Scrolls as little as brings the item into sight, with some room about it.
+    function reveal(item: Item): void {
+        const top = item.mapToItem(contentItem, 0, 0).y - Metrics.sectionGap;
+        const bottom = top + item.height + 2 * Metrics.sectionGap;
+        const wanted = Math.min(Math.max(contentY, bottom - height), top);
+        contentY = Math.max(0, Math.min(wanted, contentHeight + bottomMargin - height));
+    }
+    function holds(item: Item): bool {
+        for (let around = item; around; around = around.parent) {
+            if (around === contentItem)
+                return true;
+        }
+        return false;
+    }
+
+    ScrollBar.vertical: SlimScrollBar {}
+}
