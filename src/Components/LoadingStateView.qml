@@ -7,6 +7,8 @@ Item {
     id: root
 
     property string text
+    /// For a ground that is not the look's own.
+    property color ink: Surfaces.ink(ThemeEnvironment.theme, ThemeEnvironment.theme.secondaryTextColor)
 
     Accessible.role: Accessible.StaticText
     Accessible.name: text
@@ -19,11 +21,13 @@ Item {
         Spinner {
             anchors.horizontalCenter: parent.horizontalCenter
             size: Metrics.symbolLarge
+            color: root.ink
         }
         QuietText {
             width: parent.width
             text: root.text
             style: TextStyles.subheadline
+            color: root.ink
             horizontalAlignment: Text.AlignHCenter
             Accessible.ignored: true
         }

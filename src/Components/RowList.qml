@@ -13,6 +13,8 @@ ListView {
     property bool isBeneathMiniPlayer: false
     /// Space plays and pauses, as elsewhere in the window, and does not press the row.
     property bool playsAndPauses: false
+    /// For a ground that is not the look's own.
+    property alias scrollBarInk: scrollBar.ink
 
     /// A row is pressed, by the mouse, a finger or Return.
     signal activated(int row)
@@ -97,6 +99,8 @@ ListView {
         }
     }
 
+    // Without rows the keys are the screen's.
+    Keys.enabled: count > 0
     // Once, however long the key is held down.
     Keys.onReturnPressed: event => activateByKey(event)
     Keys.onEnterPressed: event => activateByKey(event)
@@ -153,7 +157,9 @@ ListView {
         // Rows that came or went on the way have moved it.
         onFinished: root.positionViewAtIndex(row, ListView.Center)
     }
-    ScrollBar.vertical: SlimScrollBar {}
+    ScrollBar.vertical: SlimScrollBar {
+        id: scrollBar
+    }
 
     ListTabStop {
         list: root

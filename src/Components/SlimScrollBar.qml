@@ -8,6 +8,7 @@ ScrollBar {
     id: root
 
     property AppTheme theme: ThemeEnvironment.theme
+    property color ink: theme.primaryTextColor
 
     policy: size < 1 ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
     minimumSize: Metrics.scrollBarShare
@@ -17,6 +18,6 @@ ScrollBar {
     contentItem: Rectangle {
         implicitWidth: Metrics.scrollBarWidth
         radius: width / 2
-        color: Qt.alpha(root.theme.primaryTextColor, root.pressed || root.hovered ? Metrics.scrollBarHeldOpacity : Metrics.scrollBarOpacity)
+        color: Qt.alpha(root.ink, root.pressed || root.hovered ? Metrics.scrollBarHeldOpacity : Metrics.scrollBarOpacity)
     }
 }

@@ -12,6 +12,8 @@ Rectangle {
     property bool isFocused: false
     /// What reads on the ground beneath.
     property color ink: theme.primaryTextColor
+    /// Of the outline: where the ground is a picture, the accent may be lost on it.
+    property color focusColor: theme.primaryColor
     property AppTheme theme: ThemeEnvironment.theme
 
     radius: Metrics.cardRadius
@@ -22,6 +24,7 @@ Rectangle {
         controlRadius: root.radius
         outset: 0
         theme: root.theme
+        border.color: root.focusColor
         visible: root.isFocused
     }
 }

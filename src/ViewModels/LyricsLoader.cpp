@@ -76,6 +76,7 @@ void LyricsLoader::clear()
     m_lastSongId.clear();
     m_embeddedLyrics.reset();
     setLines({});
+    setIsLoading(false);
 }
 
 void LyricsLoader::songChanged()
@@ -100,6 +101,7 @@ void LyricsLoader::loadLyrics()
     leave();
     m_transfer = std::make_shared<HttpTransfer>();
     setLines({});
+    setIsLoading(m_player.currentOnlineSong() || m_player.currentSong());
     if (const std::optional<OnlineSong> online = m_player.currentOnlineSong()) {
         detach(find(*online));
     } else if (const std::optional<Song> song = m_player.currentSong()) {
@@ -118,8 +120,8 @@ QCoro::Task<void> LyricsLoader::find(OnlineSong song)
     const QPointer<LyricsLoader> self(this);
     const quint64 request = m_request;
     const QList<LyricLine> lines = co_await m_sources.onlineMusic.getLyrics(song, m_transfer);
-    if (self && isWanted(request))
-        setLines(lines);
+    if (self)
+        finish(request, lines);
 }
 
 QCoro::Task<void> LyricsLoader::find(Song song)
@@ -134,12 +136,17 @@ QCoro::Task<void> LyricsLoader::find(Song song)
     }
     if (text.value_or(QString()).isEmpty())
         text = m_sources.importService.getLyrics(song);
-    const QString found = text.value_or(QString());
-    if (found.isEmpty())
-        co_return;
-    const QList<LyricLine> lines = co_await parsed(found);
-    if (self && isWanted(request))
-        setLines(lines);
+    const QList<LyricLine> lines = co_await parsed(text.value_or(QString()));
+    if (self)
+        finish(request, lines);
+}
+
+void LyricsLoader::finish(quint64 request, const QList<LyricLine> &lines)
+{
+    if (!isWanted(request))
+        return;
+    setLines(lines);
+    setIsLoading(false);
 }
 
 void LyricsLoader::setLines(const QList<LyricLine> &lines)
@@ -148,6 +155,12 @@ void LyricsLoader::setLines(const QList<LyricLine> &lines)
         return;
     m_lines = lines;
     Q_EMIT linesChanged();
+}
+
+void LyricsLoader::setIsLoading(bool isLoading)
+{
+    if (std::exchange(m_isLoading, isLoading) != isLoading)
+        Q_EMIT isLoadingChanged();
 }
 
 } // namespace cadorel

@@ -45,6 +45,8 @@ public:
 
     /// In the order of their times; empty while they are looked for, and where there are none.
     const QList<LyricLine> &lines() const { return m_lines; }
+    /// They are asked for, and it is not known yet whether there are any.
+    bool isLoading() const { return m_isLoading; }
     /// Whose lyrics these are.
     const QString &lastSongId() const { return m_lastSongId; }
 
@@ -55,6 +57,7 @@ public:
 
 Q_SIGNALS:
     void linesChanged();
+    void isLoadingChanged();
 
 private:
     void songChanged();
@@ -65,7 +68,10 @@ private:
     QCoro::Task<void> find(Song song);
     /// Whether the answer to that request is still wanted.
     bool isWanted(quint64 request) const;
+    /// The search has come to its end, with lines or without.
+    void finish(quint64 request, const QList<LyricLine> &lines);
     void setLines(const QList<LyricLine> &lines);
+    void setIsLoading(bool isLoading);
 
     AudioPlayerService &m_player;
     const LyricsSources m_sources;
@@ -75,6 +81,7 @@ private:
     std::optional<QString> m_embeddedLyrics;
     quint64 m_request = 0;                    ///< which search is the latest
     std::shared_ptr<HttpTransfer> m_transfer; ///< of what the latest search asks
+    bool m_isLoading = false;
     QList<LyricLine> m_lines;
 };
 

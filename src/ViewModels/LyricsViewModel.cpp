@@ -27,6 +27,7 @@ LyricsViewModel::LyricsViewModel(const LyricsServices &services)
 {
     connect(&m_lines, &LyricLineModel::countChanged, this, &LyricsViewModel::countChanged);
     connect(&m_loader, &LyricsLoader::linesChanged, this, &LyricsViewModel::linesChanged);
+    connect(&m_loader, &LyricsLoader::isLoadingChanged, this, &LyricsViewModel::isLoadingChanged);
     connect(&m_position, &PlaybackPosition::changed, this, &LyricsViewModel::follow);
     connect(&m_player, &AudioPlayerService::isLoadingChanged, this, &LyricsViewModel::follow);
     connect(&m_offsets, &LyricsOffsetService::offsetChanged, this, &LyricsViewModel::follow);

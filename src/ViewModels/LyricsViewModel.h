@@ -32,6 +32,7 @@ class LyricsViewModel : public QObject
     Q_PROPERTY(cadorel::LyricLineModel *lines READ lines CONSTANT)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(bool hasLyrics READ hasLyrics NOTIFY hasLyricsChanged)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
     Q_PROPERTY(int currentLineIndex READ currentLineIndex NOTIFY currentLineIndexChanged)
     Q_PROPERTY(QString currentText READ currentText NOTIFY currentTextChanged)
 public:
@@ -40,6 +41,8 @@ public:
     LyricLineModel *lines() { return &m_lines; }
     int count() const { return m_lines.count(); }
     bool hasLyrics() const { return m_lines.count() > 0; }
+    /// They are asked for, and it is not known yet whether there are any.
+    bool isLoading() const { return m_loader.isLoading(); }
     /// The last line that has begun. Before the first one it is the first, also without any line.
     int currentLineIndex() const { return m_lines.currentLine(); }
     /// Text of the last line that has begun, for where there is room for one only; empty before the first.
@@ -55,6 +58,7 @@ public:
 Q_SIGNALS:
     void countChanged();
     void hasLyricsChanged();
+    void isLoadingChanged();
     void currentLineIndexChanged();
     void currentTextChanged();
 

@@ -63,8 +63,10 @@ private Q_SLOTS:
         loader().load();
         QCOMPARE(loader().lastSongId(), u"a"_s);
         QCOMPARE(shown(), QStringList());
+        QVERIFY(loader().isLoading());
         bench().answerOnline(u"a"_s, "[00:02.00]from the platform");
         QTRY_COMPARE(shown(), QStringList{u"from the platform"_s});
+        QVERIFY(!loader().isLoading());
     }
 
     void anOnlineSongWithoutLyricsHasNone()
@@ -72,10 +74,34 @@ private Q_SLOTS:
         bench().addSideFile(u"a"_s, "[00:01.00]beside");
         playOnline(u"a"_s);
         loader().load();
+        QVERIFY(loader().isLoading());
         QVERIFY(bench().home.web().answer(u"type=lrc"_s, onlineAnswers::broken(u"断了"_s)));
         settle();
         QCOMPARE(shown(), QStringList());
+        QVERIFY(!loader().isLoading());
         QCOMPARE(lyricsRequests(), 0);
+    }
+
+    void whatIsAtHandIsNotWaitedFor()
+    {
+        bench().play(LyricsBench::songWith(u"a"_s, u"[00:01.00]embedded"_s));
+        loader().load();
+        QCOMPARE(shown(), QStringList{u"embedded"_s});
+        QVERIFY(!loader().isLoading());
+        bench().play(fileSong(u"b"_s));
+        QVERIFY(!loader().isLoading());
+        playOnline(u"c"_s);
+        QVERIFY(loader().isLoading());
+        loader().clear();
+        QVERIFY(!loader().isLoading());
+        // A song that passes by while its lyrics are asked for ends nothing of the next one's search.
+        playOnline(u"d"_s);
+        loader().load();
+        playOnline(u"e"_s);
+        QVERIFY(loader().isLoading());
+        bench().answerOnline(u"e"_s, "[00:01.00]of the last");
+        QTRY_COMPARE(shown(), QStringList{u"of the last"_s});
+        QVERIFY(!loader().isLoading());
     }
 
     void embeddedLyricsComeFirst()

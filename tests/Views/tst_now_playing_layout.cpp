@@ -6,6 +6,8 @@
 
 #include <QAccessible>
 
+#include <cmath>
+
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
@@ -19,6 +21,8 @@ private Q_SLOTS:
     void fingerSwipesThroughThePages();
     void pageOutOfSightIsNotDrawn();
     void windowThatGrowsKeepsThePage();
+    void windowThatGrowsKeepsWhatIsReadOfTheQueue();
+    void buttonsSayWhichPageIsShown();
     void pinkLookDrawsPictures();
     void wideWindowPutsTheLyricsBesideTheCover();
     void volumeStandsBesideTheControlsOfAWideWindow();
@@ -206,6 +210,43 @@ void NowPlayingLayoutTest::volumeStandsBesideTheControlsOfAWideWindow()
     QCOMPARE(s->text(u"muteButton"_s), u"取消静音"_s);
     s->click(u"muteButton"_s);
     QCOMPARE(s->bench.player.volume(), audible);
+}
+
+void NowPlayingLayoutTest::windowThatGrowsKeepsWhatIsReadOfTheQueue()
+{
+    QStringList ids;
+    for (int i = 0; i < 200; ++i)
+        ids.append(QString::number(i));
+    s->bench.player.playSong(fileSong(u"0"_s), fileSongs(ids));
+    QVERIFY(s->show());
+    s->click(u"queueButton"_s);
+    QTRY_VERIFY(s->shows(u"queuePageList"_s));
+    QQuickItem *list = s->item(u"queuePageList"_s);
+    QTRY_COMPARE(s->item(u"pageList"_s)->property("contentX").toReal(), 2 * s->root()->width());
+    QVERIFY(QMetaObject::invokeMethod(list, "positionViewAtIndex", Q_ARG(int, 150), Q_ARG(int, 0)));
+    const double read = list->property("contentY").toReal();
+    QVERIFY(read > 1000);
+    for (const QSize size : {QSize(1280, 844), QSize(390, 844)}) {
+        s->resize(size);
+        QTRY_COMPARE(s->item(u"pageList"_s)->property("contentX").toReal(), 2.0 * size.width());
+        s->window()->grabWindow();
+        QVERIFY(std::abs(list->property("contentY").toReal() - read) < 1);
+    }
+}
+
+void NowPlayingLayoutTest::buttonsSayWhichPageIsShown()
+{
+    showSong();
+    const auto described = [this](const QString &button) {
+        return QAccessible::queryAccessibleInterface(s->item(button))->text(QAccessible::Description);
+    };
+    QCOMPARE(described(u"lyricsButton"_s), QString());
+    s->click(u"lyricsButton"_s);
+    QTRY_COMPARE(described(u"lyricsButton"_s), u"当前页"_s);
+    QCOMPARE(described(u"queueButton"_s), QString());
+    s->click(u"queueButton"_s);
+    QTRY_COMPARE(described(u"queueButton"_s), u"当前页"_s);
+    QCOMPARE(described(u"lyricsButton"_s), QString());
 }
 
 void NowPlayingLayoutTest::pagesShowLyricsAndQueue()

@@ -166,6 +166,39 @@ private Q_SLOTS:
         QTest::mouseDClick(s->window(), Qt::LeftButton, {}, s->area(line(1)).center().toPoint());
         QCOMPARE(s->bench.stream().seeks.size(), 1);
     }
+    void lyricsThatAreAskedForAreNotSaidToBeNone()
+    {
+        playOnline();
+        QVERIFY(s->show());
+        s->click(u"lyricsButton"_s);
+        QTRY_VERIFY(s->shows(u"lyricsLoading"_s));
+        QVERIFY(!s->shows(u"noLyrics"_s));
+        FakeHttpClient &web = s->bench.home.web();
+        QVERIFY(QTest::qWaitFor([&web] { return web.answer(u"type=lrc"_s, onlineAnswers::body("")); }));
+        QTRY_VERIFY(s->shows(u"noLyrics"_s));
+        QVERIFY(!s->shows(u"lyricsLoading"_s));
+    }
+    void withoutLyricsTheKeysAreTheScreens()
+    {
+        s->bench.playSong(NowPlayingScene::song(u"sung"_s, u"歌"_s, {}, QString::fromUtf8(lyricsText())),
+                          200);
+        QVERIFY(s->show());
+        s->click(u"lyricsButton"_s);
+        QTRY_VERIFY(line(1));
+        s->item(u"lyricList"_s)->forceActiveFocus(Qt::TabFocusReason);
+        // What is taken here does not come to whatever lies around.
+        const auto isTaken = [this](Qt::Key key) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(s->item(u"lyricList"_s), &event);
+            return event.isAccepted();
+        };
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home})
+            QVERIFY(isTaken(key));
+        s->bench.playSong(NowPlayingScene::song(u"silent"_s, u"曲"_s), 200);
+        QTRY_VERIFY(s->shows(u"noLyrics"_s));
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home})
+            QVERIFY(!isTaken(key));
+    }
     void aSongWithoutLyricsSaysSoOnThePageAndNothingElsewhere()
     {
         showSong();

@@ -3,7 +3,9 @@
 
 #include <QDir>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace cadorel {
 
@@ -288,6 +290,17 @@ private Q_SLOTS:
         QCOMPARE(s->offsets.getOffset(u"song"_s), amount);
         QTEST(s->text(u"offsetStatus"_s), "status");
         QTRY_COMPARE(s->item(u"offsetSlider"_s)->property("value").toInt(), amount);
+    }
+    void theButtonsStandInTheOrderOfTheirAmounts()
+    {
+        QVERIFY(s->show());
+        QVERIFY(s->open(u"lyricsOffsetSheet"_s));
+        QList<std::pair<double, double>> places;
+        for (const int amount : {-1000, -500, -100, 100, 500, 1000, -5000, 5000}) {
+            const QPoint centre = SheetScene::centre(s->item(u"offset%1"_s.arg(amount)));
+            places.append({centre.y(), centre.x()});
+        }
+        QVERIFY(std::is_sorted(places.cbegin(), places.cend()));
     }
     void theSliderGoesByItsSteps()
     {

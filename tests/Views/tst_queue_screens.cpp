@@ -3,6 +3,7 @@
 #include "Theme/ThemedScene.h"
 #include "ViewModels/MiniPlayerBench.h"
 
+#include <QAccessible>
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -105,9 +106,12 @@ private Q_SLOTS:
     void thePageOpensWhereTheQueueIs();
     void thePageStaysWhileItIsRead();
     void longTitlesStayInTheirRow();
+    void thePageIsSeenOnWhateverLiesBehindIt();
+    void anEmptiedPageTakesNoKeys();
 
     void anEmptyScreenSaysSo();
     void theScreenHasTwoSections();
+    void theScreenSaysWhatPlays();
     void aTapOnTheScreenPlays();
     void nothingOfTheScreenTakesASongOut();
 
@@ -252,6 +256,52 @@ void QueueScreensTest::longTitlesStayInTheirRow()
     }
 }
 
+void QueueScreensTest::thePageIsSeenOnWhateverLiesBehindIt()
+{
+    QStringList ids;
+    for (int i = 0; i < 50; ++i)
+        ids.append(QString::number(i));
+    play(u"0"_s, ids);
+    QVERIFY(show(page));
+    QTRY_VERIFY(row(u"Title 0"_s));
+    const QColor ink(0xfe, 0xdc, 0xba);
+    s->item(u"page"_s)->setProperty("ink", ink);
+    const auto rings = [&] {
+        QList<QColor> colors;
+        for (QQuickItem *ring : s->items(u"focusRing"_s)) {
+            if (ring->isVisible())
+                colors.append(ring->property("border").value<QObject *>()->property("color").value<QColor>());
+        }
+        return colors;
+    };
+    s->item(u"queuePageList"_s)->forceActiveFocus();
+    s->key(Qt::Key_Down);
+    QTRY_COMPARE(rings(), QList{ink});
+    s->item(u"clearQueueButton"_s)->forceActiveFocus(Qt::TabFocusReason);
+    QTRY_COMPARE(rings(), QList{ink});
+    QCOMPARE(s->item(u"queuePageList"_s)->property("scrollBarInk").value<QColor>(), ink);
+}
+
+void QueueScreensTest::anEmptiedPageTakesNoKeys()
+{
+    play(u"a"_s, {u"a"_s, u"b"_s});
+    QVERIFY(show(page));
+    QTRY_VERIFY(row(u"Title a"_s));
+    s->item(u"queuePageList"_s)->forceActiveFocus();
+    // What is taken here does not come to whatever lies around.
+    const auto isTaken = [this](Qt::Key key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(s->item(u"queuePageList"_s), &event);
+        return event.isAccepted();
+    };
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home})
+        QVERIFY(isTaken(key));
+    b->queue().clear();
+    QTRY_VERIFY(!s->item(u"queuePageList"_s)->isVisible());
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home})
+        QVERIFY(!isTaken(key));
+}
+
 void QueueScreensTest::anEmptyScreenSaysSo()
 {
     QVERIFY(show(screen));
@@ -277,6 +327,18 @@ void QueueScreensTest::theScreenHasTwoSections()
     QTRY_COMPARE(texts(u"sectionTitle"_s), (QStringList{u"正在播放"_s, u"接下来播放"_s}));
     b->player().playOnlineSong(onlineSong(u"1"_s), {});
     QTRY_COMPARE(texts(u"title"_s), (QStringList{u"Online 1"_s, u"Title a"_s, u"Title b"_s, u"Title c"_s}));
+}
+
+void QueueScreensTest::theScreenSaysWhatPlays()
+{
+    play(u"b"_s, {u"a"_s, u"b"_s});
+    QVERIFY(show(screen));
+    QTRY_VERIFY(row(u"Title a"_s) && row(u"Title b"_s));
+    const auto name = [this](const QString &title) {
+        return QAccessible::queryAccessibleInterface(row(title))->text(QAccessible::Name);
+    };
+    QCOMPARE(name(u"Title b"_s), u"Title b，Artist b，正在播放"_s);
+    QCOMPARE(name(u"Title a"_s), u"Title a，Artist a"_s);
 }
 
 void QueueScreensTest::aTapOnTheScreenPlays()

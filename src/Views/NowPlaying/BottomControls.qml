@@ -29,6 +29,7 @@ Row {
         hoverEnabled: true
         focusPolicy: Qt.TabFocus
         Accessible.name: text
+        Accessible.description: isCurrent ? "当前页" : ""
         Accessible.onPressAction: Press.byAction(choice)
         Keys.onPressed: event => Press.holdBack(event)
         Keys.onReleased: event => Press.holdBack(event)

@@ -74,6 +74,7 @@ FocusScope {
             isPressed: clearButton.down
             isFocused: clearButton.visualFocus
             ink: root.ink
+            focusColor: root.ink
             theme: root.theme
         }
         contentItem: Item { // qmllint disable deferred-property-id
@@ -104,6 +105,7 @@ FocusScope {
         model: root.queue.songs
         Accessible.name: "播放队列"
         playsAndPauses: true
+        scrollBarInk: root.ink
         onActivated: row => root.queue.play(row)
         onPlayPauseRequested: root.queue.togglePlayPause()
 

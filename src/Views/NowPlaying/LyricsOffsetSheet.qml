@@ -103,6 +103,27 @@ ThemedSheet {
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
+            Grid {
+                id: buttons
+
+                // Earlier and later each in a line of their own where one line has no room for all.
+                columns: width < Metrics.wideOffsetButtons + 6 * Metrics.textGrowth ? 3 : 6
+                width: parent.width
+                spacing: Metrics.rowSpacing
+
+                Repeater {
+                    model: root.amounts
+
+                    delegate: AmountButton {
+                        required property var modelData
+
+                        width: Math.floor((buttons.width - (buttons.columns - 1) * buttons.spacing) / buttons.columns)
+                        offset: root.offset
+                        ms: modelData.ms
+                        text: modelData.label
+                    }
+                }
+            }
             Item {
                 width: parent.width
                 height: Math.max(slider.implicitHeight, farBack.implicitHeight)
@@ -170,27 +191,6 @@ ThemedSheet {
                     offset: root.offset
                     ms: root.offset.largestOffset
                     text: "+5s"
-                }
-            }
-            Grid {
-                id: buttons
-
-                // Earlier and later each in a line of their own where one line has no room for all.
-                columns: width < Metrics.wideOffsetButtons + 6 * Metrics.textGrowth ? 3 : 6
-                width: parent.width
-                spacing: Metrics.rowSpacing
-
-                Repeater {
-                    model: root.amounts
-
-                    delegate: AmountButton {
-                        required property var modelData
-
-                        width: Math.floor((buttons.width - (buttons.columns - 1) * buttons.spacing) / buttons.columns)
-                        offset: root.offset
-                        ms: modelData.ms
-                        text: modelData.label
-                    }
                 }
             }
         }

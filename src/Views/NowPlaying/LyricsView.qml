@@ -112,6 +112,8 @@ FocusScope {
             onChosen: root.seek(index)
         }
 
+        // Without lines the keys are the screen's.
+        Keys.enabled: count > 0
         Keys.onPressed: event => {
             // Half of what the page shows.
             const page = Math.max(1, Math.round(height / contentHeight * count / 2));
@@ -207,7 +209,7 @@ FocusScope {
     EmptyStateView {
         objectName: "noLyrics"
         anchors.fill: parent
-        visible: !root.lyrics.hasLyrics
+        visible: !root.lyrics.hasLyrics && !root.lyrics.isLoading
         title: "暂无歌词"
         systemImage: AppIcons.misc.textBubble
         description: "当前歌曲没有可用的歌词"
@@ -215,5 +217,12 @@ FocusScope {
         descriptionColor: Qt.rgba(root.textColor.r, root.textColor.g, root.textColor.b, 0.8)
         symbolColor: descriptionColor
         isOnPicture: true
+    }
+    LoadingStateView {
+        objectName: "lyricsLoading"
+        anchors.fill: parent
+        visible: root.lyrics.isLoading && !root.lyrics.hasLyrics
+        text: "正在加载歌词…"
+        ink: root.textColor
     }
 }

@@ -26,7 +26,8 @@ T.SwipeView {
         id: page
 
         required property ListView list
-        readonly property bool isSeen: list && x + width > list.contentX && x < list.contentX + list.width
+        // Where the window is resized, the page that is in sight moves before the list does.
+        readonly property bool isSeen: T.SwipeView.isCurrentItem || list && x + width > list.contentX && x < list.contentX + list.width
         default property alias content: body.data
 
         Item {

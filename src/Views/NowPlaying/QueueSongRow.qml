@@ -27,6 +27,7 @@ ThemedListRow {
         isPressed: root.down
         isFocused: root.showsFocus
         ink: root.ink
+        focusColor: root.ink
         theme: root.theme
     }
     ArtworkImageView {
