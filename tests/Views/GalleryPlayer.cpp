@@ -84,8 +84,7 @@ void pagesOf(const Gallery &gallery, TestWindow &test, const QList<Song> &queue)
     appearance.setLyricsBlurEnabled(true);
     screen.setCurrentPage(NowPlayingViewModel::QueuePage);
     gallery.save(test, u"player-queue"_s);
-    QTest::keyClick(test.window, Qt::Key_Tab);
-    QTest::keyClick(test.window, Qt::Key_Tab);
+    test.item(u"queuePageList"_s)->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyClick(test.window, Qt::Key_Down);
     gallery.save(test, u"player-queue-keyboard"_s);
     screen.setCurrentPage(NowPlayingViewModel::CoverPage);
