@@ -147,6 +147,8 @@ private Q_SLOTS:
     void init()
     {
         m_watch->take();
+        // A function before may have shown its window in the dark.
+        QGuiApplication::setPalette(QPalette());
         t = std::make_unique<TestWindow>();
     }
     void cleanup()
