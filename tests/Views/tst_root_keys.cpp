@@ -253,7 +253,8 @@ void RootKeysTest::theVolumeFollowsAHeldKey()
     showLibrary(2);
     playRow(0);
     holdKey(t->window, Qt::Key_Down, Qt::ControlModifier);
-    QVERIFY(t->audioPlayer->volume() < 0.76F);
+    // One press and five repeats.
+    QVERIFY(qAbs(t->audioPlayer->volume() - 0.70F) < 0.001F);
 }
 
 void RootKeysTest::arrowsSeekAndChangeTheVolumeUnderTheCoverOnly()
