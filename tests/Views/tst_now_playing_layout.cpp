@@ -58,7 +58,7 @@ void NowPlayingLayoutTest::longTitleEndsBeforeTheEdge()
 
 void NowPlayingLayoutTest::dotsAndButtonsLeadToThePages()
 {
-    showSong();
+    QVERIFY(showSong());
     const auto dotWidth = [this](int page) {
         return s->item(u"pageDot%1"_s.arg(page))->findChild<QQuickItem *>(u"dot"_s)->width();
     };
@@ -82,7 +82,7 @@ void NowPlayingLayoutTest::dotsAndButtonsLeadToThePages()
 
 void NowPlayingLayoutTest::dotsTakeAFingersWidthEach()
 {
-    showSong();
+    QVERIFY(showSong());
     for (const QSize size : {QSize(320, 480), QSize(390, 844)}) {
         s->resize(size);
         QRectF before;
@@ -108,7 +108,7 @@ void NowPlayingLayoutTest::dotsTakeAFingersWidthEach()
 
 void NowPlayingLayoutTest::fingerSwipesThroughThePages()
 {
-    showSong();
+    QVERIFY(showSong());
     const QQuickItem *pages = s->item(u"nowPlayingPages"_s);
     const QPoint middle = s->area(pages).center().toPoint();
     const QPoint way(130, 0);
@@ -123,7 +123,7 @@ void NowPlayingLayoutTest::fingerSwipesThroughThePages()
 
 void NowPlayingLayoutTest::pageOutOfSightIsNotDrawn()
 {
-    showSong();
+    QVERIFY(showSong());
     QVERIFY(s->shows(u"songInfoView"_s));
     s->click(u"queueButton"_s);
     QTRY_VERIFY(!s->shows(u"songInfoView"_s));
@@ -133,7 +133,7 @@ void NowPlayingLayoutTest::pageOutOfSightIsNotDrawn()
 
 void NowPlayingLayoutTest::windowThatGrowsKeepsThePage()
 {
-    showSong();
+    QVERIFY(showSong());
     s->click(u"lyricsButton"_s);
     for (const QSize size :
          {QSize(320, 480), QSize(1200, 800), QSize(899, 700), QSize(900, 700), QSize(390, 844)}) {
@@ -145,7 +145,7 @@ void NowPlayingLayoutTest::windowThatGrowsKeepsThePage()
 
 void NowPlayingLayoutTest::pinkLookDrawsPictures()
 {
-    showSong();
+    QVERIFY(showSong());
     const QList<std::pair<QString, qreal>> drawn{{u"sleepTimerButton"_s, 24}, {u"moreButton"_s, 24},
                                                  {u"previousButton"_s, 40},   {u"playPauseButton"_s, 80},
                                                  {u"nextButton"_s, 40},       {u"favoriteButton"_s, 36},
@@ -164,7 +164,7 @@ void NowPlayingLayoutTest::pinkLookDrawsPictures()
 
 void NowPlayingLayoutTest::wideWindowPutsTheLyricsBesideTheCover()
 {
-    showSong(200, {899, 700});
+    QVERIFY(showSong(200, {899, 700}));
     const QQuickItem *page = s->item(u"albumCoverPage"_s);
     QCOMPARE(page->width(), 899.0);
     QVERIFY(!s->item(u"sideLyrics"_s)->property("active").toBool());
@@ -181,7 +181,7 @@ void NowPlayingLayoutTest::wideWindowPutsTheLyricsBesideTheCover()
 
 void NowPlayingLayoutTest::volumeStandsBesideTheControlsOfAWideWindow()
 {
-    showSong();
+    QVERIFY(showSong());
     QVERIFY(!s->shows(u"nowPlayingVolume"_s));
     s->resize({1000, 700});
     QTRY_VERIFY(s->shows(u"nowPlayingVolume"_s));
@@ -234,7 +234,7 @@ void NowPlayingLayoutTest::pagesShowLyricsAndQueue()
 
 void NowPlayingLayoutTest::sheetsOpenAndClose()
 {
-    showSong();
+    QVERIFY(showSong());
     const QList<std::pair<const char *, QString>> sheets{{"showSleepTimer", u"sleepTimerSheet"_s},
                                                          {"showMoreOptions", u"moreOptionsSheet"_s},
                                                          {"showLyricsOffset", u"lyricsOffsetSheet"_s},
@@ -348,7 +348,7 @@ void NowPlayingLayoutTest::nothingOverlaps()
 
 void NowPlayingLayoutTest::everyControlHasAName()
 {
-    showSong();
+    QVERIFY(showSong());
     int controls = 0;
     const QList<QQuickItem *> items = s->visibleItems();
     for (QQuickItem *item : items) {
@@ -367,7 +367,7 @@ void NowPlayingLayoutTest::everyControlHasAName()
 
 void NowPlayingLayoutTest::stateGoesWithTheScreen()
 {
-    showSong();
+    QVERIFY(showSong());
     s->click(u"queueButton"_s);
     QCOMPARE(s->bench.nowPlaying.currentPage(), int(NowPlayingViewModel::QueuePage));
     s->close();

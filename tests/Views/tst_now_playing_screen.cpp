@@ -45,7 +45,7 @@ private Q_SLOTS:
 
 void NowPlayingRulesTest::songIsShown()
 {
-    showSong();
+    QVERIFY(showSong());
     s->bench.stream().tick(65);
     QCOMPARE(s->text(u"nowPlayingTitle"_s), u"潮汐与灯塔"_s);
     QCOMPARE(s->text(u"nowPlayingArtist"_s), u"林间合唱团"_s);
@@ -72,7 +72,7 @@ void NowPlayingRulesTest::withoutASongNothingCanBePressedThatNeedsOne()
 
 void NowPlayingRulesTest::dragSeeksOnceWhenLetGo()
 {
-    showSong();
+    QVERIFY(showSong());
     s->bench.stream().tick(50);
     const double width = s->slider()->width();
     s->press(s->onSlider(0.25 * width));
@@ -121,7 +121,7 @@ void NowPlayingRulesTest::releaseInTheLastMomentEndsTheSong()
 
 void NowPlayingRulesTest::anotherSongInMidDragHasASliderOfItsOwn()
 {
-    showSong();
+    QVERIFY(showSong());
     const QPointer<QQuickItem> before = s->slider();
     const double width = before->width();
     s->press(s->onSlider(0.5 * width));
@@ -163,7 +163,7 @@ void NowPlayingRulesTest::unknownLengthCannotBeSought()
 
 void NowPlayingRulesTest::dragThatIsTakenAwaySeeksNowhere()
 {
-    showSong();
+    QVERIFY(showSong());
     s->bench.stream().tick(50);
     const double width = s->slider()->width();
     s->press(s->onSlider(0.5 * width));
@@ -204,7 +204,7 @@ void NowPlayingRulesTest::sameSongAgainKeepsTheSliderUnderTheFinger()
 
 void NowPlayingRulesTest::sliderCanBeTouchedAFingerHigh()
 {
-    showSong();
+    QVERIFY(showSong());
     const QPoint middle = s->onSlider(0.5 * s->slider()->width());
     for (const int beside : {-21, 21}) {
         s->bench.stream().seeks.clear();
@@ -219,7 +219,7 @@ void NowPlayingRulesTest::sliderCanBeTouchedAFingerHigh()
 
 void NowPlayingRulesTest::heldArrowStopsShortOfTheEnd()
 {
-    showSong();
+    QVERIFY(showSong());
     s->bench.stream().tick(160);
     s->slider()->forceActiveFocus(Qt::TabFocusReason);
     holdKey(s->window(), Qt::Key_Right);
@@ -233,7 +233,7 @@ void NowPlayingRulesTest::heldArrowStopsShortOfTheEnd()
 
 void NowPlayingRulesTest::arrowsMoveTheSlider()
 {
-    showSong();
+    QVERIFY(showSong());
     s->bench.stream().tick(50);
     s->slider()->forceActiveFocus(Qt::TabFocusReason);
     s->key(Qt::Key_Right);
@@ -246,7 +246,7 @@ void NowPlayingRulesTest::arrowsMoveTheSlider()
 
 void NowPlayingRulesTest::theClockDoesNotSpeakToTheKeyboard()
 {
-    showSong();
+    QVERIFY(showSong());
     const auto description = [this] {
         return QAccessible::queryAccessibleInterface(s->slider())->text(QAccessible::Description);
     };
@@ -278,7 +278,7 @@ void NowPlayingRulesTest::theClockDoesNotSpeakToTheKeyboard()
 
 void NowPlayingRulesTest::keyboardStaysOnTheSliderWhenTheSongChanges()
 {
-    showSong();
+    QVERIFY(showSong());
     s->slider()->forceActiveFocus(Qt::TabFocusReason);
     s->bench.nowPlaying.next();
     QCOMPARE(s->slider()->objectName(), u"progress_slider_following"_s);
@@ -361,7 +361,7 @@ void NowPlayingRulesTest::thousandSongsLeaveNoTitleAndNoCoverOfTheOnesBefore()
 
 void NowPlayingRulesTest::waysOut()
 {
-    showSong();
+    QVERIFY(showSong());
     QSignalSpy closed(s->root(), SIGNAL(closeRequested()));
     s->click(u"nowPlayingClose"_s);
     QCOMPARE(closed.size(), 1);
@@ -371,7 +371,7 @@ void NowPlayingRulesTest::waysOut()
 
 void NowPlayingRulesTest::barOpensItsSheets()
 {
-    showSong();
+    QVERIFY(showSong());
     s->click(u"sleepTimerButton"_s);
     QVERIFY(s->bench.nowPlaying.property("showSleepTimer").toBool());
     QVERIFY(s->bench.nowPlaying.setProperty("showSleepTimer", false));
@@ -384,7 +384,7 @@ void NowPlayingRulesTest::barOpensItsSheets()
 
 void NowPlayingRulesTest::controlsReachThePlayer()
 {
-    showSong();
+    QVERIFY(showSong());
     QCOMPARE(s->text(u"playPauseButton"_s), u"暂停"_s);
     s->click(u"playPauseButton"_s);
     QTRY_VERIFY(!s->bench.player.isPlaying());
@@ -443,7 +443,7 @@ void NowPlayingRulesTest::loadingTakesThePlaceOfPlay()
 
 void NowPlayingRulesTest::heartBouncesWhenItChanges()
 {
-    showSong();
+    QVERIFY(showSong());
     QQuickItem *heart = s->item(u"favoriteButton"_s);
     const QQuickItem *icon = glyph(u"favoriteButton"_s);
     QCOMPARE(icon->scale(), 1.0);
@@ -464,7 +464,7 @@ void NowPlayingRulesTest::heartBouncesWhenItChanges()
 
 void NowPlayingRulesTest::modeTurnsWithASpring()
 {
-    showSong();
+    QVERIFY(showSong());
     const QQuickItem *icon = glyph(u"playModeButton"_s);
     qreal least = 1;
     QObject::connect(icon, &QQuickItem::scaleChanged, icon, [&] { least = qMin(least, icon->scale()); });
@@ -483,7 +483,7 @@ void NowPlayingRulesTest::modeTurnsWithASpring()
 void NowPlayingRulesTest::reducedMotionMovesNothing()
 {
     s->bench.desktop.setReducesMotion(true);
-    showSong();
+    QVERIFY(showSong());
     const QQuickItem *icon = glyph(u"favoriteButton"_s);
     int moves = 0;
     QObject::connect(icon, &QQuickItem::scaleChanged, icon, [&moves] { ++moves; });
@@ -503,7 +503,7 @@ void NowPlayingRulesTest::reducedMotionMovesNothing()
 
 void NowPlayingRulesTest::equalizerLineLeadsToTheEqualizer()
 {
-    showSong();
+    QVERIFY(showSong());
     QCOMPARE(s->text(u"equalizerStatusText"_s), u"均衡器已关闭"_s);
     QCOMPARE(s->text(u"equalizerStatusButton"_s), u"去开启"_s);
     QVERIFY(!s->shows(u"needsReplay"_s));
@@ -519,7 +519,7 @@ void NowPlayingRulesTest::equalizerLineLeadsToTheEqualizer()
 
 void NowPlayingRulesTest::nothingIsDrawnWhileNothingChanges()
 {
-    showSong();
+    QVERIFY(showSong());
     s->bench.nowPlaying.togglePlayPause();
     QVERIFY(comesToRest(*s->window()));
     QSignalSpy frames(s->window(), &QQuickWindow::frameSwapped);

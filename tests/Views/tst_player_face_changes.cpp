@@ -85,7 +85,7 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingStaleAndNothingBehind()
 {
     t->themeService->setCassetteStyle(CassetteStyle::none);
     showColouredLibrary();
-    playRow(0);
+    QVERIFY(playRow(0));
     openFromDisc();
     const auto isShown = [this] {
         const int row = playingRow();
@@ -125,7 +125,7 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingStaleAndNothingBehind()
 void PlayerFaceChangesTest::aThousandSongsLeaveNothingBehindOnThePageOfTheLyrics()
 {
     showColouredLibrary();
-    playRow(0);
+    QVERIFY(playRow(0));
     openFromDisc();
     t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::LyricsPage);
     // The line that is not the current one is a blurred picture.
