@@ -62,6 +62,7 @@ T.AbstractButton {
             to: "lifted"
 
             ResponseSpring {
+                objectName: "liftSpring"
                 target: root
                 property: "lift"
                 response: 0.25

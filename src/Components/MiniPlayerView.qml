@@ -70,6 +70,7 @@ FocusScope {
         enabled: root.miniPlayer.animatesPosition
 
         ResponseSpring {
+            objectName: "snapSpringX"
             damping: 0.7
         }
     }
@@ -77,17 +78,20 @@ FocusScope {
         enabled: root.miniPlayer.animatesPosition
 
         ResponseSpring {
+            objectName: "snapSpringY"
             damping: 0.7
         }
     }
     Behavior on shift {
         ResponseSpring {
+            objectName: "shiftSpring"
             response: 0.2
             damping: 0.8
         }
     }
     Behavior on openness {
         ResponseSpring {
+            objectName: "fanSpring"
             response: 0.2
             damping: 0.8
         }
@@ -172,6 +176,7 @@ FocusScope {
                 return mapToItem(root, x, y);
             }
 
+            objectName: "discTouch"
             anchors.fill: parent
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             hoverEnabled: true

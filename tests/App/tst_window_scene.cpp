@@ -58,6 +58,8 @@ void TestWindowScene::cleanup()
     m_window.reset();
     m_other.reset();
     t.reset();
+    // Also when a function has ended early.
+    qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 void TestWindowScene::showActive()
@@ -177,7 +179,6 @@ void TestWindowScene::theTokenOfWhoeverAskedReachesTheDesktop()
     // Without one, what there was is left.
     m_scene->raise({});
     QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), "permission"_ba);
-    qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 void TestWindowScene::theWindowHearsOfAForcedUpdate()

@@ -119,6 +119,8 @@ void MiniPlayerFanViewTest::aHoldWithoutASlideDoesNothing()
 {
     QVERIFY(s->show());
     const bool wasPlaying = s->bench.player().isPlaying();
+    const bool wasFavorite = s->mini().isCurrentSongFavorite();
+    QSignalSpy located(&s->mini(), &MiniPlayerViewModel::miniPlayerLocateCurrentSong);
     const QPointF place = s->shownAt();
     Pointer by = pointer();
     by.press(place);
@@ -129,6 +131,8 @@ void MiniPlayerFanViewTest::aHoldWithoutASlideDoesNothing()
     QCOMPARE(s->timesOpened() + s->clicksBeneath(), 0);
     QCOMPARE(s->bench.player().isPlaying(), wasPlaying);
     QCOMPARE(songOf(s->bench.player()).id(), u"b"_s);
+    QCOMPARE(s->mini().isCurrentSongFavorite(), wasFavorite);
+    QCOMPARE(located.size(), 0);
 }
 
 void MiniPlayerFanViewTest::theFanIsSeenWholeAtTheTopAndAtTheBottom()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Components/MiniPlayerSceneTest.h"
+#include "Theme/Contrast.h"
 
 namespace cadorel {
 
@@ -17,6 +18,24 @@ private:
         const double before = angle();
         constexpr int patience = 150;
         return QTest::qWaitFor([this, before] { return angle() != before; }, patience);
+    }
+    /// Of the disc, where no note stands.
+    QList<QColor> besideTheNote()
+    {
+        const QQuickItem *cover = s->scene->item(u"cover"_s);
+        const QImage image = s->scene->grab();
+        QList<QColor> colors;
+        for (const QPointF at :
+             {QPointF(0.5, 0.12), QPointF(0.5, 0.88), QPointF(0.12, 0.5), QPointF(0.88, 0.5)})
+            colors.append(image.pixelColor(
+                cover->mapToScene({at.x() * cover->width(), at.y() * cover->height()}).toPoint()));
+        return colors;
+    }
+    static bool isNear(const QColor &a, const QColor &b)
+    {
+        constexpr int near = 6;
+        return qAbs(a.red() - b.red()) <= near && qAbs(a.green() - b.green()) <= near &&
+               qAbs(a.blue() - b.blue()) <= near;
     }
 
 private Q_SLOTS:
@@ -41,6 +60,7 @@ private Q_SLOTS:
     void aCoverThatDoesNotDecodeHasAPicture();
     void aThousandSongChangesLeaveNothingBehind();
     void aViewThatGoesInMidGestureLeavesNothingOpen();
+    void itMovesAndWaitsAsItShall();
 };
 
 void MiniPlayerViewTest::theDiscIsWhereItsPlaceIs()
@@ -135,12 +155,19 @@ void MiniPlayerViewTest::aDiscThatIsCaughtInFlightStaysInTheHand()
     by.press({195, 350});
     by.move({150, 350});
     by.move({85, 350});
+    // It may be there before anybody looks again.
+    QPointF caught;
+    connect(s->disc(), &QQuickItem::xChanged, this, [&] {
+        if (!caught.isNull() || s->mini().isDragging() || s->shownAt().x() >= 84)
+            return;
+        caught = s->shownAt();
+        by.press(caught);
+    });
     by.release({85, 350});
     QCOMPARE(s->mini().effectivePosition(), QPointF(41, 350));
-    QTRY_VERIFY(s->shownAt().x() < 84);
-    const QPointF caught = s->shownAt();
+    QTRY_VERIFY(!caught.isNull());
+    disconnect(s->disc(), nullptr, this, nullptr);
     QVERIFY(caught.x() > 42);
-    by.press(caught);
     by.move(caught + QPointF(10, 0));
     QVERIFY(s->mini().isDragging());
     // No hop to where it was to come to rest.
@@ -251,9 +278,25 @@ void MiniPlayerViewTest::aCoverThatDoesNotDecodeHasAPicture()
     song.setArtworkData(ArtworkData("no picture at all"));
     s->bench.player().playSong(song, {});
     QVERIFY(s->mini().hasCover());
-    // The placeholder lies beneath, so that nothing shines through.
-    QVERIFY(s->scene->item(u"placeholder"_s)->isVisible());
-    QVERIFY(!s->scene->grab().isNull());
+    s->bench.player().pause();
+    const QQuickItem *cover = s->scene->item(u"cover"_s);
+    const auto isDecoded = [cover] {
+        constexpr int ready = 1;
+        const QQuickItem *picture = cover->findChild<QQuickItem *>(u"picture"_s);
+        return picture && picture->property("status").toInt() == ready;
+    };
+    QTRY_VERIFY(isDecoded() && cover->rotation() == 0);
+    const QList<QColor> damaged = besideTheNote();
+    s->bench.player().playSong(fileSong(u"a"_s), {});
+    s->bench.player().pause();
+    QTRY_VERIFY(!s->mini().hasCover() && cover->rotation() == 0);
+    QVERIFY(s->scene->item(u"placeholderNote"_s)->isVisible());
+    const QList<QColor> none = besideTheNote();
+    // A veil of grey is all that lies over what a song without a cover has, so that nothing shines through.
+    constexpr QColor veil(142, 142, 147, 46);
+    for (qsizetype i = 0; i < none.size(); ++i)
+        QVERIFY2(isNear(damaged.at(i), Contrast::over(veil, none.at(i))),
+                 qPrintable(damaged.at(i).name() + u", "_s + none.at(i).name()));
 }
 
 void MiniPlayerViewTest::aThousandSongChangesLeaveNothingBehind()
@@ -294,6 +337,31 @@ void MiniPlayerViewTest::aViewThatGoesInMidGestureLeavesNothingOpen()
     delete s->view();
     QVERIFY(!s->mini().isDragging());
     QCOMPARE(s->mini().effectivePosition(), QPointF(120, 300));
+}
+
+void MiniPlayerViewTest::itMovesAndWaitsAsItShall()
+{
+    QVERIFY(s->show());
+    // A spring is made when it moves something for the first time. At the top the fan moves its disc, too.
+    Pointer(window(), false).drag(s->shownAt(), {70, 45});
+    s->mini().toggleFan();
+    QVERIFY(s->mini().fanShift() != 0);
+    struct Spring
+    {
+        QString name;
+        double response;
+        double damping;
+    };
+    for (const Spring &shall : {Spring{u"snapSpringX"_s, 0.3, 0.7}, Spring{u"snapSpringY"_s, 0.3, 0.7},
+                                Spring{u"shiftSpring"_s, 0.2, 0.8}, Spring{u"fanSpring"_s, 0.2, 0.8},
+                                Spring{u"liftSpring"_s, 0.25, 0.8}}) {
+        const auto *spring = s->view()->findChild<QObject *>(shall.name);
+        QVERIFY2(spring, qPrintable(shall.name));
+        QCOMPARE(spring->property("response").toDouble(), shall.response);
+        QCOMPARE(spring->property("damping").toDouble(), shall.damping);
+        QCOMPARE(spring->property("easeOut").toInt(), 0);
+    }
+    QCOMPARE(s->scene->item(u"discTouch"_s)->property("pressAndHoldInterval").toInt(), 350);
 }
 
 } // namespace cadorel

@@ -207,7 +207,7 @@ QRect AccessibleWindow::placeOf(const QString &path)
     return place.isEmpty() ? QRect() : rectangle(place.constFirst());
 }
 
-QList<AccessibleWindow::Item> AccessibleWindow::itemsAt(const QStringList &paths)
+AccessibleWindow::Reading AccessibleWindow::itemsAt(const QStringList &paths)
 {
     struct Asked
     {
@@ -225,42 +225,52 @@ QList<AccessibleWindow::Item> AccessibleWindow::itemsAt(const QStringList &paths
                           .description = askProperty(path, accessible(), u"Description"_s),
                           .place = ask(path, component(), u"GetExtents"_s, {onScreen}),
                           .state = ask(path, accessible(), u"GetState"_s)});
-    QList<Item> result;
+    Reading result{.isWhole = true};
     for (qsizetype i = 0; i < paths.size(); ++i) {
         const Asked &asked = questions.at(i);
+        const QVariant name = propertyIn(asked.name);
         const QVariantList role = answer(asked.role);
         const QVariantList state = answer(asked.state);
+        // The program itself has no place, and says so.
         const QVariantList place = answer(asked.place);
         const quint64 bits = state.isEmpty() ? 0 : states(state.constFirst());
-        result.append({.name = propertyIn(asked.name).toString(),
-                       .role = role.isEmpty() ? QString() : role.constFirst().toString(),
-                       .description = propertyIn(asked.description).toString(),
-                       .place = place.isEmpty() ? QRect() : rectangle(place.constFirst()),
-                       .isShown = ((bits >> showingState) & 1) != 0,
-                       .isEnabled = ((bits >> enabledState) & 1) != 0,
-                       .path = paths.at(i)});
+        result.isWhole = result.isWhole && name.isValid() && !role.isEmpty() && !state.isEmpty();
+        result.items.append({.name = name.toString(),
+                             .role = role.isEmpty() ? QString() : role.constFirst().toString(),
+                             .description = propertyIn(asked.description).toString(),
+                             .place = place.isEmpty() ? QRect() : rectangle(place.constFirst()),
+                             .isShown = ((bits >> showingState) & 1) != 0,
+                             .isEnabled = ((bits >> enabledState) & 1) != 0,
+                             .path = paths.at(i)});
     }
     return result;
 }
 
-QList<QStringList> AccessibleWindow::childrenOf(const QStringList &parents)
+QList<std::optional<QStringList>> AccessibleWindow::childrenOf(const QStringList &parents)
 {
     QList<QDBusPendingCall> questions;
     for (const QString &path : parents)
         questions.append(ask(path, accessible(), u"GetChildren"_s));
-    QList<QStringList> result;
+    QList<std::optional<QStringList>> result;
     for (const QDBusPendingCall &asked : std::as_const(questions)) {
         const QVariantList children = answer(asked);
-        result.append(children.isEmpty() ? QStringList() : paths(children.constFirst()));
+        result.append(children.isEmpty() ? std::nullopt : std::optional(paths(children.constFirst())));
     }
     return result;
 }
 
-QList<AccessibleWindow::Item> AccessibleWindow::items()
+std::optional<QList<AccessibleWindow::Item>> AccessibleWindow::items()
+{
+    Reading reading = read();
+    return reading.isWhole ? std::optional(std::move(reading.items)) : std::nullopt;
+}
+
+AccessibleWindow::Reading AccessibleWindow::read()
 {
     constexpr int deepest = 60;
     if (player().isEmpty())
         return {};
+    Reading result{.isWhole = true};
     // Level by level, so that each is one question; then in the order of the tree.
     QHash<QString, QList<Item>> tree;
     QList<Item> level{Item{.path = root()}};
@@ -268,15 +278,18 @@ QList<AccessibleWindow::Item> AccessibleWindow::items()
         QStringList parents;
         for (const Item &item : std::as_const(level))
             parents.append(item.path);
-        const QList<QStringList> children = childrenOf(parents);
+        const QList<std::optional<QStringList>> children = childrenOf(parents);
         QStringList all;
-        for (const QStringList &each : children)
-            all += each;
-        QList<Item> below = itemsAt(all);
-        auto next = below.begin();
+        for (const std::optional<QStringList> &each : children) {
+            all += each.value_or(QStringList());
+            result.isWhole = result.isWhole && each;
+        }
+        Reading below = itemsAt(all);
+        result.isWhole = result.isWhole && below.isWhole;
+        auto next = below.items.begin();
         QList<Item> shown;
         for (qsizetype i = 0; i < level.size(); ++i) {
-            for (qsizetype left = children.at(i).size(); left > 0; --left, ++next) {
+            for (qsizetype left = children.at(i) ? children.at(i)->size() : 0; left > 0; --left, ++next) {
                 next->parentName = level.at(i).name;
                 // The program itself is a child of the root, and no place on the display.
                 if (!next->isShown && depth > 0)
@@ -287,11 +300,10 @@ QList<AccessibleWindow::Item> AccessibleWindow::items()
         }
         level = shown;
     }
-    QList<Item> result;
     const auto collect = [&](const auto &self, const QString &path) -> void {
         const QList<Item> below = tree.take(path);
         for (const Item &item : below) {
-            result.append(item);
+            result.items.append(item);
             self(self, item.path);
         }
     };
@@ -311,7 +323,7 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
         // Meanwhile that one is looked at alone: telling of all takes the player's time.
         if (rest.isValid() && !rest.hasExpired(restMs) && placeOf(path) == before)
             return false;
-        const QList<Item> all = items();
+        const QList<Item> all = read().items;
         const auto isMeant = [&matches](const Item &item) {
             return item.isEnabled && !item.place.isEmpty() && matches(item);
         };
@@ -328,7 +340,7 @@ std::optional<AccessibleWindow::Item> AccessibleWindow::find(const Matches &matc
         return found.has_value();
     };
     if (!QTest::qWaitFor(isThere, limitMs)) {
-        for (const Item &item : items())
+        for (const Item &item : read().items)
             qWarning().noquote() << item.role << item.name << item.description << item.place
                                  << (item.isShown ? "" : "hidden") << (item.isEnabled ? "" : "disabled");
     }

@@ -48,8 +48,9 @@ public:
     /// That bus.
     PrivateBus &bus() { return m_bus; }
 
-    /// Everything that is shown now, from behind to the front.
-    QList<Item> items();
+    /// Everything that is shown now, from behind to the front. Nothing when it could not be read to its end:
+    /// the window may change while it is asked, and what is missing then need not be gone.
+    std::optional<QList<Item>> items();
     /// Waits for an item that is enabled and at rest. @return the one in front; nothing after @p
     /// limitMs
     std::optional<Item> find(const Matches &matches, int limitMs = 20'000);
@@ -72,9 +73,17 @@ private:
                       const QVariantList &arguments = {});
     QVariant property(const QString &path, const QString &interface, const QString &name);
     QRect placeOf(const QString &path);
-    QList<Item> itemsAt(const QStringList &paths);
-    /// Paths below each of them.
-    QList<QStringList> childrenOf(const QStringList &parents);
+    /// As much as can be read.
+    struct Reading
+    {
+        QList<Item> items = {};
+        /// Every question had its answer.
+        bool isWhole = false;
+    };
+    Reading read();
+    Reading itemsAt(const QStringList &paths);
+    /// Paths below each of them; nothing for one that gave no answer.
+    QList<std::optional<QStringList>> childrenOf(const QStringList &parents);
 
     PrivateBus m_bus;
     std::unique_ptr<QDBusVirtualObject> m_announcement;

@@ -185,7 +185,7 @@ void GallerySwitchesTest::manySwitchesLeaveNothingBehind()
 #if !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer)
     QVERIFY2(growth < leastLeak * switches, qPrintable(QString::number(growth) + u" KiB"_s));
 #endif
-    QCOMPARE(warnings.takeOwn(), QStringList());
+    QCOMPARE(warnings.take(), QStringList());
 }
 
 void GallerySwitchesTest::aSwitchInMidAnimationEndsWhereItWould_data()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModels/MiniPlayerTest.h"
 
+#include <QSignalSpy>
+
 using namespace cadorel;
 using namespace Qt::StringLiterals;
 
@@ -96,6 +98,8 @@ void MiniPlayerFanTest::lessThanTwelvePointsSelectNothingAndReleasingDoesNothing
 {
     startAt(atRight);
     const bool wasPlaying = b->player().isPlaying();
+    const bool wasFavorite = mini().isCurrentSongFavorite();
+    QSignalSpy located(&mini(), &MiniPlayerViewModel::miniPlayerLocateCurrentSong);
     mini().press(atRight);
     mini().longPress();
     mini().move(atRight + QPointF(-11.9, 0));
@@ -105,6 +109,8 @@ void MiniPlayerFanTest::lessThanTwelvePointsSelectNothingAndReleasingDoesNothing
     QVERIFY(!mini().isControlMode());
     QCOMPARE(b->player().isPlaying(), wasPlaying);
     QCOMPARE(songOf(b->player()).id(), u"b"_s);
+    QCOMPARE(mini().isCurrentSongFavorite(), wasFavorite);
+    QCOMPARE(located.size(), 0);
 }
 
 void MiniPlayerFanTest::moreThanTwentyPointsFromEveryButtonSelectNothing()

@@ -4,7 +4,6 @@
 #include "ViewModels/QueueModel.h"
 
 #include <QAbstractItemModelTester>
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
@@ -385,12 +384,9 @@ void QueueModelTest::aHundredThousandSongsAreShared()
         QCOMPARE(model->shown().songs.constData(), songs.constData());
         // Each next song touches a few rows, not the list.
         QSignalSpy changes(model, &QAbstractItemModel::dataChanged);
-        QElapsedTimer timer;
-        timer.start();
         for (int i = 1; i <= 1000; ++i)
             model->show(queueOf(songs, (i * 997) % count));
         QCOMPARE(changes.size(), 2000);
-        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(model->shown().songs.constData(), songs.constData());
         QCOMPARE(model->index(model->playingRow()).data(QueueModel::TitleRole).toString(),
                  u"Title %1"_s.arg(997'000 % count));

@@ -14,12 +14,11 @@ protected:
     std::unique_ptr<NowPlayingScene> s;
     const Song m_song = NowPlayingScene::song(QStringLiteral("first"), QStringLiteral("潮汐与灯塔"));
 
-    /// The song on the screen, ready and that long.
-    void showSong(double seconds = 200, QSize size = {390, 844})
+    /// The song on the screen, ready and that long. @return whether it is there
+    [[nodiscard]] bool showSong(double seconds = 200, QSize size = {390, 844})
     {
         s->bench.playSong(m_song, seconds);
-        QVERIFY(s->show(size));
-        QTRY_VERIFY(s->slider() && s->slider()->isEnabled());
+        return s->show(size) && QTest::qWaitFor([this] { return s->slider() && s->slider()->isEnabled(); });
     }
     /// Where the knob of the slider stands.
     double shownProgress() const { return s->slider()->property("shown").toDouble(); }

@@ -31,21 +31,28 @@ protected:
     }
     bool showsNowPlaying() const { return contentView()->property("showNowPlaying").toBool(); }
 
-    /// Changes the look and waits for the root screen that comes of it.
-    void switchTo(ThemeType type)
+    /// Changes the look and waits for the root screen that comes of it. @return whether it is there
+    [[nodiscard]] bool switchTo(ThemeType type)
     {
         const QPointer<QQuickItem> before = contentView();
         const bool isOther = t->themeManager->currentThemeType() != type;
         t->themeManager->switchTo(type);
-        QTRY_COMPARE(t->themeManager->currentThemeType(), type);
-        QTRY_VERIFY(contentView() && (!isOther || contentView() != before));
+        constexpr int limitMs = 10'000;
+        const auto isThere = [&] {
+            return t->themeManager->currentThemeType() == type && contentView() &&
+                   (!isOther || contentView() != before);
+        };
+        return QTest::qWaitFor(isThere, limitMs);
     }
-    /// Opens the Now Playing screen by its key, and waits until it covers the window.
-    void openNowPlaying()
+    /// Opens the Now Playing screen by its key, and waits until it covers the window. @return whether it does
+    [[nodiscard]] bool openNowPlaying()
     {
         QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
-        QTRY_VERIFY(t->item(QStringLiteral("nowPlayingCover"))->property("covers").toBool());
-        QVERIFY(t->shows(QStringLiteral("nowPlayingView")));
+        const auto covers = [this] {
+            const QQuickItem *cover = t->item(QStringLiteral("nowPlayingCover"));
+            return cover && cover->property("covers").toBool();
+        };
+        return QTest::qWaitFor(covers) && t->shows(QStringLiteral("nowPlayingView"));
     }
 
     /// Rows of test data: every look.

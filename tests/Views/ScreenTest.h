@@ -26,8 +26,9 @@ class ScreenTest : public QObject
 protected:
     std::unique_ptr<TestWindow> t;
 
-    /// Eight songs in the library, and the window on the screen.
-    void showLibrary(int songs = 8)
+    /// Eight songs in the library, and the window on the screen. @return whether they are there: what goes on
+    /// without would look for what is not
+    [[nodiscard]] bool showLibrary(int songs = 8)
     {
         for (int i = 0; i < songs; ++i) {
             const QByteArray cover = i % 2 == 0 ? TestWindow::picture(Qt::red, Qt::blue) : QByteArray();
@@ -35,18 +36,19 @@ protected:
                        {QStringLiteral("歌 %1").arg(i), QStringLiteral("歌手"), QStringLiteral("专辑"),
                         200.0 + i, cover});
         }
-        QVERIFY(t->scan());
-        QVERIFY(t->show());
+        return t->scan() && t->show();
     }
 
-    /// Starts the song of a row by the view model, ready and 200 seconds long.
-    void playRow(int row, double seconds = 200)
+    /// Starts the song of a row by the view model, ready and 200 seconds long. @return whether it plays
+    [[nodiscard]] bool playRow(int row, double seconds = 200)
     {
         t->library->playSongAt(row);
-        const auto item = t->player->lastItem();
+        const auto item = t->player ? t->player->lastItem() : nullptr;
+        if (!item)
+            return false;
         item->answerDuration(seconds);
         item->becomeReady();
-        QTRY_VERIFY(t->playback->canSeek());
+        return QTest::qWaitFor([this] { return t->playback->canSeek(); });
     }
 
     /// Rows of test data: the plain look in each scheme and size, on the smallest window also with large
@@ -78,8 +80,8 @@ protected:
             }
         }
     }
-    /// The window in the look and the size of the row of test data.
-    void showInLook()
+    /// The window in the look and the size of the row of test data. @return whether it is there
+    [[nodiscard]] bool showInLook()
     {
         QFETCH(bool, dark);
         QFETCH(QSize, size);
@@ -88,10 +90,11 @@ protected:
         QGuiApplication::setPalette(QPalette(dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
         t->appearance->setTextScale(textScale);
         t->themeManager->switchTo(type);
-        QTRY_COMPARE(t->themeManager->currentThemeType(), type);
-        QVERIFY(t->show());
+        const auto isInLook = [&] { return t->themeManager->currentThemeType() == type; };
+        if (!QTest::qWaitFor(isInLook) || !t->show())
+            return false;
         t->window->resize(size);
-        QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);
+        return QTest::qWaitFor([&] { return t->window->contentItem()->size().toSize() == size; });
     }
 
     /// Whether the item lies in a line that is scrolled sideways.
@@ -147,6 +150,8 @@ private Q_SLOTS:
     void init()
     {
         m_watch->take();
+        // A function before may have shown its window in the dark.
+        QGuiApplication::setPalette(QPalette());
         t = std::make_unique<TestWindow>();
     }
     void cleanup()

@@ -201,7 +201,7 @@ public:
         return found;
     }
 
-    QStringList takeWarnings() { return warnings.takeOwn(); }
+    QStringList takeWarnings() { return warnings.take(); }
 
 private:
     WarningWatch warnings;

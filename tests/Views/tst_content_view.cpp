@@ -58,9 +58,9 @@ private Q_SLOTS:
 void ContentViewTest::layersLieInTheirOrder()
 {
     QFETCH(ThemeType, type);
-    showLibrary(2);
-    switchTo(type);
-    playRow(0);
+    QVERIFY(showLibrary(2));
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(0));
     QTRY_VERIFY(t->item(u"background"_s));
     QVERIFY(layerOf(u"background"_s) >= 0);
     QVERIFY(layerOf(u"background"_s) < layerOf(u"libraryView"_s));
@@ -76,7 +76,7 @@ void ContentViewTest::hiddenTabIsInNeitherBar()
     QFETCH(ThemeType, type);
     t->content->setShowWebDAVTab(false);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     QVERIFY(!t->item(u"webdavTab"_s));
     for (const auto &name : {u"libraryTab"_s, u"playlistsTab"_s, u"searchTab"_s, u"settingsTab"_s})
         QVERIFY2(t->shows(name), qPrintable(name));
@@ -92,7 +92,7 @@ void ContentViewTest::selectedTabThatIsHiddenStaysUntilAnotherIsPicked()
 {
     QFETCH(ThemeType, type);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     t->click(u"webdavTab"_s);
     QTRY_VERIFY(t->shows(u"webDAVView"_s));
     t->content->setShowWebDAVTab(false);
@@ -120,8 +120,8 @@ void ContentViewTest::plainTabViewIsMadeAnewWithItsTabsAndKeepsTheSelection()
 
 void ContentViewTest::refreshMakesTheTabViewAnewAndKeepsTheSelection()
 {
-    showLibrary(2);
-    playRow(0);
+    QVERIFY(showLibrary(2));
+    QVERIFY(playRow(0));
     t->click(u"playlistsTab"_s);
     QTRY_VERIFY(t->shows(u"playlistsView"_s));
     const QPointer<QQuickItem> view = t->item(u"playlistsView"_s);
@@ -136,15 +136,15 @@ void ContentViewTest::refreshMakesTheTabViewAnewAndKeepsTheSelection()
 
 void ContentViewTest::anotherLookIsAnotherTreeAndPlaybackGoesOn()
 {
-    showLibrary(3);
-    playRow(1);
+    QVERIFY(showLibrary(3));
+    QVERIFY(playRow(1));
     t->player->tick(50);
     t->click(u"playlistsTab"_s);
     QTRY_VERIFY(t->shows(u"playlistsView"_s));
     const FakeStreamPlayer *engine = t->player;
     for (const ThemeType type : {ThemeType::kawaiiPink, ThemeType::neumorphism, ThemeType::classic}) {
         const QPointer<QQuickItem> before = contentView();
-        switchTo(type);
+        QVERIFY(switchTo(type));
         QTRY_VERIFY(!before);
         // The tree begins anew…
         QCOMPARE(selectedTab(), ContentTab::library);
@@ -164,12 +164,12 @@ void ContentViewTest::anotherLookIsAnotherTreeAndPlaybackGoesOn()
 
 void ContentViewTest::anotherLookClosesSheetsAndCover()
 {
-    showLibrary(2);
-    playRow(0);
-    openNowPlaying();
+    QVERIFY(showLibrary(2));
+    QVERIFY(playRow(0));
+    QVERIFY(openNowPlaying());
     t->equalizer->open();
     QTRY_VERIFY(t->object(u"equalizerView"_s)->property("opened").toBool());
-    switchTo(ThemeType::neumorphism);
+    QVERIFY(switchTo(ThemeType::neumorphism));
     QVERIFY(!t->equalizer->isOpen());
     QVERIFY(!showsNowPlaying());
     QTRY_VERIFY(!t->item(u"nowPlayingView"_s));
@@ -191,7 +191,7 @@ void ContentViewTest::anotherLookClosesPages()
     t->online->charts()->open();
     t->click(u"playlistsTab"_s);
     QTRY_VERIFY(t->shows(u"playlistPage"_s));
-    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(switchTo(ThemeType::kawaiiPink));
     QVERIFY(!t->playlists->page()->isOpen());
     QVERIFY(!t->servers->page()->isOpen());
     QVERIFY(!t->navidrome->page()->isOpen());
@@ -203,7 +203,7 @@ void ContentViewTest::anotherLookClosesPages()
 
 void ContentViewTest::keyboardStaysWhereItWasWhenTheTabsAreMadeAnew()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     // A listener who has switched something wants to be able to switch it back.
     t->window->resize(320, 480);
     QTest::keyClick(t->window, Qt::Key_5, Qt::ControlModifier);
@@ -226,8 +226,8 @@ void ContentViewTest::keyboardStaysWhereItWasWhenTheTabsAreMadeAnew()
     QTRY_VERIFY(!t->item(u"webdavTab"_s));
     QVERIFY(t->item(u"tabView"_s)->isAncestorOf(t->window->activeFocusItem()));
     // Where the keyboard was elsewhere it stays there.
-    playRow(0);
-    openNowPlaying();
+    QVERIFY(playRow(0));
+    QVERIFY(openNowPlaying());
     const QQuickItem *elsewhere = t->window->activeFocusItem();
     t->content->setShowWebDAVTab(true);
     QTRY_VERIFY(t->item(u"webdavTab"_s));
@@ -249,23 +249,29 @@ void ContentViewTest::anotherSchemeKeepsTheTree()
 
 void ContentViewTest::locatingASongShowsTheLibrary()
 {
-    showLibrary(60);
+    QVERIFY(showLibrary(60));
     t->click(u"searchTab"_s);
     QTRY_VERIFY(t->shows(u"searchView"_s));
     const QString id = t->importService->importedSongs().at(55).id();
     Q_EMIT t->content->miniPlayerLocateCurrentSong(id, false);
     QCOMPARE(selectedTab(), ContentTab::library);
     QTRY_VERIFY(t->shows(u"libraryView"_s));
-    QTRY_VERIFY(t->item(u"songList"_s)->property("contentY").toReal() > 0);
+    const auto isInSight = [this] {
+        const QQuickItem *list = t->item(u"songList"_s);
+        const QQuickItem *row = t->row(55);
+        return row && list->boundingRect().contains(row->mapRectToItem(list, row->boundingRect()));
+    };
+    QTRY_VERIFY(isInSight());
+    QVERIFY(t->item(u"songList"_s)->property("contentY").toReal() > 0);
 }
 
 void ContentViewTest::smallPlayerIsThereOnlyWithASong()
 {
     QFETCH(ThemeType, type);
-    showLibrary(2);
-    switchTo(type);
+    QVERIFY(showLibrary(2));
+    QVERIFY(switchTo(type));
     QVERIFY(!t->item(u"miniPlayerView"_s));
-    playRow(0);
+    QVERIFY(playRow(0));
     QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     QVERIFY(layerOf(u"tabBar"_s) < layerOf(u"miniPlayerDisc"_s));
     QVERIFY(layerOf(u"miniPlayerDisc"_s) < layerOf(u"nowPlayingCover"_s));
@@ -273,7 +279,7 @@ void ContentViewTest::smallPlayerIsThereOnlyWithASong()
     QCOMPARE(t->item(u"miniPlayerView"_s)->size(), QSizeF(t->window->size()));
     t->click(u"playlistsTab"_s);
     QTRY_VERIFY(t->shows(u"playlistsView"_s));
-    openNowPlaying();
+    QVERIFY(openNowPlaying());
     QVERIFY(!t->shows(u"miniPlayerDisc"_s));
 }
 
@@ -293,12 +299,12 @@ void ContentViewTest::pagesLeaveTheDiscsPlaceFreeAtTheirEnd()
 {
     QFETCH(QString, tab);
     QFETCH(QString, list);
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     t->click(tab);
     QTRY_VERIFY(t->item(list));
     const qreal before = t->item(list)->property("bottomMargin").toReal();
     QVERIFY(before < 20);
-    playRow(0);
+    QVERIFY(playRow(0));
     QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     const QQuickItem *disc = t->item(u"miniPlayerDisc"_s);
     const QQuickItem *bar = t->item(u"tabBar"_s);
@@ -309,8 +315,8 @@ void ContentViewTest::pagesLeaveTheDiscsPlaceFreeAtTheirEnd()
 
 void ContentViewTest::smallPlayerIsMadeAnewWithTheRefresh()
 {
-    showLibrary(2);
-    playRow(0);
+    QVERIFY(showLibrary(2));
+    QVERIFY(playRow(0));
     QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     const QPointer<QQuickItem> before = t->item(u"miniPlayerView"_s);
     t->viewModel->refreshUI();
@@ -320,8 +326,8 @@ void ContentViewTest::smallPlayerIsMadeAnewWithTheRefresh()
 
 void ContentViewTest::smallPlayerOpensTheCover()
 {
-    showLibrary(2);
-    playRow(0);
+    QVERIFY(showLibrary(2));
+    QVERIFY(playRow(0));
     QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     // It comes in at its place.
     QTRY_VERIFY(t->item(u"miniPlayerDisc"_s)->mapToScene({}).x() > t->window->width() / 2.0);
@@ -332,16 +338,16 @@ void ContentViewTest::smallPlayerOpensTheCover()
 
 void ContentViewTest::playerThatIsCalledBackOnItsWayOutBeginsAnew()
 {
-    showLibrary(2);
-    playRow(0);
-    openNowPlaying();
+    QVERIFY(showLibrary(2));
+    QVERIFY(playRow(0));
+    QVERIFY(openNowPlaying());
     const QPointer<QQuickItem> before = t->item(u"nowPlayingView"_s);
     auto *nowPlaying = before->property("nowPlaying").value<NowPlayingViewModel *>();
     nowPlaying->setCurrentPage(NowPlayingViewModel::QueuePage);
     QTest::keyClick(t->window, Qt::Key_Escape);
     QVERIFY(!showsNowPlaying());
     QVERIFY(before);
-    openNowPlaying();
+    QVERIFY(openNowPlaying());
     QTRY_VERIFY(!before);
     QCOMPARE(nowPlaying->currentPage(), int(NowPlayingViewModel::CoverPage));
     // The keyboard is with the new one.
@@ -357,9 +363,9 @@ void ContentViewTest::playerThatIsCalledBackOnItsWayOutBeginsAnew()
 void ContentViewTest::nothingIsDrawnWhileNothingChanges()
 {
     QFETCH(ThemeType, type);
-    showLibrary();
-    switchTo(type);
-    playRow(0);
+    QVERIFY(showLibrary());
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(0));
     t->audioPlayer->pause();
     // Covers come in; then the picture stands.
     QVERIFY(comesToRest(*t->window));
@@ -368,7 +374,7 @@ void ContentViewTest::nothingIsDrawnWhileNothingChanges()
     // The root shows no time: nothing of it moves with the song.
     QVERIFY(comesToRest(*t->window));
     QCOMPARE(frames.size(), 0);
-    openNowPlaying();
+    QVERIFY(openNowPlaying());
     auto *nowPlaying = t->item(u"nowPlayingView"_s)->property("nowPlaying").value<NowPlayingViewModel *>();
     for (int page = 0; page < NowPlayingViewModel::PageCount; ++page) {
         nowPlaying->setCurrentPage(page);
@@ -413,7 +419,7 @@ void ContentViewTest::keyboardOnTheScreenPushesAllLooksButThePinkOne()
 {
     QFETCH(ThemeType, type);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     const auto bottom = [this] {
         const QQuickItem *bar = t->item(u"tabBar"_s);
         return qRound(bar->mapToScene(QPointF(0, bar->height())).y());

@@ -73,12 +73,12 @@ private Q_SLOTS:
         QFETCH(const double, scale);
         QFETCH(const QSize, size);
         t->appearance->setTextScale(scale);
-        showLibrary(3); // few enough to fit, so that nothing lies beneath the bar
+        QVERIFY(showLibrary(3)); // few enough to fit, so that nothing lies beneath the bar
         t->window->resize(size);
         QTRY_COMPARE(t->window->contentItem()->size().toSize(), size);
         QTRY_VERIFY(t->row(1));
         check(u"library"_s);
-        playRow(0);
+        QVERIFY(playRow(0));
         QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
         check(u"playing"_s);
         if (size.height() > 500)
@@ -87,7 +87,7 @@ private Q_SLOTS:
 
     void textsFollowWhileTheWindowIsOpen()
     {
-        showLibrary();
+        QVERIFY(showLibrary());
         QTRY_VERIFY(t->row(1));
         const auto titleSize = [this] {
             const QList<QQuickItem *> items = t->visibleItems();
@@ -107,7 +107,7 @@ private Q_SLOTS:
     void lessMotionMeansNone()
     {
         t->appearance->setReducesMotion(true);
-        showLibrary();
+        QVERIFY(showLibrary());
         t->equalizer->open();
         QTRY_VERIFY(t->object(u"equalizerView"_s));
         // A sheet is at its place with the next frame.
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QGuiApplication::setPalette(QPalette(dark ? QColor(0x22, 0x22, 0x22) : QColor(0xee, 0xee, 0xee)));
         t->themeManager->switchTo(themeTypeOf(look).value_or(ThemeType::classic));
         QCoreApplication::processEvents();
-        showLibrary();
+        QVERIFY(showLibrary());
         QTRY_VERIFY(t->row(1));
         const auto ground = [this] { return t->themeManager->currentTheme()->backgroundColor(); };
         // One of the looks is light on every desktop.
@@ -152,7 +152,7 @@ private Q_SLOTS:
         const QColor before = ground();
         QCOMPARE(t->window->color(), before);
         QCOMPARE(before.lightnessF() < 0.5, dark && follows);
-        playRow(0);
+        QVERIFY(playRow(0));
         check(u"playing"_s);
         // The desktop changes while the player runs.
         QGuiApplication::setPalette(QPalette(dark ? QColor(0xee, 0xee, 0xee) : QColor(0x22, 0x22, 0x22)));

@@ -34,7 +34,7 @@ private Q_SLOTS:
 
 void EqualizerSheetTest::everyWayLeadsToTheSheet()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     t->click(u"settingsTab"_s);
     QTRY_VERIFY(t->shows(u"equalizerRow"_s));
     t->click(u"equalizerRowButton"_s);
@@ -42,7 +42,7 @@ void EqualizerSheetTest::everyWayLeadsToTheSheet()
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(isSheetGone());
 
-    playRow(0);
+    QVERIFY(playRow(0));
     QTest::keyClick(t->window, Qt::Key_P, Qt::ControlModifier);
     QTRY_VERIFY(t->item(u"nowPlayingCover"_s)->property("covers").toBool());
     t->click(u"equalizerStatusButton"_s);
@@ -283,7 +283,7 @@ void EqualizerSheetTest::screenReaderReadsThePresetsAndTheSwitch()
 
 void EqualizerSheetTest::barsMoveOnlyInSightAndWhilePlaying()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     service().setEnabled(true);
     t->library->playSongAt(0);
     QVERIFY(t->audioPlayer->isPlaying());
@@ -326,7 +326,7 @@ void EqualizerSheetTest::everyLookIsWhole_data()
 
 void EqualizerSheetTest::everyLookIsWhole()
 {
-    showInLook();
+    QVERIFY(showInLook());
     service().setEnabled(true);
     for (int band = 0; band < equalizerBandCount; ++band)
         service().setBand(band, band % 2 == 0 ? -10.5F : 11.5F);

@@ -53,7 +53,7 @@ private:
 
 void LibraryScreenTest::listsTheSongs()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     QCOMPARE(t->item(u"songCount"_s)->property("text").toString(), u"8 首歌曲"_s);
     QVERIFY(!t->shows(u"emptyState"_s));
     QVERIFY(!t->shows(u"importProgress"_s));
@@ -68,7 +68,7 @@ void LibraryScreenTest::listsTheSongs()
 
 void LibraryScreenTest::clickPlaysAndMarksTheRow()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     t->click(t->row(1));
     QCOMPARE(currentTitle(), u"歌 1"_s);
     QVERIFY(t->row(1)->property("isCurrent").toBool());
@@ -80,7 +80,7 @@ void LibraryScreenTest::clickPlaysAndMarksTheRow()
 
 void LibraryScreenTest::touchPlaysAndLongPressOpensTheMenu()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     const QPoint place = TestWindow::centre(t->row(3));
     QTest::touchEvent(t->window, m_touch).press(0, place, t->window);
     QTest::touchEvent(t->window, m_touch).release(0, place, t->window);
@@ -98,7 +98,7 @@ void LibraryScreenTest::touchPlaysAndLongPressOpensTheMenu()
 
 void LibraryScreenTest::dragScrollsAndPlaysNothing()
 {
-    showLibrary(40);
+    QVERIFY(showLibrary(40));
     QQuickItem *list = t->item(u"songList"_s);
     QPoint place = TestWindow::centre(t->row(6));
     QTest::touchEvent(t->window, m_touch).press(0, place, t->window);
@@ -113,7 +113,7 @@ void LibraryScreenTest::dragScrollsAndPlaysNothing()
 
 void LibraryScreenTest::screenReaderPlays()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     QAccessibleInterface *row = QAccessible::queryAccessibleInterface(t->row(6));
     QVERIFY(row);
     QCOMPARE(row->role(), QAccessible::ListItem);
@@ -126,7 +126,7 @@ void LibraryScreenTest::screenReaderPlays()
 
 void LibraryScreenTest::rightClickMenuPlays()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     t->click(t->row(4), Qt::RightButton);
     QTRY_VERIFY(t->object(u"songMenu"_s)->property("opened").toBool());
     QVERIFY(!t->audioPlayer->currentSong());
@@ -145,7 +145,7 @@ void LibraryScreenTest::menuStaysWithItsSongWhileRowsMove_data()
 void LibraryScreenTest::menuStaysWithItsSongWhileRowsMove()
 {
     QFETCH(const bool, deletes);
-    showLibrary();
+    QVERIFY(showLibrary());
     t->click(t->row(4), Qt::RightButton);
     QTRY_VERIFY(t->object(u"songMenu"_s)->property("opened").toBool());
     QVERIFY(QFile::remove(t->library->songs()->songs().first().assetPath()));
@@ -164,7 +164,7 @@ void LibraryScreenTest::menuStaysWithItsSongWhileRowsMove()
 
 void LibraryScreenTest::deletionIsAskedAndNamesTheSong()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     QObject *dialog = t->object(u"deleteDialog"_s);
     const auto ask = [this, dialog] {
         t->click(t->row(2), Qt::RightButton);
@@ -190,7 +190,7 @@ void LibraryScreenTest::deletionIsAskedAndNamesTheSong()
 
 void LibraryScreenTest::keyboardWalksPlaysAndDeletes()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     QQuickItem *list = t->item(u"songList"_s);
     QVERIFY(list->hasActiveFocus());
     QTest::keyClick(t->window, Qt::Key_Down);
@@ -226,7 +226,7 @@ void LibraryScreenTest::keyboardWalksPlaysAndDeletes()
 
 void LibraryScreenTest::rowsKeepTheirPlaceWhileSongsCome()
 {
-    showLibrary(40);
+    QVERIFY(showLibrary(40));
     QQuickItem *list = t->item(u"songList"_s);
     list->setProperty("contentY", 640);
     QSignalSpy reset(t->library->songs(), &QAbstractItemModel::modelReset);
@@ -257,7 +257,7 @@ void LibraryScreenTest::emptyLibraryOffersTheImport()
 
 void LibraryScreenTest::importMenuReachesTheViewModel()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     t->click(u"importButton"_s);
     QTRY_VERIFY(t->object(u"importMenu"_s)->property("opened").toBool());
     t->click(u"openMusicFolderItem"_s);
@@ -273,7 +273,7 @@ void LibraryScreenTest::importMenuReachesTheViewModel()
 
 void LibraryScreenTest::toolTipMakesRoomForTheMenu()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     QObject *tip = t->item(u"importButton"_s)->findChild<QObject *>(u"toolTip"_s);
     QVERIFY(tip);
     tip->setProperty("delay", 0);
@@ -311,7 +311,7 @@ void LibraryScreenTest::importUnderWayIsShown()
 
 void LibraryScreenTest::droppedFilesAreImported()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     QMimeData data;
     data.setUrls(
         {QUrl::fromLocalFile(t->addForeignFile(u"from/拖.mp3"_s, {u"拖进来的"_s, {}, {}, 100, {}}))});
@@ -336,7 +336,7 @@ void LibraryScreenTest::droppedFilesAreImported()
 
 void LibraryScreenTest::refusedFileIsSaidAndDismissed()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     QVERIFY(!t->shows(u"importBanner"_s));
     const QString path = t->addForeignFile(u"from/封面.png"_s, {});
     t->library->importUrls({QUrl::fromLocalFile(path)});
@@ -358,7 +358,7 @@ void LibraryScreenTest::songThatPlaysIsLocated()
 {
     QFETCH(const bool, reducesMotion);
     t->appearance->setReducesMotion(reducesMotion);
-    showLibrary(60);
+    QVERIFY(showLibrary(60));
     QQuickItem *list = t->item(u"songList"_s);
     const QString id = t->library->songs()->songs().at(40).id();
     QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, id),
@@ -380,7 +380,7 @@ void LibraryScreenTest::songThatPlaysIsLocated()
 
 void LibraryScreenTest::songThatIsNotThereMovesNothing()
 {
-    showLibrary(60);
+    QVERIFY(showLibrary(60));
     QQuickItem *list = t->item(u"songList"_s);
     list->setProperty("contentY", 500);
     QVERIFY(QMetaObject::invokeMethod(t->item(u"libraryView"_s), "locate", Q_ARG(QString, u"none"_s),
@@ -400,7 +400,7 @@ void LibraryScreenTest::songThatIsNotThereMovesNothing()
 
 void LibraryScreenTest::heldReturnPlaysOnce()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     t->item(u"songList"_s)->forceActiveFocus();
     QTest::keyClick(t->window, Qt::Key_Down);
     QSignalSpy played(t->item(u"songList"_s), SIGNAL(playRequested(int)));
@@ -419,7 +419,7 @@ void LibraryScreenTest::aRowLeavesReturnToItsList_data()
 void LibraryScreenTest::aRowLeavesReturnToItsList()
 {
     QFETCH(Qt::Key, key);
-    showLibrary();
+    QVERIFY(showLibrary());
     t->item(u"songList"_s)->forceActiveFocus();
     QTest::keyClick(t->window, Qt::Key_Down);
     QVERIFY(t->row(0)->hasActiveFocus());
@@ -437,7 +437,7 @@ void LibraryScreenTest::aRowLeavesReturnToItsList()
 
 void LibraryScreenTest::theLastRowCanBeScrolledClearOfTheDisc()
 {
-    showLibrary(20);
+    QVERIFY(showLibrary(20));
     QQuickItem *list = t->item(u"songList"_s);
     const auto end = [list] {
         return list->property("originY").toReal() + list->property("contentHeight").toReal() - list->height();
@@ -447,7 +447,7 @@ void LibraryScreenTest::theLastRowCanBeScrolledClearOfTheDisc()
     // Without a song there is no disc to leave room for.
     QVERIFY(list->property("contentY").toReal() - end() < 20);
 
-    playRow(0);
+    QVERIFY(playRow(0));
     QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     const QQuickItem *disc = t->item(u"miniPlayerDisc"_s);
     const auto area = [](const QQuickItem *item) { return item->mapRectToScene(item->boundingRect()); };

@@ -198,14 +198,21 @@ private Q_SLOTS:
         QObject *list = scene().list();
         const double before = list->property("contentY").toDouble();
         QElapsedTimer passed;
+        qint64 setOut = -1;
+        qint64 arrived = -1;
+        // Seen with each frame: who looks now and then sees it set out late, and the way then looks short.
+        connect(scene().window(), &QQuickWindow::afterAnimating, this, [&] {
+            if (setOut < 0 && list->property("contentY").toDouble() != before)
+                setOut = passed.elapsed();
+            if (arrived < 0 && scene().line(20) && std::abs(scene().offCentre(20)) < inTheMiddle)
+                arrived = passed.elapsed();
+        });
         passed.start();
         scene().root()->setProperty("isShown", true);
-        qint64 setOut = 0;
+        QTRY_VERIFY(arrived >= 0);
+        disconnect(scene().window(), nullptr, this, nullptr);
         // The clock of animations is not that of the wall: half of each is far from none.
-        QTRY_VERIFY((setOut = passed.elapsed(), list->property("contentY").toDouble() != before));
         QVERIFY2(setOut >= 50, qPrintable(QString::number(setOut)));
-        QTRY_VERIFY(scene().line(20) && std::abs(scene().offCentre(20)) < inTheMiddle);
-        const qint64 arrived = passed.elapsed();
         QVERIFY2(arrived - setOut > 150, qPrintable(QString::number(arrived - setOut)));
     }
 
@@ -232,7 +239,7 @@ private Q_SLOTS:
         // The last one has no more than the lower spacer beneath it.
         const double below = scene().root()->height() -
                              scene().line(39)->mapToItem(scene().root(), {0, scene().line(39)->height()}).y();
-        QVERIFY(below > 199 && below < 280);
+        QVERIFY2(std::abs(below - 200) < 1, qPrintable(QString::number(below)));
     }
 
     void whatAHandScrollsIsTakenBackWithTheNextLine()
@@ -359,12 +366,16 @@ private Q_SLOTS:
                     (style == LyricAnimationStyle::typewriter && now.y() < rest.y() - 2);
             fades = fades || body->opacity() < 0.3;
         };
+        // Each value is seen when it is set, the first of them too: frames may be few.
+        connect(body, &QQuickItem::scaleChanged, this, watch);
+        connect(body, &QQuickItem::opacityChanged, this, watch);
         connect(scene().window(), &QQuickWindow::afterAnimating, this, watch);
         tick(11);
         QTRY_COMPARE(body->property("opacity").toDouble(), 1.0);
         QTRY_COMPARE(body->scale(), 1.0);
         QVERIFY(scene().comesToRest());
         disconnect(scene().window(), nullptr, this, nullptr);
+        disconnect(body, nullptr, this, nullptr);
         QCOMPARE(scales, style == LyricAnimationStyle::bounce || style == LyricAnimationStyle::scale);
         QCOMPARE(moves, style == LyricAnimationStyle::slide || style == LyricAnimationStyle::typewriter);
         QCOMPARE(fades, style == LyricAnimationStyle::fade || style == LyricAnimationStyle::slide ||

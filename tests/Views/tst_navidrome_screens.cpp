@@ -71,7 +71,7 @@ private Q_SLOTS:
     {
         const QString endless = u"很长的名字"_s.repeated(60);
         t->subsonic->setSongs({endless, u"<b>不是标记</b> & 🎵"_s, u"夜曲"_s});
-        showInLook();
+        QVERIFY(showInLook());
         openPlace();
         check(u"no server"_s);
         t->addServer(u"网盘"_s);

@@ -201,7 +201,7 @@ private Q_SLOTS:
     }
     void aSongWithoutLyricsSaysSoOnThePageAndNothingElsewhere()
     {
-        showSong();
+        QVERIFY(showSong());
         QCOMPARE(s->text(u"miniLyric"_s), QString());
         s->click(u"lyricsButton"_s);
         QTRY_VERIFY(s->shows(u"noLyrics"_s));

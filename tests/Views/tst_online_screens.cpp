@@ -73,7 +73,7 @@ void OnlineScreensTest::everyStateComesUp_data()
 void OnlineScreensTest::everyStateComesUp()
 {
     const QString endless = u"很长的名字"_s.repeated(60);
-    showInLook();
+    QVERIFY(showInLook());
     openPlace();
     QTRY_VERIFY(t->shows(u"searchInitial"_s));
     check(u"initial"_s);

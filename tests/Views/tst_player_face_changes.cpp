@@ -56,11 +56,16 @@ private:
         constexpr int rounds = 5;
         constexpr int mostRounds = 15;
         constexpr int round = 200;
+        constexpr int rest = 2;
         qint64 least = std::numeric_limits<qint64>::max();
         for (int i = 0; i < rounds || (i < mostRounds && least >= smallGrowth); ++i) {
             const qint64 before = settledHeap(*t->engine);
             const int row = playingRow();
-            change(round);
+            // A round ends where it has begun: what is stale there would look right.
+            change(round - rest);
+            if (playingRow() == row || !QTest::qWaitFor(isShown))
+                return std::numeric_limits<qint64>::max();
+            change(rest);
             // Every song has come up as often as the others.
             if (playingRow() != row || !QTest::qWaitFor(isShown))
                 return std::numeric_limits<qint64>::max();
@@ -80,7 +85,7 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingStaleAndNothingBehind()
 {
     t->themeService->setCassetteStyle(CassetteStyle::none);
     showColouredLibrary();
-    playRow(0);
+    QVERIFY(playRow(0));
     openFromDisc();
     const auto isShown = [this] {
         const int row = playingRow();
@@ -120,7 +125,7 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingStaleAndNothingBehind()
 void PlayerFaceChangesTest::aThousandSongsLeaveNothingBehindOnThePageOfTheLyrics()
 {
     showColouredLibrary();
-    playRow(0);
+    QVERIFY(playRow(0));
     openFromDisc();
     t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::LyricsPage);
     // The line that is not the current one is a blurred picture.

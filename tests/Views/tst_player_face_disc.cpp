@@ -48,8 +48,8 @@ private:
     /// The library with so many songs, one of which plays, and the disc at rest.
     void playInLibrary(int row, int songs = 8)
     {
-        showLibrary(songs);
-        playRow(row);
+        QVERIFY(showLibrary(songs));
+        QVERIFY(playRow(row));
         QTRY_VERIFY(discRests());
     }
     /// Drags the disc until its centre is there and lets go.
@@ -121,7 +121,7 @@ void PlayerFaceDiscTest::whereTheDiscIsLeftIsThereAtTheNextStart()
     dropDisc({t->window, false}, {60, 250});
     QCOMPARE(mini().effectivePosition(), QPointF(41, 250));
     // Another look makes the whole tree anew, with another disc.
-    switchTo(ThemeType::neumorphism);
+    QVERIFY(switchTo(ThemeType::neumorphism));
     QTRY_VERIFY(discRests());
     QCOMPARE(mini().effectivePosition(), QPointF(41, 250));
     const ThemeService next(*t->platform.preferences, *t->themeManager, *t->platform.desktopAppearance);
@@ -131,9 +131,9 @@ void PlayerFaceDiscTest::whereTheDiscIsLeftIsThereAtTheNextStart()
 void PlayerFaceDiscTest::anErrorThatIsShownLeavesTheDiscToBeReached()
 {
     QFETCH(const ThemeType, type);
-    showLibrary();
-    switchTo(type);
-    playRow(0);
+    QVERIFY(showLibrary());
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(0));
     QTRY_VERIFY(discRests());
     const QPointF before = mini().effectivePosition();
     t->player->lastItem()->fail(u"文件坏了"_s);
@@ -238,9 +238,9 @@ void PlayerFaceDiscTest::theFiveActionsByLongPressAndSlide()
 void PlayerFaceDiscTest::locatingShowsTheSongInTheLibrary()
 {
     QFETCH(const ThemeType, type);
-    showLibrary(60);
-    switchTo(type);
-    playRow(55);
+    QVERIFY(showLibrary(60));
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(55));
     QTRY_VERIFY(discRests());
     for (const auto &tab : {u"playlistsTab"_s, u"webdavTab"_s, u"searchTab"_s, u"settingsTab"_s}) {
         t->item(u"songList"_s)->setProperty("contentY", 0);
@@ -265,9 +265,9 @@ void PlayerFaceDiscTest::locatingShowsTheSongInTheLibrary()
 void PlayerFaceDiscTest::theKeyboardReachesTheDiscAndItsActions()
 {
     QFETCH(const ThemeType, type);
-    showLibrary();
-    switchTo(type);
-    playRow(1);
+    QVERIFY(showLibrary());
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(1));
     QTRY_VERIFY(discRests());
     const auto tabToDisc = [this] {
         constexpr int mostControls = 60;
@@ -355,8 +355,8 @@ void PlayerFaceDiscTest::aWindowThatIsHiddenInMidHoldLeavesNothingOpen()
 void PlayerFaceDiscTest::theQueueComesUpAndGoes()
 {
     QFETCH(const ThemeType, type);
-    showLibrary();
-    switchTo(type);
+    QVERIFY(showLibrary());
+    QVERIFY(switchTo(type));
     const auto isOpen = [this] {
         const QObject *sheet = t->object(u"queueSheet"_s);
         return sheet && sheet->property("opened").toBool();
@@ -370,7 +370,7 @@ void PlayerFaceDiscTest::theQueueComesUpAndGoes()
     QTRY_VERIFY(isGone());
     QVERIFY(!t->screens->queue()->isOpen());
 
-    playRow(1);
+    QVERIFY(playRow(1));
     QTRY_VERIFY(discRests());
     QTest::mouseClick(t->window, Qt::RightButton, {}, TestWindow::centre(disc()));
     QTRY_VERIFY(t->shows(u"fanQueueButton"_s));
@@ -408,7 +408,7 @@ void PlayerFaceDiscTest::anotherLookClosesTheQueue()
     playInLibrary(0);
     t->screens->queue()->open();
     QTRY_VERIFY(t->object(u"queueSheet"_s) && t->object(u"queueSheet"_s)->property("opened").toBool());
-    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(switchTo(ThemeType::kawaiiPink));
     QVERIFY(!t->screens->queue()->isOpen());
     QTRY_VERIFY(!t->object(u"queueSheet"_s));
 }

@@ -50,7 +50,7 @@ void PlaylistScreensTest::everyStateComesUp()
     const Playlist markup = addOnline(u"<h1>不是标题</h1>"_s, {onlineSong(u"1"_s)});
     const Playlist empty = addLocal(u"   "_s);
     t->playlistService->toggleFavorite(songs().constFirst());
-    showInLook();
+    QVERIFY(showInLook());
     check(u"library with a favourite"_s);
     openMenu(t->row(1), u"songMenu"_s);
     check(u"song menu"_s);
@@ -352,7 +352,7 @@ void PlaylistScreensTest::favouritesOfferNoDelete()
 
 void PlaylistScreensTest::playlistDeletedElsewhereIsMissing()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     const Playlist playlist = addLocal(u"甲"_s, songs());
     openTab();
     openPage(playlist.id);

@@ -4,7 +4,6 @@
 #include "ViewModels/MiniPlayerBench.h"
 
 #include <QAccessible>
-#include <QElapsedTimer>
 
 #include <algorithm>
 
@@ -379,11 +378,8 @@ void QueueScreensTest::aHundredThousandSongsOpenAtOnce()
     b->player().playSong(songs.at(70'000), songs);
     QTRY_COMPARE(b->queue().playingRow(), 70'000);
     for (const char *qml : {page, screen}) {
-        QElapsedTimer timer;
-        timer.start();
         QVERIFY(show(qml));
         QTRY_VERIFY(row(u"Title 70000"_s));
-        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
         // Rows are made for what is in sight.
         QVERIFY(s->items(u"queueTitle"_s).size() + s->items(u"title"_s).size() < 60);
     }
@@ -394,20 +390,29 @@ void QueueScreensTest::eachLookCanBeRead()
     QFETCH(const ThemeType, type);
     QFETCH(const ColorScheme, scheme);
     play(u"b"_s, {u"a"_s, u"b"_s, u"c"_s});
+    // Three songs of two lines each beneath a title.
+    constexpr int least = 7;
     for (const char *qml : {page, screen}) {
         QVERIFY(show(qml, type, scheme));
         QTRY_VERIFY(row(u"Title a"_s));
         int read = 0;
-        for (const QString &name :
-             {u"queueTitle"_s, u"queueArtist"_s, u"queuePageTitle"_s, u"queueViewTitle"_s}) {
+        // The rows of the screen have a ground of their own, those of the page none.
+        const QColor rowFill = ThemedSurfaces::themedRow(&s->theme()).fill;
+        for (const auto &[name, fill] : {std::pair(u"queueTitle"_s, QColor(Qt::transparent)),
+                                         std::pair(u"queueArtist"_s, QColor(Qt::transparent)),
+                                         std::pair(u"queuePageTitle"_s, QColor(Qt::transparent)),
+                                         std::pair(u"queueViewTitle"_s, QColor(Qt::transparent)),
+                                         std::pair(u"title"_s, rowFill), std::pair(u"subtitle"_s, rowFill)}) {
             for (const QQuickItem *text : s->items(name)) {
+                if (!text->isVisible() || text->property("text").toString().isEmpty())
+                    continue;
                 const QColor ink = text->property("color").value<QColor>();
-                const double ratio = leastRatio(s->theme(), Qt::transparent, ink);
+                const double ratio = leastRatio(s->theme(), fill, ink);
                 QVERIFY2(ratio >= Contrast::legible, qPrintable(name + u' ' + QString::number(ratio)));
                 ++read;
             }
         }
-        QVERIFY(read > 0);
+        QVERIFY2(read >= least, qPrintable(QString::number(read)));
         QVERIFY(!s->grab().isNull());
     }
 }

@@ -21,9 +21,9 @@ private Q_SLOTS:
 void RootBannersTest::playErrorIsShownAndDismissed()
 {
     QFETCH(ThemeType, type);
-    showLibrary(2);
-    switchTo(type);
-    playRow(0);
+    QVERIFY(showLibrary(2));
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(0));
     t->player->lastItem()->fail(u"文件坏了"_s);
     QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
     QQuickItem *banner = t->item(u"playErrorBanner"_s);
@@ -39,9 +39,9 @@ void RootBannersTest::playErrorIsSaidOverTheCover()
 {
     t->addFile(u"a.mp3"_s, {u"歌"_s, u"歌手"_s, u"专辑"_s, 200, TestWindow::picture(Qt::red, Qt::green)});
     QVERIFY(t->scan());
-    showInLook();
-    playRow(0);
-    openNowPlaying();
+    QVERIFY(showInLook());
+    QVERIFY(playRow(0));
+    QVERIFY(openNowPlaying());
     QVERIFY(!t->shows(u"playErrorBanner"_s));
     t->player->lastItem()->fail(u"文件坏了"_s);
     QTRY_VERIFY(t->shows(u"playErrorBanner"_s));
@@ -58,7 +58,7 @@ void RootBannersTest::playErrorIsSaidOverTheCover()
     QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
     const double bottom = banner->mapToScene(QPointF(0, banner->height())).y();
     QVERIFY(bottom <= t->item(u"tabBar"_s)->mapToScene({}).y());
-    openNowPlaying();
+    QVERIFY(openNowPlaying());
     t->click(banner->findChild<QQuickItem *>(u"dismissButton"_s));
     QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
     QVERIFY(!t->audioPlayer->playError());
@@ -68,9 +68,9 @@ void RootBannersTest::playErrorIsSaidOverTheCover()
 void RootBannersTest::aDeviceThatIsGoneIsSaidOverEverything()
 {
     QFETCH(ThemeType, type);
-    showLibrary(2);
-    switchTo(type);
-    playRow(0);
+    QVERIFY(showLibrary(2));
+    QVERIFY(switchTo(type));
+    QVERIFY(playRow(0));
     const auto lose = [this] {
         t->outputDevices->setDevices({{.id = u"bt"_s, .name = u"蓝牙耳机"_s}});
         t->outputDevices->choose(u"bt"_s);
@@ -78,7 +78,7 @@ void RootBannersTest::aDeviceThatIsGoneIsSaidOverEverything()
     };
     for (const bool overTheCover : {false, true}) {
         if (overTheCover)
-            openNowPlaying();
+            QVERIFY(openNowPlaying());
         lose();
         QTRY_VERIFY(t->shows(u"deviceBanner"_s));
         t->player->lastItem()->fail(u"文件坏了"_s);

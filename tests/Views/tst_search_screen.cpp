@@ -12,7 +12,7 @@ class SearchScreenTest : public OnlineScreenTest
 private:
     void showSearch()
     {
-        showLibrary(5);
+        QVERIFY(showLibrary(5));
         t->click(u"searchTab"_s);
         QTRY_VERIFY(t->shows(u"localSearchInitial"_s));
     }
@@ -84,7 +84,7 @@ private Q_SLOTS:
     {
         t->addFile(u"a.mp3"_s, {u"很长的名字"_s.repeated(60), u"<b>歌手</b>"_s, {}, 100, {}});
         QVERIFY(t->scan());
-        showInLook();
+        QVERIFY(showInLook());
         t->click(u"searchTab"_s);
         QTRY_VERIFY(t->shows(u"localSearchInitial"_s));
         check(u"beginning"_s);

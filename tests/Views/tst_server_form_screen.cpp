@@ -244,8 +244,8 @@ void ServerFormScreenTest::storedPasswordArrivesWhileTheWindowLives()
 
 void ServerFormScreenTest::spaceInAFieldIsTyped()
 {
-    showLibrary();
-    playRow(0);
+    QVERIFY(showLibrary());
+    QVERIFY(playRow(0));
     QVERIFY(t->audioPlayer->isPlaying());
     openPlace();
     openForm();

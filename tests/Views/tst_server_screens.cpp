@@ -47,7 +47,7 @@ void ServerScreensTest::everyStateComesUp()
     const WebDAVConfig empty = t->addServer(u"空"_s, u"/empty"_s);
     t->folders->add(u"/empty"_s, {});
     QVERIFY(t->scanServer(empty));
-    showInLook();
+    QVERIFY(showInLook());
     openPlace();
     check(u"list"_s);
 
@@ -164,7 +164,7 @@ void ServerScreensTest::pageIsClosedByEveryWayBack()
 
 void ServerScreensTest::rowOpensThePageAndSongsPlay()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     twoServers();
     openPlace();
     QTRY_VERIFY(serverRow(0));

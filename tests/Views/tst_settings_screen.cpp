@@ -162,7 +162,7 @@ private Q_SLOTS:
     void everyLookIsWhole_data() { addLooks(); }
     void everyLookIsWhole()
     {
-        showInLook();
+        QVERIFY(showInLook());
         openSettings();
         check(u"settings"_s);
         t->click(u"appearanceRowButton"_s);

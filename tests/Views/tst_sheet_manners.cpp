@@ -191,8 +191,10 @@ private Q_SLOTS:
     void oneVeilIsEnough()
     {
         QVERIFY(s->show());
+        const QColor bare = s->window->grabWindow().pixelColor(2, 60);
         QVERIFY(s->open(u"sleepTimerSheet"_s));
         const QColor veiled = s->window->grabWindow().pixelColor(2, 60);
+        QVERIFY(veiled != bare);
         s->sleep.beginCustom();
         QTRY_VERIFY(s->isOpen(u"customTimePicker"_s));
         QCOMPARE(s->window->grabWindow().pixelColor(2, 60), veiled);

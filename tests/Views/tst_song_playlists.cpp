@@ -26,7 +26,7 @@ void SongPlaylistsTest::songOfTheLibraryIsAdded()
 {
     const Playlist playlist = addLocal(u"甲"_s);
     addOnline(u"网上的"_s);
-    showLibrary();
+    QVERIFY(showLibrary());
     openMenu(t->row(3), u"songMenu"_s);
     choose(u"addToPlaylistItem"_s);
     QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
@@ -49,7 +49,7 @@ void SongPlaylistsTest::songOfTheLibraryIsAdded()
 
 void SongPlaylistsTest::songOfTheLibraryGoesIntoANewPlaylist()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     openMenu(t->row(2), u"songMenu"_s);
     choose(u"addToPlaylistItem"_s);
     QTRY_VERIFY(isOpen(u"playlistPickerSheet"_s));
@@ -90,7 +90,7 @@ void SongPlaylistsTest::onlineSongIsAdded()
 
 void SongPlaylistsTest::songIsRemovedFromItsPlaylist()
 {
-    showLibrary(3);
+    QVERIFY(showLibrary(3));
     const Playlist playlist = addLocal(u"甲"_s, songs());
     openTab();
     openPage(playlist.id);
@@ -115,7 +115,7 @@ void SongPlaylistsTest::songIsRemovedFromItsPlaylist()
 
 void SongPlaylistsTest::heartIsSetAndTakenAway()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     const auto heart = [this] { return t->row(3)->findChild<QQuickItem *>(u"favoriteMark"_s); };
     QVERIFY(!heart()->isVisible());
     openMenu(t->row(3), u"songMenu"_s);
@@ -134,7 +134,7 @@ void SongPlaylistsTest::heartIsSetAndTakenAway()
 
 void SongPlaylistsTest::heartIsSaidToAScreenReader()
 {
-    showLibrary();
+    QVERIFY(showLibrary());
     t->playlistService->toggleFavorite(songs().at(1));
     QAccessibleInterface *row = QAccessible::queryAccessibleInterface(t->row(1));
     QVERIFY(row);
@@ -143,7 +143,7 @@ void SongPlaylistsTest::heartIsSaidToAScreenReader()
 
 void SongPlaylistsTest::pagePlaysAllAndItsRows()
 {
-    showLibrary(4);
+    QVERIFY(showLibrary(4));
     const Playlist playlist = addLocal(u"甲"_s, {songs().at(2), songs().at(0)});
     openTab();
     openPage(playlist.id);
@@ -161,7 +161,7 @@ void SongPlaylistsTest::pagePlaysAllAndItsRows()
 
 void SongPlaylistsTest::onlinePagePlays()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     const Playlist playlist = addOnline(u"甲"_s, {onlineSong(u"1"_s), onlineSong(u"2"_s)});
     const Playlist local = addLocal(u"本地的"_s, songs());
     openTab();
@@ -186,7 +186,7 @@ void SongPlaylistsTest::onlinePagePlays()
 void SongPlaylistsTest::pickerWorksByKeyboard()
 {
     const Playlist playlist = addLocal(u"甲"_s);
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     t->item(u"songList"_s)->forceActiveFocus();
     QTest::keyClick(t->window, Qt::Key_Down);
     QTest::keyClick(t->window, Qt::Key_Menu);
@@ -206,7 +206,7 @@ void SongPlaylistsTest::pickerWorksByKeyboard()
 
 void SongPlaylistsTest::emptyPickerOffersANewPlaylist()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     t->playlistService->deletePlaylist(*t->playlistService->favoritesPlaylist());
     openMenu(t->row(0), u"songMenu"_s);
     choose(u"addToPlaylistItem"_s);

@@ -53,7 +53,7 @@ private:
 
 void TabBarTest::libraryComesFirstAndTheOthersAreMadeWhenTheyAreVisited()
 {
-    showLibrary(2);
+    QVERIFY(showLibrary(2));
     QVERIFY(t->shows(u"libraryView"_s));
     for (int i = 1; i < places().size(); ++i)
         QVERIFY(!t->item(places().at(i).second));
@@ -70,7 +70,7 @@ void TabBarTest::everyTabLeadsToItsPlace()
 {
     QFETCH(ThemeType, type);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     for (const auto &[tab, view] : places()) {
         t->click(tab);
         QTRY_VERIFY2(t->shows(view), qPrintable(view));
@@ -118,7 +118,7 @@ void TabBarTest::arrowsWalkFromTabToTab()
 {
     QFETCH(ThemeType, type);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     t->item(u"libraryTab"_s)->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyClick(t->window, Qt::Key_Left);
     QVERIFY(t->shows(u"libraryView"_s));
@@ -144,7 +144,7 @@ void TabBarTest::tabsSayWhatTheyAre()
 {
     QFETCH(ThemeType, type);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     QTest::keyClick(t->window, Qt::Key_3, Qt::ControlModifier);
     for (const ContentTab tab : allContentTabs()) {
         QAccessibleInterface *spoken =
@@ -158,7 +158,7 @@ void TabBarTest::tabsSayWhatTheyAre()
 
 void TabBarTest::placeKeepsItsState()
 {
-    showLibrary(40);
+    QVERIFY(showLibrary(40));
     QQuickItem *list = t->item(u"songList"_s);
     list->setProperty("contentY", 500);
     t->click(u"searchTab"_s);
@@ -173,7 +173,7 @@ void TabBarTest::placeKeepsItsState()
 
 void TabBarTest::keyboardGoesToThePlaceThatComesUp()
 {
-    showLibrary(3);
+    QVERIFY(showLibrary(3));
     t->click(u"searchTab"_s);
     QTRY_VERIFY(t->item(u"searchView"_s)->isAncestorOf(t->window->activeFocusItem()));
     t->click(u"libraryTab"_s);
@@ -190,7 +190,7 @@ void TabBarTest::targetsAreLargeEnough_data()
 
 void TabBarTest::targetsAreLargeEnough()
 {
-    showInLook();
+    QVERIFY(showInLook());
     for (const auto &[name, view] : places()) {
         const QQuickItem *tab = t->item(name);
         QVERIFY(tab->width() >= 44 && tab->height() >= 44);
@@ -216,7 +216,7 @@ void TabBarTest::plainBarIsDrawnAsTheLookHasItsBars()
 {
     QFETCH(ThemeType, type);
     QVERIFY(t->show());
-    switchTo(type);
+    QVERIFY(switchTo(type));
     const auto ground = [this] { return t->item(u"tabBarGround"_s)->property("color").value<QColor>(); };
     QCOMPARE(ground(), BarAppearances::setupAppearance(t->themeManager->currentTheme()).background);
     // Large texts of the desktop make the bar higher, not fuller.
@@ -230,7 +230,7 @@ void TabBarTest::plainBarIsDrawnAsTheLookHasItsBars()
 void TabBarTest::pinkBarKeepsItsMeasures()
 {
     QVERIFY(t->show());
-    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(switchTo(ThemeType::kawaiiPink));
     const QQuickItem *bar = t->item(u"tabBar"_s);
     const AppTheme &theme = *t->themeManager->currentTheme();
     QCOMPARE(bar->height(), 0.5 + 12 + 28 + 12 + 20);
@@ -254,7 +254,7 @@ void TabBarTest::pinkBarKeepsItsMeasures()
 void TabBarTest::pinkBarShowsItsIconsAndPalesAllButOne()
 {
     QVERIFY(t->show());
-    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(switchTo(ThemeType::kawaiiPink));
     t->click(u"playlistsTab"_s);
     QTRY_COMPARE(selectedTab(), ContentTab::playlists);
     for (const auto &[name, view] : places()) {
@@ -269,7 +269,7 @@ void TabBarTest::pinkBarShowsItsIconsAndPalesAllButOne()
 void TabBarTest::pinkBarGivesAllOfItsRoomToTheTabs()
 {
     QVERIFY(t->show());
-    switchTo(ThemeType::kawaiiPink);
+    QVERIFY(switchTo(ThemeType::kawaiiPink));
     for (const int tabs : {5, 4}) {
         t->content->setShowWebDAVTab(tabs == 5);
         const double width = (t->window->width() - 32.0) / tabs;

@@ -34,8 +34,8 @@ private:
         t->addServer(u"NAS"_s);
         t->addServer(u"书房"_s);
         t->playlistService->createPlaylist(u"路上"_s, {}, PlaylistType::local);
-        showLibrary(6);
-        playRow(2);
+        QVERIFY(showLibrary(6));
+        QVERIFY(playRow(2));
         QTRY_VERIFY(t->audioPlayer->isPlaying());
         const QStringList tabs{u"songList"_s, u"playlistList"_s, u"serverList"_s, u"searchView"_s,
                                u"settingsFormScroller"_s};
@@ -50,7 +50,7 @@ private:
     }
     void showPage(const QString &place)
     {
-        openNowPlaying();
+        QVERIFY(openNowPlaying());
         const int page = place.startsWith(u"queue"_s)   ? NowPlayingViewModel::QueuePage
                          : place.startsWith(u"lyric"_s) ? NowPlayingViewModel::LyricsPage
                                                         : NowPlayingViewModel::CoverPage;
@@ -164,7 +164,7 @@ void TabWalkTest::everyListIsReachedAndSteered()
 
 void TabWalkTest::aListIsEnteredWhereItIsRead()
 {
-    showLibrary(60);
+    QVERIFY(showLibrary(60));
     QQuickItem *list = t->item(u"songList"_s);
     QVERIFY(QMetaObject::invokeMethod(list, "positionViewAtIndex", Q_ARG(int, 30), Q_ARG(int, 0)));
     QVERIFY(walkInto(u"songList"_s));
@@ -213,7 +213,7 @@ void TabWalkTest::aBannerThatGoesPassesTheKeyboardOn()
     QVERIFY(!t->shows(banner));
     QVERIFY(t->window->activeFocusItem()->isVisible());
     QVERIFY(isIn(overTheCover ? u"nowPlayingCover"_s : u"songList"_s));
-    playRow(1);
+    QVERIFY(playRow(1));
     QTRY_VERIFY(t->audioPlayer->isPlaying());
     QTest::keyClick(t->window, Qt::Key_Space);
     QVERIFY(!t->audioPlayer->isPlaying());
@@ -243,7 +243,7 @@ void TabWalkTest::theQueuesButtonThatGoesKeepsNoKey()
     QTest::keyClick(t->window, Qt::Key_PageUp);
     QCOMPARE(t->screens->nowPlaying()->currentPage(), int(NowPlayingViewModel::LyricsPage));
     // Nor does it take the keyboard when it is there again.
-    playRow(1);
+    QVERIFY(playRow(1));
     QTRY_VERIFY(!t->audioPlayer->queue().isEmpty());
     QVERIFY(!isIn(u"clearQueueButton"_s));
 }
@@ -282,9 +282,9 @@ void TabWalkTest::aCoverThatGoesLeavesTheKeyboardOnWhatIsThere()
     showPlace(u"songList"_s);
     fail();
     QVERIFY(walkInto(u"playErrorBanner"_s));
-    openNowPlaying();
+    QVERIFY(openNowPlaying());
     t->playback->dismissPlayError();
-    playRow(1);
+    QVERIFY(playRow(1));
     QTRY_VERIFY(t->audioPlayer->isPlaying());
     QTRY_VERIFY(!t->shows(u"playErrorBanner"_s));
     QTest::keyClick(t->window, Qt::Key_Escape);

@@ -23,7 +23,7 @@ void WindowSmokeTest::everyStateComesUp_data()
 
 void WindowSmokeTest::everyStateComesUp()
 {
-    showInLook();
+    QVERIFY(showInLook());
     QCOMPARE(t->window->color(), t->themeManager->currentTheme()->backgroundColor());
     check(u"empty"_s);
 
@@ -34,11 +34,11 @@ void WindowSmokeTest::everyStateComesUp()
     QTRY_VERIFY(t->row(1));
     check(u"library"_s);
 
-    playRow(0, 36'000);
+    QVERIFY(playRow(0, 36'000));
     t->player->tick(20'000);
     QTRY_VERIFY(t->shows(u"miniPlayerDisc"_s));
     check(u"playing"_s);
-    openNowPlaying();
+    QVERIFY(openNowPlaying());
     check(u"now playing"_s);
     QTest::keyClick(t->window, Qt::Key_Escape);
     QTRY_VERIFY(!t->shows(u"nowPlayingCover"_s));
