@@ -244,7 +244,7 @@ void NowPlayingLayoutTest::windowThatGrowsKeepsWhatIsReadOfTheQueue()
 
 void NowPlayingLayoutTest::buttonsSayWhichPageIsShown()
 {
-    showSong();
+    QVERIFY(showSong());
     const auto described = [this](const QString &button) {
         return QAccessible::queryAccessibleInterface(s->item(button))->text(QAccessible::Description);
     };
