@@ -21,7 +21,7 @@ ThemedListRow {
 
     implicitWidth: Metrics.phoneWidth - 2 * Metrics.screenMargin
     implicitHeight: Math.max(Metrics.rowCover, texts.implicitHeight) + 2 * Metrics.rowSpacing
-    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isFavorite ? "，已喜欢" : "") + (isCurrent ? "，正在播放" : "")
+    Accessible.name: title + (subtitle !== "" ? "，" + subtitle : "") + (trailingText !== "" ? "，" + trailingText : "") + (isCurrent ? "，正在播放" : "") + (isFavorite ? "，已喜欢" : "")
     Accessible.selected: isCurrent
 
     ArtworkImageView {
