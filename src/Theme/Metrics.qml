@@ -265,7 +265,7 @@ QtObject {
     /// Until bars lie flat when the music stops.
     readonly property int restDuration: Motion.scaled(300)
     /// Up and down again.
-    readonly property int jumpDuration: Motion.scaled(240)
+    readonly property int jumpDuration: Motion.scaled(200)
     readonly property int toolTipDelay: 700
     readonly property int spinnerTurn: 1200
     readonly property int locateDelay: 150
