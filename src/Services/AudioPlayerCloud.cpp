@@ -75,10 +75,12 @@ void AudioPlayerService::playWebDAVURL(const QUrl &url)
     const std::optional<MediaAsset> asset =
         m_parts.streaming ? m_parts.streaming->createStreamingAsset(url) : std::nullopt;
     setIsLoading(false);
-    if (asset)
+    if (asset) {
         playStreamingAsset(*asset, url);
-    else
-        setPlayError(u"无法创建流式播放资源"_s);
+        return;
+    }
+    setPlayError(u"无法创建流式播放资源"_s);
+    standUnloaded();
 }
 
 /// The equalizer engine is neither stopped nor looked at: a stream starts beside it.

@@ -219,8 +219,8 @@ void AudioPlayerService::itemStatusChanged()
         const QString description = m_playerItem->errorDescription();
         const QString shown = description.isEmpty() ? u"未知错误"_s : description;
         print(u"❌ PlayerItem 状态: failed - "_s + shown);
-        // The listener left it for an online song whose address is on its way: that one has not failed.
-        if (!m_addressTransfer)
+        // The listener left it for a song that has no address (yet): that one has not failed.
+        if (!isOtherLoaded())
             setPlayError(shown);
         setIsPlaying(false);
         updateNowPlayingInfo();
@@ -355,17 +355,19 @@ void AudioPlayerService::pause()
 void AudioPlayerService::standUnloaded()
 {
     m_isUnloaded = true;
-    setDuration(0);
     stop();
 }
 
 void AudioPlayerService::stop()
 {
-    const bool isWithoutAddress = m_addressTransfer || m_isUnloaded;
+    const bool wasOtherLoaded = isOtherLoaded();
     leaveAddress();
-    m_isUnloaded = isWithoutAddress;
+    m_isUnloaded = wasOtherLoaded;
     setIsLoading(false);
     cancelSeek();
+    // It is as long as the song before, which is named no more.
+    if (m_isUnloaded)
+        setDuration(0);
     setCurrentTime(0);
     pause();
     if (m_usingEqualizerEngine || !m_player || !m_playerItem) {

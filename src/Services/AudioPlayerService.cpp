@@ -165,7 +165,8 @@ void AudioPlayerService::next()
 
 void AudioPlayerService::previous()
 {
-    if (m_currentTime > restartThreshold) {
+    // The time of a song that was left says nothing about the one that is named.
+    if (m_currentTime > restartThreshold && !isOtherLoaded()) {
         seek(0);
         return;
     }
@@ -204,7 +205,11 @@ void AudioPlayerService::playerDidFinishPlaying()
         break;
     case PlayMode::shuffle:
     case PlayMode::repeatAll:
-        next();
+        // An emptied queue has nothing to go on with: the song does not stand at its end as if it played.
+        if (queueCount() > 0)
+            next();
+        else
+            stopAtEnd();
         break;
     }
 }

@@ -22,11 +22,8 @@ bool AudioPlayerService::isAboutToSound() const
 /// A song whose address is on its way does not begin by itself when that arrives.
 void AudioPlayerService::withholdAddress()
 {
-    if (!m_addressTransfer)
-        return;
-    leaveAddress();
-    m_isUnloaded = true;
-    setIsLoading(false);
+    if (m_addressTransfer)
+        standUnloaded();
 }
 
 /// An item that failed plays nothing any more, though what it wanted, a sound device or the network, may be

@@ -158,6 +158,7 @@ void AudioPlayerCloudTest::songThatCannotBeStreamedShowsAnError()
     const Song song = serverSong(u"a"_s);
     player.playSong(song, {song});
     QCOMPARE(player.playError(), u"无法创建流式播放资源"_s);
+    QVERIFY(!player.isCurrentLoaded());
     QVERIFY(!player.isLoading());
     QVERIFY(!player.isPlaying());
     QCOMPARE(songOf(player), song);

@@ -37,7 +37,8 @@ private Q_SLOTS:
     void repeatOneEndsASecondTime();
     void repeatOneFetchesNoNewAddressForAnOnlineSong();
     void onlineQueueEndsLikeALocalOne();
-    void clearedQueueStopsSequentialAtTheEnd();
+    void clearedQueueStopsAtTheEnd_data();
+    void clearedQueueStopsAtTheEnd();
     void endOfAReplacedItemMeansNothing();
     void endCurrentTrackGoesToTheNextSong();
     void endCurrentTrackStopsOnTheLastSong();
@@ -206,16 +207,37 @@ void AudioPlayerEndTest::onlineQueueEndsLikeALocalOne()
     QVERIFY(bench.home.web().pending.empty());
 }
 
-void AudioPlayerEndTest::clearedQueueStopsSequentialAtTheEnd()
+void AudioPlayerEndTest::clearedQueueStopsAtTheEnd_data()
 {
+    QTest::addColumn<PlayMode>("mode");
+    QTest::addColumn<bool>("isLedToTheEnd");
+    QTest::newRow("sequential") << PlayMode::sequential << false;
+    QTest::newRow("sequential, by the listener") << PlayMode::sequential << true;
+    QTest::newRow("repeatAll") << PlayMode::repeatAll << false;
+    QTest::newRow("repeatAll, by the listener") << PlayMode::repeatAll << true;
+    QTest::newRow("shuffle") << PlayMode::shuffle << false;
+    QTest::newRow("shuffle, by the listener") << PlayMode::shuffle << true;
+}
+
+void AudioPlayerEndTest::clearedQueueStopsAtTheEnd()
+{
+    QFETCH(PlayMode, mode);
+    QFETCH(bool, isLedToTheEnd);
     PlayerBench bench;
-    playThree(bench, 0, PlayMode::sequential);
+    playThree(bench, 0, mode);
     bench.player().clearQueue();
-    bench.reachEnd();
+    bench.stream().tick(100);
+    if (isLedToTheEnd)
+        bench.player().endCurrentTrack();
+    else
+        bench.reachEnd();
     QVERIFY(!bench.player().isPlaying());
     QCOMPARE(songOf(bench.player()).id(), u"a"_s);
     QCOMPARE(bench.player().currentTime(), 0.0);
     QCOMPARE(bench.stream().items.size(), 1);
+    // Played again, it begins where it says it does.
+    QVERIFY(!bench.stream().seeks.isEmpty());
+    QCOMPARE(bench.stream().seeks.constLast().time, 0.0);
 }
 
 void AudioPlayerEndTest::endOfAReplacedItemMeansNothing()

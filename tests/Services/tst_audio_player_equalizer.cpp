@@ -49,6 +49,8 @@ private Q_SLOTS:
     void unknownDurationHasNoEnd();
     void lastSongOfTheQueueStopsAndIdles();
     void songThatStoppedAtTheEndStartsAnewAndEndsAgain();
+    void clearedQueueStopsAndIdlesAtTheEnd_data();
+    void clearedQueueStopsAndIdlesAtTheEnd();
     void repeatOneShowsItsDurationAndEndsASecondTime();
     void pauseStopsTheTicks();
     void playStartsThemAgain();
@@ -239,6 +241,39 @@ void AudioPlayerEqualizerTest::songThatStoppedAtTheEndStartsAnewAndEndsAgain()
     reach(bench, 199.6);
     QVERIFY(!bench.player().isPlaying());
     QCOMPARE(bench.home.clock().activeTimers(), 0);
+}
+
+void AudioPlayerEqualizerTest::clearedQueueStopsAndIdlesAtTheEnd_data()
+{
+    QTest::addColumn<PlayMode>("mode");
+    QTest::addColumn<bool>("isLedToTheEnd");
+    QTest::newRow("sequential") << PlayMode::sequential << false;
+    QTest::newRow("repeatAll") << PlayMode::repeatAll << false;
+    QTest::newRow("repeatAll, by the listener") << PlayMode::repeatAll << true;
+    QTest::newRow("shuffle") << PlayMode::shuffle << false;
+    QTest::newRow("shuffle, by the listener") << PlayMode::shuffle << true;
+}
+
+void AudioPlayerEqualizerTest::clearedQueueStopsAndIdlesAtTheEnd()
+{
+    QFETCH(PlayMode, mode);
+    QFETCH(bool, isLedToTheEnd);
+    PlayerBench bench;
+    play(bench, mode, 1);
+    bench.player().clearQueue();
+    reach(bench, 100);
+    if (isLedToTheEnd)
+        bench.player().endCurrentTrack();
+    else
+        reach(bench, 199.6);
+    QVERIFY(!bench.player().isPlaying());
+    QVERIFY(!bench.equalizer.playing);
+    QCOMPARE(bench.equalizer.position, 0.0);
+    QCOMPARE(bench.player().currentTime(), 0.0);
+    QCOMPARE(bench.home.clock().activeTimers(), 0);
+    bench.player().play();
+    QVERIFY(bench.player().isPlaying());
+    QCOMPARE(bench.player().duration(), 200.0);
 }
 
 void AudioPlayerEqualizerTest::repeatOneShowsItsDurationAndEndsASecondTime()

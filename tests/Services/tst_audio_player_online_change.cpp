@@ -76,6 +76,8 @@ private Q_SLOTS:
     void seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing_data();
     void seekToTheEndOfTheSongThatWasLeftIsFollowedByNothing();
     void failureOfTheSongThatWasLeftIsNotTold();
+    void failureOfTheSongBeforeOneWithoutAnAddressIsNotTold();
+    void previousDoesNotRestartTheSongThatWasLeft();
     void endOfAnOnlineSongByMode_data();
     void endOfAnOnlineSongByMode();
     void localQueueComesFirst();
@@ -335,6 +337,36 @@ void AudioPlayerOnlineChangeTest::failureOfTheSongThatWasLeftIsNotTold()
     // Its own failure is told.
     bench.item().fail(u"broken too"_s);
     QCOMPARE(player.playError(), std::optional(u"broken too"_s));
+}
+
+void AudioPlayerOnlineChangeTest::failureOfTheSongBeforeOneWithoutAnAddressIsNotTold()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    player.playSong(webSong(u"a"_s), {});
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    player.stop();
+    bench.item().fail(u"broken line"_s);
+    QVERIFY(!player.playError());
+    QVERIFY(bench.console.take().contains(u"❌ PlayerItem 状态: failed - broken line"_s));
+}
+
+void AudioPlayerOnlineChangeTest::previousDoesNotRestartTheSongThatWasLeft()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    player.playSong(webSong(u"a"_s), {});
+    bench.answerDuration(100);
+    bench.stream().tick(60);
+    QCOMPARE(player.currentTime(), 60.0);
+    const QList<OnlineSong> queue = onlineSongs({u"0"_s, u"1"_s});
+    player.playOnlineSong(queue[1], queue);
+    settle();
+    QCOMPARE(fetched(bench), QStringList{u"1"_s});
+    player.previous();
+    settle();
+    QCOMPARE(player.currentOnlineSong(), std::optional(queue[0]));
+    QCOMPARE(fetched(bench), QStringList{u"0"_s});
 }
 
 void AudioPlayerOnlineChangeTest::endOfAnOnlineSongByMode_data()

@@ -487,12 +487,18 @@ void AudioPlayerSessionTest::pulledHeadphonesHoldASongWhoseAddressIsOnItsWay()
 {
     DesktopBench bench;
     bench.start();
+    // The times of the song before are not its own.
+    bench.playFile(u"a"_s);
+    QVERIFY(bench.player().duration() > 0);
     const OnlineSong song = onlineSong(u"o"_s);
     bench.player().playOnlineSong(song, {song});
     answerAddress(bench);
     bench.session().changeRoute(Reason::oldDeviceUnavailable);
     settle();
     QVERIFY(!bench.player().isLoading());
+    QVERIFY(!bench.player().isCurrentLoaded());
+    QCOMPARE(bench.player().currentTime(), 0.0);
+    QCOMPARE(bench.player().duration(), 0.0);
     QVERIFY(!isSounding(bench));
     bench.player().play();
     QVERIFY(bench.player().isLoading());
