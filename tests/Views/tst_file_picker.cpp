@@ -193,9 +193,22 @@ void FilePickerTest::sheetImportsTheFolder()
 void FilePickerTest::sheetWorksByKeyboard()
 {
     t->addForeignFile(u"m/in/1.mp3"_s, {u"里面"_s, {}, {}, 100, {}});
+    QVERIFY(QDir(QFileInfo(t->addForeignFile(u"m/2.mp3"_s, {u"外面"_s, {}, {}, 100, {}})).path())
+                .mkpath(u"zzz"_s));
     openSheet(false, u"m"_s);
     auto *model = t->window->findChild<FilePickerModel *>(u"pickerSheetFiles"_s);
     QTRY_VERIFY(t->item(u"pickerList"_s)->hasActiveFocus());
+    QTRY_COMPARE(model->count(), 3);
+    // Back from a folder with nothing in it.
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QTest::keyClick(t->window, Qt::Key_Down);
+    QTest::keyClick(t->window, Qt::Key_Return);
+    QTRY_COMPARE(model->folderName(), u"zzz"_s);
+    QTRY_VERIFY(t->item(u"pickerEmpty"_s)->isVisible());
+    QTest::keyClick(t->window, Qt::Key_Backspace);
+    QTRY_COMPARE(model->folderName(), u"m"_s);
+    QTRY_COMPARE(model->count(), 3);
+    t->item(u"pickerList"_s)->setProperty("currentIndex", -1);
     QTest::keyClick(t->window, Qt::Key_Down);
     QTest::keyClick(t->window, Qt::Key_Return);
     QTRY_COMPARE(model->folderName(), u"in"_s);

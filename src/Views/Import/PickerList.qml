@@ -17,6 +17,8 @@ RowList {
     rowStep: Metrics.compactRowHeight + spacing
     Accessible.name: files.folderName
     onActivated: row => files.activate(row)
+    // One goes back from an empty folder as well.
+    Keys.enabled: true
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Backspace) {
             files.up();
