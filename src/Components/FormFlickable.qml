@@ -9,12 +9,19 @@ Flickable {
 
     /// Where the keyboard is, anywhere in the window.
     readonly property Item keyboardItem: Window.activeFocusItem
+    /// Where it was last in here.
+    property Item lastHeld: null
 
     clip: true
     boundsBehavior: Flickable.StopAtBounds
+    // Opened again, it is come to anew.
+    onVisibleChanged: lastHeld = null
     onKeyboardItemChanged: {
-        if (holds(keyboardItem))
-            reveal(keyboardItem);
+        // Back from another window or from a menu it is where it was, and the listener may have scrolled on.
+        if (keyboardItem === lastHeld || !holds(keyboardItem))
+            return;
+        lastHeld = keyboardItem;
+        reveal(keyboardItem);
     }
 
     /// Scrolls as little as brings the item into sight, with some room about it.

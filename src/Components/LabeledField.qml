@@ -16,8 +16,8 @@ Column {
     /// What belongs into the field is being fetched.
     property bool isWaiting: false
     property int inputMethodHints: Qt.ImhNone
-    /// Scrolls to the field when the keyboard comes to it.
-    property Flickable viewport: null
+    /// Scrolls to the field when the keyboard comes to it, its name and its note as well.
+    property FormFlickable viewport: null
 
     property bool isRevealed: false
     /// The listener is done with the field: the key for it was pressed.
@@ -145,13 +145,7 @@ Column {
         field.selectAll();
     }
     function scrollTo(): void {
-        if (!viewport || !field.activeFocus)
-            return;
-        const top = root.mapToItem(viewport.contentItem, 0, 0).y;
-        const bottom = top + height + Metrics.rowSpacing;
-        if (top < viewport.contentY)
-            viewport.contentY = Math.max(0, top - Metrics.rowSpacing);
-        else if (bottom > viewport.contentY + viewport.height)
-            viewport.contentY = bottom - viewport.height;
+        if (viewport && field.activeFocus)
+            viewport.reveal(root);
     }
 }

@@ -14,7 +14,7 @@ BottomSheet {
     /// The fields between the address and the account.
     property alias details: detailColumn.data
     /// For those fields: what they scroll in.
-    readonly property Flickable viewport: flickable
+    readonly property FormFlickable viewport: flickable
     property string namePlaceholder
     property string addressPlaceholder
 
