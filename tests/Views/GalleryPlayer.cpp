@@ -93,6 +93,10 @@ void pagesOf(const Gallery &gallery, TestWindow &test, const QList<Song> &queue)
     gallery.save(test, u"player-long-title"_s);
     screen.setCurrentPage(NowPlayingViewModel::LyricsPage);
     gallery.save(test, u"player-lyrics-empty"_s);
+    // Nobody answers for it.
+    const OnlineSong online{u"1"_s, u"灯塔来信"_s, u"潮汐乐队"_s, u"远岸"_s, MusicPlatform::netease, {}, {}};
+    test.audioPlayer->playOnlineSong(online, {online});
+    gallery.save(test, u"player-lyrics-loading"_s);
     screen.setCurrentPage(NowPlayingViewModel::CoverPage);
     test.audioPlayer->playSong(queue.at(5), queue);
     gallery.save(test, u"player-loading"_s);
