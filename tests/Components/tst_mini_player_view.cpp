@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Components/MiniPlayerSceneTest.h"
+#include "Fixtures/Pixels.h"
 #include "Theme/Contrast.h"
 
 namespace cadorel {
@@ -20,23 +21,7 @@ private:
         return QTest::qWaitFor([this, before] { return angle() != before; }, patience);
     }
     /// Of the disc, where no note stands.
-    QList<QColor> besideTheNote()
-    {
-        const QQuickItem *cover = s->scene->item(u"cover"_s);
-        const QImage image = s->scene->grab();
-        QList<QColor> colors;
-        for (const QPointF at :
-             {QPointF(0.5, 0.12), QPointF(0.5, 0.88), QPointF(0.12, 0.5), QPointF(0.88, 0.5)})
-            colors.append(image.pixelColor(
-                cover->mapToScene({at.x() * cover->width(), at.y() * cover->height()}).toPoint()));
-        return colors;
-    }
-    static bool isNear(const QColor &a, const QColor &b)
-    {
-        constexpr int near = 6;
-        return qAbs(a.red() - b.red()) <= near && qAbs(a.green() - b.green()) <= near &&
-               qAbs(a.blue() - b.blue()) <= near;
-    }
+    QList<QColor> rim() { return besideTheNote(s->scene->item(u"cover"_s), s->scene->grab()); }
 
 private Q_SLOTS:
     void theDiscIsWhereItsPlaceIs();
@@ -286,16 +271,17 @@ void MiniPlayerViewTest::aCoverThatDoesNotDecodeHasAPicture()
         return picture && picture->property("status").toInt() == ready;
     };
     QTRY_VERIFY(isDecoded() && cover->rotation() == 0);
-    const QList<QColor> damaged = besideTheNote();
+    const QList<QColor> damaged = rim();
     s->bench.player().playSong(fileSong(u"a"_s), {});
     s->bench.player().pause();
     QTRY_VERIFY(!s->mini().hasCover() && cover->rotation() == 0);
     QVERIFY(s->scene->item(u"placeholderNote"_s)->isVisible());
-    const QList<QColor> none = besideTheNote();
+    const QList<QColor> none = rim();
     // A veil of grey is all that lies over what a song without a cover has, so that nothing shines through.
     constexpr QColor veil(142, 142, 147, 46);
+    constexpr int tolerance = 6;
     for (qsizetype i = 0; i < none.size(); ++i)
-        QVERIFY2(isNear(damaged.at(i), Contrast::over(veil, none.at(i))),
+        QVERIFY2(isNear(damaged.at(i), Contrast::over(veil, none.at(i)), tolerance),
                  qPrintable(damaged.at(i).name() + u", "_s + none.at(i).name()));
 }
 

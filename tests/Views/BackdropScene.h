@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Fakes/PlayerBench.h"
+#include "Fixtures/Pixels.h"
 #include "Theme/KawaiiScene.h"
 #include "ViewModels/CoverRegistry.h"
 
@@ -65,11 +66,5 @@ public:
         return coverOf(image);
     }
 };
-
-inline bool isNear(const QColor &a, const QColor &b, int tolerance = 4)
-{
-    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance &&
-           qAbs(a.blue() - b.blue()) <= tolerance;
-}
 
 } // namespace cadorel

@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QWindow>
 
+#include <array>
+
 namespace cadorel {
 
 /// Holds a key down for a while: the keyboard repeats it.
@@ -21,6 +23,18 @@ inline void holdKey(QWindow *window, Qt::Key key, Qt::KeyboardModifiers modifier
     }
     QTest::keyRelease(window, key, modifiers);
 }
+
+/// Whether what has the key sent to it keeps it: otherwise it comes to whatever lies around.
+inline bool takesKey(QObject *item, Qt::Key key)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(item, &event);
+    return event.isAccepted();
+}
+
+/// Those that scroll a list.
+inline constexpr std::array scrollingKeys = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
+                                             Qt::Key_Home};
 
 inline void holdReturn(QWindow *window)
 {

@@ -69,38 +69,40 @@ protected:
     }
 
     /// Shows the window and plays the first of two songs of a source, ready and that long.
-    void playFrom(Source source, double seconds = 100)
+    [[nodiscard]] bool playFrom(Source source, double seconds = 100)
     {
         addSongs(source);
-        QVERIFY(t->show());
+        if (!t->show())
+            return false;
         start(source);
-        answerSong(seconds);
+        return answerSong(seconds);
     }
     /// The player's song says what there is to know of it.
-    void answerSong(double seconds)
+    [[nodiscard]] bool answerSong(double seconds)
     {
-        QTRY_VERIFY(t->player && t->player->lastItem());
+        if (!QTest::qWaitFor([this] { return t->player && t->player->lastItem(); }))
+            return false;
         const auto item = t->player->lastItem();
         item->answerDuration(seconds);
         item->becomeReady();
-        QTRY_VERIFY(t->playback->canSeek());
+        return QTest::qWaitFor([this] { return t->playback->canSeek(); });
     }
     /// The first song of playFrom() from its beginning, this time that long.
-    void replay(Source source, double seconds)
+    [[nodiscard]] bool replay(Source source, double seconds)
     {
         if (source == Source::online)
             playOnline();
         else
             t->audioPlayer->playSong(t->audioPlayer->queue().constFirst(), t->audioPlayer->queue());
-        answerSong(seconds);
+        return answerSong(seconds);
     }
     /// Lets the lyrics of the song arrive that playFrom() has started.
-    void answerLyrics(Source source)
+    [[nodiscard]] bool answerLyrics(Source source)
     {
         switch (source) {
         case Source::embedded:
         case Source::sideFile:
-            return;
+            return true;
         case Source::webdav: {
             // Nobody asks for more of the stream: the copy is fetched, and its tags are read.
             FakeAsset asset{
@@ -108,9 +110,8 @@ protected:
             asset.lyrics = lyricsOf(source);
             t->reader->otherwise = asset;
             t->clock->advance(WebDAVStreamingService::loadingGrace);
-            QVERIFY(QTest::qWaitFor(
-                [this] { return t->web->answer(QStringLiteral("a.mp3"), onlineAnswers::body("copy")); }));
-            return;
+            return QTest::qWaitFor(
+                [this] { return t->web->answer(QStringLiteral("a.mp3"), onlineAnswers::body("copy")); });
         }
         case Source::navidrome:
             t->subsonic->setAnswer(
@@ -118,18 +119,17 @@ protected:
                 webAnswer(lyricsAnswer(
                     lyricsOf(source).replace(QLatin1Char('\n'), QStringLiteral("\\n")).toUtf8())));
             // By the song's id it knows none, by names it does.
-            QVERIFY(QTest::qWaitFor([this] {
+            return QTest::qWaitFor([this] {
                 t->subsonic->answerOne();
                 return lyrics().hasLyrics();
-            }));
-            return;
+            });
         case Source::online:
-            QVERIFY(QTest::qWaitFor([this, source] {
+            return QTest::qWaitFor([this, source] {
                 return t->web->answer(QStringLiteral("type=lrc"),
                                       onlineAnswers::body(lyricsOf(source).toUtf8()));
-            }));
-            return;
+            });
         }
+        return false;
     }
 
     QQuickItem *disc() const { return t->item(QStringLiteral("miniPlayerDisc")); }
@@ -143,19 +143,24 @@ protected:
         const QPointF centre = disc()->mapToScene(QPointF(disc()->width() / 2, disc()->height() / 2));
         return (centre - mini().effectivePosition()).manhattanLength() < 1e-6;
     }
-    void openFromDisc()
+    [[nodiscard]] bool openFromDisc()
     {
-        QTRY_VERIFY(discRests());
+        if (!QTest::qWaitFor([this] { return discRests(); }))
+            return false;
         t->click(disc());
-        QTRY_VERIFY(t->item(QStringLiteral("nowPlayingCover"))->property("covers").toBool());
-        QVERIFY(showsNowPlaying());
+        const auto covers = [this] {
+            return t->item(QStringLiteral("nowPlayingCover"))->property("covers").toBool();
+        };
+        return QTest::qWaitFor(covers) && showsNowPlaying();
     }
-    void openLyrics()
+    [[nodiscard]] bool openLyrics()
     {
         t->click(QStringLiteral("lyricsButton"));
-        QTRY_VERIFY(lyricLine(0) && t->item(QStringLiteral("lyricList"))->isVisible());
-        const QQuickItem *pages = t->item(QStringLiteral("pageList"));
-        QTRY_COMPARE(pages->property("contentX").toReal(), pages->width());
+        return QTest::qWaitFor([this] {
+            const QQuickItem *pages = t->item(QStringLiteral("pageList"));
+            return lyricLine(0) && t->item(QStringLiteral("lyricList"))->isVisible() &&
+                   pages->property("contentX").toReal() == pages->width();
+        });
     }
     LyricsViewModel &lyrics() const { return *t->screens->lyrics(); }
     QQuickItem *lyricLine(int line) const { return t->item(QStringLiteral("lyricLine%1").arg(line)); }

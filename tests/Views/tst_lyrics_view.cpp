@@ -39,12 +39,12 @@ private:
     LyricsBench &bench() { return m_scene->bench; }
     void tick(double seconds) { bench().tick(seconds); }
     /// The view with a song of so many lines, at rest.
-    void showLines(int count = 40)
+    [[nodiscard]] bool showLines(int count = 40)
     {
-        QVERIFY(scene().show());
+        if (!scene().show())
+            return false;
         scene().play(phrases(count));
-        QTRY_VERIFY(scene().line(0));
-        QVERIFY(scene().comesToRest());
+        return QTest::qWaitFor([this] { return scene().line(0) != nullptr; }) && scene().comesToRest();
     }
     QQuickItem *words(int line) { return scene().line(line)->findChild<QQuickItem *>(u"words"_s); }
     void doubleTap(int line)
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
     void linesStandTwentyPointsApartBetweenTheSpacers()
     {
-        showLines(6);
+        QVERIFY(showLines(6));
         const QQuickItem *list = scene().list();
         QCOMPARE(list->property("spacing").toInt(), 20);
         QCOMPARE(list->property("topMargin").toInt(), 100);
@@ -101,7 +101,7 @@ private Q_SLOTS:
 
     void linesLookAsFarAsTheyAreFromTheCurrentOne()
     {
-        showLines();
+        QVERIFY(showLines());
         tick(20);
         QTRY_COMPARE(bench().lyrics().currentLineIndex(), 20);
         QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
@@ -123,7 +123,7 @@ private Q_SLOTS:
     void withoutBlurEveryLineIsText()
     {
         bench().appearance().setLyricsBlurEnabled(false);
-        showLines();
+        QVERIFY(showLines());
         QVERIFY(words(0)->isVisible());
         QVERIFY(words(2)->isVisible());
         bench().appearance().setLyricsBlurEnabled(true);
@@ -134,7 +134,7 @@ private Q_SLOTS:
 
     void theBlurIsSeen()
     {
-        showLines();
+        QVERIFY(showLines());
         QTRY_VERIFY(!words(2)->isVisible());
         const QRect place = scene()
                                 .line(2)
@@ -161,7 +161,7 @@ private Q_SLOTS:
 
     void textsStandAsTheListenerAlignsThem()
     {
-        showLines();
+        QVERIFY(showLines());
         const auto left = [this](int line) { return words(line)->mapToItem(scene().list(), QPointF()).x(); };
         QCOMPARE(words(0)->property("horizontalAlignment").toInt(), int(Qt::AlignHCenter));
         bench().appearance().setLyricsAlignment(LyricsAlignment::left);
@@ -184,7 +184,7 @@ private Q_SLOTS:
 
     void theMomentAndTheWayTakeAsLongAsTheyShall()
     {
-        showLines();
+        QVERIFY(showLines());
         const auto value = [this](const QString &expression) {
             return QQmlExpression(qmlContext(scene().root()), scene().root(), expression).evaluate();
         };
@@ -218,7 +218,7 @@ private Q_SLOTS:
 
     void eachChangeOfTheLineBringsItToTheMiddle()
     {
-        showLines();
+        QVERIFY(showLines());
         for (const int line : {10, 11, 12, 13, 30, 12, 35}) {
             tick(line);
             QTRY_VERIFY(scene().line(line));
@@ -231,7 +231,7 @@ private Q_SLOTS:
 
     void theFirstLinesStandBelowTheSpacer()
     {
-        showLines();
+        QVERIFY(showLines());
         QVERIFY(std::abs(scene().line(0)->mapToItem(scene().root(), QPointF()).y() - 100) < 1);
         tick(39);
         QTRY_VERIFY(scene().line(39));
@@ -244,7 +244,7 @@ private Q_SLOTS:
 
     void whatAHandScrollsIsTakenBackWithTheNextLine()
     {
-        showLines();
+        QVERIFY(showLines());
         tick(10);
         QTRY_VERIFY(std::abs(scene().offCentre(10)) < inTheMiddle);
         QVERIFY(scene().comesToRest());
@@ -265,7 +265,7 @@ private Q_SLOTS:
 
     void aPageThatIsNotShownDoesNotMove()
     {
-        showLines();
+        QVERIFY(showLines());
         scene().root()->setProperty("isShown", false);
         const QVariant before = scene().list()->property("contentY");
         tick(20);
@@ -278,7 +278,7 @@ private Q_SLOTS:
 
     void aWindowThatIsHiddenMovesNothing()
     {
-        showLines();
+        QVERIFY(showLines());
         const QVariant before = scene().list()->property("contentY");
         scene().window()->hide();
         tick(20);
@@ -291,7 +291,7 @@ private Q_SLOTS:
 
     void theCurrentLineStaysInTheMiddleOfAnotherRoom()
     {
-        showLines();
+        QVERIFY(showLines());
         tick(20);
         QTRY_VERIFY(scene().line(20));
         QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
@@ -305,7 +305,7 @@ private Q_SLOTS:
 
     void aWindowThatIsResizedHasFewPicturesDrawn()
     {
-        showLines();
+        QVERIFY(showLines());
         tick(10);
         QTRY_VERIFY(!words(8)->isVisible());
         QSet<QString> pictures;
@@ -320,7 +320,7 @@ private Q_SLOTS:
     void aDesktopOfLessMotionGetsNone()
     {
         bench().desktop.setReducesMotion(true);
-        showLines();
+        QVERIFY(showLines());
         tick(20);
         QTRY_VERIFY(scene().line(20));
         QTRY_VERIFY(std::abs(scene().offCentre(20)) < inTheMiddle);
@@ -332,7 +332,7 @@ private Q_SLOTS:
     void largeTextsOfTheDesktopMakeLinesLarger()
     {
         bench().desktop.setTextScale(1.5);
-        showLines();
+        QVERIFY(showLines());
         QCOMPARE(scene().line(0)->property("roomSize").toDouble(), 36.0);
         QCOMPARE(scene().line(2)->property("roomSize").toDouble(), 27.0);
     }
@@ -348,7 +348,7 @@ private Q_SLOTS:
     {
         QFETCH(LyricAnimationStyle, style);
         bench().appearance().setLyricAnimationStyle(style);
-        showLines();
+        QVERIFY(showLines());
         tick(10);
         QTRY_VERIFY(scene().line(11));
         QVERIFY(scene().comesToRest());
@@ -387,7 +387,7 @@ private Q_SLOTS:
     void aDoubleTapPlaysOnFromTheLine()
     {
         bench().offsets().setOffset(500, u"a"_s);
-        showLines(30);
+        QVERIFY(showLines(30));
         tick(12);
         QTRY_VERIFY(scene().line(10));
         QVERIFY(scene().comesToRest());
@@ -398,7 +398,7 @@ private Q_SLOTS:
 
     void aSingleTapDoesNothing()
     {
-        showLines();
+        QVERIFY(showLines());
         scene().tap(scene().centre(scene().line(2)));
         waitOutDoubleTap();
         scene().tap(scene().centre(scene().line(2)));
@@ -408,7 +408,7 @@ private Q_SLOTS:
 
     void tapsOnTwoLinesAreNoDoubleTap()
     {
-        showLines();
+        QVERIFY(showLines());
         scene().tap(scene().centre(scene().line(2)));
         scene().tap(scene().centre(scene().line(4)));
         QCOMPARE(scene().seeks().size(), 0);
@@ -416,7 +416,7 @@ private Q_SLOTS:
 
     void theMouseDoubleClicks()
     {
-        showLines();
+        QVERIFY(showLines());
         QTest::mouseDClick(scene().window(), Qt::LeftButton, {}, scene().centre(scene().line(3)));
         QCOMPARE(scene().seeks(), QStringList{u"3"_s});
         QTest::mouseDClick(scene().window(), Qt::RightButton, {}, scene().centre(scene().line(2)));
@@ -425,7 +425,7 @@ private Q_SLOTS:
 
     void theKeyboardWalksOverTheLinesAndSeeks()
     {
-        showLines();
+        QVERIFY(showLines());
         tick(5);
         QTest::keyClick(scene().window(), Qt::Key_Tab);
         QTRY_VERIFY(scene().list()->hasActiveFocus());
@@ -451,7 +451,7 @@ private Q_SLOTS:
 
     void theKeyboardStaysOnTheLinesOfTheNextSong()
     {
-        showLines();
+        QVERIFY(showLines());
         QTest::keyClick(scene().window(), Qt::Key_Tab);
         QTRY_VERIFY(scene().list()->hasActiveFocus());
         scene().play(phrases(20), u"b"_s);
@@ -465,7 +465,7 @@ private Q_SLOTS:
 
     void aScreenReaderKnowsTheLinesAndSeeks()
     {
-        showLines();
+        QVERIFY(showLines());
         QAccessibleInterface *list = QAccessible::queryAccessibleInterface(scene().list());
         QVERIFY(list);
         QCOMPARE(list->role(), QAccessible::List);
@@ -485,7 +485,7 @@ private Q_SLOTS:
 
     void ofFiveThousandLinesOnlyThoseInSightAreMade()
     {
-        showLines(5000);
+        QVERIFY(showLines(5000));
         QVERIFY(scene().madeLines() < 40);
         for (const int line : {2500, 4990, 17, 4999}) {
             tick(line);

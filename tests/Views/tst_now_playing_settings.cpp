@@ -19,11 +19,21 @@ class TestNowPlayingSettings : public QObject
 private:
     std::unique_ptr<SheetScene> s;
 
-    void showSettings(ThemeType type, QSize size = {390, 844})
+    [[nodiscard]] bool showSettings(ThemeType type, QSize size = {390, 844})
     {
-        QVERIFY(s->switchTo(type, s->desktop.colorScheme()));
-        QVERIFY(s->show(size));
-        QVERIFY(s->open(u"nowPlayingSettings"_s));
+        return s->switchTo(type, s->desktop.colorScheme()) && s->show(size) &&
+               s->open(u"nowPlayingSettings"_s);
+    }
+    /// In the look that this row of the test's data names.
+    [[nodiscard]] bool showSettingsInLook()
+    {
+        QFETCH(ThemeType, type);
+        QFETCH(ColorScheme, scheme);
+        QFETCH(QSize, size);
+        QFETCH(double, textScale);
+        s->desktop.setTextScale(textScale);
+        s->desktop.setColorScheme(scheme);
+        return showSettings(type, size);
     }
     void clickInSheet(const QString &name) const
     {
@@ -88,12 +98,7 @@ private Q_SLOTS:
     void inEachLookNothingIsCut()
     {
         QFETCH(ThemeType, type);
-        QFETCH(ColorScheme, scheme);
-        QFETCH(QSize, size);
-        QFETCH(double, textScale);
-        s->desktop.setTextScale(textScale);
-        s->desktop.setColorScheme(scheme);
-        showSettings(type, size);
+        QVERIFY(showSettingsInLook());
         checkAndSave(u"settings-top"_s);
         s->theme.setNowPlayingBackgroundStyle(NowPlayingBackgroundStyle::customImage);
         s->reveal(u"backgroundBlur"_s);
@@ -131,7 +136,7 @@ private Q_SLOTS:
     {
         QFETCH(ThemeType, type);
         QFETCH(QString, name);
-        showSettings(type);
+        QVERIFY(showSettings(type));
         QCOMPARE(s->text(u"sheetTitle"_s), u"播放界面 - "_s + name);
         QCOMPARE(s->text(u"currentTheme"_s), u"当前主题: "_s + name);
         QTEST(groups(), "groups");
@@ -139,7 +144,7 @@ private Q_SLOTS:
     }
     void lyricsAreSet()
     {
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         choose(u"lyricAnimation"_s, u"typewriter"_s);
         QCOMPARE(s->theme.lyricAnimationStyle(), LyricAnimationStyle::typewriter);
         QCOMPARE(s->accessibleName(u"lyricAnimation"_s), u"歌词动画，下落"_s);
@@ -153,7 +158,7 @@ private Q_SLOTS:
     }
     void theBackgroundIsSet()
     {
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         QVERIFY(!s->shows(u"backgroundFromAlbum"_s));
         QVERIFY(!s->shows(u"backgroundBlur"_s));
         QVERIFY(!s->shows(u"backgroundColor"_s));
@@ -178,7 +183,7 @@ private Q_SLOTS:
         QVERIFY(image.save(directory.filePath(u"a.png"_s)));
         s->picker.answer = QList<QUrl>{QUrl::fromLocalFile(directory.filePath(u"a.png"_s))};
         s->theme.setNowPlayingBackgroundStyle(NowPlayingBackgroundStyle::customImage);
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         clickInSheet(u"backgroundFromFile"_s);
         QTRY_VERIFY(!s->theme.customBackgroundImage().isNull());
         QTRY_VERIFY(s->item(u"backgroundClear"_s)->isEnabled());
@@ -189,14 +194,14 @@ private Q_SLOTS:
     void withoutADesktopDialogThePlayersOwnIsShown()
     {
         s->theme.setNowPlayingBackgroundStyle(NowPlayingBackgroundStyle::customImage);
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         clickInSheet(u"backgroundFromAlbum"_s);
         QTRY_VERIFY(s->isOpen(u"pictureSheet"_s));
     }
     void aColourIsChosenByItsName()
     {
         s->theme.setNowPlayingBackgroundStyle(NowPlayingBackgroundStyle::customColor);
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         clickInSheet(u"backgroundColor"_s);
         QTRY_VERIFY(s->isOpen(u"backgroundColorPicker"_s));
         QStringList names;
@@ -210,7 +215,7 @@ private Q_SLOTS:
     }
     void whatMovesAboutTheCoverIsSet()
     {
-        showSettings(ThemeType::neumorphism);
+        QVERIFY(showSettings(ThemeType::neumorphism));
         clickInSheet(u"soundWaveRing"_s);
         QCOMPARE(s->theme.showSoundWaveRing(), false);
         clickInSheet(u"circleCover"_s);
@@ -227,7 +232,7 @@ private Q_SLOTS:
     }
     void aPictureDancesInsteadOfTheEmoji()
     {
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         QVERIFY(s->open(u"emojiPicker"_s));
         QVERIFY(!s->shows(u"removePicture"_s));
         QImage image(60, 60, QImage::Format_RGB32);
@@ -242,13 +247,7 @@ private Q_SLOTS:
     void whatTheKeyboardComesToIsInSight_data() { addSheetLooks(); }
     void whatTheKeyboardComesToIsInSight()
     {
-        QFETCH(ThemeType, type);
-        QFETCH(ColorScheme, scheme);
-        QFETCH(QSize, size);
-        QFETCH(double, textScale);
-        s->desktop.setTextScale(textScale);
-        s->desktop.setColorScheme(scheme);
-        showSettings(type, size);
+        QVERIFY(showSettingsInLook());
         QQuickItem *scroller = s->item(u"sheetScroller"_s);
         const auto isScrolled = [scroller](const QQuickItem *item) {
             return scroller->property("contentItem").value<QQuickItem *>()->isAncestorOf(item);
@@ -270,9 +269,29 @@ private Q_SLOTS:
         QVERIFY(stops > 10);
         QVERIFY(farthest > 0);
     }
+    void whatTheListenerScrolledToStaysWhenTheKeyboardComesBack()
+    {
+        QVERIFY(showSettings(ThemeType::classic, {320, 568}));
+        const QQuickItem *scroller = s->item(u"sheetScroller"_s);
+        for (int i = 0; i < 4; ++i)
+            s->key(Qt::Key_Tab);
+        QQuickItem *row = s->focused();
+        QVERIFY(row && scroller->property("contentItem").value<QQuickItem *>()->isAncestorOf(row));
+        const double end = scroller->property("contentHeight").toReal() - scroller->height();
+        s->item(u"sheetScroller"_s)->setProperty("contentY", end);
+        QVERIFY(row->mapToItem(scroller, QPointF(0, row->height())).y() < 0);
+        // A menu over it takes the keyboard and gives it back.
+        s->item(u"opener"_s)->forceActiveFocus();
+        QVERIFY(!row->hasActiveFocus());
+        row->forceActiveFocus();
+        QVERIFY(row->hasActiveFocus());
+        QCOMPARE(scroller->property("contentY").toReal(), end);
+        s->key(Qt::Key_Tab);
+        QTRY_VERIFY(scroller->property("contentY").toReal() < end);
+    }
     void aSheetThatIsClosedAsksForNoPicture()
     {
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         QVERIFY(QMetaObject::invokeMethod(s->sheet(u"nowPlayingSettings"_s), "close"));
         QTRY_VERIFY(s->isGone(u"nowPlayingSettings"_s));
         // Another sheet over the same settings has been asked.
@@ -292,7 +311,7 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no picture") > 0);
         file.close();
         s->picker.answer = QList<QUrl>{QUrl::fromLocalFile(path)};
-        showSettings(ThemeType::classic);
+        QVERIFY(showSettings(ThemeType::classic));
         QVERIFY(s->open(u"emojiPicker"_s));
         QVERIFY(!s->shows(u"dancingNotice"_s));
         clickInSheet(u"importPicture"_s);
@@ -306,7 +325,7 @@ private Q_SLOTS:
     }
     void aCassetteIsChosenAndAdjusted()
     {
-        showSettings(ThemeType::kawaiiPink);
+        QVERIFY(showSettings(ThemeType::kawaiiPink));
         clickInSheet(u"cassettestyle2"_s);
         QCOMPARE(s->theme.selectedCassetteStyle(), CassetteStyle::style2);
         QTRY_COMPARE(s->item(u"cassetteScale"_s)->property("displayValue").toString(), u"0.220"_s);
@@ -321,7 +340,7 @@ private Q_SLOTS:
     }
     void aCassetteGoesNoFartherThanItsRange()
     {
-        showSettings(ThemeType::kawaiiPink);
+        QVERIFY(showSettings(ThemeType::kawaiiPink));
         s->theme.setCassetteScale(0.5);
         QTRY_COMPARE(s->item(u"cassetteScaleMore"_s)->isEnabled(), false);
         s->theme.setCassetteScale(0.1);
@@ -333,7 +352,7 @@ private Q_SLOTS:
         // A float that lies between two places of its slider.
         s->theme.setCassetteConfig({.scale = 0.1234F, .offsetX = 0.111F, .offsetY = 0.2F});
         s->theme.setLyricsFontSize(17.4);
-        showSettings(ThemeType::kawaiiPink);
+        QVERIFY(showSettings(ThemeType::kawaiiPink));
         QCOMPARE(s->theme.getCurrentCassetteConfig().scale, 0.1234F);
         QCOMPARE(s->theme.getCurrentCassetteConfig().offsetX, 0.111F);
         QCOMPARE(s->theme.lyricsFontSize(), 17.4F);

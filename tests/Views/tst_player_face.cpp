@@ -27,13 +27,13 @@ private:
 void PlayerFaceSongsTest::lyricsFollowTheClockAndADoubleTapSeeks()
 {
     QFETCH(const Source, source);
-    playFrom(source);
+    QVERIFY(playFrom(source));
     const QString songId = t->screens->nowPlaying()->currentSongId();
-    openFromDisc();
+    QVERIFY(openFromDisc());
     QCOMPARE(slider()->objectName(), u"progress_slider_"_s + songId);
-    answerLyrics(source);
+    QVERIFY(answerLyrics(source));
     QTRY_COMPARE(lyrics().count(), lineCount);
-    openLyrics();
+    QVERIFY(openLyrics());
     for (int line = 0; line < 3; ++line)
         QCOMPARE(lyricLine(line)->property("text").toString(), lineText(source, line));
 
@@ -73,13 +73,13 @@ void PlayerFaceSongsTest::lyricsFollowTheClockAndADoubleTapSeeks()
 void PlayerFaceSongsTest::theSliderSeeksAndEndsTheSong()
 {
     QFETCH(const Source, source);
-    playFrom(source);
+    QVERIFY(playFrom(source));
     const QString songId = t->screens->nowPlaying()->currentSongId();
-    openFromDisc();
+    QVERIFY(openFromDisc());
     const QString title = shownTitle();
     // A pixel of the slider is as long as what is left to go.
     const int width = qRound(slider()->width());
-    replay(source, width * 0.3);
+    QVERIFY(replay(source, width * 0.3));
     QTRY_VERIFY(slider() && slider()->isEnabled());
     QCOMPARE(qRound(slider()->width()), width);
     dragSlider(width - 1);
@@ -88,7 +88,7 @@ void PlayerFaceSongsTest::theSliderSeeksAndEndsTheSong()
     QCOMPARE(t->screens->nowPlaying()->currentSongId(), songId);
     t->player->finishSeek();
 
-    replay(source, width * 0.2);
+    QVERIFY(replay(source, width * 0.2));
     QTRY_VERIFY(slider() && slider()->isEnabled());
     dragSlider(width - 1);
     QTRY_VERIFY(t->screens->nowPlaying()->currentSongId() != songId);

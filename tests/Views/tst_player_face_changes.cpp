@@ -86,7 +86,7 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingStaleAndNothingBehind()
     t->themeService->setCassetteStyle(CassetteStyle::none);
     showColouredLibrary();
     QVERIFY(playRow(0));
-    openFromDisc();
+    QVERIFY(openFromDisc());
     const auto isShown = [this] {
         const int row = playingRow();
         const QPoint place = TestWindow::centre(t->item(u"albumCoverPlace"_s));
@@ -126,7 +126,7 @@ void PlayerFaceChangesTest::aThousandSongsLeaveNothingBehindOnThePageOfTheLyrics
 {
     showColouredLibrary();
     QVERIFY(playRow(0));
-    openFromDisc();
+    QVERIFY(openFromDisc());
     t->screens->nowPlaying()->setCurrentPage(NowPlayingViewModel::LyricsPage);
     // The line that is not the current one is a blurred picture.
     const auto isShown = [this] {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fixtures/Pixels.h"
 #include "Views/PlayerFaceTest.h"
 
 #include <limits>
@@ -24,17 +25,10 @@ private Q_SLOTS:
     void aSongChangeInMidDragOfTheDiscLeavesItInTheHand();
 
 private:
-    /// Of the disc, turned as it may be, where no note stands.
-    QList<QColor> besideTheNote() const
+    /// Of the disc, where no note stands.
+    QList<QColor> rim() const
     {
-        const auto *cover = disc()->findChild<QQuickItem *>(u"cover"_s);
-        const QImage image = t->window->grabWindow();
-        QList<QColor> colors;
-        for (const QPointF at :
-             {QPointF(0.5, 0.12), QPointF(0.5, 0.88), QPointF(0.12, 0.5), QPointF(0.88, 0.5)})
-            colors.append(image.pixelColor(
-                cover->mapToScene({at.x() * cover->width(), at.y() * cover->height()}).toPoint()));
-        return colors;
+        return besideTheNote(disc()->findChild<QQuickItem *>(u"cover"_s), t->window->grabWindow());
     }
 };
 
@@ -97,7 +91,7 @@ void PlayerFaceFaultsTest::aCoverThatIsMissingOrDamagedLeavesAPlaceholder()
     };
     QTRY_VERIFY(isDecoded());
     check(u"disc"_s);
-    openFromDisc();
+    QVERIFY(openFromDisc());
     QCOMPARE(shownTitle(), title);
     check(u"screen"_s);
     QTest::keyClick(t->window, Qt::Key_Escape);
@@ -113,11 +107,11 @@ void PlayerFaceFaultsTest::aCoverThatIsMissingOrDamagedLeavesAPlaceholder()
     t->viewModel->previous();
     QCOMPARE(currentTitle(), title);
     QTRY_VERIFY(!isGreen() && isDecoded());
-    const QList<QColor> damaged = besideTheNote();
+    const QList<QColor> damaged = rim();
     QVERIFY(playRow(2));
     QCOMPARE(currentTitle(), u"无题"_s);
     QTRY_VERIFY(disc()->findChild<QQuickItem *>(u"placeholderNote"_s)->isVisible());
-    const QList<QColor> none = besideTheNote();
+    const QList<QColor> none = rim();
     for (qsizetype i = 0; i < none.size(); ++i)
         QVERIFY2(isLike(damaged.at(i), none.at(i)),
                  qPrintable(damaged.at(i).name() + u", "_s + none.at(i).name()));
@@ -150,7 +144,7 @@ void PlayerFaceFaultsTest::aTitleOf300CharactersStaysInTheWindow()
         check(u"fan "_s + width);
         mini().toggleFan();
         QTRY_VERIFY(!fanButton(0) && discRests());
-        openFromDisc();
+        QVERIFY(openFromDisc());
         QCOMPARE(shownTitle(), vast);
         check(u"cover page "_s + width);
         t->click(u"queueButton"_s);
@@ -174,9 +168,9 @@ void PlayerFaceFaultsTest::fiveThousandLinesOfLyricsAreFollowedAndSought()
     QVERIFY(t->scan());
     QVERIFY(t->show());
     QVERIFY(playRow(0, lines));
-    openFromDisc();
+    QVERIFY(openFromDisc());
     QTRY_COMPARE(lyrics().count(), lines);
-    openLyrics();
+    QVERIFY(openLyrics());
     for (const int line : {20, 2500, 4970, 30}) {
         t->player->tick(line);
         QTRY_VERIFY(lyricLine(line) && lyricLine(line)->property("isActive").toBool());
@@ -216,7 +210,7 @@ void PlayerFaceFaultsTest::aSongOfUnknownLengthIsNeitherSoughtNorEnded()
     t->player->lastItem()->becomeReady();
     t->player->tick(30);
     const QString title = currentTitle();
-    openFromDisc();
+    QVERIFY(openFromDisc());
     QVERIFY(!slider()->isEnabled());
     QCOMPARE(t->item(u"duration"_s)->property("text").toString(), u"0:00"_s);
     dragSlider(slider()->width() - 1);
@@ -233,8 +227,8 @@ void PlayerFaceFaultsTest::aSongOfUnknownLengthIsNeitherSoughtNorEnded()
 
 void PlayerFaceFaultsTest::aSongChangeInMidDragOfTheSliderSeeksNothing()
 {
-    playFrom(Source::embedded);
-    openFromDisc();
+    QVERIFY(playFrom(Source::embedded));
+    QVERIFY(openFromDisc());
     const QPointer<QQuickItem> before = slider();
     const QPoint middle = TestWindow::centre(before);
     QTest::mousePress(t->window, Qt::LeftButton, {}, middle);
@@ -242,7 +236,7 @@ void PlayerFaceFaultsTest::aSongChangeInMidDragOfTheSliderSeeksNothing()
     QVERIFY(t->screens->nowPlaying()->isDragging());
     t->player->reachEnd();
     QTRY_VERIFY(slider() != before);
-    answerSong(80);
+    QVERIFY(answerSong(80));
     QVERIFY(!t->screens->nowPlaying()->isDragging());
     QTest::mouseMove(t->window, middle + QPoint(90, 0));
     QTest::mouseRelease(t->window, Qt::LeftButton, {}, middle + QPoint(90, 0));
@@ -253,7 +247,7 @@ void PlayerFaceFaultsTest::aSongChangeInMidDragOfTheSliderSeeksNothing()
 
 void PlayerFaceFaultsTest::aSongChangeInMidDragOfTheDiscLeavesItInTheHand()
 {
-    playFrom(Source::embedded);
+    QVERIFY(playFrom(Source::embedded));
     QTRY_VERIFY(discRests());
     const QString title = currentTitle();
     const QPoint from = TestWindow::centre(disc());
@@ -263,7 +257,7 @@ void PlayerFaceFaultsTest::aSongChangeInMidDragOfTheDiscLeavesItInTheHand()
     QVERIFY(mini().isDragging());
     t->player->reachEnd();
     QVERIFY(currentTitle() != title);
-    answerSong(80);
+    QVERIFY(answerSong(80));
     QVERIFY(mini().isDragging());
     QTest::mouseMove(t->window, QPoint(180, 300));
     QVERIFY((TestWindow::centre(disc()) - QPoint(180, 300)).manhattanLength() <= 2);

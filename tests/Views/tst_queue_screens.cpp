@@ -2,6 +2,7 @@
 #include "Theme/LookGrounds.h"
 #include "Theme/ThemedScene.h"
 #include "ViewModels/MiniPlayerBench.h"
+#include "Views/HeldKey.h"
 
 #include <QAccessible>
 
@@ -287,18 +288,12 @@ void QueueScreensTest::anEmptiedPageTakesNoKeys()
     QVERIFY(show(page));
     QTRY_VERIFY(row(u"Title a"_s));
     s->item(u"queuePageList"_s)->forceActiveFocus();
-    // What is taken here does not come to whatever lies around.
-    const auto isTaken = [this](Qt::Key key) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(s->item(u"queuePageList"_s), &event);
-        return event.isAccepted();
-    };
-    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home})
-        QVERIFY(isTaken(key));
+    for (const Qt::Key key : scrollingKeys)
+        QVERIFY(takesKey(s->item(u"queuePageList"_s), key));
     b->queue().clear();
     QTRY_VERIFY(!s->item(u"queuePageList"_s)->isVisible());
-    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home})
-        QVERIFY(!isTaken(key));
+    for (const Qt::Key key : scrollingKeys)
+        QVERIFY(!takesKey(s->item(u"queuePageList"_s), key));
 }
 
 void QueueScreensTest::anEmptyScreenSaysSo()
