@@ -83,7 +83,9 @@ ThemedSheet {
         look: root.theme
     }
     ThemedSectionHeader {
-        width: parent.width
+        // Where the headings of the cards above stand.
+        x: Metrics.cardPadding
+        width: parent.width - 2 * x
         title: "选择表情"
         theme: root.theme
     }
