@@ -37,12 +37,16 @@ void PrivateBus::addService(const QString &name, const QString &command)
 
 bool PrivateBus::start()
 {
+    // Without its own limit the bus refuses more than 128 questions at once, which the session bus of a
+    // desktop does not: its configuration allows as many as here.
     const QString configuration = m_directory.filePath(u"bus.conf"_s);
-    const QString text =
-        u"<busconfig><type>session</type><listen>%1</listen><auth>EXTERNAL</auth>"
-        "<servicedir>%2</servicedir><policy context=\"default\">"
-        "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
-        "<allow own=\"*\"/></policy></busconfig>"_s.arg(address(), m_directory.filePath(u"services"_s));
+    const QString text = uR"(<busconfig><type>session</type><listen>%1</listen><auth>EXTERNAL</auth>
+<servicedir>%2</servicedir>
+<policy context="default">
+<allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
+</policy>
+<limit name="max_replies_per_connection">50000</limit></busconfig>
+)"_s.arg(address(), m_directory.filePath(u"services"_s));
     if (!writeFile(configuration, text))
         return false;
     endWithParent(m_daemon);
