@@ -220,7 +220,7 @@ void AudioPlayerService::itemStatusChanged()
         const QString shown = description.isEmpty() ? u"未知错误"_s : description;
         print(u"❌ PlayerItem 状态: failed - "_s + shown);
         // The listener left it for a song that has no address (yet): that one has not failed.
-        if (!isOtherLoaded())
+        if (isCurrentLoaded())
             setPlayError(shown);
         setIsPlaying(false);
         updateNowPlayingInfo();
@@ -360,9 +360,9 @@ void AudioPlayerService::standUnloaded()
 
 void AudioPlayerService::stop()
 {
-    const bool wasOtherLoaded = isOtherLoaded();
+    const bool wasCurrentLoaded = isCurrentLoaded();
     leaveAddress();
-    m_isUnloaded = wasOtherLoaded;
+    m_isUnloaded = !wasCurrentLoaded;
     setIsLoading(false);
     cancelSeek();
     // It is as long as the song before, which is named no more.

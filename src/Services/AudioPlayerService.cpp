@@ -166,7 +166,7 @@ void AudioPlayerService::next()
 void AudioPlayerService::previous()
 {
     // The time of a song that was left says nothing about the one that is named.
-    if (m_currentTime > restartThreshold && !isOtherLoaded()) {
+    if (m_currentTime > restartThreshold && isCurrentLoaded()) {
         seek(0);
         return;
     }

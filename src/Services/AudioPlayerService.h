@@ -208,8 +208,6 @@ private:
     bool isAboutToSound() const;
     void pauseEngine();
     void standUnloaded();
-    /// What is loaded is the song before, and the current one waits for its address or has none.
-    bool isOtherLoaded() const { return m_addressTransfer || m_isUnloaded; }
     void withholdAddress();
     bool replaysFailedItem();
     void updateNowPlayingInfo();
