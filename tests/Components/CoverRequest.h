@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Fixtures/Pixels.h"
+
 #include <QImage>
 #include <QQuickAsyncImageProvider>
 #include <QQuickImageResponse>
@@ -46,11 +48,11 @@ inline QString coverAddress(const QString &source)
     return source.mid(QStringLiteral("image://cover/").size());
 }
 
-inline bool isNear(const QColor &a, const QColor &b)
+/// Whether a pixel is of that colour after a cover has been decoded and scaled.
+inline bool isOfCover(const QColor &pixel, const QColor &color)
 {
-    constexpr int tolerance = 12;
-    return qAbs(a.red() - b.red()) < tolerance && qAbs(a.green() - b.green()) < tolerance &&
-           qAbs(a.blue() - b.blue()) < tolerance && qAbs(a.alpha() - b.alpha()) < tolerance;
+    constexpr int tolerance = 11;
+    return isNear(pixel, color, tolerance);
 }
 
 } // namespace cadorel

@@ -127,10 +127,10 @@ void BackdropImagesTest::aCoverIsDrawnSmallAndLeavesItsColors()
     const QString address = blurred(bench.coverOf(u"a"_s, madeJpeg(Qt::red, 600)));
     const QImage image = bench.draw(address);
     QCOMPARE(image.size(), QSize(68, 68));
-    QVERIFY(isNear(image.pixelColor(30, 30), Qt::red));
+    QVERIFY(isOfCover(image.pixelColor(30, 30), Qt::red));
     QVERIFY(!image.hasAlphaChannel());
     QCOMPARE(colorsOf(address).size(), backdropColorCount);
-    QVERIFY(isNear(colorsOf(address).constFirst(), Qt::red));
+    QVERIFY(isOfCover(colorsOf(address).constFirst(), Qt::red));
 }
 
 void BackdropImagesTest::aCoverIsReadOnce()
@@ -141,7 +141,7 @@ void BackdropImagesTest::aCoverIsReadOnce()
     QVERIFY(QFile::remove(bench.path(u"a"_s)));
     BackdropColors::shared().keep(address, {});
     QCOMPARE(bench.draw(address), first);
-    QVERIFY(isNear(colorsOf(address).value(0), Qt::blue));
+    QVERIFY(isOfCover(colorsOf(address).value(0), Qt::blue));
 }
 
 void BackdropImagesTest::aCoverOfAServerIsFetched()
@@ -152,7 +152,7 @@ void BackdropImagesTest::aCoverOfAServerIsFetched()
     QTRY_COMPARE(bench.home.web().pending.size(), 1U);
     bench.home.web().answer(
         HttpResponse{.url = {}, .status = 200, .headers = {}, .body = madePng(Qt::green, 90)});
-    QVERIFY(isNear(request.wait().pixelColor(4, 4), Qt::green));
+    QVERIFY(isOfCover(request.wait().pixelColor(4, 4), Qt::green));
     QCOMPARE(colorsOf(address).size(), backdropColorCount);
     bench.draw(address);
     QCOMPARE(bench.home.web().sent.size(), 1);
@@ -192,7 +192,7 @@ void BackdropImagesTest::aCoverThatCannotBeHadMayBeHadLater()
     QVERIFY(QFile::remove(bench.path(u"a"_s)));
     QCOMPARE(bench.draw(blurred(source)).size(), QSize(1, 1));
     bench.coverInFile(u"a"_s, picture);
-    QVERIFY(isNear(bench.draw(blurred(source)).pixelColor(4, 4), Qt::blue));
+    QVERIFY(isOfCover(bench.draw(blurred(source)).pixelColor(4, 4), Qt::blue));
 }
 
 void BackdropImagesTest::theListenersPictureIsBlurredAsTheyWish()

@@ -101,9 +101,9 @@ void ImageProvidersTest::coverHasTheSizeAskedForAndRoundCorners()
         QCOMPARE(image.pixelColor(corner).alpha(), 0);
     // Where the curve of 16 pixels has just ended.
     QCOMPARE(image.pixelColor(16, 0).alpha(), 255);
-    QVERIFY(isNear(image.pixelColor(8, 48), Qt::red));
-    QVERIFY(isNear(image.pixelColor(48, 48), Qt::green));
-    QVERIFY(isNear(image.pixelColor(88, 48), Qt::blue));
+    QVERIFY(isOfCover(image.pixelColor(8, 48), Qt::red));
+    QVERIFY(isOfCover(image.pixelColor(48, 48), Qt::green));
+    QVERIFY(isOfCover(image.pixelColor(88, 48), Qt::blue));
     // Another size of the same cover is another picture.
     QCOMPARE(ask(provider, address + u"?radius=0"_s, {48, 48}).size(), QSize(48, 48));
     QCOMPARE(ask(provider, address + u"?radius=0"_s, {48, 48}).pixelColor(0, 0).alpha(), 255);
@@ -114,7 +114,7 @@ void ImageProvidersTest::wideCoverIsCutAboutItsCentre()
     for (const char *format : {"JPEG", "PNG"}) {
         const QImage image = drawCover(ArtworkData(stripes({1500, 500}, format)), 100, 0);
         for (const int x : {3, 50, 96})
-            QVERIFY(isNear(image.pixelColor(x, 50), Qt::green));
+            QVERIFY(isOfCover(image.pixelColor(x, 50), Qt::green));
     }
 }
 
@@ -122,8 +122,8 @@ void ImageProvidersTest::smallCoverIsEnlarged()
 {
     const QImage image = drawCover(ArtworkData(stripes({30, 30}, "PNG")), 120, 0);
     QCOMPARE(image.size(), QSize(120, 120));
-    QVERIFY(isNear(image.pixelColor(10, 60), Qt::red));
-    QVERIFY(isNear(image.pixelColor(110, 60), Qt::blue));
+    QVERIFY(isOfCover(image.pixelColor(10, 60), Qt::red));
+    QVERIFY(isOfCover(image.pixelColor(110, 60), Qt::blue));
 }
 
 void ImageProvidersTest::transparentCoverLiesOnTheFill()
@@ -178,8 +178,8 @@ void ImageProvidersTest::coverInAFileIsRead()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(stripes({600, 600}, "JPEG"));
     file.close();
-    QVERIFY(isNear(drawCover(ArtworkData::inFile(path.toUtf8(), file.size()), 60, 0).pixelColor(30, 30),
-                   Qt::green));
+    QVERIFY(isOfCover(drawCover(ArtworkData::inFile(path.toUtf8(), file.size()), 60, 0).pixelColor(30, 30),
+                      Qt::green));
     QVERIFY(QFile::remove(path));
     QCOMPARE(drawCover(ArtworkData::inFile(path.toUtf8(), 10), 60, 0), drawCover({}, 60, 0));
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Components/DiscRim.h"
 #include "Components/MiniPlayerSceneTest.h"
 #include "Fixtures/Pixels.h"
 #include "Theme/Contrast.h"

@@ -49,7 +49,7 @@ public:
 
 bool isBlue(const QImage &image)
 {
-    return image.size() == size && isNear(image.pixelColor(40, 40), Qt::blue);
+    return image.size() == size && isOfCover(image.pixelColor(40, 40), Qt::blue);
 }
 
 } // namespace

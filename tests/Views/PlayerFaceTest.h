@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Components/Pointer.h"
+#include "Fixtures/Pixels.h"
 #include "Services/LyricsOffsetService.h"
 #include "Services/PlaylistService.h"
 #include "Services/ThemeService.h"
@@ -94,9 +95,8 @@ protected:
     /// Whether a colour is another one after a JPEG has been decoded and scaled.
     static bool isLike(const QColor &a, const QColor &b)
     {
-        constexpr int near = 24;
-        return qAbs(a.red() - b.red()) < near && qAbs(a.green() - b.green()) < near &&
-               qAbs(a.blue() - b.blue()) < near;
+        constexpr int tolerance = 23;
+        return isNear(a, b, tolerance);
     }
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Fixtures/Pixels.h"
+#include "Components/DiscRim.h"
 #include "Views/PlayerFaceTest.h"
 
 #include <limits>
