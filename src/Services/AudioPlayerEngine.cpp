@@ -256,7 +256,9 @@ void AudioPlayerService::equalizerTick()
 void AudioPlayerService::engineFellSilent(const QString &reason)
 {
     m_eqTimeUpdateTimer.reset();
-    setPlayError(reason);
+    // A song that was left for one whose address is on its way says nothing about that one.
+    if (isCurrentLoaded())
+        setPlayError(reason);
     m_parts.equalizer->pause();
     syncIsPlayingWithPlayer();
     persistPlaybackState(true);

@@ -170,7 +170,7 @@ QCoro::Task<void> AudioPlayerService::loadDuration(std::shared_ptr<PlayerItem> i
 {
     const QPointer<AudioPlayerService> self(this);
     const std::expected<double, QString> seconds = co_await item->loadDuration();
-    if (!self || item != m_playerItem || m_isUnloaded)
+    if (!self || item != m_playerItem || !isCurrentLoaded())
         co_return;
     if (!seconds) {
         if (log == DurationLog::loaded)
@@ -269,7 +269,7 @@ void AudioPlayerService::removeEndObserver()
 
 void AudioPlayerService::timeTick(double seconds)
 {
-    if (m_isSeeking || !isUsableTime(seconds))
+    if (m_isSeeking || m_isUnloaded || !isUsableTime(seconds))
         return;
     setCurrentTime(seconds);
     updateNowPlayingInfo();
@@ -295,6 +295,9 @@ void AudioPlayerService::syncIsPlayingWithPlayer()
 
 void AudioPlayerService::play()
 {
+    // It begins by itself when its address is there. The song before, which is loaded still, is not meant.
+    if (m_addressTransfer)
+        return;
     if (m_isUnloaded) {
         // What is loaded is the song before; this one may have an address by now.
         if (m_currentOnlineSong)
@@ -370,6 +373,9 @@ void AudioPlayerService::stop()
         setDuration(0);
     setCurrentTime(0);
     pause();
+    // A stream of the song before may sound beside the equalizer engine.
+    if (m_isUnloaded && m_usingEqualizerEngine && m_player)
+        m_player->pause();
     if (m_usingEqualizerEngine || !m_player || !m_playerItem) {
         standAtStart();
         return;

@@ -78,6 +78,10 @@ private Q_SLOTS:
     void failureOfTheSongThatWasLeftIsNotTold();
     void failureOfTheSongBeforeOneWithoutAnAddressIsNotTold();
     void previousDoesNotRestartTheSongThatWasLeft();
+    void playStartsNoSongThatWasLeft();
+    void lengthOfTheSongThatWasLeftIsNotTold();
+    void aSongThatWasLeftBesideTheEngineIsSilent();
+    void deviceOfTheSongThatWasLeftIsNotTold();
     void endOfAnOnlineSongByMode_data();
     void endOfAnOnlineSongByMode();
     void localQueueComesFirst();
@@ -367,6 +371,77 @@ void AudioPlayerOnlineChangeTest::previousDoesNotRestartTheSongThatWasLeft()
     settle();
     QCOMPARE(player.currentOnlineSong(), std::optional(queue[0]));
     QCOMPARE(fetched(bench), QStringList{u"0"_s});
+}
+
+void AudioPlayerOnlineChangeTest::playStartsNoSongThatWasLeft()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    player.playSong(webSong(u"a"_s), {});
+    player.pause();
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    player.play();
+    QVERIFY(!player.isPlaying());
+    QCOMPARE(bench.stream().rate(), 0.0);
+    // Stopped on its way and played twice, it is asked for once more, and begins when it can.
+    player.stop();
+    player.play();
+    player.play();
+    QVERIFY(player.isLoading());
+    QCOMPARE(bench.stream().rate(), 0.0);
+    settle();
+    QCOMPARE(fetched(bench), QStringList{u"1"_s});
+    bench.answerWeb(found(u"1"_s));
+    QVERIFY(player.isPlaying());
+    QCOMPARE(played(bench).constLast(), u"1.mp3"_s);
+}
+
+void AudioPlayerOnlineChangeTest::lengthOfTheSongThatWasLeftIsNotTold()
+{
+    PlayerBench bench;
+    AudioPlayerService &player = bench.start();
+    player.playSong(webSong(u"a"_s), {});
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    player.stop();
+    player.play();
+    QVERIFY(player.isLoading());
+    bench.answerDuration(100);
+    QCOMPARE(player.duration(), 0.0);
+    bench.answerWeb(found(u"1"_s));
+    bench.answerDuration(70);
+    QCOMPARE(player.duration(), 70.0);
+}
+
+void AudioPlayerOnlineChangeTest::aSongThatWasLeftBesideTheEngineIsSilent()
+{
+    PlayerBench bench;
+    bench.equalizer.enabled = true;
+    AudioPlayerService &player = bench.start();
+    player.playSong(fileSong(u"f"_s), {});
+    player.playSong(serverSong(u"a"_s), {});
+    QVERIFY(player.usingEqualizerEngine());
+    QCOMPARE(bench.stream().rate(), 1.0);
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    player.stop();
+    QCOMPARE(bench.stream().rate(), 0.0);
+    QVERIFY(!bench.equalizer.playing);
+    // What it still tells of its place is not the place of the other.
+    bench.stream().tick(60);
+    QCOMPARE(player.currentTime(), 0.0);
+}
+
+void AudioPlayerOnlineChangeTest::deviceOfTheSongThatWasLeftIsNotTold()
+{
+    PlayerBench bench;
+    bench.equalizer.enabled = true;
+    AudioPlayerService &player = bench.start();
+    player.playSong(fileSong(u"f"_s), {});
+    QVERIFY(player.isPlaying());
+    player.playOnlineSong(onlineSong(u"1"_s), {});
+    bench.equalizer.playing = false;
+    bench.home.clock().advance(std::chrono::seconds(1));
+    QVERIFY(!player.isPlaying());
+    QVERIFY(!player.playError());
 }
 
 void AudioPlayerOnlineChangeTest::endOfAnOnlineSongByMode_data()
