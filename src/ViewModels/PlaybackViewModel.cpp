@@ -47,6 +47,8 @@ PlaybackViewModel::PlaybackViewModel(CadorelViewModel &viewModel, const OnlineSo
     connect(&player(), &AudioPlayerService::durationChanged, this, &PlaybackViewModel::durationChanged);
     connect(&player(), &AudioPlayerService::isLoadingChanged, this, &PlaybackViewModel::durationChanged);
     connect(&player(), &AudioPlayerService::playErrorChanged, this, &PlaybackViewModel::durationChanged);
+    // A song that failed and is played again is as long as it was, and has no new error.
+    connect(&player(), &AudioPlayerService::isPlayingChanged, this, &PlaybackViewModel::durationChanged);
     connect(&m_viewModel, &CadorelViewModel::currentChanged, this, &PlaybackViewModel::coverChanged);
     connect(&player(), &AudioPlayerService::volumeChanged, this, &PlaybackViewModel::followVolume);
     durationChanged();

@@ -285,6 +285,12 @@ void PlaybackViewModelTest::aSongThatFailedIsNotSought()
     QVERIFY(!playback.canSeek());
     playback.seek(0.5);
     QVERIFY(bench.stream().seeks.isEmpty());
+    // Played again, it is as long as it was.
+    playback.dismissPlayError();
+    QVERIFY(!playback.canSeek());
+    bench.player().play();
+    QVERIFY(bench.player().isPlaying());
+    QVERIFY(playback.canSeek());
 }
 
 void PlaybackViewModelTest::dismissedErrorIsGone()
