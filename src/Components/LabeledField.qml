@@ -103,7 +103,6 @@ Column {
             // Once, however long the key is held down.
             Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
             Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
-            onActiveFocusChanged: root.scrollTo()
         }
         Item {
             id: trailing
@@ -137,6 +136,15 @@ Column {
         wrapMode: Text.Wrap
         Accessible.role: Accessible.StaticText
         Accessible.name: text
+    }
+
+    Connections {
+        target: root.viewport
+
+        function onReached(item: Item): void {
+            if (item === field)
+                root.scrollTo();
+        }
     }
 
     /// Gives the field the keyboard, its text ready to be replaced.

@@ -289,6 +289,26 @@ private Q_SLOTS:
         s->key(Qt::Key_Tab);
         QTRY_VERIFY(scroller->property("contentY").toReal() < end);
     }
+    void whatTheKeyboardIsLedBackToIsInSight()
+    {
+        QVERIFY(showSettings(ThemeType::classic, {320, 568}));
+        QQuickItem *scroller = s->item(u"sheetScroller"_s);
+        const auto isInside = [scroller](const QQuickItem *item) {
+            return scroller->property("contentItem").value<QQuickItem *>()->isAncestorOf(item);
+        };
+        constexpr int most = 20;
+        for (int i = 0; i < most && !isInside(s->focused()); ++i)
+            s->key(Qt::Key_Tab);
+        QQuickItem *first = s->focused();
+        QVERIFY(isInside(first));
+        QTest::keyClick(s->window, Qt::Key_Backtab, Qt::ShiftModifier);
+        QVERIFY(s->focused() && !isInside(s->focused()));
+        scroller->setProperty("contentY", scroller->property("contentHeight").toReal() - scroller->height());
+        QVERIFY(first->mapToItem(scroller, QPointF(0, first->height())).y() < 0);
+        s->key(Qt::Key_Tab);
+        QCOMPARE(s->focused(), first);
+        QTRY_VERIFY(first->mapToItem(scroller, QPointF()).y() >= 0);
+    }
     void aSheetThatIsClosedAsksForNoPicture()
     {
         QVERIFY(showSettings(ThemeType::classic));

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void pressBesideTheFormKeepsIt();
     void storedPasswordArrivesWhileTheWindowLives();
     void spaceInAFieldIsTyped();
+    void whatTheListenerScrolledToStaysWhenTheKeyboardComesBack();
 };
 
 void ServerFormScreenTest::emptyPlaceOffersTheForm()
@@ -257,6 +258,40 @@ void ServerFormScreenTest::spaceInAFieldIsTyped()
     // Outside of it, it is the player's.
     QTest::keyClick(t->window, Qt::Key_Space);
     QTRY_VERIFY(!t->audioPlayer->isPlaying());
+}
+
+void ServerFormScreenTest::whatTheListenerScrolledToStaysWhenTheKeyboardComesBack()
+{
+    QVERIFY(t->show());
+    openPlace();
+    openForm();
+    QQuickItem *name = t->item(u"nameFieldText"_s);
+    name->forceActiveFocus(Qt::TabFocusReason);
+    QVERIFY(name->hasActiveFocus());
+    QQuickItem *form = t->item(u"formFlickable"_s);
+    const auto hidden = [form] { return form->property("contentHeight").toReal() - form->height(); };
+    t->window->resize(320, 568);
+    // The names and fields of two.
+    constexpr double enough = 200;
+    QTRY_VERIFY(hidden() > enough);
+    const double end = hidden();
+    form->setProperty("contentY", end);
+    QVERIFY(name->mapToItem(form, QPointF(0, name->height())).y() < 0);
+    // Another window takes the keyboard and gives it back.
+    QQuickWindow other;
+    other.show();
+    other.requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QTRY_VERIFY(!name->hasActiveFocus());
+    t->window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(t->window));
+    QTRY_VERIFY(name->hasActiveFocus());
+    QCOMPARE(form->property("contentY").toReal(), end);
+    // The next field is out of sight as well, until the keyboard comes to it with its name.
+    QTest::keyClick(t->window, Qt::Key_Tab);
+    QTRY_VERIFY(form->property("contentY").toReal() < end);
+    const QQuickItem *address = t->item(u"addressField"_s);
+    QVERIFY(address->mapToItem(form, QPointF()).y() >= 0);
 }
 
 QTEST_MAIN(ServerFormScreenTest)
